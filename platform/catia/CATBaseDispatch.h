@@ -1,0 +1,21 @@
+#ifndef CATBaseDispatch_H
+#define CATBaseDispatch_H
+
+#include "CATBaseUnknown.h"
+#include "CATMacForIUnknown.h"
+
+extern ExportedByCatia const IID IID_CATBaseDispatch;
+
+/** Root of the automation objects. */
+class ExportedByCatia CATBaseDispatch : public CATBaseUnknown {
+    CATDeclareInterface;
+
+public:
+
+protected:
+    ~CATBaseDispatch() override = default;
+};
+
+
+
+#endif

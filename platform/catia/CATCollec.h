@@ -1,0 +1,88 @@
+#ifndef CATCollec_H
+#define CATCollec_H
+
+#include "ExportedByCatia.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+/** Words of the list operations. */
+class CATCollec {
+public:
+    enum MemoryHandling { KeepAllocation, ReleaseAllocation };
+    enum Direction { FromFirstToLast, FromLastToFirst };
+};
+
+/** Base of every list. The in-memory platform counts the living ones and names each position outside a list. */
+class ExportedByCatia CATCollecRoot {
+protected:
+    CATCollecRoot();
+    CATCollecRoot(const CATCollecRoot&);
+    CATCollecRoot& operator=(const CATCollecRoot&) { return *this; }
+    ~CATCollecRoot();
+    static void BadPosition(int iPosition, int iSize);
+};
+
+/** What the lists of values and of pointers share. Positions count from 1; 0 means absent. */
+template <class T>
+class CATListOf : public CATCollecRoot {
+public:
+    void Append(const T& iElement) { m_elements.push_back(iElement); }
+    void Append(const CATListOf& iList) {
+        const std::vector<T> copy(iList.m_elements);
+        m_elements.insert(m_elements.end(), copy.begin(), copy.end());
+    }
+    void Replace(int iPosition, const T& iElement) { (*this)[iPosition] = iElement; }
+    int Locate(const T& iElement, int iFrom = 1) const {
+        for (std::size_t i = iFrom < 1 ? 0 : static_cast<std::size_t>(iFrom - 1); i < m_elements.size(); ++i)
+            if (m_elements[i] == iElement) return static_cast<int>(i) + 1;
+        return 0;
+    }
+    void RemovePosition(int iPosition) {
+        if (Checked(iPosition)) m_elements.erase(m_elements.begin() + (iPosition - 1));
+    }
+    int RemoveValue(const T& iElement) {
+        const int found = Locate(iElement);
+        if (found) RemovePosition(found);
+        return found;
+    }
+    void RemoveAll(CATCollec::MemoryHandling iMemory = CATCollec::ReleaseAllocation) {
+        if (iMemory == CATCollec::KeepAllocation)
+            m_elements.clear();
+        else
+            std::vector<T>().swap(m_elements);
+    }
+    int Size() const { return static_cast<int>(m_elements.size()); }
+    const T& operator[](int iPosition) const { return Checked(iPosition) ? m_elements[Index(iPosition)] : Outside(); }
+    T& operator[](int iPosition) { return Checked(iPosition) ? m_elements[Index(iPosition)] : Outside(); }
+    int operator==(const CATListOf& iList) const { return m_elements == iList.m_elements; }
+    int operator!=(const CATListOf& iList) const { return !(m_elements == iList.m_elements); }
+
+private:
+    static std::size_t Index(int iPosition) { return static_cast<std::size_t>(iPosition - 1); }
+    bool Checked(int iPosition) const {
+        if (iPosition >= 1 && iPosition <= Size()) return true;
+        BadPosition(iPosition, Size());
+        return false;
+    }
+    /** A fresh element stands for every position outside, so that a wrong index is reported and not a crash. */
+    static T& Outside() {
+        static T outside;
+        return outside = T();
+    }
+
+    std::vector<T> m_elements;
+};
+
+/** Declares the list of pointers to T; it neither deletes nor counts references. */
+#define CATLISTP_DECLARE(T)                                                                                            \
+    class CATListPtr##T : public CATListOf<T*> {}
+/** Declares the list of values T; a list of handles holds a reference an element. */
+#define CATLISTV_DECLARE(T)                                                                                            \
+    class CATListVal##T : public CATListOf<T> {}
+
+#define CATLISTP(T) CATListPtr##T
+#define CATLISTV(T) CATListVal##T
+
+#endif

@@ -1,0 +1,23 @@
+#ifndef CATIABase_H
+#define CATIABase_H
+
+#include "CATBSTR.h"
+#include "CATBaseDispatch.h"
+
+extern ExportedByCatia const IID IID_CATIABase;
+
+/** What every automation object answers. Texts that come out are freed by the caller with CATFreeString. */
+class ExportedByCatia CATIABase : public CATBaseDispatch {
+    CATDeclareInterface;
+
+public:
+    /** @param oName the object's name, or null on failure. */
+    virtual HRESULT __stdcall get_Name(CATBSTR& oName) = 0;
+
+protected:
+    ~CATIABase() override = default;
+};
+
+CATDeclareHandler(CATIABase, CATBaseUnknown);
+
+#endif

@@ -1,0 +1,21 @@
+#ifndef CATIDomain_H
+#define CATIDomain_H
+
+#include "CATBaseUnknown.h"
+#include "CATMacForIUnknown.h"
+
+extern ExportedByCatia const IID IID_CATIDomain;
+
+/** A set of specification objects; the integration only ever passes the null handle. */
+class ExportedByCatia CATIDomain : public CATBaseUnknown {
+    CATDeclareInterface;
+
+public:
+
+protected:
+    ~CATIDomain() override = default;
+};
+
+CATDeclareHandler(CATIDomain, CATBaseUnknown);
+
+#endif

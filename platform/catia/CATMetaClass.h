@@ -1,0 +1,19 @@
+#ifndef CATMetaClass_H
+#define CATMetaClass_H
+
+#include "ExportedByCatia.h"
+
+/** Name and ancestry of a class. One object a class, made once and never released. */
+class ExportedByCatia CATMetaClass {
+public:
+    CATMetaClass(const char* iName, const CATMetaClass* iBase) : m_name(iName), m_base(iBase) {}
+    const char* IsA() const { return m_name; }
+    int IsAKindOf(const char* iName) const;
+    int IsAKindOf(const CATMetaClass* iClass) const;
+
+private:
+    const char* m_name;
+    const CATMetaClass* m_base;
+};
+
+#endif

@@ -1,0 +1,102 @@
+#ifndef CATUnicodeString_H
+#define CATUnicodeString_H
+
+#include "CATBSTR.h"
+#include "CATDataType.h"
+#include "ExportedByCatia.h"
+
+#include <cstddef>
+#include <string>
+
+/** One character. */
+class CATUnicodeChar {
+public:
+    CATUnicodeChar() : m_code(0) {}
+    CATUnicodeChar(char iCharacter) : m_code(static_cast<unsigned char>(iCharacter)) {}
+    CATUnicodeChar(unsigned int iCode) : m_code(iCode) {}
+    unsigned int GetCode() const { return m_code; }
+    int operator==(const CATUnicodeChar& iOther) const { return m_code == iOther.m_code; }
+    int operator!=(const CATUnicodeChar& iOther) const { return m_code != iOther.m_code; }
+
+private:
+    unsigned int m_code;
+};
+
+/**
+ * The platform's text. Positions and counts are in characters, from 0.
+ *
+ * In this platform the text is kept as the bytes of the session's 8-bit encoding, which is UTF-8; a byte that is not
+ * part of a well-formed character counts as one character of its own, so that any 8-bit text survives unchanged.
+ */
+class ExportedByCatia CATUnicodeString {
+public:
+    enum CATSearchMode { CATSearchModeForward, CATSearchModeBackward };
+    enum CATStripMode { CATStripModeLeading, CATStripModeTrailing, CATStripModeBoth, CATStripModeAll };
+
+    CATUnicodeString() = default;
+    CATUnicodeString(const char* const iText) : m_text(iText ? iText : "") {}
+    CATUnicodeString(const char* const iText, size_t iLength) : m_text(iText ? iText : "", iText ? iLength : 0) {}
+    CATUnicodeString(const CATUnicodeChar& iCharacter, size_t iRepeatCount = 1);
+    CATUnicodeString(const CATUnicodeString& iText, size_t iRepeatCount);
+
+    CATUnicodeString& operator=(const char* iText);
+    CATUnicodeString& Append(const CATUnicodeString& iText);
+
+    /** 2 identical, 1 equal but for letter case, 0 different. */
+    int Compare(const CATUnicodeString& iText) const;
+    /** Position of a text, or -1. Backward, iSearchBeginning counts characters from the END of this text and a match
+     * needs at least that many characters behind it. */
+    int SearchSubString(const CATUnicodeString& iToSearch, int iSearchBeginning = 0,
+                        CATSearchMode iMode = CATSearchModeForward) const;
+    CATUnicodeString SubString(int iFirst, int iCount) const;
+    void Insert(int iPosition, const CATUnicodeString& iText);
+    void Remove(int iPosition, int iCount = 1);
+    void ReplaceSubString(int iPosition, int iCount, const CATUnicodeString& iText);
+    /** Replaces the first occurrence; its position, or -1. */
+    int ReplaceSubString(const CATUnicodeString& iToReplace, const CATUnicodeString& iReplacement);
+    void ReplaceAll(const CATUnicodeString& iToReplace, const CATUnicodeString& iReplacement);
+    CATUnicodeString Strip(CATStripMode iMode = CATStripModeLeading) const;
+    void ToUpper();
+    void ToLower();
+
+    int GetLengthInChar() const;
+    /** Bytes of the ConvertToChar text. */
+    int GetLengthInByte() const { return static_cast<int>(m_text.size()); }
+    /** 8-bit text, NUL terminated, owned by this string until it changes. */
+    const char* ConvertToChar() const { return m_text.c_str(); }
+    const char* CastToCharPtr() const { return m_text.c_str(); }
+    int IsNull() const { return m_text.empty(); }
+
+    /** 0, or negative when the bytes are not UTF-8; this text is then empty. */
+    int BuildFromUTF8(const char* iText, size_t iByteCount);
+    /** iBytes: out, the bytes written; the caller provides 4 a character. */
+    void ConvertToUTF8(char* oText, size_t* oByteCount) const;
+    /** 0, or negative on failure; a null text gives the empty text. */
+    int BuildFromBSTR(const CATBSTR& iText);
+    /** @param oText a new text, freed by the caller with CATFreeString. */
+    void ConvertToBSTR(CATBSTR* oText) const;
+    /** Byte count of the text, 0 on failure. */
+    int BuildFromNum(int iValue, const char* iFormat = "%d");
+    int BuildFromNum(unsigned int iValue, const char* iFormat = "%u");
+    int BuildFromNum(long iValue, const char* iFormat = "%ld");
+    /** 1 when a number was read, else 0 and the output is untouched. */
+    int ConvertToNum(int* oValue, const char* iFormat = "%d") const;
+
+    int operator==(const CATUnicodeString& iText) const { return m_text == iText.m_text; }
+    int operator!=(const CATUnicodeString& iText) const { return m_text != iText.m_text; }
+    int operator<(const CATUnicodeString& iText) const { return m_text < iText.m_text; }
+    int operator>(const CATUnicodeString& iText) const { return iText.m_text < m_text; }
+    int operator<=(const CATUnicodeString& iText) const { return !(iText.m_text < m_text); }
+    int operator>=(const CATUnicodeString& iText) const { return !(m_text < iText.m_text); }
+    CATUnicodeString operator+(const char* iText) const;
+    CATUnicodeString& operator+=(const CATUnicodeString& iText) { return Append(iText); }
+    /** Bounds checked: a position outside gives the character 0. */
+    CATUnicodeChar operator[](size_t iPosition) const;
+
+private:
+    std::string m_text;
+};
+
+ExportedByCatia CATUnicodeString operator+(const CATUnicodeString& iLeft, const CATUnicodeString& iRight);
+
+#endif

@@ -1,0 +1,21 @@
+#ifndef PROCManager_H
+#define PROCManager_H
+
+#include "ExportedByCatia.h"
+
+/** What the integration is doing just now. */
+class ExportedByCatia PROCManager {
+public:
+    /** The one manager of the process, owned by the companion library; null is possible. */
+    static PROCManager* getInstance();
+
+    virtual unsigned char isCommandCreateSpreadsheet() = 0;
+    virtual unsigned char isCommandImport() = 0;
+    virtual unsigned char isCommandBRR() = 0;
+    virtual unsigned char isProcessLifeCycleFactory() = 0;
+
+protected:
+    ~PROCManager() = default;
+};
+
+#endif

@@ -1,0 +1,16 @@
+#ifndef VornIHMMessageDialog_H
+#define VornIHMMessageDialog_H
+
+#include "CATUnicodeString.h"
+#include "ExportedByCatia.h"
+
+/** Numbered messages to the user: queued under a catalogue number, shown later. */
+class ExportedByCatia VornIHMMessageDialog {
+public:
+    /** Queues a message of the catalogue. */
+    static void addDynamicLocalizedMessage(int iLevel, int iCatalogue, int iMessage);
+    /** Queues a plain text. */
+    static void addDynamicUnlocalizedMessage(int iCatalogue, const CATUnicodeString& iText, int iLevel);
+};
+
+#endif
