@@ -1,0 +1,27 @@
+#ifndef FOUNDATION_INTERFACE_IDS_H
+#define FOUNDATION_INTERFACE_IDS_H
+
+#include "foundation/InterfacePtr.h"
+
+// One line an interface that the library queries.
+#define VORNTOOLS_INTERFACE(Name)                                                                                      \
+    class Name;                                                                                                        \
+    extern ExportedByCatia const IID IID_##Name;                                                                       \
+    namespace vorntools {                                                                                              \
+    template <>                                                                                                        \
+    struct InterfaceId<Name> {                                                                                         \
+        static const IID& value() { return IID_##Name; }                                                               \
+    };                                                                                                                 \
+    }
+
+VORNTOOLS_INTERFACE(CATIADocument)
+VORNTOOLS_INTERFACE(CATIAProduct)
+VORNTOOLS_INTERFACE(CATIDocRoots)
+VORNTOOLS_INTERFACE(CATILinkableObject)
+VORNTOOLS_INTERFACE(CATIPrdProperties)
+VORNTOOLS_INTERFACE(CATIProduct)
+VORNTOOLS_INTERFACE(CATISpecObject)
+
+#undef VORNTOOLS_INTERFACE
+
+#endif

@@ -1,0 +1,87 @@
+#ifndef FOUNDATION_JOURNAL_FRAME_H
+#define FOUNDATION_JOURNAL_FRAME_H
+
+#include "CATErrorDef.h"
+#include "CATUnicodeString.h"
+#include "EMHManager.h"
+#include "JNLManager.h"
+#include "VornDebugOptions.h"
+
+namespace vorntools {
+
+/** Numbers of the integration's error list. */
+enum ErrorNumber {
+    ErrorFileNotOpened = 501,
+    ErrorBadInput = 9001,
+    ErrorMissing = 9002,
+    ErrorCallFailed = 9003,
+    ErrorPlatformFailed = 9004,
+    ErrorOutOfRange = 9006
+};
+
+/** What printf takes for a text. */
+inline const char* printable(const CATUnicodeString& i_text) { return i_text.ConvertToChar(); }
+inline const char* printable(const char* i_text) { return i_text; }
+inline int printable(int i_number) { return i_number; }
+
+/**
+ * The journal entry of an exported method: opened by the constructor, closed on every path by the destructor. The one
+ * way to write lines and to report errors; each report is made under the entry's own name.
+ */
+class JournalFrame {
+public:
+    /** @param i_class_name the class's _CteCLASS_NAME. @param i_end_code code of the closing line, -1 for none */
+    JournalFrame(const CATUnicodeString& i_class_name, const char* i_method, int i_end_code = -1)
+        : m_name(i_class_name), m_end_code(i_end_code) {
+        m_name.Append(i_method);
+        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionBegin(m_name, m_no_text);
+    }
+    ~JournalFrame() {
+        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionEnd(m_name, m_end_code);
+    }
+    JournalFrame(const JournalFrame&) = delete;
+    JournalFrame& operator=(const JournalFrame&) = delete;
+
+    const CATUnicodeString& name() const { return m_name; }
+
+    /** The closing line carries this code from now on; the code, for returning it. */
+    HRESULT endWith(HRESULT i_code) {
+        m_end_code = static_cast<int>(i_code);
+        return i_code;
+    }
+
+    /** Writes a line, printf style; texts may be CATUnicodeString. */
+    template <class... Arguments>
+    void write(const char* i_format, const Arguments&... i_arguments) const {
+        if (JNLManager* const p_journal = JNLManager::getInstance())
+            p_journal->writeMsg(i_format, printable(i_arguments)...);
+    }
+    /** The same in debug mode only. */
+    template <class... Arguments>
+    void writeInDebug(const char* i_format, const Arguments&... i_arguments) const {
+        if (VornDebugOptions::getDebugModeValue()) write(i_format, i_arguments...);
+    }
+
+    /** A required input is null or bad. */
+    HRESULT badInput(const char* i_parameter) const { return report(ErrorBadInput, i_parameter); }
+    /** An object, interface or environment value on the way is missing. */
+    HRESULT missing(const char* i_variable) const { return report(ErrorMissing, i_variable); }
+    /** A called function failed. */
+    HRESULT callFailed(const char* i_function) const { return report(ErrorCallFailed, i_function); }
+    /** A platform call failed. */
+    HRESULT platformFailed(const char* i_function) const { return report(ErrorPlatformFailed, i_function); }
+    /** Puts a numbered report on the integration's error list; E_FAIL, for returning it. */
+    HRESULT report(int i_number, const CATUnicodeString& i_argument) const {
+        if (EMHManager* const p_errors = EMHManager::getInstance()) p_errors->writeMsg(m_name, i_number, i_argument);
+        return E_FAIL;
+    }
+
+private:
+    CATUnicodeString m_name;
+    const CATUnicodeString m_no_text;
+    int m_end_code;
+};
+
+} // namespace vorntools
+
+#endif
