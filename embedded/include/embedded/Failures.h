@@ -1,0 +1,57 @@
+#ifndef EMBEDDED_FAILURES_H
+#define EMBEDDED_FAILURES_H
+
+#include "ExportedByCatia.h"
+
+#include <string>
+#include <vector>
+
+namespace embedded {
+
+/** How a chosen call fails. A call without a result code just answers nothing (null, empty, 0). */
+enum class FaultFlavour {
+    none,           ///< it does not
+    code,           ///< failing code, outputs cleared
+    codeWithOutput, ///< failing code, the output left non-null or filled: it carries no reference and must not be used
+    nullOutput,     ///< success, but the output is null or empty
+    shortRead       ///< a file call gives less than there is; every other call fails as `code`
+};
+
+/**
+ * Failure points: every method of the platform and of the companion libraries that can fail asks here before it acts.
+ * Armed with n, the n-th question is answered with the flavour, once or from then on.
+ */
+class ExportedByCatia Failures {
+public:
+    static Failures& get();
+
+    void arm(int nth, bool persistent, FaultFlavour flavour);
+    void disarm() { m_armed = false; }
+    /** Whether the chosen call was reached since arm(). */
+    bool fired() const { return m_fired; }
+    /** Name of the call that failed first since arm(). */
+    const std::string& firedAt() const { return m_firedAt; }
+    /** Questions asked since arm(). */
+    int calls() const { return m_calls; }
+
+    /** What the call named `site` is to do. Free of cost while nothing is armed. */
+    FaultFlavour ask(const char* site) { return m_armed ? answer(site) : FaultFlavour::none; }
+
+private:
+    FaultFlavour answer(const char* site);
+
+    bool m_armed = false;
+    bool m_persistent = false;
+    bool m_fired = false;
+    int m_nth = 0;
+    int m_calls = 0;
+    FaultFlavour m_flavour = FaultFlavour::none;
+    std::string m_firedAt;
+};
+
+/** For calls that only answer or not: true when the call is to fail, in whatever flavour. */
+inline bool fails(const char* site) { return Failures::get().ask(site) != FaultFlavour::none; }
+
+} // namespace embedded
+
+#endif

@@ -1,0 +1,156 @@
+#ifndef EMBEDDED_SESSION_H
+#define EMBEDDED_SESSION_H
+
+#include "embedded/Environment.h"
+#include "ExportedByCatia.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+class CATDocument;
+class CATIProduct;
+
+namespace embedded {
+
+class DocumentObject;
+class ProductObject;
+class Product;
+struct SessionData;
+
+/** A document of the session. A light name for it: copies mean the same document, no reference is held. */
+class ExportedByCatia Document {
+public:
+    explicit Document(DocumentObject* object = nullptr) : m_object(object) {}
+    explicit operator bool() const { return m_object != nullptr; }
+    /** The platform's pointer. No reference is added. */
+    CATDocument* get() const;
+    DocumentObject* object() const { return m_object; }
+
+    std::string name() const;
+    /** Text of the identifier in the descriptor: four hexadecimal fields joined by "_". */
+    Document& uuid(const std::string& text);
+    std::string uuid() const;
+    /** Without a descriptor, nobody learns the identifier. */
+    Document& withoutDescriptor();
+    /** Whether there is nothing to save (true at first). */
+    Document& saved(bool value);
+    bool saved() const;
+    /** Whether the document has a file of its own (true at first when its name has a directory). */
+    Document& onDisk(bool value);
+    bool onDisk() const;
+    /** Type text; at first the suffix of the name. */
+    Document& type(const std::string& text);
+    std::string type() const;
+    /** Whether the root needs no update (true at first). */
+    Document& upToDate(bool value);
+    bool upToDate() const;
+    /** A document without automation interface / without roots. */
+    Document& withoutAutomation();
+    Document& withoutRoots();
+    /** The document's root product; every part, product and other document with a product has one. */
+    Product root() const;
+
+private:
+    DocumentObject* m_object;
+};
+
+/**
+ * A product: a reference, an instance directly below a reference, or an occurrence further down. A light name for it.
+ */
+class ExportedByCatia Product {
+public:
+    explicit Product(ProductObject* object = nullptr) : m_object(object) {}
+    explicit operator bool() const { return m_object != nullptr; }
+    friend bool operator==(const Product& a, const Product& b) { return a.m_object == b.m_object; }
+    /** The platform's pointer, borrowed: no reference is added, and from now on the object may be called without one.
+     * Every other object must be called only while somebody holds a reference. */
+    CATIProduct* get() const;
+    ProductObject* object() const { return m_object; }
+
+    /** Adds an instance of a document's root product below this reference; the new instance. */
+    Product add(const Document& child, const std::string& instanceName) const;
+    /** Adds an instance of a reference, such as that of a component that exists already. */
+    Product add(const Product& reference, const std::string& instanceName) const;
+    /** Adds a component: its reference lives in this reference's document. The new instance. */
+    Product addComponent(const std::string& partNumber, const std::string& instanceName) const;
+    /** Adds an instance whose reference is not loaded (a broken link). */
+    Product addUnresolved(const std::string& instanceName) const;
+
+    /** The reference that this product shows; none for an unresolved instance. */
+    Product reference() const;
+    /** The product one level up in this product's context; none at the root. */
+    Product father() const;
+    /** Direct children in this product's context. */
+    std::vector<Product> children() const;
+    /** The occurrence below this product along instance names. */
+    Product at(const std::vector<std::string>& instanceNames) const;
+
+    Product& partNumber(const std::string& text);
+    std::string partNumber() const;
+    Product& instanceName(const std::string& text);
+    std::string instanceName() const;
+    /** The instance description. An occurrence further down shows that of its instance until it is given its own. */
+    Product& description(const std::string& text);
+    std::string description() const;
+    Product& referenceDescription(const std::string& text);
+    /** Path of the file that shows the product, kept with the reference; empty: no master shape representation. */
+    Product& masterShape(const std::string& path);
+    /** A named shape representation of the reference; the first one added is the default. */
+    Product& shape(const std::string& name, const std::string& path);
+    /** A product that does not answer its properties / whose reference does not answer its document. */
+    Product& withoutProperties();
+    Product& withoutLinkableObject();
+
+private:
+    ProductObject* m_object;
+};
+
+/**
+ * The one session of the process: documents, product structure and environment. Reads like the assembly it makes:
+ *
+ *     auto& session = Session::current();
+ *     auto root = session.product("/w/Root.CATProduct").root();
+ *     auto bolt = root.add(session.part("/w/Bolt.CATPart"), "Bolt.1");
+ */
+class ExportedByCatia Session {
+public:
+    static Session& current();
+
+    /** Back to an empty session with the default environment: no document, no journal line, no report. */
+    void reset();
+
+    Environment& environment();
+
+    /** A document of any kind; its type is the suffix of the name, its identifier new. The root product of a document
+     * has its file name without suffix as part number. */
+    Document document(const std::string& storageName);
+    Document part(const std::string& storageName) { return document(storageName); }
+    Document product(const std::string& storageName) { return document(storageName); }
+    /** A loaded document by its storage name, letter case ignored; none when absent. */
+    Document find(const std::string& storageName) const;
+    std::size_t documentCount() const;
+    Document documentAt(std::size_t index) const;
+
+    /** Documents whose drawing sheets were updated, by storage name, with "+details" when detail sheets are kept. */
+    std::vector<std::string>& updatedDrawings();
+
+    /** Text that tells every stored state apart (descriptions, names, flags): equal texts mean nothing changed. */
+    std::string digest() const;
+
+    SessionData& data() { return *m_data; }
+
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+private:
+    Session();
+    ~Session();
+
+    std::unique_ptr<SessionData> m_data;
+};
+
+} // namespace embedded
+
+#endif
