@@ -1,0 +1,37 @@
+#ifndef TESTS_SUPPORT_SWEEP_H
+#define TESTS_SUPPORT_SWEEP_H
+
+#include "CATErrorDef.h"
+
+#include <functional>
+#include <string>
+
+/** One run of the operation under the sweep. */
+struct SweepOutcome {
+    HRESULT code = S_OK;
+    /** Whether every output is as a failure leaves it (empty, null, 0). Only asked when the code is negative. */
+    bool outputsEmpty = true;
+};
+
+/** What the sweep runs. */
+struct SweepCase {
+    /** Name of the exported method, as the list of tolerated faults writes it. */
+    std::string name;
+    /** Runs the method once, with outputs that held something before. */
+    std::function<SweepOutcome()> operation;
+    /** Puts the session and the files back to what they were before the operation; may be empty. */
+    std::function<void()> restore;
+    /** Text of everything the operation may change, besides the session's own digest; may be empty. */
+    std::function<std::string()> state;
+};
+
+/**
+ * Runs the operation with the n-th platform call failing, n = 1, 2, ... until none fires: once only and from n on, in
+ * every flavour. After each run: references and lists as before, journal frames closed, no rule broken, outputs empty
+ * when the code is negative, stored state unchanged or completely changed, and the next undisturbed call gives the
+ * first one's code again. "Fault met, success returned" must stand on tests/support/tolerated_faults.txt as the line
+ * "METHOD: CALL". Sets googletest failures. @return the number of platform calls that the undisturbed operation makes
+ */
+int sweepFailures(const SweepCase& sweep);
+
+#endif
