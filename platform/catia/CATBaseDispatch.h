@@ -11,11 +11,8 @@ class ExportedByCatia CATBaseDispatch : public CATBaseUnknown {
     CATDeclareInterface;
 
 public:
-
 protected:
     ~CATBaseDispatch() override = default;
 };
-
-
 
 #endif

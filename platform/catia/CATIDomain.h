@@ -11,7 +11,6 @@ class ExportedByCatia CATIDomain : public CATBaseUnknown {
     CATDeclareInterface;
 
 public:
-
 protected:
     ~CATIDomain() override = default;
 };

@@ -20,14 +20,14 @@ struct Environment {
     bool debugMode = false;
 
     std::string stagingDirectory;
-    std::string filesDirectory;  ///< ends with a separator
-    std::string referencePath;   ///< ends with a separator
+    std::string filesDirectory; ///< ends with a separator
+    std::string referencePath;  ///< ends with a separator
     std::string referencePrefix;
-    std::string localCacheDirectory;                    ///< ends with a separator
-    std::vector<std::string> releaseCacheDirectories;   ///< each ends with a separator
-    std::string configurationDirectory;                 ///< where configuration files lie; empty: nowhere
-    std::map<std::string, std::string> logicalNames;    ///< logical name to directory
-    std::string separator;                              ///< for joining names; empty: the system's own
+    std::string localCacheDirectory;                  ///< ends with a separator
+    std::vector<std::string> releaseCacheDirectories; ///< each ends with a separator
+    std::string configurationDirectory;               ///< where configuration files lie; empty: nowhere
+    std::map<std::string, std::string> logicalNames;  ///< logical name to directory
+    std::string separator;                            ///< for joining names; empty: the system's own
 
     bool commandCreateSpreadsheet = false;
     bool commandImport = false;

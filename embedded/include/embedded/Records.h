@@ -3,6 +3,7 @@
 
 #include "ExportedByCatia.h"
 
+#include <cstdarg>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -36,6 +37,8 @@ public:
     void begin(std::string_view name);
     void end(std::string_view name, int code);
     void write(std::string_view message);
+    /** printf style, formatted in place; a line of any length. */
+    void write(const char* format, std::va_list arguments);
 
 private:
     std::string m_text;

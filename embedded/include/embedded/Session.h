@@ -1,8 +1,8 @@
 #ifndef EMBEDDED_SESSION_H
 #define EMBEDDED_SESSION_H
 
-#include "embedded/Environment.h"
 #include "ExportedByCatia.h"
+#include "embedded/Environment.h"
 
 #include <cstddef>
 #include <memory>

@@ -15,7 +15,8 @@ struct SessionFileResult {
 };
 
 /** Replaces the current session by the one in a JSON file. On failure the session is empty.
- * Names with a relative directory are taken from the file's own folder. The format is described in docs/session-file.md. */
+ * Names with a relative directory are taken from the file's own folder. The format is described in
+ * docs/session-file.md. */
 ExportedByCatia SessionFileResult loadSession(const std::string& path);
 
 /** Writes the current session. Written beside and renamed, so that a failure leaves the old file whole. */

@@ -1,0 +1,115 @@
+#include "embedded/Records.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace embedded {
+
+namespace {
+
+constexpr std::string_view kOpening = "> ";
+constexpr std::string_view kClosing = "< ";
+constexpr int kNoCode = -1;
+/** Most lines fit into this much at the first attempt. */
+constexpr std::size_t kUsualLine = 256;
+
+bool isMessage(std::string_view line) {
+    return line.substr(0, kOpening.size()) != kOpening && line.substr(0, kClosing.size()) != kClosing;
+}
+
+} // namespace
+
+Journal& Journal::get() {
+    static Journal journal;
+    return journal;
+}
+
+std::string_view Journal::line(std::size_t index) const {
+    if (index >= m_ends.size()) return {};
+    const std::size_t begin = index == 0 ? 0 : m_ends[index - 1];
+    return std::string_view(m_text).substr(begin, m_ends[index] - begin);
+}
+
+std::vector<std::string> Journal::lines() const {
+    std::vector<std::string> result;
+    for (std::size_t i = 0; i < size(); ++i) result.emplace_back(line(i));
+    return result;
+}
+
+std::vector<std::string> Journal::messages() const {
+    std::vector<std::string> result;
+    for (std::size_t i = 0; i < size(); ++i)
+        if (isMessage(line(i))) result.emplace_back(line(i));
+    return result;
+}
+
+bool Journal::contains(std::string_view message) const {
+    for (std::size_t i = 0; i < size(); ++i)
+        if (line(i) == message) return true;
+    return false;
+}
+
+void Journal::clear() {
+    m_text.clear();
+    m_ends.clear();
+    m_open = 0;
+    m_mismatches = 0;
+}
+
+void Journal::begin(std::string_view name) {
+    const auto depth = static_cast<std::size_t>(m_open++);
+    if (depth == m_names.size()) m_names.emplace_back();
+    m_names[depth] = name;
+    m_text.append(kOpening).append(name);
+    m_ends.push_back(m_text.size());
+}
+
+void Journal::end(std::string_view name, int code) {
+    if (m_open == 0 || m_names[static_cast<std::size_t>(m_open - 1)] != name) ++m_mismatches;
+    if (m_open > 0) --m_open;
+    m_text.append(kClosing).append(name);
+    if (code != kNoCode) m_text.append(" ").append(std::to_string(code));
+    m_ends.push_back(m_text.size());
+}
+
+void Journal::write(std::string_view message) {
+    m_text.append(message);
+    m_ends.push_back(m_text.size());
+}
+
+void Journal::write(const char* format, std::va_list arguments) {
+    const std::size_t begin = m_text.size();
+    std::va_list again;
+    va_copy(again, arguments);
+    m_text.resize(begin + kUsualLine);
+    const int length = std::vsnprintf(&m_text[begin], kUsualLine, format, arguments);
+    const std::size_t size = length > 0 ? static_cast<std::size_t>(length) : 0;
+    if (size >= kUsualLine) {
+        m_text.resize(begin + size + 1);
+        std::vsnprintf(&m_text[begin], size + 1, format, again);
+    }
+    va_end(again);
+    m_text.resize(begin + size);
+    m_ends.push_back(m_text.size());
+}
+
+ErrorReports& ErrorReports::get() {
+    static ErrorReports reports;
+    return reports;
+}
+
+std::vector<std::string> ErrorReports::take() {
+    std::vector<std::string> result;
+    for (const ErrorReport& report : m_reports) result.push_back(report.text());
+    m_reports.clear();
+    return result;
+}
+
+Messages& Messages::get() {
+    static Messages messages;
+    return messages;
+}
+
+std::vector<std::string> Messages::take() { return std::exchange(m_messages, {}); }
+
+} // namespace embedded
