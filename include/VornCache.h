@@ -105,6 +105,12 @@ private:
                                          const CATUnicodeString& dir, CATUnicodeString& fullName);
     HRESULT getLastModificationDateOnFile(const char* path, int* date);
 
+    EnumModifiedFlag statusOf(const CATUnicodeString& name) const;
+    HRESULT appendFullNames(const CATUnicodeString& name, const CATUnicodeString& dir,
+                            const CATListValCATUnicodeString& fileNames, CATListValCATUnicodeString& list);
+    void listAssemblyContexts(const CATUnicodeString& name, CATListValCATUnicodeString& list);
+    int countUnresolved(const CATUnicodeString& name);
+
     TYPMapCATUnicodeStringPVoid* m_cacheMap;    ///< name to its field map (owned), "MAP_CACHE"
     TYPMapCATUnicodeStringPVoid* m_statusMap;   ///< name to its status (an int, owned), "MAP_OF_MF"
     TYPMapCATUnicodeStringPVoid* m_documentMap; ///< name to its document (not owned), "MAP_OF_CATDOCUMENT"

@@ -67,8 +67,8 @@ public:
                                 CATListValCATUnicodeString& o_lines);
     /** Name of the DAT file for a document's file name. The file need not exist. */
     static HRESULT getDatFileFullFileName(const CATUnicodeString& i_file_name, CATUnicodeString& o_dat_name);
-    /** Identity that the DAT file of a document records. @param i_cache reads the file; without one an existing DAT file
-     * gives E_FAIL. @param o_exists 1 when a DAT file exists */
+    /** Identity that the DAT file of a document records. @param i_cache reads the file; without one an existing DAT
+     * file gives E_FAIL. @param o_exists 1 when a DAT file exists */
     static HRESULT getOrvaneInformationsFromDatFile(const CATUnicodeString& i_file_name, VornCache* ip_cache,
                                                     CATUnicodeString& o_item_rev_uid, CATUnicodeString& o_dataset_uid,
                                                     CATUnicodeString& o_named_ref_uid, unsigned char& o_exist_in_ov);
@@ -106,7 +106,8 @@ public:
 
     /** @param i_extension suffix in upper case, without its dot; null gives DocumentTypeUnknown */
     static EnumDocumentType getDocumentTypeFromExtension(char* i_extension);
-    /** Kind of document by the suffix of a file name, letter case ignored; a name without a dot counts as the suffix. */
+    /** Kind of document by the suffix of a file name, letter case ignored; a name without a dot counts as the suffix.
+     */
     static int returnDocumentType(CATUnicodeString i_file_name);
     /** File name of the document that a product shows; the product path when no document can be reached.
      * @param op_document the document; null without a reference, untouched when the reference lies in none

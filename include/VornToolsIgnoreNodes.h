@@ -19,7 +19,12 @@ public:
     static const CATUnicodeString _CteCLASS_NAME;
 
     /** What isAnIgnoreNode looks at. Any other value is an element: description, part number, file name, instance. */
-    enum EnumNodeKind { NodeKindElement = 0, NodeKindActiveDocument = 1, NodeKindBrokenIcon = 2, NodeKindComponent = 3 };
+    enum EnumNodeKind {
+        NodeKindElement = 0,
+        NodeKindActiveDocument = 1,
+        NodeKindBrokenIcon = 2,
+        NodeKindComponent = 3
+    };
 
     /** Loads the prefixes. Without a usable file only the instance descriptions count, for the life of the object. */
     VornToolsIgnoreNodes();

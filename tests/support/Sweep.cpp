@@ -88,8 +88,8 @@ int sweepFailures(const SweepCase& sweep) {
                 const bool fired = failures.fired();
                 const std::string site = failures.firedAt();
                 failures.disarm();
-                SCOPED_TRACE(sweep.name + ", call " + std::to_string(nth) + (persistent ? " and on" : "") + " (" + site +
-                             "), " + nameOf(flavour));
+                SCOPED_TRACE(sweep.name + ", call " + std::to_string(nth) + (persistent ? " and on" : "") + " (" +
+                             site + "), " + nameOf(flavour));
                 checkCleanliness(before);
                 if (!fired) {
                     EXPECT_EQ(outcome.code, undisturbed.code);
