@@ -1,0 +1,157 @@
+#!/usr/bin/env bash
+# Runs every check, or only the stages named: ./test.sh [--tidy] [STAGE...]
+#   format words registered share      the sources
+#   linux sanitize windows plain       build and test (windows: cross-compiled, under Wine)
+#   install                            projects built against the installed tree, the packages
+#   workstation                        the library built against given platform headers
+#   tidy fuzz bench                    only when named: clang-tidy, FUZZ_SECONDS (60) of each fuzzer, the benchmarks
+# Installs missing Debian packages first. The last line is "N passed, M failed"; a check counts as one, a ctest run
+# with each of its tests.
+set -uo pipefail
+cd "$(dirname "$0")"
+root=$PWD
+jobs=$(nproc)
+logs=$root/build/logs
+passed=0
+failed=0
+
+default_stages=(format words registered share linux sanitize windows plain install workstation)
+
+stage_format() { cmake/check_format.sh; }
+stage_words() { cmake/check_words.sh; }
+stage_registered() { cmake/check_tests_registered.sh; }
+stage_share() { cmake/check_test_share.sh; }
+
+build() { cmake --preset "$1" && cmake --build --preset "$1" -- -j "$jobs"; }
+build_and_test() { build "$1" && ctest --preset "$1" -j "$jobs"; }
+
+stage_linux() { build_and_test linux; }
+stage_sanitize() { build_and_test sanitize; }
+stage_plain() { build_and_test plain; }
+
+stage_windows() {
+    export WINEPREFIX=$root/build/windows/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+    build windows || return
+    [ -f "$WINEPREFIX/system.reg" ] || { mkdir -p "$WINEPREFIX" && wineboot -i; }
+    # A server that stays saves its start with every program.
+    wineserver -p
+    trap 'wineserver -k' EXIT
+    ctest --preset windows -j "$jobs" && check_imports build/windows/bin/*.dll build/windows/bin/vorntools.exe
+}
+
+# The modules need nothing but the system's own libraries and each other.
+check_imports() {
+    local foreign
+    foreign=$(x86_64-w64-mingw32-objdump -p "$@" | sed -n 's/.*DLL Name: //p' | sort -u |
+        grep -viE '^(kernel32|msvcrt|shell32|advapi32|user32|VornPlatform|VornTools)\.dll$')
+    [ -z "$foreign" ] || { echo "imported, but nobody ships it: $foreign"; return 1; }
+}
+
+stage_install() {
+    [ -f build/linux/build.ninja ] && cmake --build --preset linux || build linux || return
+    local work=$root/build/install
+    rm -rf "$work"
+    # Moved after the installation: nothing may remember the first place.
+    cmake --install build/linux --prefix "$work/first" && mv "$work/first" "$work/tree" || return
+    cmake -S tests/install -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$work/tree" &&
+        cmake --build "$work/cmake" && "$work/cmake/consumer" || return
+    local pc library
+    pc=$(find "$work/tree" -name VornTools.pc -printf '%h')
+    library=$(dirname "$pc")
+    # shellcheck disable=SC2046
+    PKG_CONFIG_PATH=$pc g++ -std=c++17 tests/install/main.cpp -o "$work/consumer" \
+        $(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs VornTools) -Wl,-rpath,"$library" && "$work/consumer" || return
+    "$work/tree/bin/vorntools" --version || return
+    cmake --workflow --preset package && find build/package/packages-out -maxdepth 1 -type f
+}
+
+stage_workstation() {
+    # Our own declarations stand for a workstation's: the library must build from given folders and libraries alone.
+    [ -f build/linux/lib/libVornPlatform.so ] || build linux || return
+    cmake -S . -B build/workstation -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVORNTOOLS_PLATFORM=catia \
+        -DCAA_INCLUDE_DIRS="$root/platform/catia" -DCOMPANION_INCLUDE_DIRS="$root/platform/companion" \
+        -DCAA_LIBRARIES="$root/build/linux/lib/libVornPlatform.so" && cmake --build build/workstation
+}
+
+stage_tidy() {
+    build sanitize &&
+        cmake/source_files.sh foundation cache session links properties | grep '\.cpp$' |
+        xargs -P "$jobs" -n 1 clang-tidy -p build/sanitize --quiet
+}
+
+stage_fuzz() {
+    build fuzz || return
+    local source name
+    for source in fuzz/*_fuzz.cpp; do
+        name=$(basename "$source" _fuzz.cpp)
+        local options=(-max_total_time="${FUZZ_SECONDS:-60}" -print_final_stats=1 -timeout=10)
+        [ ! -f "fuzz/dictionaries/$name.dict" ] || options+=(-dict="fuzz/dictionaries/$name.dict")
+        # Finds go to the build folder; the seeds stay as they are.
+        mkdir -p "build/fuzz/found/$name"
+        "build/fuzz/bin/${name}_fuzz" "${options[@]}" -artifact_prefix="build/fuzz/found/" \
+            "build/fuzz/found/$name" "fuzz/corpus/$name" || return
+    done
+}
+
+stage_bench() {
+    build bench || return
+    local program
+    for program in build/bench/bin/*_bench; do
+        "$program" || return
+    done
+}
+
+# Adds the outcome of a stage: the tests that its ctest run counted, or one check.
+count() {
+    local log=$1 code=$2 line
+    line=$(sed -nE 's/^[0-9]+% tests passed, ([0-9]+) tests? failed out of ([0-9]+)$/\1 \2/p' "$log" | tail -n 1)
+    if [ -n "$line" ]; then
+        local bad=${line% *} all=${line#* }
+        passed=$((passed + all - bad))
+        failed=$((failed + bad))
+        [ "$code" -eq 0 ] || [ "$bad" -gt 0 ] || failed=$((failed + 1))
+    elif [ "$code" -eq 0 ]; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+    fi
+}
+
+run_stage() {
+    local stage=$1 log=$logs/$1.log code=0 begin=$SECONDS
+    (stage_"$stage") >"$log" 2>&1 || code=$?
+    if [ $code -ne 0 ]; then
+        tail -n 200 "$log"
+        echo "$stage FAILED after $((SECONDS - begin)) s (whole log: $log)"
+    else
+        grep -hE 'tests passed, |^Test share|inputs replayed' "$log"
+        echo "$stage passed in $((SECONDS - begin)) s"
+    fi
+    count "$log" $code
+}
+
+main() {
+    local stages=() stage with_tidy=
+    for stage in "$@"; do
+        if [ "$stage" = --tidy ]; then
+            with_tidy=yes
+        elif declare -F "stage_$stage" >/dev/null; then
+            stages+=("$stage")
+        else
+            sed -n '2,9s/^# \?//p' "$0" >&2
+            exit 2
+        fi
+    done
+    [ ${#stages[@]} -gt 0 ] || stages=("${default_stages[@]}")
+    [ -z "$with_tidy" ] || stages+=(tidy)
+
+    cmake/install_packages.sh test || exit 2
+    mkdir -p "$logs"
+    for stage in "${stages[@]}"; do
+        run_stage "$stage"
+    done
+    echo "$passed passed, $failed failed"
+    [ $failed -eq 0 ]
+}
+
+main "$@"
