@@ -138,7 +138,7 @@ main() {
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
-            sed -n '2,9s/^# \?//p' "$0" >&2
+            sed -n '2,9s/^# \?//p' "$root/test.sh" >&2
             exit 2
         fi
     done

@@ -17,6 +17,13 @@ bool isMessage(std::string_view line) {
     return line.substr(0, kOpening.size()) != kOpening && line.substr(0, kClosing.size()) != kClosing;
 }
 
+/** Whether a line closes the entry of that name, with or without a code. */
+bool isClosing(std::string_view line, std::string_view name) {
+    if (line.substr(0, kClosing.size()) != kClosing) return false;
+    const std::string_view closed = line.substr(kClosing.size());
+    return closed.substr(0, name.size()) == name && (closed.size() == name.size() || closed[name.size()] == ' ');
+}
+
 } // namespace
 
 Journal& Journal::get() {
@@ -54,6 +61,7 @@ void Journal::clear() {
     m_ends.clear();
     m_open = 0;
     m_mismatches = 0;
+    m_repeats = 0;
 }
 
 void Journal::begin(std::string_view name) {
@@ -65,8 +73,10 @@ void Journal::begin(std::string_view name) {
 }
 
 void Journal::end(std::string_view name, int code) {
-    if (m_open == 0 || m_names[static_cast<std::size_t>(m_open - 1)] != name) ++m_mismatches;
-    if (m_open > 0) --m_open;
+    const bool matches = m_open > 0 && m_names[static_cast<std::size_t>(m_open - 1)] == name;
+    const bool repeats = !matches && isClosing(line(size() - 1), name);
+    if (!matches) ++(repeats ? m_repeats : m_mismatches);
+    if (m_open > 0 && !repeats) --m_open;
     m_text.append(kClosing).append(name);
     if (code != kNoCode) m_text.append(" ").append(std::to_string(code));
     m_ends.push_back(m_text.size());

@@ -38,7 +38,8 @@ public:
     // Instance descriptions ------------------------------------------------------------------------------------------
 
     /** Reads the description from the instance that carries it: the product itself when its father is a reference, else
-     * its instance in the first product parent. @return E_INVALIDARG for a null product, E_FAIL without a carrier */
+     * its instance in the first product parent. @return E_INVALIDARG for a null product, E_FAIL without a carrier;
+     * neither is reported */
     static HRESULT getInstanceDescription(CATIProduct* ipi_product, CATUnicodeString& o_description);
     /** Writes the description where getInstanceDescription reads it; the same result codes. */
     static HRESULT setInstanceDescription(CATIProduct* ipi_product, const CATUnicodeString& i_description);
@@ -55,7 +56,7 @@ public:
     static HRESULT isElementSecondaryPart(CATIProduct* ipi_product, unsigned char i_dat_file_missing,
                                           CATUnicodeString i_item_rev_uid, unsigned char& o_is_secondary_part);
     /** The instance name with every CR LF pair removed. @return S_OK when one was removed, S_FALSE when there was none,
-     * E_FAIL for a null product, else the platform's code */
+     * E_FAIL, unreported, for a null product, else the platform's code */
     static HRESULT getPrdInstanceNameWithoutNewLines(CATIProduct* ipi_product, CATUnicodeString& o_name);
 
     // DAT files and identity ------------------------------------------------------------------------------------------
@@ -111,17 +112,17 @@ public:
     static int returnDocumentType(CATUnicodeString i_file_name);
     /** File name of the document that a product shows; the product path when no document can be reached.
      * @param op_document the document; null without a reference, untouched when the reference lies in none
-     * @return S_OK whenever a product was given */
+     * @return S_OK whenever a product was given; a null one is journalled, not reported */
     static HRESULT getDocumentFileName(CATIProduct* ipi_the_product, CATDocument*& op_document,
                                        CATUnicodeString& o_file_name);
     /** The product one level up. @param opi_parent null at the root, which is S_OK */
     static HRESULT getParent(CATIProduct* ipi_product, CATIProduct*& opi_parent);
     /** The instance that stands for the product directly under the reference of its father: the product itself when its
-     * father is a reference. E_FAIL at a root, and when there is none. */
+     * father is a reference. E_FAIL at a root (unreported), and when there is none. */
     static HRESULT getInstanceInFirstProductParent(CATIProduct* ipi_product, CATIProduct*& opi_instance);
     /** Whether the product is a component: its reference lies in the same document as its father's. */
     static HRESULT isComponent(CATIProduct* ipi_product, unsigned char& o_is_component);
-    /** Whether a file is no document of the platform, by its suffix. */
+    /** Whether a file is no document of the platform, by its suffix. An empty name is bad input. */
     static HRESULT isAForeignFile(CATUnicodeString i_file_name, unsigned char& o_is_foreign);
     /** Whether a product is shown by a file that is no document of the platform. */
     static HRESULT isAForeignFile(CATIProduct* ipi_product, unsigned char& o_is_foreign);

@@ -12,7 +12,7 @@ class TYPVectorCATUnicodeString;
  * Recognises ignore nodes: components that the PDM's save and load leave out, told by a prefix of their names (the
  * prefixes stand in a configuration file, one a line) or by the marker in their instance description.
  *
- * Answers are 1 for yes; an operation on a null product fails.
+ * Answers are 1 for yes; an operation on a null product fails. An answer is 0 whenever the code is negative.
  */
 class ExportedByVornTools VornToolsIgnoreNodes {
 public:
@@ -51,6 +51,7 @@ private:
     HRESULT isBrokenIconAnIgnoreNode(CATIProduct* product, const CATUnicodeString& description, unsigned char& result);
     HRESULT isComponentAnIgnoreNode(CATIProduct* product, const CATUnicodeString& description, unsigned char& result);
     HRESULT setFormatInstanceDescription(CATUnicodeString& description);
+    bool startsWithPrefix(const CATUnicodeString& text);
 
     unsigned char m_prefixesManaged;
     unsigned char m_instanceDescriptionManaged;

@@ -54,6 +54,8 @@ public:
             std::vector<T>().swap(m_elements);
     }
     int Size() const { return static_cast<int>(m_elements.size()); }
+    /** Makes the list so long; new elements are empty. */
+    void Size(int iSize) { m_elements.resize(iSize < 0 ? 0 : static_cast<std::size_t>(iSize)); }
     const T& operator[](int iPosition) const { return Checked(iPosition) ? m_elements[Index(iPosition)] : Outside(); }
     T& operator[](int iPosition) { return Checked(iPosition) ? m_elements[Index(iPosition)] : Outside(); }
     int operator==(const CATListOf& iList) const { return m_elements == iList.m_elements; }

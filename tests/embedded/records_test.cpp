@@ -44,6 +44,15 @@ TEST_F(RecordsTest, TheJournalKeepsLinesOfAnyLengthAndWatchesItsFrames) {
     journal->writeFunctionEnd("C::", -1);
     EXPECT_EQ(record.open(), 0);
     EXPECT_EQ(record.mismatches(), 2);
+    EXPECT_EQ(record.repeats(), 0);
+    journal->writeFunctionBegin("A::", "");
+    journal->writeFunctionBegin("A::b", "");
+    journal->writeFunctionEnd("A::b", 0);
+    journal->writeFunctionEnd("A::b", -1);
+    EXPECT_EQ(record.open(), 1) << "a repeated closing line closes nothing";
+    EXPECT_EQ(record.repeats(), 1);
+    journal->writeFunctionEnd("A::", -1);
+    EXPECT_EQ(record.mismatches(), 2);
     clearJournal();
     EXPECT_EQ(record.size(), 0U);
 }

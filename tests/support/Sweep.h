@@ -20,9 +20,9 @@ struct SweepCase {
     /** Runs the method once, with outputs that held something before. */
     std::function<SweepOutcome()> operation;
     /** Puts the session and the files back to what they were before the operation; may be empty. */
-    std::function<void()> restore;
+    std::function<void()> restore = {};
     /** Text of everything the operation may change, besides the session's own digest; may be empty. */
-    std::function<std::string()> state;
+    std::function<std::string()> state = {};
 };
 
 /**

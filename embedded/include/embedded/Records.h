@@ -32,6 +32,8 @@ public:
     int open() const { return m_open; }
     /** Closing lines whose name was not that of the innermost open entry, since clear(). */
     int mismatches() const { return m_mismatches; }
+    /** Closing lines written once more right behind themselves, since clear(): no mismatch, and no entry is closed. */
+    int repeats() const { return m_repeats; }
     void clear();
 
     void begin(std::string_view name);
@@ -46,6 +48,7 @@ private:
     std::vector<std::string> m_names;
     int m_open = 0;
     int m_mismatches = 0;
+    int m_repeats = 0;
 };
 
 /** One numbered report. */

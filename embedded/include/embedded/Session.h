@@ -19,7 +19,8 @@ class ProductObject;
 class Product;
 struct SessionData;
 
-/** A document of the session. A light name for it: copies mean the same document, no reference is held. */
+/** A document of the session. A light name for it: copies mean the same document, no reference is held. Calls on a
+ * name of nothing do nothing and answer nothing. */
 class ExportedByCatia Document {
 public:
     explicit Document(DocumentObject* object = nullptr) : m_object(object) {}
@@ -46,10 +47,11 @@ public:
     /** Whether the root needs no update (true at first). */
     Document& upToDate(bool value);
     bool upToDate() const;
-    /** A document without automation interface / without roots. */
+    /** A document without automation interface / that gives no roots when asked for them. */
     Document& withoutAutomation();
     Document& withoutRoots();
-    /** The document's root product; every part, product and other document with a product has one. */
+    /** The document's root product. Parts, products, shapes and neutral geometry have one; none for every other type,
+     * such as a drawing. */
     Product root() const;
 
 private:
@@ -58,6 +60,7 @@ private:
 
 /**
  * A product: a reference, an instance directly below a reference, or an occurrence further down. A light name for it.
+ * Calls on a name of nothing do nothing and answer nothing.
  */
 class ExportedByCatia Product {
 public:
@@ -69,9 +72,12 @@ public:
     CATIProduct* get() const;
     ProductObject* object() const { return m_object; }
 
-    /** Adds an instance of a document's root product below this reference; the new instance. */
+    /** Adds an instance of a document's root product to the reference that this product shows; the new instance in this
+     * product's context. None when there is no root product, when a brother has that name, or when a product would come
+     * to contain itself. */
     Product add(const Document& child, const std::string& instanceName) const;
-    /** Adds an instance of a reference, such as that of a component that exists already. */
+    /** Adds an instance of the reference that a product shows, such as that of a component that exists already. None
+     * also for a component of another document. */
     Product add(const Product& reference, const std::string& instanceName) const;
     /** Adds a component: its reference lives in this reference's document. The new instance. */
     Product addComponent(const std::string& partNumber, const std::string& instanceName) const;
@@ -89,12 +95,14 @@ public:
 
     Product& partNumber(const std::string& text);
     std::string partNumber() const;
+    /** A name that a brother has is refused, as is any name for a reference. */
     Product& instanceName(const std::string& text);
     std::string instanceName() const;
     /** The instance description. An occurrence further down shows that of its instance until it is given its own. */
     Product& description(const std::string& text);
     std::string description() const;
     Product& referenceDescription(const std::string& text);
+    std::string referenceDescription() const;
     /** Path of the file that shows the product, kept with the reference; empty: no master shape representation. */
     Product& masterShape(const std::string& path);
     /** A named shape representation of the reference; the first one added is the default. */
@@ -124,7 +132,7 @@ public:
     Environment& environment();
 
     /** A document of any kind; its type is the suffix of the name, its identifier new. The root product of a document
-     * has its file name without suffix as part number. */
+     * has its file name without suffix as part number. A name that is loaded already means the loaded document. */
     Document document(const std::string& storageName);
     Document part(const std::string& storageName) { return document(storageName); }
     Document product(const std::string& storageName) { return document(storageName); }

@@ -10,7 +10,7 @@ namespace embedded {
 /** Outcome of reading or writing a session file. */
 struct SessionFileResult {
     bool ok = true;
-    /** "FILE:LINE: FIELD: what is wrong", empty when ok. */
+    /** "FILE:LINE: FIELD: what is wrong", without what does not apply; empty when ok. */
     std::string error;
 };
 
@@ -19,7 +19,15 @@ struct SessionFileResult {
  * docs/session-file.md. */
 ExportedByCatia SessionFileResult loadSession(const std::string& path);
 
-/** Writes the current session. Written beside and renamed, so that a failure leaves the old file whole. */
+/** As loadSession() with the text that a file of that name would hold; no file is read. */
+ExportedByCatia SessionFileResult loadSessionText(const std::string& path, const std::string& text);
+
+/** The text that saveSession() writes. Fails for a text of the session that is not UTF-8 and for components inside each
+ * other more than 320 times; `text` is then empty. */
+ExportedByCatia SessionFileResult sessionText(std::string& text);
+
+/** Writes the current session. Fails also where sessionText() does. Written beside and renamed, so that a failure
+ * leaves the old file whole. */
 ExportedByCatia SessionFileResult saveSession(const std::string& path);
 
 } // namespace embedded

@@ -1,0 +1,111 @@
+#include "cache/DatLines.h"
+
+#include <string_view>
+
+namespace vorntools {
+namespace {
+
+constexpr std::size_t kTagCount = static_cast<std::size_t>(DatTag::Count);
+constexpr int kPositionOfLocalLastModDate = 8;
+
+const CATUnicodeString kEmpty;
+const CATUnicodeString kMapOpening("<DT_Map>");
+const CATUnicodeString kMapClosing("</DT_Map>");
+
+/** In the order of DatTag. */
+const CATUnicodeString kTagTexts[] = {"<DatFileVersion>", "<ItemRevUID>",        "<DatasetUID>",   "<NamedRefUID>",
+                                      "<LoadType>",       "<LocalLastModDate>",  "<CatiaUUID>",    "<Configuration>",
+                                      "<LinkedDocs>",     "<DT_Files>",          "<DT_Sheets>",    "<DT_Cfgs>",
+                                      "<DT_CfgCksums>",   "<StructLastModDate>", "<OVSkippedOcc>", "<DT_Maps>"};
+static_assert(sizeof kTagTexts / sizeof *kTagTexts == kTagCount, "every tag has its text");
+
+std::string_view bytesOf(const CATUnicodeString& i_text) {
+    return {i_text.ConvertToChar(), static_cast<std::size_t>(i_text.GetLengthInByte())};
+}
+
+/** Index of the tag whose name stands in front of the closing bracket; kTagCount when there is none. */
+std::size_t indexOfTag(std::string_view i_name_and_bracket) {
+    std::size_t index = 0;
+    while (index < kTagCount && bytesOf(kTagTexts[index]).substr(1) != i_name_and_bracket) ++index;
+    return index;
+}
+
+} // namespace
+
+const CATUnicodeString& tagText(DatTag i_tag) { return kTagTexts[static_cast<std::size_t>(i_tag)]; }
+
+DatLines::DatLines(const CATListValCATUnicodeString& i_lines) : m_lines(i_lines), m_marks() {
+    for (int number = 1; number <= m_lines.Size(); ++number) note(number);
+    m_positional = valueOf(DatTag::DatFileVersion) == CATUnicodeString("0");
+    m_file_line_count = countFileLines();
+}
+
+void DatLines::note(int i_number) {
+    std::string_view line = bytesOf(m_lines[i_number]);
+    if (line.size() < 2 || line.front() != '<' || line.back() != '>') return;
+    const bool closing = line[1] == '/';
+    line.remove_prefix(closing ? 2 : 1);
+    const std::size_t index = indexOfTag(line);
+    if (index == kTagCount) return;
+    Mark& mark = m_marks[index];
+    if (!closing && !mark.opening) mark.opening = i_number;
+    if (closing && mark.opening && !mark.closing) mark.closing = i_number;
+}
+
+int DatLines::countFileLines() const {
+    const int count = m_lines.Size();
+    const Mark& version = mark(DatTag::DatFileVersion);
+    const bool appended = m_positional && version.opening == count - 2 && version.closing == count;
+    return appended ? count - 3 : count;
+}
+
+const CATUnicodeString& DatLines::lineOrEmpty(int i_number, int i_count) const {
+    return i_number >= 1 && i_number <= i_count ? m_lines[i_number] : kEmpty;
+}
+
+const CATUnicodeString& DatLines::valueOf(const CATUnicodeString& i_tag) const {
+    const std::string_view tag = bytesOf(i_tag);
+    const std::size_t index = tag.empty() || tag.front() != '<' ? kTagCount : indexOfTag(tag.substr(1));
+    return index == kTagCount ? kEmpty : valueOf(static_cast<DatTag>(index));
+}
+
+const CATUnicodeString& DatLines::localLastModDate() const {
+    return m_positional ? fileLine(kPositionOfLocalLastModDate) : valueOf(DatTag::LocalLastModDate);
+}
+
+DatRange DatLines::block(DatTag i_tag) const {
+    const Mark& found = mark(i_tag);
+    return found.closing ? DatRange{found.opening + 1, found.closing - 1} : DatRange();
+}
+
+bool DatLines::blocksStandApart() const {
+    for (const Mark& outer : m_marks) {
+        if (!outer.closing) continue;
+        for (const Mark& inner : m_marks)
+            if (inner.opening > outer.opening && inner.opening < outer.closing) return false;
+    }
+    return true;
+}
+
+bool DatLines::designTableMaps(CATListValCATUnicodeString& o_maps) const {
+    o_maps.RemoveAll();
+    const DatRange range = block(DatTag::DesignTableMaps);
+    if (range.size() < 1) return false;
+    bool inside = false;
+    CATUnicodeString map;
+    for (int number = range.first; number <= range.last; ++number) {
+        const CATUnicodeString& line = m_lines[number];
+        if (!inside) {
+            inside = line == kMapOpening;
+        } else if (line == kMapClosing) {
+            o_maps.Append(map);
+            map = "";
+            inside = false;
+        } else {
+            map.Append("!!!").Append(line);
+        }
+    }
+    return true;
+}
+
+} // namespace vorntools

@@ -1,0 +1,193 @@
+#include "VornToolsCommon.h"
+
+#include "foundation/Guards.h"
+#include "foundation/JournalFrame.h"
+#include "session/ProductHelpers.h"
+
+#include "CATDocument.h"
+#include "CATIAProduct.h"
+#include "CATILinkableObject.h"
+
+#include <vector>
+
+using namespace vorntools;
+
+namespace {
+
+constexpr const char* kPathSeparator = "\\";
+
+/** The document that a product's reference lies in; null, and reported, when it cannot be reached. */
+CATDocument* documentOf(const JournalFrame& i_frame, const InterfacePtr<CATIProduct>& i_reference) {
+    const auto sp_linkable = i_reference.query<CATILinkableObject>();
+    CATDocument* const p_document = sp_linkable ? sp_linkable->GetDocument() : nullptr;
+    if (!p_document) i_frame.missing("pi_linkable_object");
+    return p_document;
+}
+
+InterfacePtr<CATIAProduct> automationOf(const JournalFrame& i_frame, CATIProduct* ipi_product) {
+    auto sp_automation = queryInterface<CATIAProduct>(ipi_product);
+    if (!sp_automation) i_frame.missing("pi_automation_product");
+    return sp_automation;
+}
+
+/** Whether a file shows the product. @return E_FAIL, reported, when the product does not tell */
+HRESULT askForMasterShape(const JournalFrame& i_frame, const InterfacePtr<CATIAProduct>& i_product, bool& o_has_shape) {
+    CAT_VARIANT_BOOL has_shape = 0;
+    o_has_shape = false;
+    if (!i_product) return E_FAIL;
+    if (FAILED(i_product->HasAMasterShapeRepresentation(has_shape)))
+        return i_frame.platformFailed("HasAMasterShapeRepresentation");
+    o_has_shape = has_shape != 0;
+    return S_OK;
+}
+
+/** Calls `call(CATBSTR& out)`; a success without a text, or with an empty one, counts as failure. */
+template <class Call>
+HRESULT readText(const JournalFrame& i_frame, const char* i_name, Call&& i_call, CATUnicodeString& o_text) {
+    AutomationText text;
+    if (FAILED(text.receive(i_call)) || text.text().IsNull()) return i_frame.platformFailed(i_name);
+    o_text = text.text();
+    return S_OK;
+}
+
+/** Instance names from a product up to below its root, and the root. */
+HRESULT readChain(const JournalFrame& i_frame, CATIProduct* ipi_product, std::vector<CATUnicodeString>& o_names,
+                  InterfacePtr<CATIProduct>& o_root) {
+    o_root = InterfacePtr<CATIProduct>::share(ipi_product);
+    for (auto sp_father = fatherOf(ipi_product); sp_father; sp_father = fatherOf(o_root.get())) {
+        CATUnicodeString name;
+        if (FAILED(o_root->GetPrdInstanceName(name)) || name.IsNull())
+            return i_frame.platformFailed("GetPrdInstanceName");
+        o_names.push_back(name);
+        o_root = sp_father;
+    }
+    return S_OK;
+}
+
+} // namespace
+
+HRESULT VornToolsCommon::getDocumentFileName(CATIProduct* ipi_the_product, CATDocument*& op_document,
+                                             CATUnicodeString& o_file_name) {
+    const JournalFrame frame(_CteCLASS_NAME, "getDocumentFileName");
+    o_file_name = "";
+    if (!ipi_the_product) {
+        op_document = nullptr;
+        frame.write("ipi_the_product is NULL");
+        return E_FAIL;
+    }
+    const auto sp_reference = referenceOf(ipi_the_product);
+    const auto sp_linkable = sp_reference.query<CATILinkableObject>();
+    CATDocument* const p_document = sp_linkable ? sp_linkable->GetDocument() : nullptr;
+    // Kept because callers rely on it: a reference that lies in no document leaves theirs in place.
+    if (!sp_reference || sp_linkable) op_document = p_document;
+    if (p_document)
+        o_file_name = p_document->StorageName();
+    else
+        getProductPath(ipi_the_product, o_file_name);
+    return S_OK;
+}
+
+HRESULT VornToolsCommon::getParent(CATIProduct* ipi_product, CATIProduct*& opi_parent) {
+    const JournalFrame frame(_CteCLASS_NAME, "getParent");
+    opi_parent = nullptr;
+    if (!ipi_product) return frame.badInput("ipi_product");
+    opi_parent = fatherOf(ipi_product).detach();
+    return S_OK;
+}
+
+HRESULT VornToolsCommon::getInstanceInFirstProductParent(CATIProduct* ipi_product, CATIProduct*& opi_instance) {
+    const JournalFrame frame(_CteCLASS_NAME, "getInstanceInFirstProductParent");
+    opi_instance = nullptr;
+    if (!ipi_product) return frame.badInput("ipi_product");
+    const auto sp_father = fatherOf(ipi_product);
+    if (!sp_father) return E_FAIL; // every root gets here: nothing to report
+    const auto sp_father_reference = referenceOf(sp_father.get());
+    if (!sp_father_reference) return frame.missing("sp_father_reference");
+
+    auto sp_instance = sp_father->IsEqual(sp_father_reference.get())
+                           ? InterfacePtr<CATIProduct>::share(ipi_product)
+                           : occurrenceIn(ipi_product, sp_father_reference.get());
+    if (!sp_instance) return frame.missing("sp_instance");
+    opi_instance = sp_instance.detach();
+    return S_OK;
+}
+
+HRESULT VornToolsCommon::isComponent(CATIProduct* ipi_product, unsigned char& o_is_component) {
+    const JournalFrame frame(_CteCLASS_NAME, "isComponent");
+    o_is_component = 0;
+    if (!ipi_product) return frame.badInput("ipi_product");
+    const auto sp_father = fatherOf(ipi_product);
+    const auto sp_reference = referenceOf(ipi_product);
+    if (!sp_father || !sp_reference) return S_OK; // a root, or a document that is not loaded
+    const auto sp_father_reference = referenceOf(sp_father.get());
+    if (!sp_father_reference) return frame.missing("sp_father_reference");
+
+    const CATDocument* const p_document = documentOf(frame, sp_reference);
+    const CATDocument* const p_father_document = p_document ? documentOf(frame, sp_father_reference) : nullptr;
+    if (!p_father_document) return E_FAIL;
+    o_is_component = p_document == p_father_document ? 1 : 0;
+    return S_OK;
+}
+
+HRESULT VornToolsCommon::isAForeignFile(CATUnicodeString i_file_name, unsigned char& o_is_foreign) {
+    const JournalFrame frame(_CteCLASS_NAME, "isAForeignFile");
+    o_is_foreign = 0;
+    if (i_file_name.IsNull()) return frame.badInput("i_file_name");
+    o_is_foreign = returnDocumentType(i_file_name) == DocumentTypeUnknown ? 1 : 0;
+    return S_OK;
+}
+
+HRESULT VornToolsCommon::isAForeignFile(CATIProduct* ipi_product, unsigned char& o_is_foreign) {
+    const JournalFrame frame(_CteCLASS_NAME, "isAForeignFile");
+    o_is_foreign = 0;
+    if (!ipi_product) return frame.badInput("ipi_product");
+    bool has_shape = false;
+    const HRESULT code = askForMasterShape(frame, automationOf(frame, ipi_product), has_shape);
+    if (FAILED(code) || !has_shape) return code;
+    CATUnicodeString path;
+    if (FAILED(getMasterShapeRepresentationPathName(ipi_product, path)))
+        return frame.callFailed("VornToolsCommon::getMasterShapeRepresentationPathName");
+    return isAForeignFile(path, o_is_foreign);
+}
+
+HRESULT VornToolsCommon::getMasterShapeRepresentationPathName(CATIProduct* ipi_product, CATUnicodeString& o_path) {
+    const JournalFrame frame(_CteCLASS_NAME, "getMasterShapeRepresentationPathName");
+    o_path = "";
+    if (!ipi_product) return frame.badInput("ipi_product");
+    const auto sp_automation = automationOf(frame, ipi_product);
+    bool has_shape = false;
+    if (FAILED(askForMasterShape(frame, sp_automation, has_shape)) || !has_shape) return E_FAIL;
+    const auto read = [&](CATBSTR& o_text) { return sp_automation->GetMasterShapeRepresentationPathName(o_text); };
+    return readText(frame, "GetMasterShapeRepresentationPathName", read, o_path);
+}
+
+HRESULT VornToolsCommon::getShapePathName(CATIProduct* ipi_product, const CATUnicodeString& i_shape_name,
+                                          CATUnicodeString& o_path) {
+    const JournalFrame frame(_CteCLASS_NAME, "getShapePathName");
+    CATUnicodeString shape_name = i_shape_name; // the output may be the same text
+    o_path = "";
+    if (!ipi_product) return frame.badInput("ipi_product");
+    const auto sp_automation = automationOf(frame, ipi_product);
+    if (!sp_automation) return E_FAIL;
+    if (shape_name.IsNull()) {
+        const auto read_default = [&](CATBSTR& o_text) { return sp_automation->GetDefaultShapeName(o_text); };
+        if (FAILED(readText(frame, "GetDefaultShapeName", read_default, shape_name))) return E_FAIL;
+    }
+    const AutomationText asked(shape_name);
+    const auto read = [&](CATBSTR& o_text) { return sp_automation->GetShapePathName(asked.get(), o_text); };
+    return readText(frame, "GetShapePathName", read, o_path);
+}
+
+HRESULT VornToolsCommon::getProductPath(CATIProduct* ipi_product, CATUnicodeString& o_path) {
+    const JournalFrame frame(_CteCLASS_NAME, "getProductPath");
+    o_path = "";
+    if (!ipi_product) return frame.badInput("ipi_product");
+    std::vector<CATUnicodeString> names;
+    InterfacePtr<CATIProduct> sp_root;
+    if (FAILED(readChain(frame, ipi_product, names, sp_root))) return E_FAIL;
+    CATUnicodeString path = sp_root->GetPartNumber();
+    if (path.IsNull()) return frame.platformFailed("GetPartNumber");
+    for (auto name = names.rbegin(); name != names.rend(); ++name) path.Append(kPathSeparator).Append(*name);
+    o_path = path;
+    return S_OK;
+}

@@ -1,0 +1,3 @@
+#include "VornToolsCommon.h"
+
+const CATUnicodeString VornToolsCommon::_CteCLASS_NAME("VornToolsCommon::");

@@ -1,0 +1,446 @@
+#include "VornCache.h"
+
+#include "CATDocument.h"
+#include "TYPMapCATUnicodeStringPVoid.h"
+#include "UTILFile.h"
+#include "tests/support/Fixture.h"
+#include "tests/support/Sweep.h"
+
+struct VornCacheTestAccess {
+    static TYPMapCATUnicodeStringPVoid& cacheMap(VornCache& cache) { return *cache.m_cacheMap; }
+    static HRESULT dataList(VornCache& cache, const char* name, const char* tag, CATListValCATUnicodeString& list) {
+        return cache.getDataListAtLine(name, tag, list);
+    }
+    static int date(VornCache& cache, const std::string& path) {
+        int result = 0;
+        cache.getLastModificationDateOnFile(path.c_str(), &result);
+        return result;
+    }
+};
+
+namespace {
+
+using Access = VornCacheTestAccess;
+
+constexpr int kDate = 1700000000;
+
+Texts toTexts(const CATListValCATUnicodeString& list) {
+    Texts result;
+    for (int i = 1; i <= list.Size(); ++i) result.emplace_back(list[i].ConvertToChar());
+    return result;
+}
+
+/** The list that a getter gives, whatever was in the list before. */
+template <class Getter, class... Directory>
+Texts listFrom(VornCache& cache, Getter getter, const std::string& name, const Directory&... directory) {
+    CATListValCATUnicodeString list;
+    list.Append("stale");
+    EXPECT_EQ((cache.*getter)(name.c_str(), directory.c_str()..., list), S_OK);
+    return toTexts(list);
+}
+
+template <class Getter>
+std::string textFrom(VornCache& cache, Getter getter, const std::string& name) {
+    CATUnicodeString value("stale");
+    EXPECT_EQ((cache.*getter)(name.c_str(), value), S_OK);
+    return value.ConvertToChar();
+}
+
+std::string dataAtLine(VornCache& cache, const std::string& name, const char* tag) {
+    CATUnicodeString value("stale");
+    EXPECT_EQ(cache.getDataAtLine(name.c_str(), tag, value), S_OK);
+    return value.ConvertToChar();
+}
+
+int statusIn(VornCache& cache, const std::string& name) {
+    VornCache::EnumModifiedFlag flag = VornCache::ModifiedFlagNew;
+    EXPECT_EQ(cache.getModifiedStatus(name.c_str(), flag), S_OK);
+    return flag;
+}
+
+std::string tagged(const std::string& date) {
+    return "<DatFileVersion>\n2\n</DatFileVersion>\n<ItemRevUID>\nrev1\n</ItemRevUID>\n<DatasetUID>\nset1\n"
+           "</DatasetUID>\n<LocalLastModDate>\n" +
+           date + "\n</LocalLastModDate>\n";
+}
+
+class VornCacheTest : public PlatformTest {
+protected:
+    /** Writes a document file last changed at kDate with its DAT file; its name. */
+    std::string writePart(const std::string& dat, const std::string& name = "p.CATPart") {
+        write(name + ".dat", dat);
+        const std::string file = write(name, "");
+        touch(name, kDate);
+        return file;
+    }
+    /** Journal lines that tell of the status. */
+    Texts statusLines() {
+        Texts result;
+        for (const std::string& line : messages())
+            if (line.compare(0, 8, "Modified") == 0) result.push_back(line);
+        return result;
+    }
+    std::string joined(const std::string& directory, const std::string& name) {
+        return directory + UTILFile::getPathSeparator().ConvertToChar() + name;
+    }
+};
+
+TEST_F(VornCacheTest, StatusFollowsDateAndDocument) {
+    enum Doc { none, saved, unsaved, mute };
+    const std::string name = path("p.CATPart");
+    const std::string date = std::to_string(kDate);
+    const std::string positional = "item\nrev\n\n\n\n\n\n" + date;
+    const std::string newCase1 = "Modified Status to New Case 1 for " + name + " ";
+    const std::string newCase2 = "Modified Status to New Case 2 for " + name + " ";
+    const std::string case1 = "Modified Status to Modified Case 1 for " + name + " ";
+    const std::string case2 = "Modified Status to Modified Case 2 for " + name + " ";
+    const std::string unchanged = "Modified Status to Not Modified for " + name + " ";
+    struct Case {
+        const char* dat; ///< null: no DAT file
+        Doc doc;
+        int status;
+        Texts lines;
+    };
+    const std::string equal = tagged(date);
+    const std::string older = tagged(std::to_string(kDate - 1));
+    const std::string dateless = tagged("");
+    const Case cases[] = {
+        {nullptr, none, 3, {newCase1}},
+        {equal.c_str(), none, 0, {unchanged}},
+        {equal.c_str(), saved, 0, {unchanged}},
+        {equal.c_str(), unsaved, 1, {case2}},
+        {equal.c_str(), mute, 3, {}},
+        {older.c_str(), saved, 1, {case1}},
+        {older.c_str(), mute, 1, {case1}},
+        {dateless.c_str(), none, 1, {newCase2, case1}},
+        {"<DatFileVersion>\n1\n", none, 1, {newCase2, case1}},
+        {positional.c_str(), none, 0, {unchanged}},
+        {"", none, 1, {newCase2, case1}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(testing::Message() << (test.dat ? test.dat : "no DAT file") << " document " << test.doc);
+        session().reset();
+        writePart(test.dat ? test.dat : "");
+        if (!test.dat) std::filesystem::remove(folder() / "p.CATPart.dat");
+        embedded::Document document;
+        if (test.doc != none) document = session().part(name).saved(test.doc == saved);
+        if (test.doc == mute) document.withoutAutomation();
+
+        VornCache cache;
+        clearJournal();
+        EXPECT_EQ(cache.addDocument(name.c_str(), document.get()), S_OK);
+        EXPECT_EQ(statusLines(), test.lines);
+        EXPECT_EQ(statusIn(cache, name), test.status);
+        unsigned char isNew = 7, isOpen = 7, isModified = 7;
+        cache.isNew(name.c_str(), isNew);
+        cache.isOpen(name.c_str(), isOpen);
+        cache.isModified(name.c_str(), isModified);
+        EXPECT_EQ(isNew, test.status == 3);
+        EXPECT_EQ(isOpen, test.status == 0);
+        EXPECT_EQ(isModified, test.status == 1);
+        VornCache::EnumModifiedFlag flag = VornCache::ModifiedFlagNew;
+        CATDocument* found = reinterpret_cast<CATDocument*>(1);
+        EXPECT_EQ(cache.getModifiedStatus(name.c_str(), flag, found), S_OK);
+        EXPECT_EQ(found, document.get());
+    }
+}
+
+TEST_F(VornCacheTest, DocumentsWithoutDirectory) {
+    environment().stagingDirectory = path("staging");
+    write("staging/new.CATPart.dat", tagged("5"));
+    auto document = session().part("new.CATPart");
+    {
+        VornCache cache;
+        clearJournal();
+        cache.addDocument("new.CATPart", document.get());
+        EXPECT_EQ(statusLines(), Texts{"Modified Status to Modified for new.CATPart (dynamic seed)"});
+        EXPECT_EQ(statusIn(cache, "new.CATPart"), 3);
+        EXPECT_EQ(textFrom(cache, &VornCache::getItemRevUID, "new.CATPart"), "rev1");
+    }
+    {
+        VornCache cache;
+        cache.addDocument("new.CATPart", nullptr);
+        EXPECT_EQ(statusIn(cache, "new.CATPart"), 1) << "asked by name alone the staged file counts like any other";
+    }
+    write("staging/new.CATPart", "");
+    environment().commandImport = true;
+    for (int round = 0; round < 2; ++round) {
+        VornCache cache;
+        cache.addDocument("new.CATPart", document.get());
+        EXPECT_EQ(statusIn(cache, "new.CATPart"), 3);
+        EXPECT_EQ(dataAtLine(cache, "new.CATPart", "<ItemRevUID>"), "");
+        environment().commandImport = false;
+    }
+}
+
+TEST_F(VornCacheTest, EveryEntryIsClosedUnderItsOwnName) {
+    const std::string name = writePart(tagged(std::to_string(kDate)));
+    VornCache cache;
+    clearJournal();
+    cache.addDocument(name.c_str(), nullptr);
+    EXPECT_EQ(
+        embedded::Journal::get().lines(),
+        (Texts{"> VornCache::addDocument", "> VornCache::ReadDataInDATFile", "> VornToolsCommon::getDocUUID",
+               "< VornToolsCommon::getDocUUID", "> VornToolsCommon::readDatTools", "< VornToolsCommon::readDatTools",
+               "> VornCache::fillDatMapFromStringList", "Modified Status to Not Modified for " + name + " ",
+               "< VornCache::fillDatMapFromStringList", "< VornCache::ReadDataInDATFile", "< VornCache::addDocument"}));
+    clearJournal();
+    cache.setNewFullFileName(name.c_str(), "other");
+    EXPECT_EQ(embedded::Journal::get().lines(),
+              (Texts{"> VornCache::setNewFullFileName", "< VornCache::setNewFullFileName 0"}));
+}
+
+TEST_F(VornCacheTest, ADocumentIsReadOnce) {
+    const std::string name = writePart(tagged(std::to_string(kDate)));
+    auto document = session().part(name);
+    VornCache cache;
+    EXPECT_FALSE(cache.isInCache(name.c_str()));
+    cache.addDocument(name.c_str(), nullptr);
+    write("p.CATPart.dat", "changed");
+    cache.addDocument(name.c_str(), document.get());
+    EXPECT_EQ(dataAtLine(cache, name, "<DatFileVersion>"), "2");
+    VornCache::EnumModifiedFlag flag = VornCache::ModifiedFlagNew;
+    CATDocument* found = nullptr;
+    cache.getModifiedStatus(name.c_str(), flag, found);
+    EXPECT_EQ(found, document.get());
+    EXPECT_TRUE(cache.isInCache(name.c_str()));
+    unsigned char has = 7;
+    cache.fileHasCache("P.CATPart", has);
+    EXPECT_EQ(has, 0) << "names are compared exactly";
+
+    EXPECT_EQ(cache.addDocument("", nullptr), S_OK);
+    EXPECT_EQ(reports(), Texts{"VornCache::ReadDataInDATFile 9003 splitPathAndFileName"});
+    EXPECT_EQ(statusIn(cache, ""), 3);
+}
+
+TEST_F(VornCacheTest, SingleValuesAndTheirJournalLines) {
+    const std::string name = writePart("<DatFileVersion>\n2\n<ItemRevUID>\n\n<LoadType>\nCatalogComp\n"
+                                       "<LinkedDocs>\na\nb\n</LinkedDocs>\n");
+    VornCache cache;
+    cache.addDocument(name.c_str(), nullptr);
+    clearJournal();
+    EXPECT_EQ(textFrom(cache, &VornCache::getItemRevUID, name), "");
+    EXPECT_EQ(textFrom(cache, &VornCache::getDatasetUID, name), "");
+    EXPECT_EQ(textFrom(cache, &VornCache::getItemRevUID, "none"), "");
+    EXPECT_EQ(textFrom(cache, &VornCache::getDatasetUID, "none"), "");
+    EXPECT_EQ(dataAtLine(cache, name, "<LinkedDocs>"), "");
+    EXPECT_EQ(textFrom(cache, &VornCache::getCacheLastModifiedDate, "none"), "");
+    EXPECT_EQ(messages(), (Texts{"ItemRevUID balise in cache file is empty for file [" + name + "]",
+                                 "DatasetUID balise in cache file is empty for file [" + name + "]",
+                                 "ItemRevUID balise in cache file is NULL for file [none]",
+                                 "DatasetUID balise in cache file is NULL for file [none]",
+                                 "failed to get line [<LinkedDocs>]", "failed to get file name [none]"}));
+    EXPECT_TRUE(cache.isCatalogComp(name.c_str()));
+    EXPECT_FALSE(cache.isCatalogComp("none"));
+}
+
+TEST_F(VornCacheTest, Blocks) {
+    const std::string name = writePart(
+        tagged(std::to_string(kDate)) +
+        "<Configuration>\nc1\nc2\n</Configuration>\n<OVSkippedOcc>\nonly\n</OVSkippedOcc>\n<DT_Sheets>\ns\n"
+        "</DT_Sheets>\n<DT_Cfgs>\n</DT_Cfgs>\n<StructLastModDate>\n111\n222\n</StructLastModDate>\n<DT_Maps>\n<DT_Map>\n"
+        "x\ny\n</DT_Map>\n</DT_Maps>\n<DT_CfgCksums>\nlost\n");
+    VornCache cache;
+    cache.addDocument(name.c_str(), nullptr);
+    EXPECT_EQ(listFrom(cache, &VornCache::getConfiguration, name), (Texts{"c1", "c2"}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getSkippedOccList, name), Texts{"only"});
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableSheets, name), Texts{"s"});
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableConfigs, name), Texts());
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableCksums, name), Texts());
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableMaps, name), Texts{"!!!x!!!y"});
+    EXPECT_EQ(listFrom(cache, &VornCache::getConfiguration, "none"), Texts());
+    EXPECT_EQ(textFrom(cache, &VornCache::getBVRDate, name), "111");
+    EXPECT_EQ(textFrom(cache, &VornCache::getBVRDate, "none"), "");
+    EXPECT_TRUE(cache.isDesignTable(name.c_str())) << "an empty and an unclosed block count";
+    EXPECT_FALSE(cache.isDesignTable("none"));
+
+    CATListValCATUnicodeString list;
+    list.Append("stale");
+    EXPECT_EQ(Access::dataList(cache, "none", "<DT_Cfgs>", list), E_FAIL);
+    EXPECT_EQ(list.Size(), 0);
+    EXPECT_EQ(Access::dataList(cache, name.c_str(), "<DT_Files>", list), E_FAIL);
+    EXPECT_EQ(Access::dataList(cache, name.c_str(), "<DT_Cfgs>", list), S_OK);
+    EXPECT_EQ(Access::dataList(cache, name.c_str(), "<NamedRefUID>", list), S_OK);
+    EXPECT_EQ(list.Size(), 0) << "an empty single value is no element";
+}
+
+TEST_F(VornCacheTest, LinesInTwoBlocksBelongToBoth) {
+    const std::string name =
+        writePart("<DatFileVersion>\n2\n<Configuration>\na\n<OVSkippedOcc>\nb\nc\n</OVSkippedOcc>\n"
+                  "</Configuration>\n<DT_Maps>\n<DT_Map>\n<DT_Cfgs>\nx\ny\n</DT_Map>\n</DT_Maps>\n"
+                  "</DT_Cfgs>\n");
+    VornCache cache;
+    cache.addDocument(name.c_str(), nullptr);
+    EXPECT_EQ(listFrom(cache, &VornCache::getConfiguration, name),
+              (Texts{"a", "<OVSkippedOcc>", "b", "c", "</OVSkippedOcc>"}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getSkippedOccList, name), (Texts{"b", "c"}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableConfigs, name), (Texts{"x", "y", "</DT_Map>", "</DT_Maps>"}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableMaps, name), Texts{"!!!<DT_Cfgs>!!!x!!!y"});
+}
+
+TEST_F(VornCacheTest, LinksAreLookedUpBesideTheDocumentFirst) {
+    const std::string name =
+        writePart("<DatFileVersion>\n2\n<LinkedDocs>\na.CATPart\nMML|b.CATPart\nMMLAssy|d.CATPart\n"
+                  "MMLAssy|c.CATProduct\nUNRESOLVED|d\nMML\n</LinkedDocs>\n<DT_Files>\nt.xls\n</DT_Files>\n");
+    write("b.CATPart", "");
+    VornCache cache;
+    cache.addDocument(name.c_str(), nullptr);
+    const std::string dir = "/elsewhere";
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedDoc, name, dir),
+              (Texts{joined(dir, "a.CATPart"), joined(dir, "MML|b.CATPart"), joined(dir, "MMLAssy|d.CATPart"),
+                     joined(dir, "MMLAssy|c.CATProduct"), joined(dir, "UNRESOLVED|d"), joined(dir, "MML")}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedMMLDoc, name, dir), (Texts{path("b.CATPart"), joined(dir, "")}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedMMLAssyDoc, name, dir),
+              (Texts{joined(dir, "d.CATPart"), joined(dir, "c.CATProduct")}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedUnresolvedDoc, name), Texts{""});
+    EXPECT_EQ(textFrom(cache, &VornCache::getExistingMMLAssyContextDocName, name), "c.CATProduct");
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableFiles, name, dir), Texts{joined(dir, "t.xls")});
+    write("t.xls", "");
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableFiles, name, dir), Texts{path("t.xls")});
+
+    clearJournal();
+    unsigned char has = 7;
+    cache.hasLinkedUnresolvedDoc("none", has);
+    EXPECT_EQ(has, 0);
+    cache.hasLinkedUnresolvedDoc(name.c_str(), has);
+    EXPECT_EQ(has, 1);
+    EXPECT_EQ(messages(), Texts{"file [" + name + "] has unresolved context"});
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedMMLAssyDoc, "none", dir), Texts());
+    EXPECT_EQ(textFrom(cache, &VornCache::getExistingMMLAssyContextDocName, "none"), "");
+}
+
+TEST_F(VornCacheTest, AttributesForThePdm) {
+    struct Case {
+        std::string dat;
+        Texts attributes;
+    };
+    const Case cases[] = {
+        {tagged("1"), {"ItemRevUID", "rev1", "EBS_DatasetUid", "set1", "PartNumber", "p.v1"}},
+        {"<DatFileVersion>\n1\n<NamedRefUID>\nref1\n", {"NamedRefUID", "ref1", "PartNumber", "p.v1"}},
+        {"item\nB\nname\nset\n7\n",
+         {"Definition", "item", "Revision", "B", "EBS_ItemRevName", "name", "EBS_DatasetUid", "set",
+          "EBS_DatasetLastVersion", "7", "PartNumber", "item_B"}},
+        {"item\n\nname\n", {"Definition", "item", "EBS_ItemRevName", "name", "PartNumber", "p.v1"}},
+        {"", {"PartNumber", "p.v1"}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.dat);
+        const std::string name = writePart(test.dat, "p.v1.CATPart");
+        VornCache cache;
+        cache.addDocument(name.c_str(), nullptr);
+        CATListValCATUnicodeString list;
+        list.Append("kept");
+        EXPECT_EQ(cache.getAttributeList(name.c_str(), list), S_OK);
+        Texts expected{"kept"};
+        expected.insert(expected.end(), test.attributes.begin(), test.attributes.end());
+        EXPECT_EQ(toTexts(list), expected);
+    }
+    VornCache cache;
+    CATListValCATUnicodeString list;
+    EXPECT_EQ(cache.getAttributeList("", list), S_OK);
+    EXPECT_EQ(toTexts(list), (Texts{"PartNumber", ""}));
+    EXPECT_EQ(reports(), Texts{"VornCache::getAttributeList 9003 UTILFile::splitPathAndFileName"});
+}
+
+TEST_F(VornCacheTest, RenameMovesEverythingAndFreesWhatItReplaces) {
+    const std::string date = std::to_string(kDate);
+    const std::string oldName = writePart(tagged(date));
+    const std::string otherName = writePart("other\nrev\n", "q.CATPart");
+    auto document = session().part(oldName);
+    VornCache cache;
+    cache.addDocument(oldName.c_str(), document.get());
+    cache.addDocument(otherName.c_str(), nullptr);
+    EXPECT_EQ(cache.setNewFullFileName(oldName.c_str(), oldName.c_str()), S_OK);
+    EXPECT_EQ(statusIn(cache, oldName), 0);
+    EXPECT_EQ(cache.setNewFullFileName("unknown", oldName.c_str()), S_OK);
+    EXPECT_EQ(statusIn(cache, oldName), 0);
+
+    EXPECT_EQ(cache.setNewFullFileName(oldName.c_str(), otherName.c_str()), S_OK);
+    EXPECT_FALSE(cache.isInCache(oldName.c_str()));
+    EXPECT_EQ(statusIn(cache, oldName), 3);
+    EXPECT_EQ(textFrom(cache, &VornCache::getItemRevUID, otherName), "rev1");
+    VornCache::EnumModifiedFlag flag = VornCache::ModifiedFlagNew;
+    CATDocument* found = nullptr;
+    cache.getModifiedStatus(otherName.c_str(), flag, found);
+    EXPECT_EQ(flag, VornCache::ModifiedFlagNotModified);
+    EXPECT_EQ(found, document.get());
+
+    EXPECT_EQ(cache.release(), S_OK);
+    EXPECT_EQ(Access::cacheMap(cache).size(), 1) << "keys stay until the cache is destroyed";
+}
+
+TEST_F(VornCacheTest, DatesOfFiles) {
+    const std::string name = writePart("");
+    VornCache cache;
+    EXPECT_EQ(textFrom(cache, &VornCache::getLocalLastModifiedDate, name), std::to_string(kDate));
+    EXPECT_EQ(textFrom(cache, &VornCache::getLocalLastModifiedDate, path("none")), "-1");
+    EXPECT_EQ(Access::date(cache, name), kDate);
+
+    struct Case {
+        const char* name;
+        int answer;
+    };
+    const Case cases[] = {{"Part1.2024-01-31-12.05.59.cgr", 1},  {"x.dddd-dd-dd-dd.dd.dd.cgr", 1},
+                          {".2024-01-31-12.05.59.cgr", 0},       {"Part1.2024-01-31-12.05.59.CGR", 0},
+                          {"Part1.2024-01-31-12.05.5a.cgr", 0},  {"Part1.2024-01-31-12-05.59.cgr", 0},
+                          {"Part1.2024-01-31-12.05.59.cgr ", 0}, {"", 0}};
+    for (const Case& test : cases)
+        EXPECT_EQ(VornCache::cgrFileNameContainsLastModificationDateField(test.name), test.answer) << test.name;
+}
+
+TEST_F(VornCacheTest, Sweep) {
+    const std::string name = writePart("<DatFileVersion>\n2\n<LocalLastModDate>\n" + std::to_string(kDate) +
+                                       "\n<LinkedDocs>\na\nMML|b\nMMLAssy|c.CATProduct\n</LinkedDocs>\n"
+                                       "<DT_Files>\nt\n</DT_Files>\n");
+    environment().stagingDirectory = path("staging");
+    write("staging/new.CATPart.dat", "item\n");
+    auto document = session().part(name);
+    auto fresh = session().part("new.CATPart");
+    environment().usesLogicalNames = true;
+    const auto adding = [](const std::string& file, CATDocument* doc) {
+        return SweepCase{"VornCache::addDocument",
+                         [=] {
+                             VornCache cache;
+                             return SweepOutcome{cache.addDocument(file.c_str(), doc), true};
+                         },
+                         {},
+                         {}};
+    };
+    EXPECT_GT(sweepFailures(adding(name, document.get())), 5);
+    EXPECT_GT(sweepFailures(adding("new.CATPart", fresh.get())), 5);
+
+    VornCache cache;
+    cache.addDocument(name.c_str(), document.get());
+    using Links = HRESULT (VornCache::*)(CATUnicodeString, const CATUnicodeString&, CATListValCATUnicodeString&);
+    const auto sweepLinks = [&](const char* method, Links getter) {
+        sweepFailures({method,
+                       [&, getter] {
+                           CATListValCATUnicodeString list;
+                           list.Append("stale");
+                           const HRESULT code = (cache.*getter)(name.c_str(), "/elsewhere", list);
+                           return SweepOutcome{code, list.Size() == 0};
+                       },
+                       {},
+                       {}});
+    };
+    sweepLinks("VornCache::getLinkedDoc", &VornCache::getLinkedDoc);
+    sweepLinks("VornCache::getLinkedMMLDoc", &VornCache::getLinkedMMLDoc);
+    sweepLinks("VornCache::getLinkedMMLAssyDoc", &VornCache::getLinkedMMLAssyDoc);
+    sweepLinks("VornCache::getDesignTableFiles", &VornCache::getDesignTableFiles);
+    sweepFailures({"VornCache::getAttributeList",
+                   [&] {
+                       CATListValCATUnicodeString list;
+                       return SweepOutcome{cache.getAttributeList(name.c_str(), list), true};
+                   },
+                   {},
+                   {}});
+    sweepFailures({"VornCache::getLocalLastModifiedDate",
+                   [&] {
+                       CATUnicodeString value;
+                       return SweepOutcome{cache.getLocalLastModifiedDate(name.c_str(), value), true};
+                   },
+                   {},
+                   {}});
+}
+
+} // namespace

@@ -1,0 +1,79 @@
+#include "VornToolsExportAsReference.h"
+
+#include "CATIProduct.h"
+#include "tests/support/Fixture.h"
+#include "tests/support/Sweep.h"
+
+namespace {
+
+class ExportAsReferenceTest : public PlatformTest {
+protected:
+    void SetUp() override {
+        PlatformTest::SetUp();
+        environment().referencePrefix = "REF_";
+    }
+    static int is(VornToolsExportAsReference& references, const char* name) {
+        unsigned char result = 7;
+        EXPECT_EQ(references.isAnExportAsReference(name, result), S_OK);
+        return result;
+    }
+    static int has(const embedded::Product& product) {
+        VornToolsExportAsReference references;
+        unsigned char result = 7;
+        EXPECT_EQ(references.hasAnEAR(product.get(), result), S_OK);
+        return result;
+    }
+};
+
+TEST_F(ExportAsReferenceTest, TheFileNameBeginsWithThePrefix) {
+    VornToolsExportAsReference references;
+    for (const char* name : {"REF_", "REF_a.CATPart", "/lib/REF_a.CATPart", "C:\\lib\\REF_a.CATPart"})
+        EXPECT_EQ(is(references, name), 1) << name;
+    for (const char* name : {"", "REF", "ref_a.CATPart", "aREF_.CATPart", "REF_/a.CATPart"})
+        EXPECT_EQ(is(references, name), 0) << name;
+    clearJournal();
+    is(references, "/lib/REF_a.CATPart");
+    EXPECT_EQ(
+        embedded::Journal::get().lines(),
+        Texts({"> VornToolsExportAsReference:: isAnExportAsReference", "test for component : /lib/REF_a.CATPart",
+               " the Component is a REFERENCE by file_name", "< VornToolsExportAsReference:: isAnExportAsReference"}));
+
+    environment().referencePrefix = "";
+    EXPECT_EQ(is(references, "REF_a.CATPart"), 1) << "read once";
+    references.initClassVariables();
+    EXPECT_EQ(is(references, "REF_a.CATPart"), 0) << "an empty prefix begins no name";
+    environment().missingManagers = {"ENVManager"};
+    VornToolsExportAsReference unset;
+    EXPECT_EQ(is(unset, "REF_a.CATPart"), 0);
+}
+
+TEST_F(ExportAsReferenceTest, AncestorsAreTestedUpToTheRoot) {
+    auto reference = session().product("/lib/REF_g.CATProduct");
+    reference.root().add(session().part("/lib/p.CATPart"), "p.1");
+    auto root = session().product("/w/r.CATProduct").root();
+    root.add(reference, "g.1");
+    EXPECT_EQ(has(root.at({"g.1", "p.1"})), 1);
+    clearJournal();
+    EXPECT_EQ(has(root.at({"g.1"})), 0) << "the product itself does not count";
+    EXPECT_EQ(messages().back(), "the element is NOT a child of an EAR");
+    EXPECT_EQ(has(reference.root()), 0);
+    VornToolsExportAsReference references;
+    unsigned char result = 7;
+    EXPECT_EQ(references.hasAnEAR(nullptr, result), E_FAIL);
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(reports(), Texts({"VornToolsExportAsReference::hasAnEAR 9001 ip_product"}));
+
+    sweepFailures({"VornToolsExportAsReference::hasAnEAR", [&] {
+                       unsigned char answer = 7;
+                       const HRESULT code = references.hasAnEAR(root.at({"g.1", "p.1"}).get(), answer);
+                       return SweepOutcome{code, answer == 0};
+                   }});
+    sweepFailures({"VornToolsExportAsReference::isAnExportAsReference", [&] {
+                       unsigned char answer = 7;
+                       return SweepOutcome{references.isAnExportAsReference("REF_a", answer), answer == 0};
+                   }});
+    const auto start = [&] { return references.initClassVariables(); };
+    sweepFailures({"VornToolsExportAsReference::initClassVariables", [&] { return SweepOutcome{start()}; }, start});
+}
+
+} // namespace

@@ -1,0 +1,240 @@
+#include "VornToolsIgnoreNodes.h"
+
+#include "CATIProduct.h"
+#include "tests/support/Fixture.h"
+#include "tests/support/Sweep.h"
+
+struct VornToolsIgnoreNodesTestAccess {
+    static HRESULT load(VornToolsIgnoreNodes& nodes) { return nodes.loadPrefixIgnoreNodes(); }
+    static bool startsWithPrefix(VornToolsIgnoreNodes& nodes, const char* text) {
+        unsigned char result = 7;
+        EXPECT_EQ(nodes.isStartedByPrefix(text, result), S_OK);
+        return result != 0;
+    }
+    static std::string formatted(VornToolsIgnoreNodes& nodes, const char* description) {
+        CATUnicodeString text(description);
+        EXPECT_EQ(nodes.setFormatInstanceDescription(text), S_OK);
+        return text.ConvertToChar();
+    }
+};
+
+namespace {
+
+using Access = VornToolsIgnoreNodesTestAccess;
+
+class IgnoreNodesTest : public PlatformTest {
+protected:
+    void SetUp() override {
+        PlatformTest::SetUp();
+        environment().configurationDirectory = folder().u8string();
+        environment().instanceDescriptionMarksIgnoreNodes = true;
+    }
+    std::string writePrefixes(const std::string& bytes) { return write("IgnoreNodesIdentifiers.txt", bytes); }
+    /** The answer, and in `decision` the last line that the journal has of it. */
+    int ask(VornToolsIgnoreNodes& nodes, const embedded::Product& product, const char* fileName, int mode,
+            HRESULT expected = S_OK) {
+        clearJournal();
+        unsigned char result = 7;
+        EXPECT_EQ(nodes.isAnIgnoreNode(product ? product.get() : nullptr, fileName, mode, result), expected);
+        const Texts lines = messages();
+        decision = lines.empty() ? "" : lines.back();
+        return result;
+    }
+    std::string decision;
+};
+
+TEST_F(IgnoreNodesTest, PrefixesAreReadLineByLineAsTheyStand) {
+    writePrefixes("AB\r\n\n XY\nAB\nend");
+    VornToolsIgnoreNodes nodes;
+    EXPECT_EQ(messages(), Texts({"the ignore nodes prefix file was loaded"}));
+    for (const char* text : {"AB", "ABC", " XYZ", "endless"})
+        EXPECT_TRUE(Access::startsWithPrefix(nodes, text)) << text;
+    for (const char* text : {"", "A", "XAB", "abc", "XYZ", "XABAB"})
+        EXPECT_FALSE(Access::startsWithPrefix(nodes, text)) << text;
+    writePrefixes("Q");
+    EXPECT_EQ(Access::load(nodes), S_OK);
+    EXPECT_FALSE(Access::startsWithPrefix(nodes, "AB")) << "loading starts over";
+    EXPECT_TRUE(Access::startsWithPrefix(nodes, "Q"));
+}
+
+TEST_F(IgnoreNodesTest, WithoutUsablePrefixesOnlyDescriptionsCount) {
+    const std::string name = path("IgnoreNodesIdentifiers.txt");
+    auto part = session().product("r.CATProduct").root().add(session().part("AB.CATPart"), "AB.1");
+    const auto load = [&](HRESULT code, const Texts& lines) {
+        clearJournal();
+        VornToolsIgnoreNodes nodes;
+        EXPECT_EQ(messages(), lines);
+        EXPECT_EQ(Access::load(nodes), code);
+        EXPECT_EQ(ask(nodes, part, "AB.CATPart", 0), 0);
+        part.description("IgnoreNode");
+        EXPECT_EQ(ask(nodes, part, "AB.CATPart", 0), 1);
+        EXPECT_EQ(ask(nodes, part, "AB.CATPart", 1), 1) << "the active document is then tested as an element";
+        part.description("");
+    };
+    load(E_FAIL, {"the ignore nodes prefix file " + name + " does not exist"});
+    writePrefixes("\n\r\n");
+    load(E_FAIL, {"the ignore nodes prefix file " + name + " is empty", "the ignore nodes prefix file was loaded"});
+    environment().missingManagers = {"VornEnvConfig"};
+    load(E_FAIL, {"the ignore nodes prefix file  does not exist"});
+
+    environment().missingManagers = {"ENVManager"};
+    std::filesystem::remove(folder() / "IgnoreNodesIdentifiers.txt");
+    VornToolsIgnoreNodes neither;
+    EXPECT_EQ(ask(neither, part, "AB.CATPart", 0), 0);
+    EXPECT_EQ(decision, "Ignore Nodes are not managed");
+    EXPECT_EQ(ask(neither, embedded::Product(), "", 0), 0) << "asked before the product is looked at";
+}
+
+TEST_F(IgnoreNodesTest, AFileThatBreaksOffGivesNoPrefix) {
+    const std::string name = writePrefixes("AB\nCD\n");
+    VornToolsIgnoreNodes nodes;
+    clearJournal();
+    embedded::Failures::get().arm(5, false, embedded::FaultFlavour::code); // the second line
+    EXPECT_EQ(Access::load(nodes), E_FAIL);
+    EXPECT_EQ(embedded::Failures::get().firedAt(), "UTILFile::readLine");
+    embedded::Failures::get().disarm();
+    EXPECT_EQ(messages(), Texts({"unable to read the ignore nodes prefix file " + name}));
+    EXPECT_EQ(reports(), Texts({"VornToolsIgnoreNodes::loadPrefixIgnoreNodes 9001 p_prefix_file"}));
+}
+
+TEST_F(IgnoreNodesTest, EachKindOfNodeIsToldByItsOwnTexts) {
+    writePrefixes("AB");
+    auto root = session().product("r.CATProduct").root();
+    auto reference = session().part("p.CATPart");
+    auto part = root.add(reference, "p.1");
+    const struct {
+        int mode;
+        const char *partNumber, *fileName, *instanceName, *description;
+        const char* decision; ///< null: none
+    } cases[] = {
+        {0, "x", "x", "x", "IgnoreNode\nKETO", "the Component is an Ignore Node (by Instance Description)"},
+        {0, "ABC", "ABC", "ABC", "", "the element is an ignore node (by PartNumber)"},
+        {7, "x", "ABC", "ABC", "", "the element is an ignore node (by File Name)"},
+        {0, "x", "x", "ABC", " IgnoreNode", "the element is an ignore node (by Instance Name)"},
+        {0, "x", "x", "xAB", "ignorenode", nullptr},
+        {1, "ABC", "ABC", "x", "IgnoreNode", "the ActiveDocument is an Ignore Node (by PartNumber)"},
+        {1, "x", "ABC", "x", "", "the ActiveDocument is an Ignore Node (by File Name)"},
+        {1, "x", "x", "ABC", "IgnoreNode", nullptr},
+        {2, "x", "x", "x", "IgnoreNodes", "the BrokenIcon is an Ignore Node (by Instance Description)"},
+        {2, "ABC", "ABC", "ABC", "", "the BrokenIcon is an Ignore Node (by Instance Name)"},
+        {2, "ABC", "ABC", "x", "", nullptr},
+        {3, "x", "x", "x", "IgnoreNode", "the Component is an Ignore Node (by Instance Description)"},
+        {3, "ABC", "x", "x", "", "the Component is an Ignore Node (by PartNumber)"},
+        {3, "x", "ABC", "ABC", "", "the Component is an Ignore Node (by Instance Name)"},
+        {3, "x", "ABC", "x", "", nullptr},
+    };
+    VornToolsIgnoreNodes nodes;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::to_string(c.mode) + " " + (c.decision ? c.decision : "none"));
+        reference.root().partNumber(c.partNumber);
+        part.instanceName(c.instanceName).description(c.description);
+        EXPECT_EQ(ask(nodes, part, c.fileName, c.mode), c.decision ? 1 : 0);
+        EXPECT_EQ(decision, c.decision ? c.decision : "the element is NOT an ignore node");
+    }
+    EXPECT_EQ(ask(nodes, embedded::Product(), "x", 0, E_FAIL), 0);
+    EXPECT_EQ(decision, "ip_product is NULL. Exit.");
+
+    environment().instanceDescriptionMarksIgnoreNodes = false;
+    VornToolsIgnoreNodes prefixesOnly;
+    part.description("IgnoreNode").instanceName("x");
+    for (const int mode : {0, 3}) EXPECT_EQ(ask(prefixesOnly, part, "x", mode), 0) << mode;
+    EXPECT_EQ(ask(prefixesOnly, part, "x", 2), 1) << "a broken icon's description always counts";
+}
+
+TEST_F(IgnoreNodesTest, AncestorsAreTestedUpToTheRoot) {
+    writePrefixes("AB");
+    auto part = session().part("ABpart.CATPart");
+    auto inner = session().product("inner.CATProduct");
+    auto ignored = session().product("ABgroup.CATProduct");
+    auto root = session().product("r.CATProduct").root();
+    inner.root().add(part, "p.1");
+    ignored.root().add(inner, "i.1");
+    root.add(ignored, "g.1");
+    root.add(inner, "i.1");
+    VornToolsIgnoreNodes nodes;
+    const auto has = [&](const embedded::Product& product) {
+        clearJournal();
+        unsigned char result = 7;
+        EXPECT_EQ(nodes.hasAnIgnoreNode(product.get(), result), S_OK);
+        EXPECT_EQ(messages().back() == "the element is NOT a child of an ignore node", result == 0);
+        return int(result);
+    };
+    EXPECT_EQ(has(root.at({"g.1", "i.1", "p.1"})), 1);
+    EXPECT_EQ(has(root.at({"i.1", "p.1"})), 0) << "the part itself does not count";
+    EXPECT_EQ(has(root.at({"g.1"})), 0);
+    EXPECT_EQ(has(ignored.root()), 0) << "nothing is above a root";
+    unsigned char result = 7;
+    EXPECT_EQ(nodes.hasAnIgnoreNode(nullptr, result), E_FAIL);
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(reports(), Texts({"VornToolsIgnoreNodes::hasAnIgnoreNode 9001 ip_product"}));
+}
+
+TEST_F(IgnoreNodesTest, DescriptionsBecomeThoseOfAnIgnoreNode) {
+    VornToolsIgnoreNodes nodes;
+    const struct {
+        const char *before, *after;
+    } cases[] = {
+        {"", "IgnoreNode"},
+        {"IgnoreNode\nfoo", "IgnoreNode\nfoo"},
+        {"IgnoreNodeX", "IgnoreNodeX"},
+        {"foo", "IgnoreNode\nfoo"},
+        {"BrokenIcon", "IgnoreNode"},
+        {"BrokenIcon\nKETO_ID_1\nfoo", "IgnoreNode\nKETO_ID_1\nfoo"},
+        {"SecondaryPartX", "IgnoreNodeX"},
+        {"KETO_ID_1", "IgnoreNode"},
+        {"KETO_ID_1\nfoo\nbar", "IgnoreNode\nfoo\nbar"},
+        {"\nKETO_ID_1", "IgnoreNode\n\nKETO_ID_1"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Access::formatted(nodes, c.before), c.after);
+        EXPECT_EQ(Access::formatted(nodes, c.after), c.after) << "a second time changes nothing";
+    }
+}
+
+TEST_F(IgnoreNodesTest, AnInstanceIsMarked) {
+    auto root = session().product("r.CATProduct").root();
+    auto part = root.add(session().part("p.CATPart"), "p.1").description("KETO_ID_1\nfoo");
+    VornToolsIgnoreNodes nodes;
+    EXPECT_EQ(nodes.updateInstanceDescription(part.get()), S_OK);
+    EXPECT_EQ(part.description(), "IgnoreNode\nfoo");
+    EXPECT_EQ(nodes.updateInstanceDescription(nullptr), E_FAIL);
+    EXPECT_EQ(nodes.updateInstanceDescription(root.get()), S_OK);
+    part.withoutProperties();
+    EXPECT_EQ(nodes.updateInstanceDescription(part.get()), S_OK);
+    const Texts found = reports();
+    const std::string method = "VornToolsIgnoreNodes::updateInstanceDescription ";
+    ASSERT_GE(found.size(), 3U);
+    EXPECT_EQ(found.front(), method + "9001 ip_catiproduct");
+    EXPECT_EQ(found.back(), method + "9002 p_product_child_properties");
+    EXPECT_NE(std::find(found.begin(), found.end(), method + "9003 getInstanceInFirstProductParent"), found.end());
+}
+
+TEST_F(IgnoreNodesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
+    writePrefixes("AB\nCD");
+    auto inner = session().product("CDi.CATProduct");
+    inner.root().add(session().part("p.CATPart"), "p.1");
+    auto root = session().product("r.CATProduct").root();
+    root.add(inner, "i.1");
+    auto part = root.at({"i.1", "p.1"});
+    VornToolsIgnoreNodes nodes;
+
+    const auto start = [&] { return nodes.initClassVariables(); };
+    sweepFailures({"VornToolsIgnoreNodes::initClassVariables", [&] { return SweepOutcome{start()}; }, start});
+    for (const int mode : {0, 1, 2, 3})
+        sweepFailures({"VornToolsIgnoreNodes::isAnIgnoreNode", [&] {
+                           unsigned char result = 7;
+                           const HRESULT code = nodes.isAnIgnoreNode(part.get(), "CD.CATPart", mode, result);
+                           return SweepOutcome{code, result == 0};
+                       }});
+    sweepFailures({"VornToolsIgnoreNodes::hasAnIgnoreNode", [&] {
+                       unsigned char result = 7;
+                       const HRESULT code = nodes.hasAnIgnoreNode(part.get(), result);
+                       return SweepOutcome{code, result == 0};
+                   }});
+    auto instance = root.at({"i.1"});
+    sweepFailures({"VornToolsIgnoreNodes::updateInstanceDescription",
+                   [&] { return SweepOutcome{nodes.updateInstanceDescription(instance.get())}; },
+                   [&] { instance.description("KETO_ID_1"); }});
+}
+
+} // namespace
