@@ -123,7 +123,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     embedded::Environment& environment = embedded::Session::current().environment();
     environment.configurationDirectory = folder.name();
     environment.localCacheDirectory = "D:\\cache\\";
-    environment.releaseCacheDirectories = {"/shared/"};
+    environment.releaseCacheDirectories = {"/network/"};
     environment.separator = size % 2 != 0 ? "/" : "\\";
 
     checkPrefixes(name, file);

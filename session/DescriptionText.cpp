@@ -11,8 +11,8 @@ namespace {
 constexpr const char* kContextIdentity = "Context KETO_ID_";
 constexpr const char* kSecondIdentity = "BBPC_ID_";
 
-/** Removes a marker from the front of a description. Kept because descriptions rely on it: what goes is the first line
- * end behind the word, be it the first line's or not; a longer word at the front stays. */
+/** Removes a marker from a description that begins with it. Kept because descriptions rely on it: in a text of several
+ * lines that is the first place where the word ends a line, which need not be the first line. */
 void removeMarker(CATUnicodeString& io_description, const CATUnicodeString& i_marker) {
     if (!beginsWith(io_description, i_marker)) return;
     const bool has_lines = contains(io_description, kLineEnd);

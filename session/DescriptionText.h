@@ -18,7 +18,7 @@ inline bool contains(const CATUnicodeString& i_text, const CATUnicodeString& i_p
     return i_text.SearchSubString(i_part) >= 0;
 }
 
-/** The marker as first line of a description. */
+/** A description with a line put in front. */
 CATUnicodeString withFirstLine(const CATUnicodeString& i_line, const CATUnicodeString& i_description);
 /** Marks a description as that of a broken link. The marker takes the place of the first line when the description
  * holds an identity; a broken or secondary part stays as it is. */
