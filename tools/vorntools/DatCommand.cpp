@@ -41,6 +41,18 @@ Json arrayOf(const CATListValCATUnicodeString& list, bool namesOnly) {
     return array;
 }
 
+/** A mapping's lines; each stands behind "!!!". */
+Json linesOfMap(const std::string& map) {
+    const std::string mark = "!!!";
+    Json lines = Json::array();
+    for (std::size_t at = map.find(mark); at != std::string::npos;) {
+        const std::size_t next = map.find(mark, at + mark.size());
+        lines.push_back(map.substr(at + mark.size(), next == std::string::npos ? next : next - at - mark.size()));
+        at = next;
+    }
+    return lines;
+}
+
 void addBlocks(VornCache& cache, const CATUnicodeString& name, Json& fields) {
     CATListValCATUnicodeString list;
     for (const Block& block : kBlocks) {
@@ -51,9 +63,13 @@ void addBlocks(VornCache& cache, const CATUnicodeString& name, Json& fields) {
     fields["<LinkedDocs>"] = arrayOf(list, true);
     cache.getDesignTableFiles(name, CATUnicodeString(), list);
     fields["<DT_Files>"] = arrayOf(list, true);
+    fields["<DT_Maps>"] = Json::array();
+    cache.getDesignTableMaps(name, list);
+    for (int i = 1; i <= list.Size(); ++i) fields["<DT_Maps>"].push_back(linesOfMap(bytesOf(list[i])));
     CATUnicodeString date;
     cache.getBVRDate(name, date);
-    fields["<StructLastModDate>"] = bytesOf(date);
+    fields["<StructLastModDate>"] = Json::array();
+    if (!date.IsNull()) fields["<StructLastModDate>"].push_back(bytesOf(date));
 }
 
 Json fieldsOf(VornCache& cache, const CATUnicodeString& name) {
@@ -73,14 +89,20 @@ Json fieldsOf(VornCache& cache, const CATUnicodeString& name) {
     return fields;
 }
 
+std::string shown(const Json& value) {
+    if (value.is_string()) return value.get<std::string>();
+    std::string text;
+    for (const auto& line : value) text += (text.empty() ? "" : " | ") + line.get<std::string>();
+    return text;
+}
+
 void print(const Json& fields) {
     for (const auto& field : fields.items()) {
         if (!field.value().is_array()) {
-            std::printf("%-20s %s\n", field.key().c_str(), field.value().get<std::string>().c_str());
+            std::printf("%-20s %s\n", field.key().c_str(), shown(field.value()).c_str());
             continue;
         }
-        for (const auto& line : field.value())
-            std::printf("%-20s %s\n", field.key().c_str(), line.get<std::string>().c_str());
+        for (const auto& line : field.value()) std::printf("%-20s %s\n", field.key().c_str(), shown(line).c_str());
     }
 }
 

@@ -1,0 +1,89 @@
+#include "tests/support/Fixture.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+/** Runs the real program in the test's own folder. */
+class CommandLineTest : public PlatformTest {
+protected:
+    int run(const std::string& arguments) {
+        const std::string command = std::string("\"") + VORNTOOLS_PROGRAM + "\" " + arguments + " > \"" + path("out") +
+                                    "\" 2> \"" + path("err") + "\"";
+        const int status = std::system(command.c_str());
+        return status > 255 ? status / 256 : status;
+    }
+    std::string content(const std::string& name) {
+        std::ostringstream text;
+        text << std::ifstream(folder() / name, std::ios::binary).rdbuf();
+        return text.str();
+    }
+    std::string quoted(const std::string& name) { return "\"" + path(name) + "\""; }
+    void writePart(const std::string& name, const std::string& dat) {
+        write(name, "part");
+        touch(name, 1700000000);
+        if (!dat.empty()) write(name + ".dat", dat);
+    }
+};
+
+const char kTagged[] = "<DatFileVersion>\n2\n</DatFileVersion>\n<ItemRevUID>\nREV\n</ItemRevUID>\n<LocalLastModDate>\n"
+                       "1700000000\n</LocalLastModDate>\n<LinkedDocs>\na.CATPart\nUNRESOLVED|b\n</LinkedDocs>\n";
+
+TEST_F(CommandLineTest, StatusGivesOneObjectADocument) {
+    writePart("w/a.CATPart", kTagged);
+    writePart("w/b.CATPart", "item\nB\n\n\n\n\n\n1699999999\n");
+    writePart("w/c.catpart", "");
+    write("w/notes.txt", "no document");
+    EXPECT_EQ(run("status --json " + quoted("w")), 1);
+
+    std::istringstream lines(content("out"));
+    std::vector<nlohmann::ordered_json> rows;
+    for (std::string line; std::getline(lines, line);) rows.push_back(nlohmann::ordered_json::parse(line));
+    ASSERT_EQ(rows.size(), 3u);
+    Texts keys;
+    for (const auto& field : rows[0].items()) keys.push_back(field.key());
+    EXPECT_EQ(keys, (Texts{"document", "dat", "layout", "item_revision", "dataset", "named_reference", "load_type",
+                           "status", "reason", "linked", "unresolved", "design_table"}));
+    EXPECT_EQ(rows[0]["status"], "not modified");
+    EXPECT_EQ(rows[0]["dat"], path("w/a.CATPart.dat"));
+    EXPECT_EQ(rows[0]["linked"], 2);
+    EXPECT_EQ(rows[0]["unresolved"], 1);
+    EXPECT_EQ(rows[1]["layout"], "positional");
+    EXPECT_EQ(rows[1]["item_revision"], "B");
+    EXPECT_EQ(rows[1]["reason"], "file changed since it was loaded");
+    EXPECT_EQ(rows[2]["status"], "new");
+    EXPECT_TRUE(rows[2]["dat"].is_null());
+}
+
+TEST_F(CommandLineTest, ExitStatusTellsFindingsFromErrors) {
+    writePart("w/a.CATPart", "i\nA\n\n\n\n\n\n1700000000\n");
+    EXPECT_EQ(run("status " + quoted("w") + " --journal " + quoted("journal")), 0);
+    EXPECT_NE(content("journal").find("Modified Status to Not Modified for"), std::string::npos);
+    EXPECT_EQ(run("status " + quoted("absent")), 2);
+    EXPECT_EQ(run("status"), 2);
+    EXPECT_EQ(run("dat " + quoted("absent")), 2);
+    EXPECT_EQ(run("status --session " + quoted("absent.json") + " " + quoted("w")), 2);
+    EXPECT_EQ(run("--version"), 0);
+}
+
+TEST_F(CommandLineTest, ASessionTellsOfUnsavedChanges) {
+    writePart("w/a.CATPart", kTagged);
+    write("s.json", R"({"documents": [{"name": "w/a.CATPart", "saved": false}]})");
+    EXPECT_EQ(run("status --json --session " + quoted("s.json") + " " + quoted("w")), 1);
+    EXPECT_EQ(nlohmann::json::parse(content("out"))["reason"], "unsaved changes in the session");
+}
+
+TEST_F(CommandLineTest, DatGivesEveryField) {
+    writePart("w/a.CATPart", std::string(kTagged) + "<DT_Maps>\n<DT_Map>\nx\ny\n</DT_Map>\n</DT_Maps>\n");
+    EXPECT_EQ(run("dat --json " + quoted("w/a.CATPart.dat")), 0);
+    const auto fields = nlohmann::json::parse(content("out"));
+    EXPECT_EQ(fields["<ItemRevUID>"], "REV");
+    EXPECT_EQ(fields["<LinkedDocs>"], nlohmann::json({"a.CATPart", "UNRESOLVED|b"}));
+    EXPECT_EQ(fields["<DT_Maps>"], nlohmann::json::parse(R"([["x", "y"]])"));
+}
+
+} // namespace
