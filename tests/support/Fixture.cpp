@@ -39,13 +39,15 @@ const fs::path& PlatformTest::folder() {
     return m_folder;
 }
 
-std::string PlatformTest::path(const std::string& name) { return (folder() / fs::u8path(name)).u8string(); }
+std::string PlatformTest::path(const std::string& name) {
+    return (folder() / fs::u8path(name)).make_preferred().u8string();
+}
 
 std::string PlatformTest::write(const std::string& name, const std::string& bytes) {
     const fs::path file = folder() / fs::u8path(name);
     fs::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    return file.u8string();
+    return fs::path(file).make_preferred().u8string();
 }
 
 void PlatformTest::touch(const std::string& name, long long seconds) {
