@@ -5,4 +5,10 @@ cd "$(dirname "$0")/.."
 if [ $# -eq 0 ]; then
     set -- include foundation cache session links properties platform embedded tools tests fuzz bench examples
 fi
-find "$@" -type f \( -name '*.cpp' -o -name '*.h' \) | LC_ALL=C sort
+# Git keeps no empty folders: one that holds no file yet is not there in a fresh clone.
+existing=()
+for folder in "$@"; do
+    [ ! -e "$folder" ] || existing+=("$folder")
+done
+[ ${#existing[@]} -gt 0 ] || exit 0
+find "${existing[@]}" -type f \( -name '*.cpp' -o -name '*.h' \) | LC_ALL=C sort
