@@ -88,6 +88,7 @@ public:
 
 private:
     bool answers(const IID& iid) const override;
+    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
     CATBaseUnknown* mainRoot();
 
     SessionData& m_session;

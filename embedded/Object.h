@@ -15,18 +15,36 @@
 #include "embedded/Accounting.h"
 #include "embedded/Answers.h"
 #include "embedded/Failures.h"
+#include "embedded/Interfaces.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <tuple>
+#include <typeinfo>
+#include <vector>
 
 namespace embedded {
 
 /** Description of a class by its name and its base's name: one for each pair, made on first use and never released. */
 CATMetaClass* metaClass(const std::string& name, const std::string& base);
 
-/** Failure point of a query for an interface, such as "QueryInterface(CATIProduct)"; owned by the platform. */
-const char* querySite(const IID& iid);
+/**
+ * Further interfaces of an object, with what they keep, beside those of its class. Made when somebody asks for one of
+ * them or for the extension itself; the object owns it from then on.
+ */
+class Extension {
+public:
+    Extension(const Extension&) = delete;
+    Extension& operator=(const Extension&) = delete;
+    virtual ~Extension() = default;
+
+    /** The pointer for an interface; null when this extension does not answer it. */
+    virtual void* find(const IID& iid) = 0;
+
+protected:
+    Extension() = default;
+};
 
 /**
  * An object of the session: the books on its references. The session owns it and destroys it; AddRef and Release count
@@ -43,12 +61,7 @@ public:
     /** From now on the object may be called while nobody holds a reference. */
     void pin() { m_pinned = true; }
 
-protected:
-    explicit Object(const std::string& className, const std::string& baseName = "CATBaseUnknown");
-    virtual ~Object();
-
-    void setClass(const std::string& className, const std::string& baseName);
-    CATMetaClass* meta() const { return m_meta; }
+    std::vector<std::unique_ptr<Extension>>& extensions() { return m_extensions; }
 
     /**
      * Opens every method of every interface: records a use after the last release and asks whether the call is to fail.
@@ -60,6 +73,13 @@ protected:
     }
     /** For methods without a result code: whether to answer nothing. */
     bool failing(const char* site) const { return called(site) != FaultFlavour::none; }
+
+protected:
+    explicit Object(const std::string& className, const std::string& baseName = "CATBaseUnknown");
+    virtual ~Object();
+
+    void setClass(const std::string& className, const std::string& baseName);
+    CATMetaClass* meta() const { return m_meta; }
 
     ULONG addReference();
     ULONG releaseReference();
@@ -75,26 +95,8 @@ private:
     CATMetaClass* m_meta;
     long m_references = 0;
     bool m_pinned = false;
+    std::vector<std::unique_ptr<Extension>> m_extensions;
 };
-
-/** The identifiers that a pointer to interface I answers, I's own and those of its bases below CATBaseUnknown. */
-template <class I>
-struct Identity {
-    static bool has(const IID&) { return false; }
-};
-
-#define EMBEDDED_IDENTITY(Name)                                                                                        \
-    template <>                                                                                                        \
-    struct Identity<Name> {                                                                                            \
-        static bool has(const IID& iid) { return iid == IID_##Name; }                                                  \
-    }
-#define EMBEDDED_AUTOMATION_IDENTITY(Name)                                                                             \
-    template <>                                                                                                        \
-    struct Identity<Name> {                                                                                            \
-        static bool has(const IID& iid) {                                                                              \
-            return iid == IID_##Name || iid == IID_CATIABase || iid == IID_CATBaseDispatch;                            \
-        }                                                                                                              \
-    }
 
 EMBEDDED_AUTOMATION_IDENTITY(CATIADocument);
 EMBEDDED_AUTOMATION_IDENTITY(CATIAProduct);
@@ -105,9 +107,6 @@ EMBEDDED_IDENTITY(CATILinkableObject);
 EMBEDDED_IDENTITY(CATIPrdProperties);
 EMBEDDED_IDENTITY(CATIProduct);
 EMBEDDED_IDENTITY(CATISpecObject);
-
-#undef EMBEDDED_IDENTITY
-#undef EMBEDDED_AUTOMATION_IDENTITY
 
 /**
  * An object of the session that implements the interfaces I. All of them share one reference count and one identity;
@@ -155,6 +154,8 @@ protected:
 
     /** Whether this very object answers an interface that its class implements. */
     virtual bool answers(const IID&) const { return true; }
+    /** The pointer for an interface that the class does not implement; see extensionFor. */
+    virtual void* extended(const IID&) { return nullptr; }
 
 private:
     void* findInterface(const IID& iid) {
@@ -162,9 +163,112 @@ private:
         if (!answers(iid)) return nullptr;
         void* found = nullptr;
         static_cast<void>(((Identity<I>::has(iid) && (found = static_cast<I*>(this))) || ...));
-        return found;
+        return found ? found : extended(iid);
     }
 };
+
+/**
+ * An extension of objects of class T that implements the interfaces I. It has the object's identity and reference
+ * count. Make it known with one `static const ExtensionOf<T, E>` in a source file.
+ */
+template <class T, class... I>
+class Extends : public Extension, public I... {
+public:
+    /** Whether the extension is to be made for somebody who asks for this interface. */
+    static bool offers(const IID& iid) { return (Identity<I>::has(iid) || ...); }
+
+    HRESULT __stdcall QueryInterface(const IID& iid, void** result) override {
+        return m_owner.QueryInterface(iid, result);
+    }
+    ULONG __stdcall AddRef() override { return m_owner.AddRef(); }
+    ULONG __stdcall Release() override { return m_owner.Release(); }
+
+    const char* IsA() const override { return m_owner.IsA(); }
+    int IsAKindOf(const char* name) const override { return m_owner.IsAKindOf(name); }
+    int IsEqual(const CATBaseUnknown* other) const override { return m_owner.IsEqual(other); }
+    CATMetaClass* __stdcall GetMetaObject() const override { return m_owner.GetMetaObject(); }
+    CATBaseUnknown* GetImpl() override { return m_owner.GetImpl(); }
+
+    void* find(const IID& iid) override {
+        if (!answers(iid)) return nullptr;
+        void* found = nullptr;
+        static_cast<void>(((Identity<I>::has(iid) && (found = static_cast<I*>(this))) || ...));
+        return found;
+    }
+
+protected:
+    explicit Extends(T& owner) : m_owner(owner) { Accounting::get().live().objects -= static_cast<long>(sizeof...(I)); }
+    ~Extends() override { Accounting::get().live().objects += static_cast<long>(sizeof...(I)); }
+
+    T& owner() const { return m_owner; }
+    /** As for the object itself: opens every method of every interface. */
+    FaultFlavour called(const char* site) const { return m_owner.called(site); }
+    bool failing(const char* site) const { return m_owner.failing(site); }
+    /** Whether this very object answers an interface of the extension. */
+    virtual bool answers(const IID&) const { return true; }
+
+private:
+    T& m_owner;
+};
+
+/** How to make the extensions of a class. */
+template <class T>
+struct ExtensionMaker {
+    bool (*offers)(const IID& iid);
+    std::unique_ptr<Extension> (*make)(T& object);
+    const std::type_info* type;
+
+    static std::vector<ExtensionMaker>& all() {
+        static std::vector<ExtensionMaker> makers;
+        return makers;
+    }
+};
+
+/** Makes extension E of class T known, for as long as the process lives. */
+template <class T, class E>
+struct ExtensionOf {
+    ExtensionOf() {
+        ExtensionMaker<T>::all().push_back(
+            {&E::offers, [](T& object) -> std::unique_ptr<Extension> { return std::make_unique<E>(object); },
+             &typeid(E)});
+    }
+};
+
+/** The object's extension E, made now when it had none; for the builder. E need not be made known. */
+template <class E, class T>
+E& extensionOf(T& object) {
+    for (const auto& extension : object.extensions())
+        if (E* const found = dynamic_cast<E*>(extension.get())) return *found;
+    object.extensions().push_back(std::make_unique<E>(object));
+    return static_cast<E&>(*object.extensions().back());
+}
+
+/** The object's extension E; null when it has none. */
+template <class E, class T>
+E* existingExtension(T& object) {
+    for (const auto& extension : object.extensions())
+        if (E* const found = dynamic_cast<E*>(extension.get())) return found;
+    return nullptr;
+}
+
+/** The pointer for an interface that one of the object's extensions answers, made now when need be; null for none. */
+template <class T>
+void* extensionFor(T& object, const IID& iid) {
+    for (const auto& extension : object.extensions())
+        if (void* const found = extension->find(iid)) return found;
+    for (const ExtensionMaker<T>& maker : ExtensionMaker<T>::all()) {
+        if (!maker.offers(iid)) continue;
+        bool made = false;
+        for (const auto& extension : object.extensions()) {
+            const Extension& present = *extension;
+            made = made || typeid(present) == *maker.type;
+        }
+        if (made) continue;
+        object.extensions().push_back(maker.make(object));
+        if (void* const found = object.extensions().back()->find(iid)) return found;
+    }
+    return nullptr;
+}
 
 } // namespace embedded
 

@@ -99,6 +99,7 @@ public:
 
 private:
     bool answers(const IID& iid) const override;
+    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
     ProductObject* findInstance(const ProductObject& context) const;
 
     SessionData& m_session;

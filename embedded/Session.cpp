@@ -319,6 +319,8 @@ void Session::reset() {
     // In place: the environment keeps its address.
     m_data->environment = Environment();
     m_data->updatedDrawings.clear();
+    // They refer to the objects below.
+    m_data->parts.clear();
     m_data->documentIndex.clear();
     m_data->documents.clear();
     m_data->products.clear();
@@ -352,6 +354,10 @@ Document Session::documentAt(std::size_t index) const {
 
 std::vector<std::string>& Session::updatedDrawings() { return m_data->updatedDrawings; }
 
-std::string Session::digest() const { return Digest(*m_data).take(); }
+std::string Session::digest() const {
+    std::string text = Digest(*m_data).take();
+    for (const auto& part : m_data->parts) part.second->addToDigest(text);
+    return text;
+}
 
 } // namespace embedded

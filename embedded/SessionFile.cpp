@@ -4,15 +4,16 @@
 #include "embedded/JsonReader.h"
 #include "embedded/Session.h"
 #include "embedded/SessionData.h"
+#include "embedded/SessionSections.h"
 #include "embedded/SystemFiles.h"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
+#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <set>
 #include <system_error>
 
 namespace embedded {
@@ -20,7 +21,6 @@ namespace embedded {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
 
 constexpr std::size_t kLargestFile = std::size_t(256) << 20U;
 constexpr int kDeepestComponent = 320;
@@ -81,14 +81,29 @@ std::string folderOf(const std::string& path) {
 /** Fills the session from the tree of a session file. Throws JsonFault. */
 class Loader {
 public:
-    Loader(Session& session, const std::string& path) : m_session(session), m_folder(folderOf(path)) {}
+    Loader(Session& session, const std::string& path) : m_session(session), m_reader(session, folderOf(path)) {}
 
     void load(const JsonField& root) {
-        root.expectKeys({"environment", "documents"});
+        const std::vector<JsonField> members = root.members();
+        expectSections(members);
         if (const auto environment = root.optional("environment")) readEnvironment(*environment);
-        const auto list = root.optional("documents");
-        if (!list) return;
-        const std::vector<JsonField> documents = list->elements();
+        if (const auto documents = root.optional("documents")) readDocuments(*documents);
+        for (const SessionSection* section : SessionSection::all())
+            if (const auto field = root.optional(section->key)) section->read(*field, m_reader);
+    }
+
+private:
+    static void expectSections(const std::vector<JsonField>& members) {
+        std::set<std::string> seen;
+        for (const JsonField& member : members) {
+            const std::string& key = member.key();
+            if (key != "environment" && key != "documents" && !SessionSection::find(key)) member.fail("unknown key");
+            if (!seen.insert(key).second) member.fail("given twice");
+        }
+    }
+
+    void readDocuments(const JsonField& list) {
+        const std::vector<JsonField> documents = list.elements();
         for (const JsonField& document : documents) readDocument(document);
         for (std::size_t i = 0; i < documents.size(); ++i) {
             m_components.clear();
@@ -98,16 +113,7 @@ public:
             readOccurrences(documents[i], m_session.documentAt(i).root());
     }
 
-private:
-    /** A name with a relative directory begins in the session file's own folder. */
-    std::string path(const JsonField& field) const {
-        std::string name = field.text();
-        if (!hasDirectory(name) || isAbsolute(name)) return name;
-        if (name[0] == '.' && isSeparator(name[1])) name.erase(0, 2);
-        for (char& character : name)
-            if (isSeparator(character)) character = *systemSeparator();
-        return m_folder + name;
-    }
+    std::string path(const JsonField& field) const { return m_reader.path(field); }
 
     void readEnvironment(const JsonField& field) {
         Environment& environment = m_session.environment();
@@ -312,17 +318,13 @@ private:
     }
 
     Session& m_session;
-    const std::string m_folder;
+    const SectionReader m_reader;
     std::map<std::string, bool> m_environmentKeys;
     std::map<std::string, Product> m_components; ///< of the document being read, by their ids
     int m_depth = 0;                             ///< components around the one being read
 };
 
 // Writing.
-
-struct SaveFault {
-    std::string message;
-};
 
 /** Makes the tree of a session file. What has its default is left out. Throws SaveFault. */
 class Saver {
@@ -339,10 +341,21 @@ public:
             documents.push_back(writeDocument(*document));
         }
         root["documents"] = std::move(documents);
+        for (const SessionSection* section : SessionSection::all()) {
+            Json written = writeSection(*section);
+            if (!written.is_null()) root[section->key] = std::move(written);
+        }
         return root;
     }
 
 private:
+    static Json writeSection(const SessionSection& section) {
+        try {
+            return section.write(Session::current());
+        } catch (const SaveFault& fault) {
+            throw SaveFault{std::string(section.key) + ": " + fault.message};
+        }
+    }
     const std::string& checked(const std::string& text) const {
         if (!isWellFormed(text)) throw SaveFault{m_place + ": a text is not UTF-8"};
         return text;
@@ -484,7 +497,72 @@ bool replaceFile(const fs::path& path, const std::string& text) {
     return false;
 }
 
+std::vector<const SessionSection*>& sections() {
+    static std::vector<const SessionSection*> list;
+    return list;
+}
+
 } // namespace
+
+std::string SectionReader::path(const JsonField& field) const {
+    std::string name = field.text();
+    if (!hasDirectory(name) || isAbsolute(name)) return name;
+    if (name[0] == '.' && isSeparator(name[1])) name.erase(0, 2);
+    for (char& character : name)
+        if (isSeparator(character)) character = *systemSeparator();
+    return m_folder + name;
+}
+
+Document SectionReader::document(const JsonField& field) const {
+    const std::string name = path(field);
+    const Document document = m_session.find(name);
+    if (!document) field.fail("no document named '" + name + "'");
+    return document;
+}
+
+Product SectionReader::place(const JsonField& field) const {
+    field.expectKeys({"document", "path"});
+    Product product = document(field.required("document")).root();
+    if (!product) field.fail("the document has no product");
+    const auto names = field.optional("path");
+    if (!names) return product;
+    for (const JsonField& name : names->elements()) {
+        product = product.at({name.text()});
+        if (!product) name.fail("no such instance");
+    }
+    return product;
+}
+
+const std::string& checkedText(const std::string& text) {
+    if (!isWellFormed(text)) throw SaveFault{"a text is not UTF-8"};
+    return text;
+}
+
+Json placeOf(const Product& product) {
+    std::vector<std::string> names;
+    const ProductObject* place = product.object();
+    for (; place && place->father(); place = place->father()) names.push_back(place->instanceName());
+    if (!place || place->reference()->component) throw SaveFault{"a component has no place of its own"};
+    Json json{{"document", checkedText(place->reference()->document->name())}};
+    for (auto name = names.rbegin(); name != names.rend(); ++name) json["path"].push_back(checkedText(*name));
+    return json;
+}
+
+SessionSection::SessionSection(const char* sectionKey, Read readSection, Write writeSection)
+    : key(sectionKey), read(readSection), write(writeSection) {
+    const auto after = [](const SessionSection* left, const SessionSection* right) {
+        return std::strcmp(left->key, right->key) < 0;
+    };
+    sections().insert(std::upper_bound(sections().begin(), sections().end(), this, after), this);
+}
+
+const SessionSection* SessionSection::find(const std::string& key) {
+    for (const SessionSection* section : sections())
+        if (key == section->key) return section;
+    return nullptr;
+}
+
+const std::vector<const SessionSection*>& SessionSection::all() { return sections(); }
 
 SessionFileResult loadSessionText(const std::string& path, const std::string& text) {
     Session& session = Session::current();
