@@ -86,4 +86,41 @@ TEST_F(CommandLineTest, DatGivesEveryField) {
     EXPECT_EQ(fields["<DT_Maps>"], nlohmann::json::parse(R"([["x", "y"]])"));
 }
 
+TEST_F(CommandLineTest, EveryDatFileIsAccountedFor) {
+    write("w/gone.CATPart.dat", kTagged);
+    write("w/drawing.pdf", "foreign");
+    write("w/drawing.pdf.dat", kTagged);
+    write("w/other.pdf", "foreign, unknown to the PDM");
+    EXPECT_EQ(run("status --json " + quoted("w") + " " + quoted("absent")), 2);
+    EXPECT_NE(content("err").find("no such file or folder"), std::string::npos);
+    std::istringstream lines(content("out"));
+    Texts rows;
+    for (std::string line; std::getline(lines, line);) {
+        const auto row = nlohmann::json::parse(line);
+        rows.push_back(row["document"].get<std::string>() + ": " + row["reason"].get<std::string>());
+    }
+    EXPECT_EQ(rows, (Texts{path("w/drawing.pdf") + ": file changed since it was loaded",
+                           path("w/gone.CATPart") + ": a DAT file without its document"}));
+}
+
+TEST_F(CommandLineTest, ColumnsAreAsWideAsTheirTextsInCharacters) {
+    writePart("\xC3\x96l.CATPart", "item\nR\xC3\xA9v\n\n\n\n\n\n1700000000\n");
+    EXPECT_EQ(run("status " + quoted("\xC3\x96l.CATPart")), 0);
+    EXPECT_EQ(
+        content("out"),
+        "STATUS        REASON                   DAT         ITEM REVISION  LOAD TYPE  LINKS  UNRESOLVED  TABLE  "
+        "DOCUMENT\n"
+        "not modified  file and DAT file agree  positional  R\xC3\xA9v                           0           0  no     " +
+            path("\xC3\x96l.CATPart") + "\n");
+}
+
+TEST_F(CommandLineTest, TextsAboutTheProgramNameEveryCommand) {
+    for (const char* const kind : {"man", "bash", "zsh"}) {
+        EXPECT_EQ(run(std::string("--generate ") + kind), 0);
+        for (const char* const word : {"status", "dat", "json", "session", "journal"})
+            EXPECT_NE(content("out").find(word), std::string::npos) << kind << " " << word;
+    }
+    EXPECT_EQ(run("--generate nothing"), 2);
+}
+
 } // namespace

@@ -1,38 +1,67 @@
 #include "tools/vorntools/Commands.h"
+#include "tools/vorntools/Manual.h"
+#include "tools/vorntools/Output.h"
+#include "tools/vorntools/System.h"
 
-#include <CLI/CLI.hpp>
+#include "embedded/SessionFile.h"
 
-namespace {
+#include <cstdio>
 
-void addCommonOptions(CLI::App& command, CommonOptions& options) {
-    command.add_flag("--json", options.json, "One JSON object a line instead of a table");
-    command.add_option("--session", options.session, "Session file: environment and documents in session");
-    command.add_option("--journal", options.journal, "File that receives the journal");
+void CommonOptions::addOutputTo(CLI::App& command) {
+    command.add_flag("--json", json, "One JSON object a line instead of a table");
+    command.add_option("--journal", journal, "File that receives the journal")->type_name("FILE");
 }
 
-} // namespace
+void CommonOptions::addTo(CLI::App& command) {
+    addOutputTo(command);
+    command.add_option("--session", session, "Session file: environment and documents in session")->type_name("FILE");
+}
 
-int main(int argc, char** argv) {
-    CLI::App app("What the PDM knows of CATIA V5 documents", "vorntools");
-    app.set_version_flag("--version", VORNTOOLS_VERSION);
-    app.require_subcommand(1);
-    CommonOptions options;
+bool CommonOptions::loadSession() const {
+    if (session.empty()) return true;
+    const embedded::SessionFileResult result = embedded::loadSession(session);
+    if (!result.ok) complain(result.error);
+    return result.ok;
+}
 
-    CLI::App* const status = app.add_subcommand("status", "New, modified or not modified: every document of a folder");
-    status->add_option("folder", options.names, "Folders, searched with all below them, and documents")->required();
-    addCommonOptions(*status, options);
+Program::Program() : m_app("What the PDM knows of CATIA V5 documents", "vorntools") {
+    m_app.set_version_flag("--version", VORNTOOLS_VERSION);
+    m_app.require_subcommand(0, 1);
+    m_app.add_option("--generate", m_generated, "Text about the program itself")
+        ->check(CLI::IsMember({"man", "bash", "zsh"}))
+        ->group("");
+}
 
-    CLI::App* const dat = app.add_subcommand("dat", "Every field of a DAT file");
-    dat->add_option("file", options.names, "The DAT file or its document")->required()->expected(1);
-    addCommonOptions(*dat, options);
+CLI::App& Program::add(const std::string& name, const std::string& description, std::function<int()> run) {
+    CLI::App* const command = m_app.add_subcommand(name, description);
+    m_commands.push_back({command, std::move(run)});
+    return *command;
+}
 
+int Program::run(std::vector<std::string> arguments) {
     try {
-        app.parse(argc, argv);
-        return status->parsed() ? runStatus(options) : runDat(options);
+        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend() - (arguments.empty() ? 0 : 1));
+        m_app.parse(reversed);
+        for (const Command& command : m_commands)
+            if (command.app->parsed()) return command.run();
+        if (m_generated.empty()) throw CLI::RequiredError("A command");
+        std::fputs(generateText(m_app, m_generated).c_str(), stdout);
+        return ExitFine;
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? ExitFine : ExitUnusable;
+        return m_app.exit(error) == 0 ? ExitFine : ExitUnusable;
     } catch (const std::exception& error) {
-        std::cerr << "vorntools: " << error.what() << '\n';
+        complain(error.what());
         return ExitUnusable;
     }
+}
+
+int main(int count, char** values) {
+    host::prepareOutput();
+    Program program;
+    addStatusCommand(program);
+    addDatCommand(program);
+    const int code = program.run(host::arguments(count, values));
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
+    complain("cannot write standard output");
+    return ExitUnusable;
 }

@@ -1,4 +1,6 @@
 #include "tools/vorntools/Commands.h"
+#include "tools/vorntools/Files.h"
+#include "tools/vorntools/Output.h"
 
 #include "VornCache.h"
 #include "VornToolsCommon.h"
@@ -6,11 +8,7 @@
 #include "embedded/Records.h"
 #include "embedded/Session.h"
 
-#include <nlohmann/json.hpp>
-
-#include <algorithm>
 #include <array>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string_view>
@@ -27,20 +25,6 @@ struct Row {
     bool designTable = false;
 };
 
-constexpr std::array<std::string_view, 13> kSuffixes = {"catpart",
-                                                        "catproduct",
-                                                        "catdrawing",
-                                                        "catprocess",
-                                                        "catanalysis",
-                                                        "catalog",
-                                                        "wrl",
-                                                        "catshape",
-                                                        "model",
-                                                        "cgr",
-                                                        "jt",
-                                                        "catanalysisresults",
-                                                        "catanalysiscomputations"};
-
 /** The journal line that decides a status, by its beginning, in plain words. */
 constexpr std::array<std::pair<std::string_view, const char*>, 6> kReasons = {{
     {"Modified Status to New Case 1", "no DAT file"},
@@ -51,46 +35,7 @@ constexpr std::array<std::pair<std::string_view, const char*>, 6> kReasons = {{
     {"Modified Status to Modified for", "no file yet"},
 }};
 
-std::string bytesOf(const CATUnicodeString& text) {
-    return {text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte())};
-}
-
-bool isDocument(const std::string& name) {
-    const std::size_t dot = name.find_last_of('.');
-    if (dot == std::string::npos) return false;
-    std::string suffix = name.substr(dot + 1);
-    for (char& letter : suffix)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return std::find(kSuffixes.begin(), kSuffixes.end(), suffix) != kSuffixes.end();
-}
-
-/** The documents of a folder and of those below it, sorted. Links to folders are not followed. */
-void collect(const fs::path& folder, std::vector<std::string>& documents) {
-    const std::size_t first = documents.size();
-    for (const fs::directory_entry& entry :
-         fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied)) {
-        std::string name = entry.path().u8string();
-        if (isDocument(name) && !entry.is_directory()) documents.push_back(std::move(name));
-    }
-    std::sort(documents.begin() + static_cast<std::ptrdiff_t>(first), documents.end());
-}
-
-bool collectAll(const std::vector<std::string>& names, std::vector<std::string>& documents) {
-    for (const std::string& name : names) {
-        const fs::path path = fs::u8path(name);
-        std::error_code error;
-        if (fs::is_directory(path, error)) {
-            collect(path, documents);
-        } else if (fs::is_regular_file(path, error)) {
-            documents.push_back(name);
-        } else {
-            std::fprintf(stderr, "vorntools: no such file or folder: %s\n", name.c_str());
-            return false;
-        }
-    }
-    return true;
-}
-
+/** The last decision in the journal: a DAT file without a date is found new first and then compared. */
 std::string reasonInJournal() {
     const embedded::Journal& journal = embedded::Journal::get();
     for (std::size_t i = journal.size(); i > 0; --i)
@@ -110,87 +55,139 @@ std::string value(VornCache& cache, const CATUnicodeString& name, const char* ta
     return bytesOf(text);
 }
 
-void fillFields(VornCache& cache, const CATUnicodeString& name, Row& row) {
+std::string datFileOf(const FoundDocument& found, const CATUnicodeString& name) {
+    if (found.hasDat) return found.name + ".dat";
+    CATUnicodeString managed;
+    return VornToolsCommon::isAOvElement(nullptr, name, managed) ? bytesOf(managed) + ".dat" : std::string();
+}
+
+void fillFields(VornCache& cache, const FoundDocument& found, const CATUnicodeString& name, Row& row) {
     const std::string version = value(cache, name, "<DatFileVersion>");
     if (version.empty()) return;
-    CATUnicodeString managed;
-    if (VornToolsCommon::isAOvElement(nullptr, name, managed)) row.dat = bytesOf(managed) + ".dat";
+    row.dat = datFileOf(found, name);
     row.layout = version == "0" ? "positional" : "tagged";
     row.itemRevision = value(cache, name, version == "0" ? "<ItemRevId>" : "<ItemRevUID>");
     row.dataset = value(cache, name, "<DatasetUID>");
-    row.namedReference = value(cache, name, "<NamedRefUID>");
+    if (version != "0") row.namedReference = value(cache, name, "<NamedRefUID>");
     row.loadType = value(cache, name, "<LoadType>");
+    // Links are only counted: with the document's own folder as the place to look, nobody looks for each of them.
     CATListValCATUnicodeString links, unresolved;
-    cache.getLinkedDoc(name, CATUnicodeString(), links);
+    const std::string folder = found.name.substr(0, found.name.find_last_of("/\\") + 1);
+    cache.getLinkedDoc(name, textOf(folder.size() > 1 ? folder.substr(0, folder.size() - 1) : folder), links);
     cache.getLinkedUnresolvedDoc(name, unresolved);
     row.linked = links.Size();
     row.unresolved = unresolved.Size();
     row.designTable = cache.isDesignTable(name) != 0;
 }
 
-Row examine(const std::string& document) {
-    Row row;
-    row.document = document;
-    const CATUnicodeString name(document.data(), document.size());
-    VornCache cache;
-    cache.addDocument(name, embedded::Session::current().find(document).get());
-    row.reason = reasonInJournal();
-    VornCache::EnumModifiedFlag status = VornCache::ModifiedFlagNew;
-    cache.getModifiedStatus(name, status);
-    row.status = nameOf(status);
-    fillFields(cache, name, row);
-    return row;
+/** A document of the session file, by the name that was found or by its absolute form. */
+CATDocument* documentInSession(const std::string& name) {
+    const embedded::Session& session = embedded::Session::current();
+    if (session.documentCount() == 0) return nullptr;
+    if (const embedded::Document document = session.find(name)) return document.get();
+    std::error_code error;
+    const fs::path absolute = fs::absolute(fs::u8path(name), error).lexically_normal();
+    return error ? nullptr : session.find(absolute.u8string()).get();
 }
 
-nlohmann::ordered_json textOrNull(const std::string& text) {
-    return text.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(text);
+/** Asks the library about one document after the other. */
+class Examiner {
+public:
+    Row examine(const FoundDocument& found) {
+        // A cache keeps all that it was asked about: a new one now and then keeps the memory of a large folder small.
+        if (m_asked++ % kAnswersPerCache == 0) m_cache = std::make_unique<VornCache>();
+        Row row;
+        row.document = found.name;
+        const CATUnicodeString name = textOf(found.name);
+        m_cache->addDocument(name, documentInSession(found.name));
+        row.reason = found.exists ? reasonInJournal() : "a DAT file without its document";
+        VornCache::EnumModifiedFlag status = VornCache::ModifiedFlagNew;
+        m_cache->getModifiedStatus(name, status);
+        row.status = nameOf(status);
+        fillFields(*m_cache, found, name, row);
+        return row;
+    }
+
+private:
+    static constexpr std::size_t kAnswersPerCache = 64;
+
+    std::unique_ptr<VornCache> m_cache;
+    std::size_t m_asked = 0;
+};
+
+Json jsonOf(const Row& row) {
+    Json json = Json::object();
+    auto& members = json.get_ref<Json::object_t&>();
+    constexpr std::size_t kMembers = 12;
+    members.reserve(kMembers);
+    members.emplace_back("document", row.document);
+    members.emplace_back("dat", textOrNull(row.dat));
+    members.emplace_back("layout", textOrNull(row.layout));
+    members.emplace_back("item_revision", row.itemRevision);
+    members.emplace_back("dataset", row.dataset);
+    members.emplace_back("named_reference", row.namedReference);
+    members.emplace_back("load_type", row.loadType);
+    members.emplace_back("status", row.status);
+    members.emplace_back("reason", row.reason);
+    members.emplace_back("linked", row.linked);
+    members.emplace_back("unresolved", row.unresolved);
+    members.emplace_back("design_table", row.designTable);
+    return json;
 }
 
-void printJson(const Row& row) {
-    const nlohmann::ordered_json object = {{"document", row.document},
-                                           {"dat", textOrNull(row.dat)},
-                                           {"layout", textOrNull(row.layout)},
-                                           {"item_revision", row.itemRevision},
-                                           {"dataset", row.dataset},
-                                           {"named_reference", row.namedReference},
-                                           {"load_type", row.loadType},
-                                           {"status", row.status},
-                                           {"reason", row.reason},
-                                           {"linked", row.linked},
-                                           {"unresolved", row.unresolved},
-                                           {"design_table", row.designTable}};
-    // Names are bytes; what is not UTF-8 is shown replaced.
-    std::puts(object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
+std::vector<std::string> cellsOf(const Row& row) {
+    return {row.status,
+            row.reason,
+            row.layout.empty() ? "-" : row.layout,
+            row.itemRevision,
+            row.loadType,
+            std::to_string(row.linked),
+            std::to_string(row.unresolved),
+            row.designTable ? "yes" : "no",
+            row.document};
 }
 
-void printRow(const Row& row) {
-    std::printf("%-12s  %-33s  %-10s  %-16s  %-16s  %5d  %10d  %-5s  %s\n", row.status.c_str(), row.reason.c_str(),
-                row.layout.empty() ? "-" : row.layout.c_str(), row.itemRevision.c_str(), row.loadType.c_str(),
-                row.linked, row.unresolved, row.designTable ? "yes" : "no", row.document.c_str());
-}
+int runStatus(const CommonOptions& options) {
+    if (!options.loadSession()) return ExitUnusable;
+    DocumentSearch documents;
+    const bool complete = documents.search(options.names);
 
-void printHeading() {
-    std::printf("%-12s  %-33s  %-10s  %-16s  %-16s  %5s  %10s  %-5s  %s\n", "STATUS", "REASON", "DAT", "ITEM REVISION",
-                "LOAD TYPE", "LINKS", "UNRESOLVED", "TABLE", "DOCUMENT");
+    JournalFile journal(options.journal);
+    journal.take();
+    Table table({{"STATUS"},
+                 {"REASON"},
+                 {"DAT"},
+                 {"ITEM REVISION"},
+                 {"LOAD TYPE"},
+                 {"LINKS", true},
+                 {"UNRESOLVED", true},
+                 {"TABLE"},
+                 {"DOCUMENT"}});
+    bool findings = false;
+    {
+        Progress progress(documents.found().size(), "documents");
+        Examiner examiner;
+        for (const FoundDocument& found : documents.found()) {
+            const Row row = examiner.examine(found);
+            findings = findings || row.status != "not modified" || row.unresolved > 0;
+            options.json ? printJson(jsonOf(row)) : table.add(cellsOf(row));
+            journal.take();
+            progress.step();
+        }
+    }
+    table.print();
+    if (!journal.finish() || !complete) return ExitUnusable;
+    return findings ? ExitFindings : ExitFine;
 }
 
 } // namespace
 
-int runStatus(const CommonOptions& options) {
-    std::vector<std::string> documents;
-    if (!loadSessionOf(options) || !collectAll(options.names, documents)) return ExitUnusable;
-
-    JournalFile journal(options.journal);
-    if (!options.json) printHeading();
-    int findings = 0;
-    for (const std::string& document : documents) {
-        const Row row = examine(document);
-        if (row.status != "not modified" || row.unresolved > 0) ++findings;
-        options.json ? printJson(row) : printRow(row);
-        if (!journal.take()) {
-            std::fprintf(stderr, "vorntools: cannot write %s\n", options.journal.c_str());
-            return ExitUnusable;
-        }
-    }
-    return findings > 0 ? ExitFindings : ExitFine;
+void addStatusCommand(Program& program) {
+    const auto options = std::make_shared<CommonOptions>();
+    CLI::App& command = program.add("status", "New, modified or not modified: every document of a folder, and why",
+                                    [options] { return runStatus(*options); });
+    command.add_option("folder", options->names, "Folders, searched with all below them, and documents")
+        ->required()
+        ->type_name("FOLDER");
+    options->addTo(command);
 }

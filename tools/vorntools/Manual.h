@@ -1,0 +1,14 @@
+#ifndef TOOLS_VORNTOOLS_MANUAL_H
+#define TOOLS_VORNTOOLS_MANUAL_H
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+/**
+ * Text made from the program's own table of commands and options.
+ * @param kind "man" for a manual page, "bash" and "zsh" for completions
+ */
+std::string generateText(const CLI::App& app, const std::string& kind);
+
+#endif

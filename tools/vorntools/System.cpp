@@ -1,0 +1,63 @@
+#include "tools/vorntools/System.h"
+
+#include <cstdio>
+
+#if defined(_WIN32)
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+
+#include <io.h>
+#include <shellapi.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace host {
+
+#if defined(_WIN32)
+
+namespace {
+
+std::string utf8(const wchar_t* wide) {
+    const int size = WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
+    std::string text(size > 0 ? static_cast<std::size_t>(size) : 1, '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide, -1, &text[0], size, nullptr, nullptr);
+    text.pop_back();
+    return text;
+}
+
+} // namespace
+
+std::vector<std::string> arguments(int count, char** values) {
+    // The values of main() are in the system's own 8-bit encoding, which lacks most letters.
+    int wideCount = 0;
+    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &wideCount);
+    if (!wide) return std::vector<std::string>(values, values + count);
+    std::vector<std::string> result;
+    for (int i = 0; i < wideCount; ++i) result.push_back(utf8(wide[i]));
+    LocalFree(wide);
+    return result;
+}
+
+bool isWatched() { return _isatty(_fileno(stdout)) && _isatty(_fileno(stderr)); }
+
+#else
+
+std::vector<std::string> arguments(int count, char** values) {
+    return std::vector<std::string>(values, values + count);
+}
+
+bool isWatched() { return ::isatty(STDOUT_FILENO) && ::isatty(STDERR_FILENO); }
+
+#endif
+
+void prepareOutput() {
+    constexpr std::size_t kBuffer = std::size_t(1) << 16U;
+    std::setvbuf(stdout, nullptr, _IOFBF, kBuffer);
+#if defined(_WIN32)
+    SetConsoleOutputCP(CP_UTF8);
+#endif
+}
+
+} // namespace host
