@@ -247,8 +247,10 @@ int CATUnicodeString::ConvertToNum(int* oValue, const char* iFormat) const {
 }
 
 CATUnicodeString CATUnicodeString::operator+(const char* iText) const {
-    CATUnicodeString result(*this);
-    if (iText) result.m_text += iText;
+    const std::string_view right(iText ? iText : "");
+    CATUnicodeString result;
+    result.m_text.reserve(m_text.size() + right.size());
+    result.m_text.append(m_text).append(right);
     return result;
 }
 
@@ -258,7 +260,8 @@ CATUnicodeChar CATUnicodeString::operator[](size_t iPosition) const {
 }
 
 CATUnicodeString operator+(const CATUnicodeString& iLeft, const CATUnicodeString& iRight) {
-    CATUnicodeString result(iLeft);
-    result.Append(iRight);
+    CATUnicodeString result;
+    result.m_text.reserve(iLeft.m_text.size() + iRight.m_text.size());
+    result.m_text.append(iLeft.m_text).append(iRight.m_text);
     return result;
 }

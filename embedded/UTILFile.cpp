@@ -103,9 +103,11 @@ private:
             m_begin = 0;
         }
         if (m_end + 1 == m_buffer.size()) m_buffer.resize(2 * m_buffer.size());
-        const long count = m_file.read(m_buffer.data() + m_end, m_buffer.size() - m_end - 1);
+        const std::size_t room = m_buffer.size() - m_end - 1;
+        const long count = m_file.read(m_buffer.data() + m_end, room);
         if (count < 0) return false;
-        m_atEnd = count == 0;
+        // A file gives less than asked for only at its end: most are done with one read.
+        m_atEnd = static_cast<std::size_t>(count) < room;
         m_end += static_cast<std::size_t>(count);
         return true;
     }

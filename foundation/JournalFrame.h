@@ -32,8 +32,7 @@ class JournalFrame {
 public:
     /** @param i_class_name the class's _CteCLASS_NAME. @param i_end_code code of the closing line, -1 for none */
     JournalFrame(const CATUnicodeString& i_class_name, const char* i_method, int i_end_code = -1)
-        : m_name(i_class_name), m_end_code(i_end_code) {
-        m_name.Append(i_method);
+        : m_name(i_class_name + i_method), m_end_code(i_end_code) {
         if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionBegin(m_name, m_no_text);
     }
     ~JournalFrame() {
@@ -77,7 +76,7 @@ public:
     }
 
 private:
-    CATUnicodeString m_name;
+    const CATUnicodeString m_name;
     const CATUnicodeString m_no_text;
     int m_end_code;
 };

@@ -94,6 +94,8 @@ public:
     CATUnicodeChar operator[](size_t iPosition) const;
 
 private:
+    friend ExportedByCatia CATUnicodeString operator+(const CATUnicodeString& iLeft, const CATUnicodeString& iRight);
+
     std::string m_text;
 };
 
