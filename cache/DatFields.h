@@ -43,7 +43,13 @@ public:
         if (m_text) return m_text->IsNull() ? nullptr : m_text;
         return m_list && m_list->Size() > 0 ? &(*m_list)[1] : nullptr;
     }
-    /** Appends the single value unless it is empty, or the whole list. */
+    /** Visits the single value unless it is empty, or each of the list. */
+    template <class Visit>
+    void forEach(Visit&& i_visit) const {
+        if (m_text && !m_text->IsNull()) i_visit(*m_text);
+        for (int i = 1; m_list && i <= m_list->Size(); ++i) i_visit((*m_list)[i]);
+    }
+    /** Appends what forEach visits. */
     void appendTo(CATListValCATUnicodeString& io_list) const {
         if (m_text && !m_text->IsNull()) io_list.Append(*m_text);
         if (m_list) io_list.Append(*m_list);

@@ -1,10 +1,13 @@
 #include "VornCache.h"
 
+#include "cache/DatFields.h"
 #include "cache/DatLines.h"
 #include "cache/PlatformAnswers.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/Texts.h"
 
 #include <cstring>
+#include <utility>
 
 using namespace vorntools;
 
@@ -15,10 +18,6 @@ constexpr char kMultiModel[] = "MML";
 constexpr char kMultiModelAssembly[] = "MMLAssy";
 constexpr char kUnresolved[] = "UNRESOLVED";
 
-bool beginsWith(const CATUnicodeString& i_entry, const char* i_word) {
-    return std::strncmp(i_entry.ConvertToChar(), i_word, std::strlen(i_word)) == 0;
-}
-
 /** The entry behind its word and the separator, which is one character of any kind. */
 CATUnicodeString behindWord(const CATUnicodeString& i_entry, const char* i_word) {
     const int first = static_cast<int>(std::strlen(i_word)) + 1;
@@ -26,48 +25,71 @@ CATUnicodeString behindWord(const CATUnicodeString& i_entry, const char* i_word)
     return count > 0 ? i_entry.SubString(first, count) : CATUnicodeString();
 }
 
+/**
+ * Full names of files that a DAT file gives without a directory: beside its document when they exist there, else in a
+ * given directory.
+ */
+class FullNames {
+public:
+    FullNames(const CATUnicodeString& i_document, const CATUnicodeString& i_directory,
+              CATListValCATUnicodeString& o_list)
+        : m_document(i_document), m_directory(i_directory), m_list(o_list) {}
+
+    void append(const CATUnicodeString& i_file) {
+        if (!m_begun) begin();
+        CATUnicodeString name;
+        if (!m_beside.IsNull()) name = m_beside + i_file;
+        if (m_beside.IsNull() || !UTILFile::existingFile(name)) name = m_given + i_file;
+        const int position = m_list.Size() + 1;
+        m_list.Size(position);
+        m_list[position] = std::move(name);
+    }
+    /** Of splitting the document's name; S_OK when there was nothing to append. */
+    HRESULT code() const { return m_code; }
+
+private:
+    /** Everything that the names have in common. */
+    void begin() {
+        m_begun = true;
+        const CATUnicodeString separator = UTILFile::getPathSeparator();
+        m_given = m_directory + separator;
+        CATUnicodeString document_directory, ignored;
+        m_code = splitFullName(m_document, document_directory, ignored);
+        if (SUCCEEDED(m_code) && !document_directory.IsNull() && document_directory != m_directory)
+            m_beside = document_directory + separator;
+    }
+
+    const CATUnicodeString& m_document;
+    const CATUnicodeString& m_directory;
+    CATListValCATUnicodeString& m_list;
+    CATUnicodeString m_given;
+    CATUnicodeString m_beside;
+    HRESULT m_code = S_OK;
+    bool m_begun = false;
+};
+
 } // namespace
 
-HRESULT VornCache::getFullNameOfFileFromDatFile(const CATUnicodeString& fileName, const CATUnicodeString& documentName,
-                                                const CATUnicodeString& dir, CATUnicodeString& fullName) {
-    const CATUnicodeString separator = UTILFile::getPathSeparator();
-    fullName = dir + separator + fileName;
-    CATUnicodeString documentDirectory, ignored;
-    const HRESULT code = splitFullName(documentName, documentDirectory, ignored);
-    if (FAILED(code)) return code;
-    if (documentDirectory.IsNull() || documentDirectory == dir) return code;
-    const CATUnicodeString besideDocument = documentDirectory + separator + fileName;
-    if (UTILFile::existingFile(besideDocument)) fullName = besideDocument;
-    return code;
-}
-
-HRESULT VornCache::appendFullNames(const CATUnicodeString& name, const CATUnicodeString& dir,
-                                   const CATListValCATUnicodeString& fileNames, CATListValCATUnicodeString& list) {
-    HRESULT code = S_OK;
-    for (int i = 1; i <= fileNames.Size(); ++i) {
-        CATUnicodeString fullName;
-        code = getFullNameOfFileFromDatFile(fileNames[i], name, dir, fullName);
-        list.Append(fullName);
-    }
-    return code;
+template <class Visit>
+void VornCache::forEachLink(const CATUnicodeString& name, Visit&& visit) const {
+    DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::LinkedDocs)).forEach(visit);
 }
 
 HRESULT VornCache::getDesignTableFiles(CATUnicodeString name, const CATUnicodeString& dir,
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableFiles");
     list.RemoveAll();
-    CATListValCATUnicodeString files;
-    getDataListAtLine(name, tagText(DatTag::DesignTableFiles), files);
-    appendFullNames(name, dir, files, list);
+    FullNames full_names(name, dir, list);
+    DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::DesignTableFiles))
+        .forEach([&](const CATUnicodeString& i_file) { full_names.append(i_file); });
     return S_OK;
 }
 
 HRESULT VornCache::getLinkedDoc(CATUnicodeString name, const CATUnicodeString& dir, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedDoc");
     list.RemoveAll();
-    CATListValCATUnicodeString entries;
-    getDataListAtLine(name, tagText(DatTag::LinkedDocs), entries);
-    appendFullNames(name, dir, entries, list);
+    FullNames full_names(name, dir, list);
+    forEachLink(name, [&](const CATUnicodeString& i_entry) { full_names.append(i_entry); });
     return S_OK;
 }
 
@@ -75,13 +97,11 @@ HRESULT VornCache::getLinkedMMLDoc(CATUnicodeString name, const CATUnicodeString
                                    CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLDoc");
     list.RemoveAll();
-    CATListValCATUnicodeString entries, targets;
-    getDataListAtLine(name, tagText(DatTag::LinkedDocs), entries);
-    for (int i = 1; i <= entries.Size(); ++i) {
-        if (beginsWith(entries[i], kMultiModel) && entries[i].SearchSubString(kMultiModelAssembly) < 0)
-            targets.Append(behindWord(entries[i], kMultiModel));
-    }
-    appendFullNames(name, dir, targets, list);
+    FullNames full_names(name, dir, list);
+    forEachLink(name, [&](const CATUnicodeString& i_entry) {
+        if (beginsWith(i_entry, kMultiModel) && i_entry.SearchSubString(kMultiModelAssembly) < 0)
+            full_names.append(behindWord(i_entry, kMultiModel));
+    });
     return S_OK;
 }
 
@@ -89,29 +109,22 @@ HRESULT VornCache::getLinkedMMLAssyDoc(CATUnicodeString name, const CATUnicodeSt
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLAssyDoc");
     list.RemoveAll();
-    CATListValCATUnicodeString contexts;
-    listAssemblyContexts(name, contexts);
-    const HRESULT code = appendFullNames(name, dir, contexts, list);
-    if (FAILED(code)) list.RemoveAll();
-    return code;
-}
-
-void VornCache::listAssemblyContexts(const CATUnicodeString& name, CATListValCATUnicodeString& list) {
-    CATListValCATUnicodeString entries;
-    getDataListAtLine(name, tagText(DatTag::LinkedDocs), entries);
-    for (int i = 1; i <= entries.Size(); ++i) {
-        if (beginsWith(entries[i], kMultiModelAssembly)) list.Append(behindWord(entries[i], kMultiModelAssembly));
-    }
+    FullNames full_names(name, dir, list);
+    forEachLink(name, [&](const CATUnicodeString& i_entry) {
+        if (beginsWith(i_entry, kMultiModelAssembly)) full_names.append(behindWord(i_entry, kMultiModelAssembly));
+    });
+    if (FAILED(full_names.code())) list.RemoveAll();
+    return full_names.code();
 }
 
 HRESULT VornCache::getExistingMMLAssyContextDocName(CATUnicodeString name, CATUnicodeString& ctx) {
     const JournalFrame frame(_CteCLASS_NAME, "getExistingMMLAssyContextDocName");
     ctx = "";
-    CATListValCATUnicodeString contexts;
-    listAssemblyContexts(name, contexts);
-    for (int i = 1; i <= contexts.Size() && ctx.IsNull(); ++i) {
-        if (UTILFile::getExtension(contexts[i]).Compare("CATProduct") != 0) ctx = contexts[i];
-    }
+    forEachLink(name, [&](const CATUnicodeString& i_entry) {
+        if (!ctx.IsNull() || !beginsWith(i_entry, kMultiModelAssembly)) return;
+        const CATUnicodeString context = behindWord(i_entry, kMultiModelAssembly);
+        if (UTILFile::getExtension(context).Compare("CATProduct") != 0) ctx = context;
+    });
     return S_OK;
 }
 
@@ -130,9 +143,7 @@ HRESULT VornCache::hasLinkedUnresolvedDoc(CATUnicodeString name, unsigned char& 
 }
 
 int VornCache::countUnresolved(const CATUnicodeString& name) {
-    CATListValCATUnicodeString entries;
-    getDataListAtLine(name, tagText(DatTag::LinkedDocs), entries);
     int count = 0;
-    for (int i = 1; i <= entries.Size(); ++i) count += beginsWith(entries[i], kUnresolved);
+    forEachLink(name, [&](const CATUnicodeString& i_entry) { count += beginsWith(i_entry, kUnresolved); });
     return count;
 }

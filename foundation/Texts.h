@@ -3,11 +3,21 @@
 
 #include "CATUnicodeString.h"
 
+#include <cstddef>
+#include <cstring>
+
 namespace vorntools {
 
-/** Whether a text begins with another one, letter case included. */
+/** Whether a text begins with another one that is not empty, letter case included. */
+inline bool beginsWith(const CATUnicodeString& i_text, const char* i_beginning) {
+    const std::size_t length = std::strlen(i_beginning);
+    return length > 0 && std::strncmp(i_text.ConvertToChar(), i_beginning, length) == 0;
+}
+
 inline bool beginsWith(const CATUnicodeString& i_text, const CATUnicodeString& i_beginning) {
-    return i_text.SearchSubString(i_beginning) == 0;
+    const int length = i_beginning.GetLengthInByte();
+    return length > 0 && i_text.GetLengthInByte() >= length &&
+           std::memcmp(i_text.ConvertToChar(), i_beginning.ConvertToChar(), static_cast<std::size_t>(length)) == 0;
 }
 
 /** What stands behind the first characters of a text. */

@@ -101,14 +101,12 @@ private:
                                      TYPMapCATUnicodeStringPVoid* fieldMap);
     HRESULT getDataListAtLine(const CATUnicodeString& name, const CATUnicodeString& tag,
                               CATListValCATUnicodeString& list);
-    HRESULT getFullNameOfFileFromDatFile(const CATUnicodeString& fileName, const CATUnicodeString& documentName,
-                                         const CATUnicodeString& dir, CATUnicodeString& fullName);
     HRESULT getLastModificationDateOnFile(const char* path, int* date);
 
     EnumModifiedFlag statusOf(const CATUnicodeString& name) const;
-    HRESULT appendFullNames(const CATUnicodeString& name, const CATUnicodeString& dir,
-                            const CATListValCATUnicodeString& fileNames, CATListValCATUnicodeString& list);
-    void listAssemblyContexts(const CATUnicodeString& name, CATListValCATUnicodeString& list);
+    /** Visits the entries of the linked documents. */
+    template <class Visit>
+    void forEachLink(const CATUnicodeString& name, Visit&& visit) const;
     int countUnresolved(const CATUnicodeString& name);
 
     TYPMapCATUnicodeStringPVoid* m_cacheMap;    ///< name to its field map (owned), "MAP_CACHE"

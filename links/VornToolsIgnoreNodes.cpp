@@ -1,7 +1,9 @@
 #include "VornToolsIgnoreNodes.h"
 
 #include "foundation/InterfaceIds.h"
+#include "foundation/Texts.h"
 #include "links/Ancestors.h"
+#include "session/ProductHelpers.h"
 
 #include "CATIPrdProperties.h"
 #include "TYPVectorCATUnicodeString.h"
@@ -95,7 +97,7 @@ void markAsIgnoreNode(const JournalFrame& i_frame, CATIPrdProperties& io_propert
         return;
     }
     i_format(description);
-    if (FAILED(io_properties.SetDescriptionInst(description))) i_frame.callFailed("SetDescriptionInst");
+    if (FAILED(writeDescription(&io_properties, description))) i_frame.callFailed("SetDescriptionInst");
 }
 
 } // namespace
