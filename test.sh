@@ -36,8 +36,9 @@ stage_windows() {
     # A server that stays saves its start with every program.
     wineserver -p
     trap 'wineserver -k' EXIT
-    # Now and then Wine does not let a program end; only such a run is repeated.
-    ctest --preset windows -j "$jobs" --repeat after-timeout:3 && check_imports build/windows/bin/*.dll build/windows/bin/vorntools.exe
+    # The first program starts Wine's own services, which keep its output open: a test would never be seen to end.
+    wine build/windows/bin/vorntools.exe --version >/dev/null 2>&1 </dev/null
+    ctest --preset windows -j "$jobs" && check_imports build/windows/bin/*.dll build/windows/bin/vorntools.exe
 }
 
 # The modules need nothing but the system's own libraries and each other.
