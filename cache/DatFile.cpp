@@ -142,6 +142,8 @@ HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUni
 
 HRESULT VornToolsCommon::getDatFileFullFileName(const CATUnicodeString& i_file_name, CATUnicodeString& o_dat_name) {
     const JournalFrame frame(_CteCLASS_NAME, "getDatFileFullFileName");
+    // The output may be the very text that is asked about.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const CATUnicodeString file_name(i_file_name);
     o_dat_name = "";
     CATUnicodeString directory, name;

@@ -181,6 +181,8 @@ void deleteFields(TextMap* ip_fields) {
     delete ip_fields;
 }
 
+// The parameter is what the map gives back.
+// NOLINTNEXTLINE(readability-non-const-parameter)
 void deleteStatus(int* ip_status) { delete ip_status; }
 
 /** Frees every value and leaves its key behind without one, so that a second call finds nothing to free. */

@@ -3,6 +3,8 @@
 
 #include "CATMetaClass.h"
 
+#include <type_traits>
+
 // What every class of the platform's object model declares and defines about itself.
 #define CATDeclareInterface                                                                                            \
 public:                                                                                                                \
@@ -12,7 +14,7 @@ public:                                                                         
 #define CATImplementInterface(Class, Basemeta)                                                                         \
     const char* __stdcall Class::ClassName() { return #Class; }                                                        \
     CATClassId Class::ClassId() { return #Class; }                                                                     \
-    static_assert(sizeof(Class) > 0, #Class " derives from " #Basemeta)
+    static_assert(std::is_class<Class>::value, #Class " derives from " #Basemeta)
 
 #define CATDeclareClass                                                                                                \
 public:                                                                                                                \
@@ -36,6 +38,6 @@ public:                                                                         
     CATMetaClass* __stdcall Class::GetMetaObject() const { return MetaObject(); }                                      \
     const char* Class::IsA() const { return #Class; }                                                                  \
     int Class::IsAKindOf(const char* iName) const { return MetaObject()->IsAKindOf(iName); }                           \
-    static_assert(sizeof(Class) > 0, #Typeofclass " " #Impmeta)
+    static_assert(std::is_class<Class>::value, #Typeofclass " " #Impmeta)
 
 #endif
