@@ -163,7 +163,7 @@ int runDat(const CommonOptions& options) {
     cache.addDocument(name, nullptr);
     const Json fields = fieldsOf(cache, name);
     if (!journal.finish()) return ExitUnusable;
-    if (fields["<DatFileVersion>"] == "") {
+    if (fields["<DatFileVersion>"].get<std::string>().empty()) {
         complain("no DAT file can be read for " + bytesOf(name));
         return ExitUnusable;
     }

@@ -45,7 +45,7 @@ std::string manualOptions(const CLI::App& app) {
 }
 
 std::string manual(const CLI::App& app) {
-    const std::string name = app.get_name();
+    const std::string& name = app.get_name();
     std::string text = ".TH VORNTOOLS 1\n.SH NAME\n" + name + " \\- " + roff(app.get_description()) +
                        "\n.SH SYNOPSIS\n.B " + name + "\n.I command\n[options]\n.SH COMMANDS\n";
     for (const CLI::App* command : commandsOf(app)) {
