@@ -9,6 +9,7 @@
 class CATDocument;
 class CATIProduct;
 class VornCache;
+class VornToolsString;
 
 /**
  * The integration's services on documents and products, all static. Outputs are cleared first and stay empty on
@@ -134,6 +135,12 @@ public:
     /** Names the product by its chain of instances: the root's part number and the instance names down to it, joined by
      * backslashes whatever the system. */
     static HRESULT getProductPath(CATIProduct* ipi_product, CATUnicodeString& o_path);
+
+    // Exchange files --------------------------------------------------------------------------------------------------
+
+    /** The bytes of a whole file, as a new string that the caller deletes; null when it is missing, empty, longer than
+     * a string can be or cannot be read. */
+    static VornToolsString* readBinaryFile(CATUnicodeString i_file_name);
 
 private:
     friend struct VornToolsCommonTestAccess;

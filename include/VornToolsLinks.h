@@ -1,0 +1,165 @@
+#ifndef VornToolsLinks_H
+#define VornToolsLinks_H
+
+#include "CATListOfCATUnicodeString.h"
+#include "CATUnicodeString.h"
+#include "ExportedByVornTools.h"
+#include "VornToolsLink.h"
+#include "VornToolsString.h"
+#include "VornToolsVector.h"
+
+/**
+ * Finds the documents that a document of the platform points to. The document is not opened: its file is read as bytes
+ * ("image") and searched for what the platform writes into every document. docs/links.md describes what is read.
+ *
+ * Every operation is static and takes any bytes: damage ends a group early and keeps what was found before it, a
+ * missing stream leaves its group empty. Positions are byte positions in the image, from 0; -1 means "not there" and
+ * is a valid input. A null image is bad input: reported, with an empty answer; a null file name counts as an empty one.
+ * Vectors and lists are cleared first. File names are in the platform's 8-bit encoding. The same document named by two
+ * records is named twice.
+ */
+class ExportedByVornTools VornToolsLinks {
+public:
+    static const CATUnicodeString _CteCLASS_NAME;
+
+    VornToolsLinks();
+    virtual ~VornToolsLinks();
+
+    // Whole documents -------------------------------------------------------------------------------------------------
+
+    /**
+     * Reads a document file and lists its links in parallel lists, one entry a link.
+     * @param linkType "MML", "MMLASSY", "MMLDrawing" or anything else, as in getLinks
+     * @param directory where documents that are named without directory are looked for
+     * @param count number of links. @param sixth, seventh for the caller's own use: an empty text a link
+     * @param tagFound whether the tag of a multi-model link is known. @param missingTag as in getLinks
+     * @return always 0; a file that cannot be read leaves every output empty
+     */
+    static int searchLinks(CATUnicodeString filePath, CATUnicodeString linkType, CATUnicodeString directory,
+                           double& count, CATListValCATUnicodeString& linkedFileNames,
+                           CATListValCATUnicodeString& types, CATListValCATUnicodeString& references,
+                           CATListValCATUnicodeString& sixth, CATListValCATUnicodeString& seventh,
+                           VornToolsVector<unsigned char>& tagFound, unsigned char& missingTag);
+    /**
+     * Links in the order assembly context, external references, unpublished imports, multi-model links.
+     * @param linkType "MML": multi-model links only; "MMLASSY": all but them; anything else: all
+     * @param fileName where the document lies now: linked documents are looked for beside it
+     * @param missingTag 1 when linkType is "MML" and a multi-model link has no tag or no document, else 0
+     */
+    static VornToolsVector<VornToolsLink> getLinks(VornToolsString* image, CATUnicodeString linkType,
+                                                   VornToolsString* fileName, CATUnicodeString directory,
+                                                   unsigned char& missingTag);
+    /** The multi-model links, then all others. */
+    static VornToolsVector<VornToolsLink> getAllLinks(VornToolsString* image, VornToolsString* fileName,
+                                                      CATUnicodeString directory);
+
+    // One kind of link ------------------------------------------------------------------------------------------------
+
+    /** "MMLAssy_Context": the products in whose context a part was designed. In a product, its child products; in a
+     * drawing, the products it shows. */
+    static VornToolsVector<VornToolsLink> getContextLinks(VornToolsString* image, VornToolsString* fileName,
+                                                          CATUnicodeString directory);
+    /** Published, then unpublished imports. */
+    static VornToolsVector<VornToolsLink> getImportLinks(VornToolsString* image, VornToolsString* fileName,
+                                                         CATUnicodeString directory);
+    /** "MMLAssy_ImportNotPub": parts of which geometry was imported that is no publication. */
+    static VornToolsVector<VornToolsLink> getImportLinksWithoutPub(VornToolsString* image, VornToolsString* fileName,
+                                                                   CATUnicodeString directory);
+    /** "MMLAssy_Ref": published elements of the assembly, by their external references. */
+    static VornToolsVector<VornToolsLink> getImportLinksWithPub(VornToolsString* image);
+    /** getLinks with "MML". */
+    static VornToolsVector<VornToolsLink> getMMLLinks(VornToolsString* image, VornToolsString* fileName,
+                                                      CATUnicodeString directory);
+    /** getLinks with "MMLASSY". */
+    static VornToolsVector<VornToolsLink> getMMLAssyLinks(VornToolsString* image, VornToolsString* fileName,
+                                                          CATUnicodeString directory);
+    /** "MMLDrawing": the products, parts and drawings that a drawing shows, each once. */
+    static VornToolsVector<VornToolsLink> getMMLDrawingLinks(VornToolsString* image, VornToolsString* fileName,
+                                                             CATUnicodeString directory);
+
+    // What the links are made of --------------------------------------------------------------------------------------
+
+    /**
+     * Documents that the document-property stream names and the document uses.
+     * @param position of "CATDocumentProperty". @param partFiles parts pointed to as a whole
+     * @param contextProducts, contextParts products and parts whose objects are pointed to
+     * @param contextPartReferences parallel to contextParts: eight bytes, any values, NUL included
+     * @return 0
+     */
+    static int getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
+                                CATUnicodeString directory, VornToolsVector<VornToolsString>& partFiles,
+                                VornToolsVector<VornToolsString>& contextProducts,
+                                VornToolsVector<VornToolsString>& contextParts,
+                                VornToolsVector<VornToolsString>& contextPartReferences);
+    /** Documents that the stream still names although nothing uses them: deleted or renamed targets. Names as stored,
+     * since nobody is to find them. @return 0 */
+    static int getGhosts(VornToolsString* image, int position, VornToolsVector<VornToolsString>& ghosts);
+    /**
+     * External references between the application container and the document-property stream, each once.
+     * @param release not used: the form is the same in all. @param applicationPosition of "AppliCont"
+     * @param propertyPosition of "CATDocumentProperty". @return 0
+     */
+    static int getExternalReference(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                                    VornToolsVector<VornToolsString>& references);
+    /** Version, release and service pack of the program that saved the document last. @return 1 when the summary lacks
+     * one of them (which is then 0); 0 also without a summary, with three zeros */
+    static int getVersion(VornToolsString* image, int& version, int& release, int& servicePack);
+    /** Identifiers of five bytes behind the first occurrence of a key: first those led in by D3 B5, then those led in
+     * by two zeros, duplicates kept. */
+    static VornToolsVector<VornToolsString> findKey(VornToolsString* image, VornToolsString& key);
+    /** 1 when one of the keys is an element that the document publishes, imports left out. */
+    static int isKeyInFile(VornToolsString& image, VornToolsVector<VornToolsString>& keys);
+
+    // Multi-model links -----------------------------------------------------------------------------------------------
+
+    /** Tags of the imported elements, parallel to getMmlPublication: ten letters for geometry, the name of a
+     * parameter. @param release of getVersion: up to 12 the elements of the older form come last. @param
+     * applicationPosition, propertyPosition of "AppliCont" and "CATDocumentProperty". @return 0 */
+    static int getMMLTag(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                         VornToolsVector<VornToolsString>& tags);
+    /** Imported elements in stream order, repeats kept, as the document names them ("InputToDoc:Doc!Geometry:...!").
+     * The older form names them by the tag alone. @return 0 */
+    static int getMmlPublication(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                                 VornToolsVector<VornToolsString>& publications);
+    /**
+     * Makes the "MML" links.
+     * @param names of the document of each publication, by index; an empty one makes no link. Names behind the last
+     * publication are documents without any: a link each, without reference
+     * @param links reference: the tag; tag found: when there is one. @return 0
+     */
+    static int updateMMLLink(VornToolsVector<VornToolsString>& tags, VornToolsVector<VornToolsString>& publications,
+                             VornToolsVector<VornToolsString>& names, VornToolsVector<VornToolsLink>& links);
+    /**
+     * Splits the context parts of a part into unpublished imports and multi-model links of the older form. Parts that
+     * are neither (neighbours in the assembly) are in no list, nor is anything of a document that is no part.
+     * @param names, references contextParts and contextPartReferences of getLinkedDocName. @return 0
+     */
+    static int sortImportUnpublished_and_MMLR12(VornToolsString* image, int release, int applicationPosition,
+                                                int propertyPosition, VornToolsVector<VornToolsString>& names,
+                                                VornToolsVector<VornToolsString>& references,
+                                                VornToolsVector<VornToolsString>& unpublished,
+                                                VornToolsVector<VornToolsString>& olderForm);
+
+    // Names and paths -------------------------------------------------------------------------------------------------
+
+    /** 1 when the name has neither slash nor backslash. */
+    static unsigned char isAFilename(const VornToolsString& name);
+    /** Looks for a file in a directory and below, past entries that begin with a dot. All searches since the last
+     * resolution of a name read at most 260 entries. @return the path, the platform's own until its next search, or
+     * null */
+    static const char* findFileInPath(const char* fileName, const char* directory);
+    /** Turns every slash into a backslash. @return 0 */
+    static int replaceSeparatorInString(VornToolsString& path);
+    /**
+     * Where a linked document is to be looked for: a name without directory in `directory`; a path as stored, then
+     * moved along with the document, then by its last name below the document's directory.
+     * @param ownPath of the document when it was saved. @param fileName where it is now. @param linkedName as stored
+     * @return a new string that the caller deletes: the first candidate that is a file, else the name as stored
+     */
+    static VornToolsString* realLinkedDocPath(VornToolsString* ownPath, VornToolsString* fileName,
+                                              VornToolsString* linkedName, CATUnicodeString directory);
+    static VornToolsString* realLinkedDocPath_2(VornToolsString* ownPath, VornToolsString* fileName,
+                                                VornToolsString* linkedName, CATUnicodeString directory);
+};
+
+#endif

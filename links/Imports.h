@@ -1,0 +1,59 @@
+#ifndef LINKS_IMPORTS_H
+#define LINKS_IMPORTS_H
+
+#include "links/PropertyStream.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorntools {
+
+/** An element of another part that a part has imported with a link. */
+struct ImportedElement {
+    /** Path of the element as stored, UTF-8: "InputToDoc:Doc!" kind ":" element "!". */
+    std::string publication;
+    /** The element alone: ten letters for geometry, a name for a parameter; empty when the path does not tell it. */
+    std::string tag;
+    /** Which of the document's import repositories holds it, from 0. */
+    std::size_t repository = 0;
+    /** Number of the record that the repository points to; 0 when it does not tell. */
+    std::int32_t symbol = 0;
+};
+
+/**
+ * Reads the import container of a part, in stream order, repeats included. A table that cannot be read leaves the
+ * element paths that stand in the image.
+ * @param i_repository first position of the repositories' name; notFound gives none
+ */
+std::vector<ImportedElement> importedElements(std::string_view i_image, std::size_t i_repository);
+
+/** Whether releases of that number store imports in the older form: without a container of their own, told only by the
+ * record of the part. */
+inline bool usesOlderForm(int i_release) { return i_release >= 1 && i_release <= 12; }
+
+/** How a part uses one of the parts that it points into. */
+struct ImportUse {
+    enum Kind {
+        None,        ///< no import: a neighbour in the assembly, or the document itself under an older name
+        Unpublished, ///< geometry imported in context that is no publication
+        OlderForm    ///< a multi-model link of the older form
+    };
+    Kind kind = None;
+    /** Of the imported element, ten letters; empty when the document does not tell it. Older form only. */
+    std::string tag;
+};
+
+/**
+ * Tells for each identity how the part uses the one behind it.
+ * @param i_identities 16 bytes each, of the context parts. @param i_end position of the document-property stream
+ * @param i_has_proxy whether the document holds imports in context
+ */
+std::vector<ImportUse> importUses(std::string_view i_image, std::size_t i_end,
+                                  const std::vector<std::string>& i_identities, int i_release, bool i_has_proxy);
+
+} // namespace vorntools
+
+#endif

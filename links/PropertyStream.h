@@ -1,0 +1,62 @@
+#ifndef LINKS_PROPERTY_STREAM_H
+#define LINKS_PROPERTY_STREAM_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorntools {
+
+/** What a record of the document-property stream says of another document. */
+struct LinkedDocument {
+    enum Kind {
+        PartFile,       ///< a part, named by the document as a whole
+        ContextProduct, ///< a product whose objects the document points to
+        ContextPart,    ///< a part whose objects the document points to
+        Drawing         ///< a drawing whose objects the document points to
+    };
+    Kind kind = PartFile;
+    /** As stored, in the platform's 8-bit form. */
+    std::string name;
+    /** The 16 bytes of the container pointed to; empty for a part file. */
+    std::string identity;
+    /** Pointers in the document that go through the record. 0: the target was deleted or renamed since. */
+    std::int32_t uses = 0;
+    /** Number under which the document's containers mean the record; 0 when the stream does not tell. */
+    std::int32_t symbol = 0;
+
+    /** The identity's own eight bytes: when, where and as which number the container was made. */
+    std::string reference() const { return identity.size() == 16 ? identity.substr(8) : std::string(); }
+};
+
+/**
+ * The document-property stream of a document image: its own path at the last save, and the documents it names. Damage
+ * ends the reading; what stands before it is kept. The layout is described in docs/links.md.
+ */
+class PropertyStream {
+public:
+    PropertyStream() = default;
+    /** @param i_position of the stream's name; a position outside gives an empty stream */
+    PropertyStream(std::string_view i_image, std::size_t i_position);
+
+    /** In the platform's 8-bit form; empty when the stream does not tell it. */
+    const std::string& ownPath() const { return m_own_path; }
+    /** In stream order, unused ones and repeats included. */
+    const std::vector<LinkedDocument>& documents() const { return m_documents; }
+
+private:
+    struct Header;
+    void readOwnPath(std::string_view i_image, const Header& i_header);
+    void readRecords(std::string_view i_image, std::size_t i_position, const Header& i_header);
+    void readSymbols(std::string_view i_image, std::size_t i_at, const std::vector<std::size_t>& i_records,
+                     bool i_little_endian);
+
+    std::string m_own_path;
+    std::vector<LinkedDocument> m_documents;
+};
+
+} // namespace vorntools
+
+#endif
