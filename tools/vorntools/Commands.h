@@ -46,5 +46,6 @@ private:
 
 void addStatusCommand(Program& program);
 void addDatCommand(Program& program);
+void addLinksCommand(Program& program);
 
 #endif

@@ -1,4 +1,5 @@
 #include "tools/vorntools/Commands.h"
+#include "tools/vorntools/DocumentLinks.h"
 #include "tools/vorntools/Output.h"
 
 #include "VornCache.h"
@@ -18,6 +19,7 @@ constexpr const char* kPositionalTags[] = {"<ItemId>",      "<ItemRevId>",      
 constexpr const char* kSingleTags[] = {"<ItemRevUID>", "<DatasetUID>", "<NamedRefUID>", "<LoadType>",
                                        "<LocalLastModDate>"};
 constexpr const char* kIdentifierTag = "<CatiaUUID>";
+constexpr const char* kDocumentLinks = "document_links";
 
 /** What a field says, for the reader of the table. */
 struct Meaning {
@@ -45,7 +47,8 @@ constexpr Meaning kMeanings[] = {{"<DatFileVersion>", "layout: 0 one field a lin
                                  {"<DT_Maps>", "design table: mappings"},
                                  {"<OVSkippedOcc>", "occurrences that were left out"},
                                  {"<LinkedDocs>", "linked documents"},
-                                 {"<StructLastModDate>", "structure's date when it was loaded"}};
+                                 {"<StructLastModDate>", "structure's date when it was loaded"},
+                                 {kDocumentLinks, "documents that the document itself points to"}};
 
 /** A block of lines and the question that answers it. */
 struct Block {
@@ -121,11 +124,15 @@ Json fieldsOf(VornCache& cache, const CATUnicodeString& name) {
         for (const char* const tag : kSingleTags) add(tag);
     addIdentifier(name, fields);
     addBlocks(cache, name, fields);
+    const DocumentLinks links = readDocumentLinks(bytesOf(name), "");
+    fields[kDocumentLinks] = links.read ? Json(links.countDocuments()) : Json();
     return fields;
 }
 
 std::string shown(const Json& value) {
     if (value.is_string()) return value.get<std::string>();
+    if (value.is_null()) return "no document";
+    if (!value.is_array()) return value.dump();
     std::string text;
     for (const auto& line : value) text += (text.empty() ? "" : " | ") + line.get<std::string>();
     return text;

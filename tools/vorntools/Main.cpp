@@ -60,6 +60,7 @@ int main(int count, char** values) {
     Program program;
     addStatusCommand(program);
     addDatCommand(program);
+    addLinksCommand(program);
     const int code = program.run(host::arguments(count, values));
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
     complain("cannot write standard output");

@@ -34,6 +34,20 @@ Json arrayOf(const CATListValCATUnicodeString& list) {
 
 Json textOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
 
+std::string textOrHex(const std::string& bytes) {
+    const auto isControl = [](char byte) { return static_cast<unsigned char>(byte) < 0x20U || byte == 0x7F; };
+    CATUnicodeString text;
+    if (std::none_of(bytes.begin(), bytes.end(), isControl) && text.BuildFromUTF8(bytes.data(), bytes.size()) == 0)
+        return bytes;
+    std::string digits;
+    for (const char byte : bytes) {
+        constexpr char kDigits[] = "0123456789abcdef";
+        digits += kDigits[static_cast<unsigned char>(byte) >> 4U];
+        digits += kDigits[static_cast<unsigned char>(byte) & 0xFU];
+    }
+    return digits;
+}
+
 void complain(const std::string& what) { std::fprintf(stderr, "vorntools: %s\n", what.c_str()); }
 
 void printJson(const Json& object) {

@@ -20,6 +20,9 @@ Json arrayOf(const CATListValCATUnicodeString& list);
 /** Null for an empty text. */
 Json textOrNull(const std::string& text);
 
+/** The bytes themselves when they are UTF-8 text without control characters, else as hexadecimal digits. */
+std::string textOrHex(const std::string& bytes);
+
 /** Says "vorntools: ..." on standard error. */
 void complain(const std::string& what);
 

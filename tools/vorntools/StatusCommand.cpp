@@ -1,4 +1,5 @@
 #include "tools/vorntools/Commands.h"
+#include "tools/vorntools/DocumentLinks.h"
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/Output.h"
 
@@ -23,6 +24,12 @@ struct Row {
     int linked = 0;
     int unresolved = 0;
     bool designTable = false;
+    Json documentLinks; ///< number of documents that the document itself points to; null when nobody looked
+};
+
+struct StatusOptions {
+    CommonOptions common;
+    bool links = false;
 };
 
 /** The journal line that decides a status, by its beginning, in plain words. */
@@ -115,10 +122,16 @@ private:
     std::size_t m_asked = 0;
 };
 
-Json jsonOf(const Row& row) {
+/** Null when the document cannot be read. */
+Json countLinksOf(const FoundDocument& found) {
+    const DocumentLinks links = readDocumentLinks(found.name, "");
+    return links.read ? Json(links.countDocuments()) : Json();
+}
+
+Json jsonOf(const Row& row, bool withLinks) {
     Json json = Json::object();
     auto& members = json.get_ref<Json::object_t&>();
-    constexpr std::size_t kMembers = 12;
+    constexpr std::size_t kMembers = 13;
     members.reserve(kMembers);
     members.emplace_back("document", row.document);
     members.emplace_back("dat", textOrNull(row.dat));
@@ -132,22 +145,25 @@ Json jsonOf(const Row& row) {
     members.emplace_back("linked", row.linked);
     members.emplace_back("unresolved", row.unresolved);
     members.emplace_back("design_table", row.designTable);
+    if (withLinks) members.emplace_back("document_links", row.documentLinks);
     return json;
 }
 
 std::vector<std::string> cellsOf(const Row& row) {
+    const std::string inDocument = row.documentLinks.is_null() ? "" : " / " + row.documentLinks.dump();
     return {row.status,
             row.reason,
             row.layout.empty() ? "-" : row.layout,
             row.itemRevision,
             row.loadType,
-            std::to_string(row.linked),
+            std::to_string(row.linked) + inDocument,
             std::to_string(row.unresolved),
             row.designTable ? "yes" : "no",
             row.document};
 }
 
-int runStatus(const CommonOptions& options) {
+int runStatus(const StatusOptions& statusOptions) {
+    const CommonOptions& options = statusOptions.common;
     if (!options.loadSession()) return ExitUnusable;
     DocumentSearch documents;
     const bool complete = documents.search(options.names);
@@ -159,7 +175,7 @@ int runStatus(const CommonOptions& options) {
                  {"DAT"},
                  {"ITEM REVISION"},
                  {"LOAD TYPE"},
-                 {"LINKS", true},
+                 {statusOptions.links ? "LINKS DAT / DOCUMENT" : "LINKS", true},
                  {"UNRESOLVED", true},
                  {"TABLE"},
                  {"DOCUMENT"}});
@@ -168,9 +184,10 @@ int runStatus(const CommonOptions& options) {
         Progress progress(documents.found().size(), "documents");
         Examiner examiner;
         for (const FoundDocument& found : documents.found()) {
-            const Row row = examiner.examine(found);
+            Row row = examiner.examine(found);
+            if (statusOptions.links) row.documentLinks = countLinksOf(found);
             findings = findings || row.status != "not modified" || row.unresolved > 0;
-            options.json ? printJson(jsonOf(row)) : table.add(cellsOf(row));
+            options.json ? printJson(jsonOf(row, statusOptions.links)) : table.add(cellsOf(row));
             journal.take();
             progress.step();
         }
@@ -183,11 +200,13 @@ int runStatus(const CommonOptions& options) {
 } // namespace
 
 void addStatusCommand(Program& program) {
-    const auto options = std::make_shared<CommonOptions>();
+    const auto options = std::make_shared<StatusOptions>();
     CLI::App& command = program.add("status", "New, modified or not modified: every document of a folder, and why",
                                     [options] { return runStatus(*options); });
-    command.add_option("folder", options->names, "Folders, searched with all below them, and documents")
+    command.add_option("folder", options->common.names, "Folders, searched with all below them, and documents")
         ->required()
         ->type_name("FOLDER");
-    options->addTo(command);
+    command.add_flag("--links", options->links,
+                     "Also count the links in the documents themselves, which reads every one of them");
+    options->common.addTo(command);
 }

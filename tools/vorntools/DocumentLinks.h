@@ -1,0 +1,40 @@
+#ifndef TOOLS_VORNTOOLS_DOCUMENT_LINKS_H
+#define TOOLS_VORNTOOLS_DOCUMENT_LINKS_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/** A document that another one names. */
+struct NamedDocument {
+    std::string name;
+    bool exists = false;
+};
+
+/** A link as the library lists it. */
+struct TypedLink {
+    std::string type;
+    NamedDocument document; ///< no name: the link says only which element it means
+    std::string reference;
+    bool tagFound = false;
+};
+
+/** What a document points to, as the library finds it in the document's file. */
+struct DocumentLinks {
+    bool read = false; ///< false: the file could not be read, nothing else is known
+    int version = 0, release = 0, servicePack = 0;
+    std::vector<NamedDocument> partFiles, contextProducts, contextParts;
+    std::vector<std::string> externalReferences;
+    std::vector<TypedLink> links;
+    std::vector<std::string> ghosts; ///< as stored
+
+    /** Whether a document that is pointed to is nowhere to be found. */
+    bool anyMissing() const;
+    /** Documents pointed to, each counted once. */
+    std::size_t countDocuments() const;
+};
+
+/** @param filter "MML", "MMLASSY", "MMLDrawing", or empty: what fits the document, by its suffix */
+DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter);
+
+#endif
