@@ -164,7 +164,9 @@ std::string LinkedNames::findPath(const std::string& i_name) const {
 std::string LinkedNames::findRelative(const std::string& i_path) const {
     const bool from_here = i_path.size() > 1 && i_path[0] == '.' && i_path[1] == m_separator;
     const std::string below = from_here ? i_path.substr(2) : i_path;
-    return firstFile({m_directory + below, m_current_directory + m_separator + below});
+    std::string found = m_directory.empty() ? std::string() : firstFile({m_directory + below});
+    if (found.empty() && !m_current_directory.empty()) found = firstFile({m_current_directory + m_separator + below});
+    return found;
 }
 
 std::string LinkedNames::rerooted(const std::string& i_path) const {
