@@ -44,16 +44,8 @@ std::vector<LinkedDocument> DocumentScan::used(LinkedDocument::Kind i_kind) {
     return documents;
 }
 
-const DocumentScan::ImportStreams& DocumentScan::importStreams() {
-    if (m_import_streams_found) return m_import_streams;
-    const auto positions = findFirst<3>(m_image, {marker::summary, marker::importRepository, marker::importProxy});
-    m_import_streams = {positions[0], positions[1], positions[2]};
-    m_import_streams_found = true;
-    return m_import_streams;
-}
-
 int DocumentScan::release() {
-    if (m_release < 0) m_release = readVersion(m_image, importStreams().summary).release;
+    if (m_release < 0) m_release = readVersion(m_image, findMarker(m_image, marker::summary, 0)).release;
     return m_release;
 }
 
@@ -75,7 +67,7 @@ const std::vector<ImportUse>& DocumentScan::contextPartUses() {
     for (const LinkedDocument& document : used(LinkedDocument::ContextPart)) identities.push_back(document.identity);
     m_uses.resize(identities.size());
     if (!identities.empty() && m_application != notFound)
-        m_uses = importUses(m_image, m_property, identities, release(), importStreams().proxy != notFound);
+        m_uses = importUses(m_image, m_property, identities, [this] { return usesOlderForm(release()); });
     return m_uses;
 }
 
@@ -83,7 +75,7 @@ std::vector<MultiModelLink> DocumentScan::multiModelLinks() {
     const std::vector<LinkedDocument> part_files = used(LinkedDocument::PartFile);
     const std::vector<ImportUse>& uses = contextPartUses();
     std::vector<MultiModelLink> links;
-    for (const ImportedElement& element : importedElements(m_image, importStreams().repository))
+    for (const ImportedElement& element : importedElements(m_image, findMarker(m_image, marker::importRepository, 0)))
         links.push_back({element.publication, element.tag, documentOf(element, part_files)});
     for (std::size_t i = 0; i < uses.size(); ++i) {
         if (uses[i].kind == ImportUse::OlderForm && !uses[i].tag.empty())

@@ -24,9 +24,8 @@ struct MultiModelLink {
 };
 
 /**
- * What one document image holds, each thing looked for when it is first asked for, and once. The image goes through the
- * processor's cache once for the positions of the streams and once more when there are imports. It must outlive the
- * scan.
+ * What one document image holds, each thing looked for when it is first asked for, and once: a search through the image
+ * costs as much as reading it from memory, and few documents need all of them. The image must outlive the scan.
  */
 class DocumentScan {
 public:
@@ -52,14 +51,6 @@ public:
     std::vector<MultiModelLink> multiModelLinks();
 
 private:
-    /** Streams that only matter when there are imports. */
-    struct ImportStreams {
-        std::size_t summary;
-        std::size_t repository;
-        std::size_t proxy;
-    };
-    const ImportStreams& importStreams();
-
     std::string_view m_image;
     std::size_t m_application;
     std::size_t m_property;
@@ -67,8 +58,6 @@ private:
     bool m_names_known = true;
     PropertyStream m_stream;
     bool m_stream_read = false;
-    ImportStreams m_import_streams{};
-    bool m_import_streams_found = false;
     std::vector<ImportUse> m_uses;
     bool m_uses_known = false;
     int m_release = -1; ///< -1: not read yet

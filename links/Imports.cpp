@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace vorntools {
 
@@ -73,11 +72,11 @@ ImportedElement elementOf(std::string_view i_publication, std::size_t i_reposito
 class ImportContainer {
 public:
     ImportContainer(std::string_view i_image, std::size_t i_repository) : m_image(i_image) {
-        const std::size_t catalog = searchLast(i_image.substr(0, i_repository), marker::catalogManager);
+        const std::size_t catalog = lastBefore(i_repository, marker::catalogManager);
         if (catalog == notFound || catalog == 0) return;
         m_objects_end = catalog;
-        const std::size_t stream = searchLast(i_image.substr(0, catalog), marker::featureStream);
-        m_objects_begin = stream == notFound ? 0 : stream;
+        const std::size_t stream = lastBefore(catalog, marker::featureStream);
+        m_objects_begin = stream == notFound ? windowBefore(catalog) : stream;
         readTable(catalog - 1);
     }
 
@@ -102,6 +101,16 @@ public:
     }
 
 private:
+    /** The container takes a hundred bytes an input; what is further off belongs to another one. */
+    static std::size_t windowBefore(std::size_t i_at) {
+        constexpr std::size_t window = std::size_t{1} << 20;
+        return i_at - std::min(i_at, window);
+    }
+    std::size_t lastBefore(std::size_t i_at, std::string_view i_marker) const {
+        const std::size_t begin = windowBefore(i_at);
+        const std::size_t found = searchLast(m_image.substr(begin, i_at - begin), i_marker);
+        return found == notFound ? notFound : begin + found;
+    }
     /** The table tells its length and the number of its texts in front of them. */
     void readTable(std::size_t i_first_text) {
         const std::size_t earliest = i_first_text - std::min(i_first_text, kLongestTableHead);
@@ -183,24 +192,27 @@ struct Pointers {
     std::string tag; ///< of the first object pointed to
 };
 
-/** Looks for pointers to any of the identities in one pass. Their own eight bytes tell them apart. */
-std::unordered_map<std::string, Pointers> pointersTo(std::string_view i_image, std::size_t i_end,
-                                                     const std::vector<std::string>& i_identities) {
+/** Looks for pointers to any of the identities, in one pass at most. Their own eight bytes tell them apart.
+ * @param i_with_tags whether their objects count, too */
+std::unordered_map<std::string, Pointers> pointersTo(std::string_view i_streams,
+                                                     const std::vector<std::string>& i_identities, bool i_with_tags) {
     std::unordered_map<std::string, Pointers> pointers;
     for (const std::string& identity : i_identities)
         if (identity.size() == kIdentityBytes) pointers.emplace(identity.substr(8), Pointers());
-    const std::string_view streams = i_image.substr(0, i_end);
-    for (std::size_t at = findMarker(streams, marker::foreignIdentity, 0); at != notFound;
-         at = findMarker(streams, marker::foreignIdentity, at + 1)) {
-        const std::size_t identity = at + marker::foreignIdentity.size();
-        const auto found = pointers.find(std::string(streams.substr(std::min(identity + 8, streams.size()), 8)));
-        if (found == pointers.end()) continue;
-        found->second.any = true;
-        const std::size_t behind = identity + kIdentityBytes;
+    std::size_t missing = pointers.size();
+    for (std::size_t at = findMarker(i_streams, marker::foreignIdentity, 0); at != notFound && missing > 0;
+         at = findMarker(i_streams, marker::foreignIdentity, at + 1)) {
+        const std::size_t behind = at + marker::foreignIdentity.size() + kIdentityBytes;
+        if (!holds(i_streams, behind, 0)) break;
+        const auto pointer = pointers.find(std::string(i_streams.substr(behind - 8, 8)));
+        if (pointer == pointers.end()) continue;
         const std::size_t element = behind + kObjectLead.size();
-        if (found->second.tag.empty() && standsAt(streams, behind, kObjectLead) &&
-            holds(streams, element, kElementBytes))
-            found->second.tag = lettersOf(streams.substr(element, kElementBytes));
+        const bool has_tag = standsAt(i_streams, behind, kObjectLead) && holds(i_streams, element, kElementBytes);
+        const bool was_complete = pointer->second.any && (!i_with_tags || !pointer->second.tag.empty());
+        pointer->second.any = true;
+        if (has_tag && pointer->second.tag.empty())
+            pointer->second.tag = lettersOf(i_streams.substr(element, kElementBytes));
+        if (!was_complete && (!i_with_tags || !pointer->second.tag.empty())) --missing;
     }
     return pointers;
 }
@@ -209,30 +221,35 @@ std::unordered_map<std::string, Pointers> pointersTo(std::string_view i_image, s
  * not as that of a foreign container. */
 class OwnContainers {
 public:
-    OwnContainers(std::string_view i_image, std::size_t i_end) : m_streams(i_image.substr(0, i_end)) {}
+    OwnContainers(std::string_view i_image, std::size_t i_end)
+        : m_streams(i_image.substr(0, i_end)), m_left(kPasses * m_streams.size() + kLittle) {}
 
     bool hold(const std::string& i_identity) {
         const std::string beginning = i_identity.substr(0, kSharedBytes);
-        if (m_own.count(beginning)) return true;
-        // Each question costs a pass over the image; real documents ask for one or two beginnings.
-        if (m_asked.size() >= kMostQuestions || !m_asked.insert(beginning).second) return false;
-        for (std::size_t at = findMarker(m_streams, beginning, 0); at != notFound;
-             at = findMarker(m_streams, beginning, at + 1)) {
-            if (at >= 2 && standsAt(m_streams, at - 2, marker::foreignIdentity)) continue;
-            m_own.insert(beginning);
-            return true;
-        }
-        return false;
+        const auto answered = m_answers.find(beginning);
+        if (answered != m_answers.end()) return answered->second;
+        return m_answers[beginning] = m_left > 0 && standsAlone(beginning);
     }
 
 private:
+    bool standsAlone(std::string_view i_beginning) {
+        std::size_t at = findMarker(m_streams, i_beginning, 0);
+        while (at != notFound && at >= marker::foreignIdentity.size() &&
+               standsAt(m_streams, at - marker::foreignIdentity.size(), marker::foreignIdentity))
+            at = findMarker(m_streams, i_beginning, at + 1);
+        m_left -= std::min(m_left, std::min(at, m_streams.size()));
+        return at != notFound;
+    }
+
     /** The last four bytes number the containers made in one moment. */
     static constexpr std::size_t kSharedBytes = 12;
-    static constexpr std::size_t kMostQuestions = 8;
+    /** Real documents ask for one or two beginnings, and find them in front; a damaged one is not to cost more. */
+    static constexpr std::size_t kPasses = 2;
+    static constexpr std::size_t kLittle = std::size_t{1} << 20;
 
     std::string_view m_streams;
-    std::unordered_set<std::string> m_own;
-    std::unordered_set<std::string> m_asked;
+    std::size_t m_left; ///< bytes that may still be searched
+    std::unordered_map<std::string, bool> m_answers;
 };
 
 } // namespace
@@ -244,18 +261,18 @@ std::vector<ImportedElement> importedElements(std::string_view i_image, std::siz
 }
 
 std::vector<ImportUse> importUses(std::string_view i_image, std::size_t i_end,
-                                  const std::vector<std::string>& i_identities, int i_release, bool i_has_proxy) {
+                                  const std::vector<std::string>& i_identities, const std::function<bool()>& i_older) {
     std::vector<ImportUse> uses(i_identities.size());
-    const bool older = usesOlderForm(i_release);
-    if (i_identities.empty() || (!older && !i_has_proxy)) return uses;
-    const auto pointers = pointersTo(i_image, i_end, i_identities);
+    const bool has_proxy = findMarker(i_image, marker::importProxy, 0) != notFound;
+    if (!has_proxy && !i_older()) return uses;
+    const auto pointers = pointersTo(i_image.substr(0, i_end), i_identities, !has_proxy);
     OwnContainers own(i_image, i_end);
     for (std::size_t i = 0; i < i_identities.size(); ++i) {
         if (i_identities[i].size() != kIdentityBytes) continue;
         const Pointers& found = pointers.at(i_identities[i].substr(8));
-        if (found.any && i_has_proxy)
+        if (found.any && has_proxy)
             uses[i].kind = ImportUse::Unpublished;
-        else if (older && !own.hold(i_identities[i]))
+        else if (i_older() && !own.hold(i_identities[i]))
             uses[i] = {ImportUse::OlderForm, found.tag};
     }
     return uses;

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,10 +50,10 @@ struct ImportUse {
 /**
  * Tells for each identity how the part uses the one behind it.
  * @param i_identities 16 bytes each, of the context parts. @param i_end position of the document-property stream
- * @param i_has_proxy whether the document holds imports in context
+ * @param i_older whether the part's release uses the older form; only asked when it matters, which is seldom
  */
 std::vector<ImportUse> importUses(std::string_view i_image, std::size_t i_end,
-                                  const std::vector<std::string>& i_identities, int i_release, bool i_has_proxy);
+                                  const std::vector<std::string>& i_identities, const std::function<bool()>& i_older);
 
 } // namespace vorntools
 

@@ -25,6 +25,7 @@ public:
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
+    bool isOpen() const { return m_open; }
     /** Name of the next entry; null at the end. */
     const char* next() {
         int at_end = 0;
@@ -133,6 +134,19 @@ const char* findBelow(const char* i_file_name, const char* i_directory) {
     return p_found;
 }
 
+void appendFoldersBelow(const std::string& i_directory, std::vector<std::string>& io_folders) {
+    const auto sp_folder = std::make_unique<Folder>(i_directory.c_str());
+    while (entriesRead < kMostEntries) {
+        const char* const p_entry = sp_folder->next();
+        if (!p_entry) break;
+        ++entriesRead;
+        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory.c_str(), p_entry);
+        if (!p_path || !Folder(p_path).isOpen()) continue;
+        io_folders.push_back(p_path);
+        appendFoldersBelow(p_path, io_folders);
+    }
+}
+
 LinkedNames::LinkedNames(std::string_view i_own_path, std::string_view i_file_name, std::string_view i_directory)
     : m_directory(i_directory) {
     const CATUnicodeString separator = UTILFile::getPathSeparator();
@@ -151,20 +165,31 @@ const std::string& LinkedNames::resolve(const std::string& i_name) {
     return m_known.emplace(i_name, found.empty() ? i_name : found).first->second;
 }
 
-std::string LinkedNames::findPath(const std::string& i_name) const {
+std::string LinkedNames::findPath(const std::string& i_name) {
     if (exists(i_name)) return i_name;
     const std::string path = withOneSeparator(i_name, m_separator);
     const std::string found = isAbsolute(path) ? firstFile({rerooted(path), besideRoot(path)}) : findRelative(path);
     if (!found.empty() || m_current_directory.empty()) return found;
-    restartSearch();
-    const char* const p_found = findBelow(std::string(nameOf(path)).c_str(), m_current_directory.c_str());
-    return p_found ? p_found : std::string();
+    return findByName(std::string(nameOf(path)));
+}
+
+std::string LinkedNames::findByName(const std::string& i_name) {
+    if (m_folders.empty()) {
+        restartSearch();
+        m_folders.push_back(m_current_directory);
+        appendFoldersBelow(m_current_directory, m_folders);
+    }
+    for (const std::string& folder : m_folders)
+        if (const char* const p_found = CATFindPath(i_name.c_str(), folder.c_str())) return p_found;
+    return {};
 }
 
 std::string LinkedNames::findRelative(const std::string& i_path) const {
     const bool from_here = i_path.size() > 1 && i_path[0] == '.' && i_path[1] == m_separator;
     const std::string below = from_here ? i_path.substr(2) : i_path;
-    return firstFile({m_directory + below, m_current_directory + m_separator + below});
+    std::string found = m_directory.empty() ? std::string() : firstFile({m_directory + below});
+    if (found.empty() && !m_current_directory.empty()) found = firstFile({m_current_directory + m_separator + below});
+    return found;
 }
 
 std::string LinkedNames::rerooted(const std::string& i_path) const {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace vorntools {
 
@@ -19,6 +20,9 @@ void restartSearch();
  * @return the path, which the platform owns and which lasts until its next search; null when there is none
  */
 const char* findBelow(const char* i_file_name, const char* i_directory);
+
+/** The folders below a directory, in the order in which findBelow looks into them and with its bound on the entries. */
+void appendFoldersBelow(const std::string& i_directory, std::vector<std::string>& io_folders);
 
 /**
  * Where the documents that one document names are to be looked for, all names in the platform's 8-bit form: the first
@@ -39,7 +43,9 @@ public:
     const std::string& resolve(const std::string& i_name);
 
 private:
-    std::string findPath(const std::string& i_name) const;
+    std::string findPath(const std::string& i_name);
+    /** As findBelow the document's directory, but reads the folders once for all names. */
+    std::string findByName(const std::string& i_name);
     std::string findRelative(const std::string& i_path) const;
     /** The path with the part of the saved directory that differs from the current one exchanged for the latter. */
     std::string rerooted(const std::string& i_path) const;
@@ -50,6 +56,7 @@ private:
     std::string m_saved_directory;   ///< of the document at its last save, separators made one
     std::string m_current_directory; ///< of the document now, separators made one
     std::string m_directory;
+    std::vector<std::string> m_folders; ///< the current directory and those below; empty until a name is looked for
     std::unordered_map<std::string, std::string> m_known;
 };
 

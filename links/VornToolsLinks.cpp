@@ -102,10 +102,10 @@ private:
     }
     std::vector<std::string> namesOfUse(ImportUse::Kind i_kind) {
         std::vector<std::string> names;
+        const std::vector<LinkedDocument> parts = m_scan.used(LinkedDocument::ContextPart);
         const std::vector<ImportUse>& uses = m_scan.contextPartUses();
-        const std::vector<std::string> all = namesOf(LinkedDocument::ContextPart);
-        for (std::size_t i = 0; i < all.size(); ++i)
-            if (uses[i].kind == i_kind) names.push_back(all[i]);
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            if (uses[i].kind == i_kind) names.push_back(m_names.resolve(parts[i].name));
         return names;
     }
     void appendNames(LinkedDocument::Kind i_kind, LinkList i_list, Links& io_links) {
@@ -127,7 +127,7 @@ void LinkScan::appendMultiModel(Links& io_links, bool& o_missing) {
     for (const std::string& name : older)
         if (known.insert(name).second) documents.push_back(name);
 
-    const std::vector<std::string> context_parts = namesOf(LinkedDocument::ContextPart);
+    const std::vector<LinkedDocument> context_parts = m_scan.used(LinkedDocument::ContextPart);
     Strings tags, publications, names;
     std::unordered_set<std::string> published;
     std::vector<bool> paired(part_files, false);
@@ -137,7 +137,7 @@ void LinkScan::appendMultiModel(Links& io_links, bool& o_missing) {
             name = documents[link.document];
             paired[link.document] = true;
         } else if (link.document != MultiModelLink::noDocument) {
-            name = context_parts[link.document - part_files];
+            name = m_names.resolve(context_parts[link.document - part_files].name);
         }
         published.insert(name);
         append(decoded(link.tag), tags);
