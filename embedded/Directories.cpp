@@ -18,9 +18,17 @@ namespace {
 
 /** The entries still to come: "." and ".." first, as most systems give them. */
 struct OpenFolder {
+    std::string path;
     fs::directory_iterator next;
     int dots = 2;
 };
+
+/** The entry that was read last when it is a file. A search through folders tries to open each entry, and the folder
+ * has told already that this one is none. */
+std::string& lastFileRead() {
+    static std::string path;
+    return path;
+}
 
 OpenFolder* folderOf(const CATDirectory* directory) {
     return directory ? static_cast<OpenFolder*>(directory->handle) : nullptr;
@@ -67,8 +75,8 @@ std::string joined(const char* directory, const char* name) {
 CATLibStatus CATOpenDirectory(const char* iPath, CATDirectory* oDir) {
     if (fails("CATOpenDirectory") || !isText(iPath) || !oDir) return CATLibError;
     fs::directory_iterator first;
-    if (!openFolder(iPath, first)) return CATLibError;
-    oDir->handle = new OpenFolder{std::move(first)};
+    if (iPath == lastFileRead() || !openFolder(iPath, first)) return CATLibError;
+    oDir->handle = new OpenFolder{iPath, std::move(first)};
     ++Accounting::get().live().files;
     return CATLibSuccess;
 }
@@ -92,6 +100,8 @@ CATLibStatus CATReadDirectory(CATDirectory* iDir, CATDirectoryEntry* oEntry, int
     }
     const std::string name = nameOf(*folder->next);
     std::error_code endsTheFolder;
+    const bool isFile = !folder->next->is_symlink(endsTheFolder) && folder->next->is_regular_file(endsTheFolder);
+    lastFileRead() = isFile ? joined(folder->path.c_str(), name.c_str()) : std::string();
     folder->next.increment(endsTheFolder);
     return copyName(name, oEntry->name) ? CATLibSuccess : CATLibError;
 }
