@@ -82,6 +82,12 @@ public:
     unsigned char checkForUpdatePart() override {
         return flag("ENVManager::checkForUpdatePart", &Environment::checkForUpdatePart);
     }
+    CATUnicodeString getTempDirectory() override {
+        return text("ENVManager::getTempDirectory", &Environment::tempDirectory);
+    }
+    unsigned char isDebugModeEnable() override {
+        return flag("ENVManager::isDebugModeEnable", &Environment::keepsIntermediateFiles);
+    }
 };
 
 class ProcessManager final : public PROCManager {
@@ -95,6 +101,18 @@ public:
     unsigned char isCommandBRR() override { return flag("PROCManager::isCommandBRR", &Environment::commandBrr); }
     unsigned char isProcessLifeCycleFactory() override {
         return flag("PROCManager::isProcessLifeCycleFactory", &Environment::processLifeCycleFactory);
+    }
+    unsigned char isCommandHighlightItemRevision() override {
+        return flag("PROCManager::isCommandHighlightItemRevision", &Environment::commandHighlightItemRevision);
+    }
+    unsigned char isCommandHighlightInCATIASK() override {
+        return flag("PROCManager::isCommandHighlightInCATIASK", &Environment::commandHighlightHosted);
+    }
+    unsigned char isCommandStateDetailsUpdate() override {
+        return flag("PROCManager::isCommandStateDetailsUpdate", &Environment::commandStateDetailsUpdate);
+    }
+    unsigned char manageDocumentsOfStatusWindowFileDeletion() override {
+        return flag("PROCManager::manageDocumentsOfStatusWindowFileDeletion", &Environment::deletesStatusWindowFiles);
     }
 };
 

@@ -29,6 +29,12 @@ public:
         embedded::Journal::get().write(iFormat ? iFormat : "", arguments);
         va_end(arguments);
     }
+    void writeReturn(const char* iFormat, ...) override {
+        std::va_list arguments;
+        va_start(arguments, iFormat);
+        embedded::Journal::get().write(iFormat ? iFormat : "", arguments);
+        va_end(arguments);
+    }
 };
 
 /** The last report of each number: what the error list's pointers lead to. */

@@ -44,6 +44,11 @@ constexpr FlagField kFlags[] = {
     {"command_import", &Environment::commandImport},
     {"command_brr", &Environment::commandBrr},
     {"process_life_cycle_factory", &Environment::processLifeCycleFactory},
+    {"keeps_intermediate_files", &Environment::keepsIntermediateFiles},
+    {"command_highlight_item_revision", &Environment::commandHighlightItemRevision},
+    {"command_highlight_hosted", &Environment::commandHighlightHosted},
+    {"command_state_details_update", &Environment::commandStateDetailsUpdate},
+    {"deletes_status_window_files", &Environment::deletesStatusWindowFiles},
 };
 
 struct DirectoryField {
@@ -56,6 +61,7 @@ constexpr DirectoryField kDirectories[] = {
     {"reference_path", &Environment::referencePath},
     {"local_cache_directory", &Environment::localCacheDirectory},
     {"configuration_directory", &Environment::configurationDirectory},
+    {"temp_directory", &Environment::tempDirectory},
 };
 
 constexpr const char* kManagers[] = {"ENVManager", "PROCManager", "VornEnvConfig"};

@@ -48,7 +48,7 @@ struct UTILFile::OpenFile {
     /** The first read is part of opening: some systems open a folder and refuse only then. */
     bool open(std::string_view name) {
         m_begin = m_scanned = m_end = 0;
-        m_atEnd = false;
+        m_atEnd = m_metEnd = false;
         return m_file.open(name) && fill();
     }
 
@@ -58,6 +58,7 @@ struct UTILFile::OpenFile {
             if (!fill()) return E_FAIL;
             found = findLineEnd();
         }
+        m_metEnd = !found;
         if (!found && m_begin == m_end) return S_FALSE;
         std::size_t end = found ? static_cast<std::size_t>(found - m_buffer.data()) : m_end;
         const std::size_t next = found ? end + 1 : end;
@@ -69,8 +70,9 @@ struct UTILFile::OpenFile {
 
     void drop() {
         m_begin = m_scanned = m_end;
-        m_atEnd = true;
+        m_atEnd = m_metEnd = true;
     }
+    bool hasMetEnd() const { return m_metEnd; }
 
 private:
     static std::atomic<OpenFile*>& spare() {
@@ -117,7 +119,8 @@ private:
     std::size_t m_begin = 0;
     std::size_t m_scanned = 0;
     std::size_t m_end = 0;
-    bool m_atEnd = false;
+    bool m_atEnd = false;  ///< nothing is left to read from the system
+    bool m_metEnd = false; ///< the last line asked for was not ended by a line end
 };
 
 UTILFile::~UTILFile() { close(); }
@@ -144,6 +147,8 @@ HRESULT UTILFile::readLine(CATUnicodeString& oLine) {
     }
     return result;
 }
+
+unsigned char UTILFile::isAtEnd() const { return !m_file || m_file->hasMetEnd() ? 1 : 0; }
 
 void UTILFile::close() {
     if (m_file) OpenFile::giveBack(m_file);

@@ -55,7 +55,11 @@ public:
         if (JNLManager* const p_journal = JNLManager::getInstance())
             p_journal->writeMsg(i_format, printable(i_arguments)...);
     }
-    /** The same in debug mode only. */
+    /** Writes what the method answers. */
+    void writeReturn(int i_answer) const {
+        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeReturn(" %d", i_answer);
+    }
+    /** The same as write, in debug mode only. */
     template <class... Arguments>
     void writeInDebug(const char* i_format, const Arguments&... i_arguments) const {
         if (VornDebugOptions::getDebugModeValue()) write(i_format, i_arguments...);

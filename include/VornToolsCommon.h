@@ -8,6 +8,8 @@
 
 class CATDocument;
 class CATIProduct;
+class CATListPtrCATDocument;
+class TYPVectorCATUnicodeString;
 class VornCache;
 class VornToolsString;
 
@@ -34,6 +36,13 @@ public:
         DocumentTypeXls = 10,
         DocumentTypeXlsx = 11,
         DocumentTypeXlsm = 12
+    };
+
+    /** How a request to the PDM client ended. */
+    enum EnumResultStatus {
+        ResultStatusFailed = -1, ///< also while the result file cannot be read
+        ResultStatusOk = 0,
+        ResultStatusCancelled = 1
     };
 
     // Instance descriptions ------------------------------------------------------------------------------------------
@@ -136,11 +145,62 @@ public:
      * backslashes whatever the system. */
     static HRESULT getProductPath(CATIProduct* ipi_product, CATUnicodeString& o_path);
 
+    // Documents in session --------------------------------------------------------------------------------------------
+
+    /** Documents of the session in its order. @param i_type class name such as "CATPart", letter case included; empty
+     * asks for the documents that the integration manages. Always S_OK. */
+    static HRESULT getDocumentsInSession(CATListPtrCATDocument& o_documents, const CATUnicodeString& i_type);
+
     // Exchange files --------------------------------------------------------------------------------------------------
 
     /** The bytes of a whole file, as a new string that the caller deletes; null when it is missing, empty, longer than
      * a string can be or cannot be read. */
     static VornToolsString* readBinaryFile(CATUnicodeString i_file_name);
+    /** Writes a text and a line end as the whole result file. @return S_OK also when the file cannot be created;
+     * E_FAIL, reported, without an environment or when the text cannot be written: then no file is left */
+    static HRESULT createResultFile(CATUnicodeString i_text);
+    /** Whether the request succeeded and whether the hosted workspace client answered it.
+     * @param o_ok 1 for the status ":ok", letter case ignored. Kept because clients wrote it in capitals; getResultInfo
+     * is strict. @param o_hosted_client never 1 without o_ok
+     * @return E_FAIL when the file is missing, begins with an empty line or cannot be read */
+    static HRESULT readResultFileAndGetClient(unsigned char& o_ok, unsigned char& o_hosted_client);
+    /** Status of the result file, letter case included, and all lines behind it. A line end at the end of the file
+     * gives one empty line more. Kept because callers drop the last line.
+     * @return E_FAIL, status failed and no lines, when the file is missing or cannot be read */
+    static HRESULT getResultInfo(EnumResultStatus& o_status, TYPVectorCATUnicodeString& o_lines);
+    /** The status alone. */
+    static EnumResultStatus getResultStatus();
+    /** Writes the file names of the documents in session, one a line, into a new session file.
+     * @return the code of the last step; E_FAIL, reported, when the file cannot be written. A document whose name
+     * cannot be split is reported and left out */
+    static HRESULT writeCADFilesInSessionFile();
+    /**
+     * Reads what the PDM client wants highlighted. The file is deleted afterwards when the process asks for that.
+     * @param i_any_command 1 reads one value a selection whatever the command; the highlight commands read up to three
+     * @param o_contexts the context line, if any. @param o_part_numbers, o_file_names parallel: what a selection does
+     * not name is empty
+     * @return E_FAIL for a wrong command, a missing file and a wrong form; selections in front of the wrong place keep
+     * their values in the lists
+     */
+    static HRESULT readHighlightFile(unsigned char i_any_command, CATListValCATUnicodeString& o_contexts,
+                                     CATListValCATUnicodeString& o_part_numbers,
+                                     CATListValCATUnicodeString& o_file_names);
+    /** Part numbers and file names of one selection. @param ip_block the lines between the selection's tags
+     * @return E_FAIL for a null argument (unreported), a value without closing tag, and when neither the first part
+     * number nor the first file name has a text */
+    static HRESULT readSelectionBalise(TYPVectorCATUnicodeString* ip_block, TYPVectorCATUnicodeString* op_part_numbers,
+                                       TYPVectorCATUnicodeString* op_file_names);
+    /** An integer of 1 to 4 bytes, each `gap + 1` bytes behind the one before it. Four bytes are signed, fewer are not;
+     * bytes outside are 0. @param i_offset of the first byte. @param i_little_endian 0 when the first byte is the most
+     * significant. @return 0 also for null data and any other count; unreported */
+    static int getInt(VornToolsString* ip_data, unsigned int i_offset, unsigned int i_byte_count,
+                      unsigned int i_little_endian, unsigned int i_gap);
+    /** Guesses the byte order of the four bytes at an offset: 1 when the little-endian reading gives the smaller
+     * positive number, or the other one is negative. 0 also for null data, unreported. */
+    static unsigned int isLittleEndian(VornToolsString* ip_data, int i_offset);
+    /** The decimal number that a text begins with: blanks, a sign, digits; 0 when there are none, the nearest int when
+     * there are too many. @return 0; -1, unreported, for a null text or value */
+    static int stringToInt(VornToolsString* ip_text, int* op_value);
 
 private:
     friend struct VornToolsCommonTestAccess;

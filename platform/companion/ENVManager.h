@@ -39,6 +39,10 @@ public:
     virtual unsigned char isUpdateDrawingInLUS() = 0;
     virtual unsigned char saveDetailSheet() = 0;
     virtual unsigned char checkForUpdatePart() = 0;
+    /** Directory of the files exchanged with the PDM client; ends with a separator. */
+    virtual CATUnicodeString getTempDirectory() = 0;
+    /** 1 when the integration keeps its intermediate files for those who look for a fault. */
+    virtual unsigned char isDebugModeEnable() = 0;
 
 protected:
     ~ENVManager() = default;

@@ -15,6 +15,8 @@ public:
     virtual void writeFunctionEnd(const CATUnicodeString& iName, int iCode) = 0;
     /** Writes one line, printf style. */
     virtual void writeMsg(const char* iFormat, ...) = 0;
+    /** Writes what an operation answers, printf style. */
+    virtual void writeReturn(const char* iFormat, ...) = 0;
 
 protected:
     ~JNLManager() = default;

@@ -13,6 +13,12 @@ public:
     virtual unsigned char isCommandImport() = 0;
     virtual unsigned char isCommandBRR() = 0;
     virtual unsigned char isProcessLifeCycleFactory() = 0;
+    virtual unsigned char isCommandHighlightItemRevision() = 0;
+    /** The highlight command of the hosted workspace client. */
+    virtual unsigned char isCommandHighlightInCATIASK() = 0;
+    virtual unsigned char isCommandStateDetailsUpdate() = 0;
+    /** 1 when the files of the status window are deleted once they are read. */
+    virtual unsigned char manageDocumentsOfStatusWindowFileDeletion() = 0;
 
 protected:
     ~PROCManager() = default;

@@ -22,6 +22,8 @@ public:
      * @param oLine the line; empty on failure. @return S_OK; S_FALSE at the end of the file; E_FAIL when the read
      * fails. */
     HRESULT readLine(CATUnicodeString& oLine);
+    /** 1 once a read has met the end of the file: the last line, when it lacks its end, or the read behind it. */
+    unsigned char isAtEnd() const;
     void close();
 
     /** @param oPath the directory without its last separator (a lone root keeps it), empty when the name has none.

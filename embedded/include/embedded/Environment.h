@@ -34,6 +34,13 @@ struct Environment {
     bool commandBrr = false;
     bool processLifeCycleFactory = false;
 
+    std::string tempDirectory; ///< of the exchange files; ends with a separator
+    bool keepsIntermediateFiles = false;
+    bool commandHighlightItemRevision = false;
+    bool commandHighlightHosted = false;
+    bool commandStateDetailsUpdate = false;
+    bool deletesStatusWindowFiles = false;
+
     /** Companion managers that getInstance() does not find: "ENVManager", "PROCManager", "VornEnvConfig". */
     std::vector<std::string> missingManagers;
 };

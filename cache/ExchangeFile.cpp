@@ -1,0 +1,50 @@
+#include "cache/ExchangeFile.h"
+
+#include "ENVManager.h"
+
+#include <cstring>
+
+namespace vorntools {
+
+HRESULT findExchangeDirectory(const JournalFrame& i_frame, CATUnicodeString& o_directory) {
+    o_directory = "";
+    ENVManager* const p_environment = ENVManager::getInstance();
+    if (!p_environment) return i_frame.missing("p_env");
+    o_directory = p_environment->getTempDirectory();
+    return S_OK;
+}
+
+bool LineReader::next() {
+    m_code = m_file.readLine(m_line);
+    if (m_code == S_OK) return true;
+    m_line = "";
+    return false;
+}
+
+bool NewTextFile::create(const CATUnicodeString& i_name) {
+    const char* const name = i_name.ConvertToChar();
+    // A name cut at a NUL would be that of another file.
+    if (std::strlen(name) != static_cast<std::size_t>(i_name.GetLengthInByte())) return false;
+    m_name = i_name;
+    m_file.reset(std::fopen(name, "w"));
+    return m_file != nullptr;
+}
+
+void NewTextFile::writeLine(const CATUnicodeString& i_line) {
+    std::fwrite(i_line.ConvertToChar(), 1, static_cast<std::size_t>(i_line.GetLengthInByte()), m_file.get());
+    std::fputc('\n', m_file.get());
+}
+
+bool NewTextFile::finish() {
+    const bool written = std::ferror(m_file.get()) == 0;
+    const bool closed = std::fclose(m_file.release()) == 0;
+    if (written && closed) return true;
+    deleteFile(m_name);
+    return false;
+}
+
+bool deleteFile(const CATUnicodeString& i_name) {
+    return !UTILFile::existingFile(i_name) || std::remove(i_name.ConvertToChar()) == 0;
+}
+
+} // namespace vorntools

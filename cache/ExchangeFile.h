@@ -1,0 +1,60 @@
+#ifndef CACHE_EXCHANGE_FILE_H
+#define CACHE_EXCHANGE_FILE_H
+
+#include "foundation/JournalFrame.h"
+
+#include "CATUnicodeString.h"
+#include "UTILFile.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace vorntools {
+
+/** Directory of the files exchanged with the PDM client, with a separator at its end; empty while it is not set.
+ * @return E_FAIL, reported, without an environment */
+HRESULT findExchangeDirectory(const JournalFrame& i_frame, CATUnicodeString& o_directory);
+
+/** Reads a file line by line and remembers how the last read ended. */
+class LineReader {
+public:
+    bool open(const CATUnicodeString& i_name) { return SUCCEEDED(m_file.open(i_name, "r")); }
+    /** Reads the next line. False at the end of the file and when the read fails; the line is then empty. */
+    bool next();
+    const CATUnicodeString& line() const { return m_line; }
+    bool hasFailed() const { return FAILED(m_code); }
+    /** Whether a read has met the end of the file; false behind a line that has its line end, even the last one. */
+    bool isAtEnd() const { return m_file.isAtEnd() != 0; }
+    void close() { m_file.close(); }
+
+private:
+    UTILFile m_file;
+    CATUnicodeString m_line;
+    HRESULT m_code = S_OK;
+};
+
+/** A text file that is written anew. What is not finished is no file: it is deleted. */
+class NewTextFile {
+public:
+    /** A folder or an empty name cannot be created; an existing file loses its content. */
+    bool create(const CATUnicodeString& i_name);
+    /** Adds a line. Its bytes are written as they are, the line end as the system has it. */
+    void writeLine(const CATUnicodeString& i_line);
+    /** @return whether everything is on its way to the disk; if not the file is gone */
+    bool finish();
+
+private:
+    struct Close {
+        void operator()(std::FILE* ip_file) const { std::fclose(ip_file); }
+    };
+
+    CATUnicodeString m_name;
+    std::unique_ptr<std::FILE, Close> m_file;
+};
+
+/** Deletes a file; a folder stays. @return whether no such file is left */
+bool deleteFile(const CATUnicodeString& i_name);
+
+} // namespace vorntools
+
+#endif

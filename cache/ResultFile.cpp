@@ -1,0 +1,120 @@
+#include "VornToolsCommon.h"
+
+#include "cache/ExchangeFile.h"
+#include "foundation/JournalFrame.h"
+
+#include "TYPVectorCATUnicodeString.h"
+
+using namespace vorntools;
+
+namespace {
+
+const CATUnicodeString kFileName("results");
+const CATUnicodeString kOk(":ok");
+const CATUnicodeString kCancel(":cancel");
+const CATUnicodeString kUserCancel(":user_cancel");
+const CATUnicodeString kHostedClient("SK");
+
+using Status = VornToolsCommon::EnumResultStatus;
+
+/** Full name of the result file; empty while its directory is not set. E_FAIL, reported, without an environment. */
+HRESULT findResultFile(const JournalFrame& i_frame, CATUnicodeString& o_name) {
+    o_name = "";
+    CATUnicodeString directory;
+    const HRESULT code = findExchangeDirectory(i_frame, directory);
+    if (SUCCEEDED(code) && !directory.IsNull()) o_name = directory + kFileName;
+    return code;
+}
+
+HRESULT openFailed(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
+    i_frame.write("Unable to open result file %s", i_name);
+    return E_FAIL;
+}
+
+HRESULT readFailed(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
+    i_frame.write("ERROR while reading result file %s", i_name);
+    return E_FAIL;
+}
+
+Status statusOf(const CATUnicodeString& i_first_line) {
+    if (i_first_line == kCancel || i_first_line == kUserCancel) return VornToolsCommon::ResultStatusCancelled;
+    return i_first_line == kOk ? VornToolsCommon::ResultStatusOk : VornToolsCommon::ResultStatusFailed;
+}
+
+/** Opens the result file and reads the status in its first line. @param o_status set on success only */
+HRESULT readStatus(const JournalFrame& i_frame, LineReader& o_reader, CATUnicodeString& o_name, Status& o_status) {
+    const HRESULT found = findResultFile(i_frame, o_name);
+    if (FAILED(found)) return found;
+    if (o_name.IsNull()) return i_frame.missing("result_file");
+    if (!o_reader.open(o_name)) return openFailed(i_frame, o_name);
+    o_reader.next();
+    if (o_reader.hasFailed()) return readFailed(i_frame, o_name);
+    o_status = statusOf(o_reader.line());
+    return S_OK;
+}
+
+} // namespace
+
+HRESULT VornToolsCommon::createResultFile(CATUnicodeString i_text) {
+    const JournalFrame frame(_CteCLASS_NAME, "createResultFile");
+    CATUnicodeString name;
+    const HRESULT found = findResultFile(frame, name);
+    if (FAILED(found)) return found;
+    NewTextFile file;
+    if (!file.create(name)) return S_OK;
+    file.writeLine(i_text);
+    return file.finish() ? S_OK : frame.callFailed("fwrite");
+}
+
+HRESULT VornToolsCommon::readResultFileAndGetClient(unsigned char& o_ok, unsigned char& o_hosted_client) {
+    const JournalFrame frame(_CteCLASS_NAME, "readResultFileAndGetClient");
+    o_ok = 0;
+    o_hosted_client = 0;
+    CATUnicodeString name;
+    const HRESULT found = findResultFile(frame, name);
+    if (FAILED(found)) return found;
+    LineReader reader;
+    if (!reader.open(name)) return openFailed(frame, name);
+    reader.next();
+    if (reader.line().IsNull()) return readFailed(frame, name);
+    if (!reader.line().Compare(kOk)) return S_OK;
+
+    reader.next();
+    if (reader.hasFailed()) return readFailed(frame, name);
+    o_ok = 1;
+    if (!reader.line().Compare(kHostedClient)) return S_OK;
+    frame.write("Current client is hosted skylane");
+    o_hosted_client = 1;
+    return S_OK;
+}
+
+HRESULT VornToolsCommon::getResultInfo(EnumResultStatus& o_status, TYPVectorCATUnicodeString& o_lines) {
+    const JournalFrame frame(_CteCLASS_NAME, "getResultInfo");
+    o_status = ResultStatusFailed;
+    o_lines.clear();
+    LineReader reader;
+    CATUnicodeString name;
+    EnumResultStatus status = ResultStatusFailed;
+    const HRESULT code = readStatus(frame, reader, name, status);
+    if (FAILED(code)) return code;
+    while (!reader.isAtEnd()) {
+        reader.next();
+        if (reader.hasFailed()) {
+            o_lines.clear();
+            return readFailed(frame, name);
+        }
+        o_lines.push_back(reader.line());
+    }
+    o_status = status;
+    return S_OK;
+}
+
+VornToolsCommon::EnumResultStatus VornToolsCommon::getResultStatus() {
+    const JournalFrame frame(_CteCLASS_NAME, "getResultStatus");
+    LineReader reader;
+    CATUnicodeString name;
+    EnumResultStatus status = ResultStatusFailed;
+    readStatus(frame, reader, name, status);
+    frame.writeReturn(status);
+    return status;
+}

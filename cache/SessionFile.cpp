@@ -1,0 +1,55 @@
+#include "VornToolsCommon.h"
+
+#include "cache/ExchangeFile.h"
+#include "cache/PlatformAnswers.h"
+#include "foundation/JournalFrame.h"
+
+#include "CATDocumentsInSession.h"
+
+using namespace vorntools;
+
+namespace {
+
+const CATUnicodeString kFileName("CADFilesInSession.txt");
+
+/** Makes an empty session file in place of an existing one. */
+HRESULT createSessionFile(const JournalFrame& i_frame, NewTextFile& o_file) {
+    CATUnicodeString directory;
+    const HRESULT found = findExchangeDirectory(i_frame, directory);
+    if (FAILED(found)) return found;
+    const CATUnicodeString name = directory.IsNull() ? directory : directory + kFileName;
+    // A file that cannot be deleted may still be written.
+    deleteFile(name);
+    return o_file.create(name) ? S_OK : i_frame.callFailed("fopen");
+}
+
+/** @return the last name's code; names that cannot be split are reported */
+HRESULT writeFileNames(const JournalFrame& i_frame, const CATListPtrCATDocument& i_documents, NewTextFile& io_file) {
+    HRESULT code = S_OK;
+    for (int i = 1; i <= i_documents.Size(); ++i) {
+        CATUnicodeString directory, file_name;
+        code = splitFullName(i_documents[i]->StorageName(), directory, file_name);
+        if (SUCCEEDED(code))
+            io_file.writeLine(file_name);
+        else
+            i_frame.callFailed("UTILFile::splitPathAndFileName");
+    }
+    return code;
+}
+
+} // namespace
+
+HRESULT VornToolsCommon::writeCADFilesInSessionFile() {
+    const JournalFrame frame(_CteCLASS_NAME, "writeCADFilesInSessionFile");
+    NewTextFile file;
+    const HRESULT created = createSessionFile(frame, file);
+    if (FAILED(created)) return created;
+    CATListPtrCATDocument documents;
+    const HRESULT listed = getDocumentsInSession(documents, "");
+    if (FAILED(listed)) {
+        frame.callFailed("VornToolsCommon::getDocumentsInSession(...)");
+        return listed;
+    }
+    const HRESULT code = writeFileNames(frame, documents, file);
+    return file.finish() ? code : frame.callFailed("fwrite");
+}
