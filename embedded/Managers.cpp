@@ -82,6 +82,13 @@ public:
     unsigned char checkForUpdatePart() override {
         return flag("ENVManager::checkForUpdatePart", &Environment::checkForUpdatePart);
     }
+    CATUnicodeString getSpreadSheetPath() override {
+        return text("ENVManager::getSpreadSheetPath", &Environment::spreadsheetPath);
+    }
+    CATUnicodeString getImportPath() override { return text("ENVManager::getImportPath", &Environment::importPath); }
+    unsigned char isManageCatiaStatusOnRoot() override {
+        return flag("ENVManager::isManageCatiaStatusOnRoot", &Environment::managesStatusOnRoot);
+    }
 };
 
 class ProcessManager final : public PROCManager {

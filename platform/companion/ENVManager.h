@@ -39,6 +39,12 @@ public:
     virtual unsigned char isUpdateDrawingInLUS() = 0;
     virtual unsigned char saveDetailSheet() = 0;
     virtual unsigned char checkForUpdatePart() = 0;
+    /** Full name of the import spreadsheet. */
+    virtual CATUnicodeString getSpreadSheetPath() = 0;
+    /** Directory of the files that are imported; may end with a separator. */
+    virtual CATUnicodeString getImportPath() = 0;
+    /** 1 when the root product, too, shows the status of its document. */
+    virtual unsigned char isManageCatiaStatusOnRoot() = 0;
 
 protected:
     ~ENVManager() = default;
