@@ -6,9 +6,9 @@
 #include "CATListOfCATUnicodeString.h"
 #include "CATUnicodeString.h"
 #include "ExportedByVornTools.h"
+#include "IEnumVARIANT.h"
 
 class CATIProduct;
-class IEnumVARIANT;
 
 /**
  * Reads the scenes of an assembly: named views in which each product may stand elsewhere or be hidden. All static.

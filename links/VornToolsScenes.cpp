@@ -14,7 +14,6 @@
 #include "CATIASceneProduct.h"
 #include "CATIProduct.h"
 #include "CATMathTransformation.h"
-#include "IEnumVARIANT.h"
 #include "VornToolsCommon.h"
 
 #include <algorithm>
@@ -29,6 +28,12 @@
 #include <vector>
 
 using namespace vorntools;
+
+// The system's own interface: declared by its header alone.
+template <>
+struct vorntools::InterfaceId<IEnumVARIANT> {
+    static const IID& value() { return IID_IEnumVARIANT; }
+};
 
 const CATUnicodeString VornToolsScenes::_CteCLASS_NAME("VornToolsScenes::");
 

@@ -7,8 +7,7 @@
 extern ExportedByCatia const IID IID_IEnumVARIANT;
 
 /** Walks over a collection. */
-class IEnumVARIANT : public IUnknown {
-public:
+struct IEnumVARIANT : public IUnknown {
     /** @param oItems room for iCount values, each cleared by the caller afterwards. @param oFetched how many came.
      * @return S_OK when all came, S_FALSE when fewer did */
     virtual HRESULT __stdcall Next(ULONG iCount, CATVariant* oItems, ULONG* oFetched) = 0;
