@@ -59,9 +59,9 @@ public:
 
     bool null() override { return add(JsonValue::Kind::null), true; }
     bool boolean(bool value) override { return add(JsonValue::Kind::boolean).flag = value, true; }
-    bool number_integer(std::int64_t) override { return add(JsonValue::Kind::number), true; }
-    bool number_unsigned(std::uint64_t) override { return add(JsonValue::Kind::number), true; }
-    bool number_float(double, const std::string&) override { return add(JsonValue::Kind::number), true; }
+    bool number_integer(std::int64_t value) override { return addNumber(static_cast<double>(value)); }
+    bool number_unsigned(std::uint64_t value) override { return addNumber(static_cast<double>(value)); }
+    bool number_float(double value, const std::string&) override { return addNumber(value); }
     bool string(std::string& value) override { return add(JsonValue::Kind::text).text.swap(value), true; }
     bool binary(binary_t&) override { return false; }
     bool start_object(std::size_t) override { return open(JsonValue::Kind::object); }
@@ -95,6 +95,7 @@ private:
         m_key.clear();
         return *value;
     }
+    bool addNumber(double value) { return add(JsonValue::Kind::number).number = value, true; }
     bool open(JsonValue::Kind kind) {
         if (m_open.size() > kDeepestJson) throw JsonFault{m_position.line, "nested too deeply"};
         m_open.push_back(&add(kind));
@@ -145,6 +146,18 @@ const std::string& JsonField::text() const {
 bool JsonField::flag() const {
     expect(JsonValue::Kind::boolean, "true or false");
     return m_value.flag;
+}
+
+double JsonField::number() const {
+    expect(JsonValue::Kind::number, "a number");
+    return m_value.number;
+}
+
+int JsonField::integer(int least, int greatest) const {
+    const double value = number();
+    if (!(value >= least && value <= greatest) || value != static_cast<int>(value))
+        fail("a whole number from " + std::to_string(least) + " to " + std::to_string(greatest) + " is expected");
+    return static_cast<int>(value);
 }
 
 std::vector<JsonField> JsonField::elements() const& {

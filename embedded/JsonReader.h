@@ -16,6 +16,7 @@ struct JsonValue {
 
     Kind kind = Kind::null;
     bool flag = false;
+    double number = 0;
     int line = 0;                 ///< from 1; of a list or an object that of its opening bracket
     std::string key;              ///< of a member of an object
     std::string text;             ///< of a text
@@ -46,6 +47,9 @@ public:
     const JsonValue& value() const { return m_value; }
     const std::string& text() const;
     bool flag() const;
+    double number() const;
+    /** A number without fraction from the least to the greatest one allowed. */
+    int integer(int least, int greatest) const;
     /** The elements of a list. Like everything below, only for a field with a name: its parts refer to it. */
     std::vector<JsonField> elements() const&;
     std::vector<JsonField> elements() const&& = delete;

@@ -88,6 +88,13 @@ public:
     unsigned char isDebugModeEnable() override {
         return flag("ENVManager::isDebugModeEnable", &Environment::keepsIntermediateFiles);
     }
+    CATUnicodeString getSpreadSheetPath() override {
+        return text("ENVManager::getSpreadSheetPath", &Environment::spreadsheetPath);
+    }
+    CATUnicodeString getImportPath() override { return text("ENVManager::getImportPath", &Environment::importPath); }
+    unsigned char isManageCatiaStatusOnRoot() override {
+        return flag("ENVManager::isManageCatiaStatusOnRoot", &Environment::managesStatusOnRoot);
+    }
 };
 
 class ProcessManager final : public PROCManager {

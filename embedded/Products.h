@@ -91,6 +91,8 @@ public:
     CATDocument* GetDocument() override;
     CATBoolean IsUpToDate(CATIDomain_var iDomain) const override;
 
+    /** Defined with the scenes, the one thing that a product keeps under a name. */
+    HRESULT __stdcall GetItem(const CATBSTR& iName, CATBaseDispatch*& oObject) override;
     HRESULT __stdcall get_PartNumber(CATBSTR& oPartNumber) override;
     HRESULT __stdcall HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) override;
     HRESULT __stdcall GetMasterShapeRepresentationPathName(CATBSTR& oPath) override;

@@ -40,6 +40,7 @@ constexpr FlagField kFlags[] = {
     {"save_detail_sheet", &Environment::saveDetailSheet},
     {"check_for_update_part", &Environment::checkForUpdatePart},
     {"debug_mode", &Environment::debugMode},
+    {"manages_status_on_root", &Environment::managesStatusOnRoot},
     {"command_create_spreadsheet", &Environment::commandCreateSpreadsheet},
     {"command_import", &Environment::commandImport},
     {"command_brr", &Environment::commandBrr},
@@ -62,6 +63,8 @@ constexpr DirectoryField kDirectories[] = {
     {"local_cache_directory", &Environment::localCacheDirectory},
     {"configuration_directory", &Environment::configurationDirectory},
     {"temp_directory", &Environment::tempDirectory},
+    {"spreadsheet_path", &Environment::spreadsheetPath},
+    {"import_path", &Environment::importPath},
 };
 
 constexpr const char* kManagers[] = {"ENVManager", "PROCManager", "VornEnvConfig"};

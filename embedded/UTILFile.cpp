@@ -192,6 +192,11 @@ unsigned char UTILFile::isACATProduct(const CATUnicodeString& iExtension) {
     return iExtension.Compare(product) != 0 ? 1 : 0;
 }
 
+unsigned char UTILFile::isACATPart(const CATUnicodeString& iExtension) {
+    static const CATUnicodeString part("CATPart");
+    return iExtension.Compare(part) != 0 ? 1 : 0;
+}
+
 HRESULT UTILFile::getFileSize(const CATUnicodeString& iFileName, long long& oSize) {
     constexpr long long staleSize = 4711;
     oSize = 0;

@@ -43,6 +43,12 @@ public:
     virtual CATUnicodeString getTempDirectory() = 0;
     /** 1 when the integration keeps its intermediate files for those who look for a fault. */
     virtual unsigned char isDebugModeEnable() = 0;
+    /** Full name of the import spreadsheet. */
+    virtual CATUnicodeString getSpreadSheetPath() = 0;
+    /** Directory of the files that are imported; may end with a separator. */
+    virtual CATUnicodeString getImportPath() = 0;
+    /** 1 when the root product, too, shows the status of its document. */
+    virtual unsigned char isManageCatiaStatusOnRoot() = 0;
 
 protected:
     ~ENVManager() = default;

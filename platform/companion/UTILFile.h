@@ -38,6 +38,8 @@ public:
     static CATUnicodeString getExtension(const CATUnicodeString& iFileName);
     /** 1 when an extension is that of a product document, letter case ignored. */
     static unsigned char isACATProduct(const CATUnicodeString& iExtension);
+    /** 1 when an extension is that of a part document, letter case ignored. */
+    static unsigned char isACATPart(const CATUnicodeString& iExtension);
     /** @param oSize bytes; 0 on failure. @return S_OK; E_FAIL when there is no such file. */
     static HRESULT getFileSize(const CATUnicodeString& iFileName, long long& oSize);
     /** Seconds since 1970 of the last change, truncated to 32 bits; -1 when the file cannot be examined. */

@@ -18,6 +18,7 @@ struct Environment {
     bool saveDetailSheet = false;
     bool checkForUpdatePart = false;
     bool debugMode = false;
+    bool managesStatusOnRoot = false;
 
     std::string stagingDirectory;
     std::string filesDirectory; ///< ends with a separator
@@ -25,6 +26,8 @@ struct Environment {
     std::string referencePrefix;
     std::string localCacheDirectory;                  ///< ends with a separator
     std::vector<std::string> releaseCacheDirectories; ///< each ends with a separator
+    std::string spreadsheetPath;                      ///< the import spreadsheet
+    std::string importPath;                           ///< directory of the files that are imported
     std::string configurationDirectory;               ///< where configuration files lie; empty: nowhere
     std::map<std::string, std::string> logicalNames;  ///< logical name to directory
     std::string separator;                            ///< for joining names; empty: the system's own
