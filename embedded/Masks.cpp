@@ -19,6 +19,13 @@ namespace {
 
 constexpr int kGreatestMask = 10;
 
+/** Name of the document that a place begins in. */
+std::string documentOf(const ProductObject& product) {
+    const ProductObject* root = &product;
+    while (root->father()) root = root->father();
+    return root->reference()->document->name();
+}
+
 /** The masks of the session's products. */
 class SessionMasks final : public SessionPart {
 public:
@@ -44,7 +51,8 @@ public:
     void addToDigest(std::string& text) const override {
         std::vector<std::string> lines;
         for (const auto& mask : m_masks)
-            lines.push_back("mask " + std::to_string(mask.second) + " " + mask.first->objectName() + "\n");
+            lines.push_back("mask " + std::to_string(mask.second) + " " + documentOf(*mask.first) + " " +
+                            mask.first->objectName() + "\n");
         std::sort(lines.begin(), lines.end());
         if (!hasManager) lines.emplace_back("without_mask_manager\n");
         for (const std::string& line : lines) text += line;

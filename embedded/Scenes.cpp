@@ -363,7 +363,7 @@ Json writeProduct(const SceneProductObject& product) {
     if (product.hidden) object["hidden"] = true;
     if (!product.components) {
         object["without"] = {"position"};
-    } else if (*product.components != kIdentity) {
+    } else if (std::memcmp(product.components->data(), kIdentity.data(), sizeof(Components)) != 0) { // -0 is not 0
         for (const double number : *product.components)
             if (!std::isfinite(number)) throw SaveFault{"a position in a scene is no number"};
         object["position"] = *product.components;
@@ -403,7 +403,8 @@ void SessionScenes::addToDigest(std::string& text) const {
     std::vector<std::string> lines;
     for (const auto& list : m_scenes) {
         if (!list->withheld && list->all().empty()) continue;
-        std::string line = list->objectName() + (list->withheld ? " withheld" : "") + "\n";
+        std::string line =
+            "scenes of " + list->root().reference()->document->name() + (list->withheld ? " withheld" : "") + "\n";
         for (const auto& scene : list->all()) {
             line += " " + std::to_string(scene->type()) + scene->objectName() + "\n";
             for (const SceneProductObject* product : inOrder(*scene)) {

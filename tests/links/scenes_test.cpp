@@ -181,6 +181,47 @@ TEST_F(ScenesTest, WhatIsMissingIsReported) {
                                 kScenes + "hasParentComponentHideInScene 9001 ip_product"}));
 }
 
+TEST_F(ScenesTest, AGroupEndsWhereItsSceneDoesNotAnswer) {
+    scenes(root).addFull("F").move(group, translation(1, 0, 0)).hide(group);
+    scenes(root).find("F").drop(component).drop(pin).drop(block);
+    const struct {
+        const char* site;
+        const char* report;
+        Texts group; ///< the first one, where the call fails once
+    } cases[] = {
+        {"CATIAScene::get_Name", " 9003 get_Name", {"g.1!"}},
+        {"QueryInterface(CATIAScene)", " 9001 catia_scene_object", {"g.1!", "F"}},
+        {"CATIAScene::get_Type", " 9003 get_Type", {"g.1!", "F"}},
+        {"CATIAScene::ExistsInScene", " 9003 ExistsInScene", {"g.1!", "F"}},
+        {"CATIAScene::GetSceneProductData", " 9001 scene_product_data", {"g.1!", "F"}},
+        {"CATIASceneProduct::get_Position", "", {"g.1!", "F", "", "TRUE"}},
+        {"CATIAPosition::GetComponents", "", {"g.1!", "F", "", "TRUE"}},
+        {"CATIASceneProduct::get_Hidden", "", {"g.1!", "F", "1 0 0 0 1 0 0 0 1 1 0 0", ""}},
+        {"IEnumVARIANT::Next", " 9003 Next", {}},
+    };
+    const Texts others = {"c.1!g.1!", "F", "", "TRUE", "p.1!c.1!g.1!", "F", "", "TRUE", "b.1!", "F", "", "TRUE"};
+    auto& failures = embedded::Failures::get();
+    for (const auto& c : cases) {
+        Texts read;
+        for (int nth = 1; nth < 200; ++nth) {
+            reports();
+            failures.arm(nth, false, embedded::FaultFlavour::codeWithOutput);
+            CATListValCATUnicodeString list;
+            VornToolsScenes::readScenesDataInAssy("/w/r.a.CATProduct", root.get(), nullptr, {}, 0, list);
+            failures.disarm();
+            read = toTexts(list);
+            if (failures.firedAt() == c.site) break;
+        }
+        Texts expected = {"<CATProduct>", "r.a"};
+        expected.insert(expected.end(), c.group.begin(), c.group.end());
+        expected.insert(expected.end(), others.begin(), others.end());
+        expected.emplace_back("</CATProduct>");
+        EXPECT_EQ(read, expected) << c.site;
+        const Texts none;
+        EXPECT_EQ(reports(), *c.report ? Texts({kScenes + "readScenesDataInAssy" + c.report}) : none) << c.site;
+    }
+}
+
 TEST_F(ScenesTest, APartOfAnAssemblyTakesThePositionsOfItsParent) {
     addScenes();
     IEnumVARIANT* walk = nullptr;
