@@ -60,6 +60,8 @@ public:
     long references() const { return m_references; }
     /** From now on the object may be called while nobody holds a reference. */
     void pin() { m_pinned = true; }
+    /** The opposite, for an object that the platform has closed: every use by somebody without a reference is named. */
+    void unpin() { m_pinned = false; }
 
     std::vector<std::unique_ptr<Extension>>& extensions() { return m_extensions; }
 
