@@ -41,20 +41,23 @@ std::string digestOf(const SelectionPath& path) {
 
 PathElementObject::PathElementObject(const SelectionPath& path) : Implements("CATPathElement"), m_path(path) {
     pin();
-    for (const SelectionPath::Item& item : path.items()) m_objects.push_back(objectOf(item));
+    for (const SelectionPath::Item& item : path.items()) m_objects.push_back(entryOf(item));
 }
 
-CATBaseUnknown* PathElementObject::objectOf(const SelectionPath::Item& item) {
+PathElementObject::Entry PathElementObject::entryOf(const SelectionPath::Item& item) {
+    const auto entry = [](auto* object) { return object ? Entry{object->unknown(), object} : Entry(); };
     switch (item.kind) {
-    case SelectionPath::Item::Kind::product: return item.shown.get();
-    case SelectionPath::Item::Kind::document: return item.opened.get();
+    case SelectionPath::Item::Kind::product:
+        item.shown.get(); // may be called without a reference from now on
+        return entry(item.shown.object());
+    case SelectionPath::Item::Kind::document: return entry(item.opened.object());
     case SelectionPath::Item::Kind::feature:
         m_features.push_back(std::make_unique<FeatureObject>(item.type));
-        return m_features.back()->unknown();
+        return entry(m_features.back().get());
     default:
         m_others.push_back(std::make_unique<SelectableObject>(
             item.type, item.derived.empty() ? CATBaseUnknown::ClassName() : item.derived));
-        return m_others.back()->unknown();
+        return entry(m_others.back().get());
     }
 }
 
@@ -65,16 +68,20 @@ int PathElementObject::GetSize() const {
 CATBaseUnknown* PathElementObject::operator[](int iPosition) const {
     if (failing("CATPathElement::operator[]") || iPosition < 0) return nullptr;
     const auto position = static_cast<std::size_t>(iPosition);
-    return position < m_objects.size() ? m_objects[position] : nullptr;
+    return position < m_objects.size() ? m_objects[position].unknown : nullptr;
 }
 
 HRESULT PathElementObject::Search(const IID& iIID, void** oPointer) {
     if (!oPointer) return E_POINTER;
+    *oPointer = nullptr;
     const FaultFlavour flavour = called("CATPathElement::Search");
     if (flavour != FaultFlavour::none) return failedAnswer<void*>(flavour, *oPointer, nullptr, this);
-    for (auto object = m_objects.rbegin(); object != m_objects.rend(); ++object)
-        if (*object && SUCCEEDED((*object)->QueryInterface(iIID, oPointer)) && *oPointer) return S_OK;
-    *oPointer = nullptr;
+    for (auto entry = m_objects.rbegin(); entry != m_objects.rend(); ++entry) {
+        *oPointer = entry->object ? entry->object->findInterface(iIID) : nullptr;
+        if (!*oPointer) continue;
+        entry->unknown->AddRef();
+        return S_OK;
+    }
     return E_FAIL;
 }
 

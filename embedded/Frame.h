@@ -59,12 +59,16 @@ public:
     HRESULT Search(const IID& iIID, void** oPointer) override;
 
 private:
-    CATBaseUnknown* objectOf(const SelectionPath::Item& item);
+    struct Entry {
+        CATBaseUnknown* unknown = nullptr;
+        Object* object = nullptr;
+    };
+    Entry entryOf(const SelectionPath::Item& item);
 
     const SelectionPath m_path;
     std::vector<std::unique_ptr<FeatureObject>> m_features;
     std::vector<std::unique_ptr<SelectableObject>> m_others;
-    std::vector<CATBaseUnknown*> m_objects;
+    std::vector<Entry> m_objects;
 };
 
 /** What is selected in an editor. */

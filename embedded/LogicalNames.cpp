@@ -91,6 +91,6 @@ HRESULT UTILDLName::getPhysicalPathFromDLName(const CATUnicodeString& iName, CAT
 HRESULT UTILDLName::cleanUpDLName(const CATUnicodeString& iName, CATUnicodeString& oClean) {
     const std::string name = toBytes(iName);
     const bool isLogical = name.compare(0, kMarker.size(), kMarker) == 0;
-    return textAnswer(Failures::get().ask("UTILDLName::cleanUpDLName"),
-                      isLogical ? name.substr(kMarker.size()) : name, oClean);
+    return textAnswer(Failures::get().ask("UTILDLName::cleanUpDLName"), isLogical ? name.substr(kMarker.size()) : name,
+                      oClean);
 }

@@ -64,6 +64,8 @@ public:
     void unpin() { m_pinned = false; }
 
     std::vector<std::unique_ptr<Extension>>& extensions() { return m_extensions; }
+    /** The pointer for an interface, null for none: no failure point, no reference counted. */
+    virtual void* findInterface(const IID& iid) = 0;
 
     /**
      * Opens every method of every interface: records a use after the last release and asks whether the call is to fail.
@@ -145,6 +147,13 @@ public:
         using First = std::tuple_element_t<0, std::tuple<I...>>;
         return static_cast<First*>(this);
     }
+    void* findInterface(const IID& iid) override {
+        if (iid == IID_IUnknown || iid == IID_CATBaseUnknown) return unknown();
+        if (!answers(iid)) return nullptr;
+        void* found = nullptr;
+        static_cast<void>(((Identity<I>::has(iid) && (found = static_cast<I*>(this))) || ...));
+        return found ? found : extended(iid);
+    }
 
 protected:
     // The session's own objects come and go on demand: they are not among those that somebody must release.
@@ -158,15 +167,6 @@ protected:
     virtual bool answers(const IID&) const { return true; }
     /** The pointer for an interface that the class does not implement; see extensionFor. */
     virtual void* extended(const IID&) { return nullptr; }
-
-private:
-    void* findInterface(const IID& iid) {
-        if (iid == IID_IUnknown || iid == IID_CATBaseUnknown) return unknown();
-        if (!answers(iid)) return nullptr;
-        void* found = nullptr;
-        static_cast<void>(((Identity<I>::has(iid) && (found = static_cast<I*>(this))) || ...));
-        return found ? found : extended(iid);
-    }
 };
 
 /**
