@@ -1,0 +1,19 @@
+#ifndef CATSessionServices_H
+#define CATSessionServices_H
+
+#include "CATDocumentsInSession.h"
+#include "CATSession.h"
+
+/** Makes a session. @param oSession no reference is added. @return S_OK, S_FALSE when one of that name exists, E_FAIL
+ */
+ExportedByCatia HRESULT Create_Session(char* iSessionName, CATSession*& oSession);
+
+/** The loaded documents; owned by the session, null is possible. No reference is added. */
+ExportedByCatia const CATLISTP(CATDocument) * ListDocuments();
+
+/** Keeps a document open until it is unlocked as often as it was locked. */
+ExportedByCatia HRESULT CATLockDocument(CATDocument& iDocument);
+/** Takes one lock back. A document that nobody holds any more, not even a window, closes. */
+ExportedByCatia HRESULT CATUnLockDocument(CATDocument& iDocument);
+
+#endif
