@@ -1,4 +1,5 @@
 #include "embedded/Frame.h"
+#include "embedded/SessionObject.h"
 #include "embedded/SessionSections.h"
 
 #include <algorithm>
@@ -36,7 +37,9 @@ void writeWithout(Json& object, std::initializer_list<std::pair<const char*, boo
 void readFrame(const JsonField& field, const SectionReader& reader) {
     FrameData& data = reader.session().data().part<FrameData>();
     field.expectKeys({"without", "messages", "locks"});
-    readWithout(field, {{"layout", &data.hasLayout}, {"current_editor", &data.hasCurrentEditor}});
+    readWithout(field, {{"session", &reader.session().data().part<SessionDocuments>().exists},
+                        {"layout", &data.hasLayout},
+                        {"current_editor", &data.hasCurrentEditor}});
     if (const auto messages = field.optional("messages")) {
         data.messages.clear();
         for (const JsonField& message : messages->elements()) {
@@ -52,7 +55,9 @@ void readFrame(const JsonField& field, const SectionReader& reader) {
 Json writeFrame(Session& session) {
     const FrameData& data = session.data().part<FrameData>();
     Json object = Json::object();
-    writeWithout(object, {{"layout", data.hasLayout}, {"current_editor", data.hasCurrentEditor}});
+    writeWithout(object, {{"session", session.data().part<SessionDocuments>().exists},
+                          {"layout", data.hasLayout},
+                          {"current_editor", data.hasCurrentEditor}});
     if (data.messages != FrameData::usualMessages()) {
         object["messages"] = Json::array();
         for (const auto& message : data.messages)

@@ -1,6 +1,7 @@
 #include "embedded/Windows.h"
 
 #include "embedded/Frame.h"
+#include "embedded/SessionObject.h"
 
 #include <algorithm>
 
@@ -85,6 +86,11 @@ Windows& Windows::withoutLayout() {
 
 Windows& Windows::withoutCurrentEditor() {
     m_data->hasCurrentEditor = false;
+    return *this;
+}
+
+Windows& Windows::withoutSession() {
+    SessionDocuments::get().exists = false;
     return *this;
 }
 

@@ -107,6 +107,8 @@ public:
     /** The application shows no windows at all / its windows, but no current editor. */
     Windows& withoutLayout();
     Windows& withoutCurrentEditor();
+    /** There is no current session until somebody makes one. */
+    Windows& withoutSession();
 
     /** Adds to what is selected in the active window's editor; without one nothing happens. */
     void select(const SelectionPath& path);
