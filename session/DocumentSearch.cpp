@@ -60,7 +60,7 @@ bool isSameName(const CATUnicodeString& i_first, const CATUnicodeString& i_secon
 
 /** Whether a document has the name. @param o_code of the last step of reading its name */
 bool hasName(const JournalFrame& i_frame, const CATDocument& i_document, const SoughtName& i_sought, HRESULT& o_code) {
-    const CATUnicodeString storage_name = i_document.StorageName();
+    CATUnicodeString storage_name = i_document.StorageName();
     CATUnicodeString directory;
     CATUnicodeString file_name;
     o_code = splitName(i_frame, storage_name, directory, file_name);
@@ -69,9 +69,8 @@ bool hasName(const JournalFrame& i_frame, const CATDocument& i_document, const S
         i_frame.write("Document is found in session : %s", storage_name);
         return true;
     }
-    CATUnicodeString clean_name = storage_name;
-    if (i_sought.is_logical) o_code = cleanUpName(i_frame, clean_name);
-    if (!isSameName(i_sought.full_name, clean_name)) return false;
+    if (i_sought.is_logical) o_code = cleanUpName(i_frame, storage_name);
+    if (!isSameName(i_sought.full_name, storage_name)) return false;
     i_frame.write("Document is found in session");
     return true;
 }
