@@ -75,6 +75,13 @@ bool hasName(const JournalFrame& i_frame, const CATDocument& i_document, const S
     return true;
 }
 
+/** The managed document that the platform's own table knows under a full name; null when there is none. */
+CATDocument* lookUpDocument(const CATUnicodeString& i_full_name) {
+    CATDocument* p_document = nullptr;
+    if (FAILED(VornToolsDocument::getDocumentInSession(i_full_name, p_document)) || !p_document) return nullptr;
+    return VornToolsCommon::isDocumentInSessionManagedByMaro(p_document) ? p_document : nullptr;
+}
+
 /** The first managed document with the name; null when there is none. */
 CATDocument* findDocument(const JournalFrame& i_frame, const SoughtName& i_sought, HRESULT& o_code) {
     const CATListPtrCATDocument* const p_documents = ListDocuments();
@@ -122,9 +129,8 @@ HRESULT VornToolsCommon::getDocumentInSession(CATUnicodeString i_name, CATDocume
     o_found = 0;
     const SoughtName sought = soughtName(frame, i_name);
     HRESULT code = S_OK;
-    CATDocument* p_found = nullptr;
-    if (sought.has_directory && SUCCEEDED(VornToolsDocument::getDocumentInSession(sought.full_name, p_found)) &&
-        p_found)
+    CATDocument* p_found = sought.has_directory ? lookUpDocument(sought.full_name) : nullptr;
+    if (p_found)
         frame.write("Document is found in session (with VornToolsDocument::getDocumentInSession)");
     else
         p_found = findDocument(frame, sought, code);

@@ -73,6 +73,7 @@ TEST_F(DocumentsTest, NamesAreComparedWholeOrWithoutDirectory) {
         {"/w/New.CATPart", ""},
         {"b\xC3\x96LT.CATPart", "/w/B\xC3\xB6lt.CATPart"},
         {"notes.txt", ""}, // not managed
+        {"/w/notes.txt", ""},
         {"/w/one/", ""},
         {"Part", ""},
         {"\xFF", ""},
