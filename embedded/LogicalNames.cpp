@@ -87,3 +87,10 @@ HRESULT UTILDLName::getPhysicalPathFromDLName(const CATUnicodeString& iName, CAT
     oPhysical = toText(joined(*directory, end == std::string::npos ? "" : name.substr(end + 1)));
     return S_OK;
 }
+
+HRESULT UTILDLName::cleanUpDLName(const CATUnicodeString& iName, CATUnicodeString& oClean) {
+    const std::string name = toBytes(iName);
+    const bool isLogical = name.compare(0, kMarker.size(), kMarker) == 0;
+    return textAnswer(Failures::get().ask("UTILDLName::cleanUpDLName"), isLogical ? name.substr(kMarker.size()) : name,
+                      oClean);
+}

@@ -60,8 +60,12 @@ public:
     long references() const { return m_references; }
     /** From now on the object may be called while nobody holds a reference. */
     void pin() { m_pinned = true; }
+    /** The opposite, for an object that the platform has closed: every use by somebody without a reference is named. */
+    void unpin() { m_pinned = false; }
 
     std::vector<std::unique_ptr<Extension>>& extensions() { return m_extensions; }
+    /** The pointer for an interface, null for none: no failure point, no reference counted. */
+    virtual void* findInterface(const IID&) { return nullptr; }
 
     /**
      * Opens every method of every interface: records a use after the last release and asks whether the call is to fail.
@@ -98,6 +102,10 @@ private:
     std::vector<std::unique_ptr<Extension>> m_extensions;
 };
 
+template <>
+struct Identity<CATIABase> {
+    static bool has(const IID& iid) { return iid == IID_CATIABase || iid == IID_CATBaseDispatch; }
+};
 EMBEDDED_AUTOMATION_IDENTITY(CATIADocument);
 EMBEDDED_AUTOMATION_IDENTITY(CATIAProduct);
 EMBEDDED_IDENTITY(CATIDocId);
@@ -143,6 +151,13 @@ public:
         using First = std::tuple_element_t<0, std::tuple<I...>>;
         return static_cast<First*>(this);
     }
+    void* findInterface(const IID& iid) override {
+        if (iid == IID_IUnknown || iid == IID_CATBaseUnknown) return unknown();
+        if (!answers(iid)) return nullptr;
+        void* found = nullptr;
+        static_cast<void>(((Identity<I>::has(iid) && (found = static_cast<I*>(this))) || ...));
+        return found ? found : extended(iid);
+    }
 
 protected:
     // The session's own objects come and go on demand: they are not among those that somebody must release.
@@ -156,15 +171,6 @@ protected:
     virtual bool answers(const IID&) const { return true; }
     /** The pointer for an interface that the class does not implement; see extensionFor. */
     virtual void* extended(const IID&) { return nullptr; }
-
-private:
-    void* findInterface(const IID& iid) {
-        if (iid == IID_IUnknown || iid == IID_CATBaseUnknown) return unknown();
-        if (!answers(iid)) return nullptr;
-        void* found = nullptr;
-        static_cast<void>(((Identity<I>::has(iid) && (found = static_cast<I*>(this))) || ...));
-        return found ? found : extended(iid);
-    }
 };
 
 /**

@@ -67,6 +67,18 @@ bool holds(SessionData& session, Reference& below, Reference& above) {
 
 } // namespace
 
+RepresentationObject::RepresentationObject(const ProductObject& product)
+    : Implements("ShapeRepresentation"), m_product(product) {}
+
+std::string RepresentationObject::objectName() const { return "representation of " + m_product.objectName(); }
+
+HRESULT __stdcall RepresentationObject::get_Name(CATBSTR& oName) {
+    constexpr const char* kCached = ".cgr";
+    std::string name = fileNameOf(m_product.reference() ? m_product.reference()->masterShape : std::string());
+    if (m_product.isVisualised() && suffixOf(name) != "cgr") name += kCached;
+    return automationTextAnswer(called("CATIABase::get_Name"), name, oName);
+}
+
 ProductObject::ProductObject(SessionData& session, Reference& reference)
     : Implements("ProductReference"), m_session(session), m_father(nullptr), m_instance(nullptr),
       m_reference(&reference), m_index(0) {}
@@ -144,6 +156,8 @@ HRESULT __stdcall ProductObject::get_Name(CATBSTR& oName) {
 
 CATIProduct_var ProductObject::GetReferenceProduct() {
     if (failing("CATIProduct::GetReferenceProduct") || !m_reference) return CATIProduct_var();
+    // In visualisation only the picture is loaded.
+    if (isVisualised() && !isReference()) return CATIProduct_var();
     return handleOf(m_reference->node);
 }
 
@@ -249,6 +263,20 @@ HRESULT __stdcall ProductObject::HasAMasterShapeRepresentation(CAT_VARIANT_BOOL&
     const FaultFlavour flavour = called("CATIAProduct::HasAMasterShapeRepresentation");
     if (flavour != FaultFlavour::none) return failedAnswer<CAT_VARIANT_BOOL>(flavour, oHas, 0, -1);
     oHas = m_reference && !m_reference->masterShape.empty() ? -1 : 0;
+    return S_OK;
+}
+
+HRESULT __stdcall ProductObject::GetMasterShapeRepresentation(CAT_VARIANT_BOOL iLoadIfNecessary,
+                                                              CATBaseDispatch*& oRep) {
+    oRep = nullptr;
+    const FaultFlavour flavour = called("CATIAProduct::GetMasterShapeRepresentation");
+    if (!m_representation) m_representation = std::make_unique<RepresentationObject>(*this);
+    if (flavour == FaultFlavour::codeWithOutput) oRep = m_representation.get();
+    if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    if (!m_reference || m_reference->masterShape.empty()) return E_FAIL;
+    if (iLoadIfNecessary && isVisualised()) m_workMode = 1;
+    oRep = m_representation.get();
+    oRep->AddRef();
     return S_OK;
 }
 

@@ -4,6 +4,7 @@
 #include "embedded/Object.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -29,6 +30,18 @@ struct Reference {
     std::unordered_map<std::string, std::size_t> instanceIndex; ///< instance names of brothers are different
     std::vector<Reference*> usedIn;                             ///< one entry for each of its instances
     std::uint64_t mark = 0;                                     ///< of the last search through the structure
+};
+
+/** The master shape representation of a product as automation shows it: what matters is its name. */
+class RepresentationObject final : public Implements<CATIABase> {
+public:
+    explicit RepresentationObject(const ProductObject& product);
+
+    std::string objectName() const override;
+    HRESULT __stdcall get_Name(CATBSTR& oName) override;
+
+private:
+    const ProductObject& m_product;
 };
 
 /**
@@ -72,6 +85,10 @@ public:
     void setDescription(const std::string& text) { m_description = text; }
     bool hasProperties() const { return m_hasProperties; }
     void withoutProperties() { m_hasProperties = false; }
+    /** Number of CATPrsWorkModeServices::WorkMode; any other for a product that is out of order. */
+    int workMode() const { return m_workMode; }
+    void setWorkMode(int mode) { m_workMode = mode; }
+    bool isVisualised() const { return m_workMode == 0; }
 
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
     CATIProduct_var GetReferenceProduct() override;
@@ -95,6 +112,7 @@ public:
     HRESULT __stdcall GetItem(const CATBSTR& iName, CATBaseDispatch*& oObject) override;
     HRESULT __stdcall get_PartNumber(CATBSTR& oPartNumber) override;
     HRESULT __stdcall HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) override;
+    HRESULT __stdcall GetMasterShapeRepresentation(CAT_VARIANT_BOOL iLoadIfNecessary, CATBaseDispatch*& oRep) override;
     HRESULT __stdcall GetMasterShapeRepresentationPathName(CATBSTR& oPath) override;
     HRESULT __stdcall GetDefaultShapeName(CATBSTR& oName) override;
     HRESULT __stdcall GetShapePathName(const CATBSTR& iShapeName, CATBSTR& oPath) override;
@@ -110,7 +128,9 @@ private:
     Reference* const m_reference;
     const std::size_t m_index;
     bool m_hasProperties = true;
-    std::string m_name; ///< of a direct instance
+    int m_workMode = 3;
+    std::unique_ptr<RepresentationObject> m_representation; ///< made on first use
+    std::string m_name;                                     ///< of a direct instance
     std::optional<std::string> m_description;
     /** Of a reference its instances; of any other place a slot for each of them, filled on demand. */
     mutable std::vector<ProductObject*> m_children;

@@ -75,3 +75,16 @@ void VornIHMMessageDialog::addDynamicUnlocalizedMessage(int iCatalogue, const CA
     embedded::Messages::get().add("unlocalized " + std::to_string(iCatalogue) + " " + std::to_string(iLevel) + " " +
                                   embedded::toBytes(iText));
 }
+
+void VornIHMMessageDialog::showDynamicInformationMessage(int iCatalogue, int iLevel) {
+    embedded::Messages::get().add("information " + std::to_string(iCatalogue) + " " + std::to_string(iLevel));
+}
+
+void VornIHMMessageDialog::showDynamicErrorMessage(int iCatalogue, int iLevel) {
+    embedded::Messages::get().add("errors " + std::to_string(iCatalogue) + " " + std::to_string(iLevel));
+}
+
+void VornIHMMessageDialog::showError(int iLevel, int iMessage, const CATUnicodeString& iArgument) {
+    const std::string argument = iArgument.IsNull() ? std::string() : " " + embedded::toBytes(iArgument);
+    embedded::Messages::get().add("error " + std::to_string(iLevel) + " " + std::to_string(iMessage) + argument);
+}

@@ -137,6 +137,7 @@ private:
             if (member.key() == directory.key) return void(environment.*directory.field = path(member));
         if (member.key() == "reference_prefix") return void(environment.referencePrefix = member.text());
         if (member.key() == "separator") return readSeparator(member, environment);
+        if (member.key() == "variables") return readVariables(member, environment);
         if (member.key() == "logical_names") return readLogicalNames(member, environment);
         if (member.key() == "missing_managers") return readMissingManagers(member, environment);
         if (member.key() != "release_cache_directories") member.fail("unknown key");
@@ -153,6 +154,11 @@ private:
     void readLogicalNames(const JsonField& field, Environment& environment) const {
         for (const JsonField& name : field.members())
             if (!environment.logicalNames.emplace(name.key(), path(name)).second) name.fail("given twice");
+    }
+
+    static void readVariables(const JsonField& field, Environment& environment) {
+        for (const JsonField& variable : field.members())
+            if (!environment.variables.emplace(variable.key(), variable.text()).second) variable.fail("given twice");
     }
 
     static void readMissingManagers(const JsonField& field, Environment& environment) {
@@ -395,6 +401,8 @@ private:
         for (const auto& name : environment.logicalNames)
             object["logical_names"][checked(name.first)] = checked(name.second);
         write(object, "separator", environment.separator);
+        for (const auto& variable : environment.variables)
+            object["variables"][checked(variable.first)] = checked(variable.second);
         writeList(object, "missing_managers", environment.missingManagers);
         return object;
     }

@@ -3,6 +3,7 @@
 #include "embedded/Session.h"
 #include "embedded/SystemFiles.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <cstring>
@@ -212,4 +213,14 @@ int UTILFile::getLastModificationDateOnFile(const CATUnicodeString& iFileName) {
     FileFacts facts;
     if (fails("UTILFile::getLastModificationDateOnFile") || !examineFile(bytesOf(iFileName), facts)) return -1;
     return static_cast<int>(static_cast<std::uint32_t>(facts.changed));
+}
+
+unsigned char UTILFile::filesAreEqual(const CATUnicodeString& iFirst, const CATUnicodeString& iSecond) {
+    if (fails("UTILFile::filesAreEqual") || iFirst.IsNull() || iSecond.IsNull()) return 0;
+    std::string first = toBytes(iFirst);
+    std::string second = toBytes(iSecond);
+    for (std::string* const name : {&first, &second}) std::replace(name->begin(), name->end(), '\\', '/');
+    const bool whole = first.find('/') != std::string::npos && second.find('/') != std::string::npos;
+    const auto compared = [whole](const std::string& name) { return textOf(whole ? name : fileNameOf(name)); };
+    return compared(first).Compare(compared(second)) != 0 ? 1 : 0;
 }

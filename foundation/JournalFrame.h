@@ -16,13 +16,15 @@ enum ErrorNumber {
     ErrorMissing = 9002,
     ErrorCallFailed = 9003,
     ErrorPlatformFailed = 9004,
-    ErrorOutOfRange = 9006
+    ErrorOutOfRange = 9006,
+    ErrorDocumentNotOpened = 9010
 };
 
 /** What printf takes for a text. */
 inline const char* printable(const CATUnicodeString& i_text) { return i_text.ConvertToChar(); }
 inline const char* printable(const char* i_text) { return i_text; }
 inline int printable(int i_number) { return i_number; }
+inline const void* printable(const void* i_pointer) { return i_pointer; }
 
 /**
  * The journal entry of an exported method: opened by the constructor, closed on every path by the destructor. The one

@@ -6,12 +6,19 @@
 #include "CATUnicodeString.h"
 #include "ExportedByVornTools.h"
 
+class CATBaseUnknown;
+class CATCSO;
 class CATDocument;
+class CATFrmWindow;
+class CATIADocument;
 class CATIProduct;
+class CATListPtrCATBaseUnknown;
 class CATListPtrCATDocument;
+class CATPathElement;
 class TYPVectorCATUnicodeString;
 class VornCache;
 class VornToolsString;
+class VornToolsSwitchMgt;
 
 /**
  * The integration's services on documents and products, all static. Outputs are cleared first and stay empty on
@@ -201,6 +208,147 @@ public:
     /** The decimal number that a text begins with: blanks, a sign, digits; 0 when there are none, the nearest int when
      * there are too many. @return 0; -1, unreported, for a null text or value */
     static int stringToInt(VornToolsString* ip_text, int* op_value);
+    /** The first managed document of a name, letter case ignored. A name with a directory is compared as a whole, a
+     * bare one with file names. @param op_document null when none; no reference is added
+     * @return normally S_OK, found or not; the code of the last step when reading a name failed */
+    static HRESULT getDocumentInSession(CATUnicodeString i_name, CATDocument*& op_document, unsigned char& o_found);
+    /** The document that a product's reference lies in. E_FAIL, reported, when it cannot be reached. */
+    static HRESULT getCATDocument(CATIProduct* ipi_the_product, CATDocument*& op_document);
+    /** The document behind its automation object; null when there is no way to it. No reference is added. */
+    static CATDocument* getCATDocument(CATIADocument* ipi_document);
+    /** The document of the current editor. @param i_tell_user 1 shows a message when there is none
+     * @return S_OK with an editor, even one without a document; else E_FAIL, unreported */
+    static HRESULT getActiveCATDocument(CATDocument*& op_document, unsigned char i_tell_user);
+    /** The main root of a document. @param opi_active_product null for a document without roots, which is S_OK
+     * @return E_FAIL, reported, when the document tells no roots or the first one is no product */
+    static HRESULT getActiveCATIProduct(CATDocument* ip_active_document, CATIProduct*& opi_active_product);
+    /** The nearest product above the given one that the PDM knows: not a component, and with an item revision in its
+     * DAT file. Passes over secondary parts. @param ip_cache reads the DAT files; without one nothing is found
+     * @param o_file_name physical file name of that product's document
+     * @return E_FAIL, unreported, when there is none */
+    static HRESULT getPrimaryDocument(CATIProduct* ipi_product, VornCache* ip_cache, CATUnicodeString& o_file_name,
+                                      CATIProduct*& opi_primary_product);
+    /** The document that a product's reference lies in; a product that is not loaded is switched to design mode first.
+     * @return S_OK without a document when it cannot be loaded, which is reported; E_FAIL when the reference lies in no
+     * document */
+    static HRESULT getAndSwitchdocument(CATIProduct* ipi_the_product, VornToolsSwitchMgt* ip_switcher,
+                                        CATDocument*& op_document);
+    /** Opens a file in a window, as the user would. E_FAIL, reported with the path, when it cannot be opened. */
+    static HRESULT openDocument(const CATUnicodeString& i_path, CATDocument*& op_document);
+    /** The first product below a root, in the order of the tree, whose document has the given name; letter case is
+     * ignored, and a bare name is compared with file names. Products that are not loaded are passed over.
+     * @return S_OK, found or not; E_FAIL, reported, when the tree cannot be read */
+    static HRESULT getProductInSession(CATIProduct* ipi_root_product, CATUnicodeString i_file_name,
+                                       CATIProduct*& opi_product, unsigned char& o_found);
+    /** The same for the file behind a shape representation. @param i_shape_name the representation; empty asks for each
+     * product's default one. @param ip_switcher loads products that are only seen; required for the default one */
+    static HRESULT getForeignFileInSession(CATIProduct* ipi_root_product, CATUnicodeString i_file_name,
+                                           CATUnicodeString i_shape_name, VornToolsSwitchMgt* ip_switcher,
+                                           CATIProduct*& opi_product, unsigned char& o_found);
+
+    // Windows ---------------------------------------------------------------------------------------------------------
+
+    /** Managed documents shown in windows, in the order of the windows. @param i_name_filter file name without
+     * directory, letter case ignored; empty for all. @param i_keep_duplicates 1 lists a document once a window
+     * @return S_OK when something was found; else the code of the last window. E_FAIL, reported, without a layout */
+    static HRESULT getAllRootDocuments(CATUnicodeString i_name_filter, CATListPtrCATDocument& o_documents,
+                                       unsigned char i_keep_duplicates);
+    /** File names of all windows' documents, newest window first; a document with two windows stands twice. Always
+     * S_OK; a missing layout is reported. */
+    static HRESULT getAllRootDocNameFromWindows(CATListValCATUnicodeString& o_names);
+    /** The document that a window shows. E_FAIL, unreported, when it shows none; no reference is added. */
+    static HRESULT getDocumentFromWindow(CATFrmWindow* ip_window, CATDocument*& op_document);
+    /** Its file name without directory. E_FAIL when the window shows no document or that has no name. */
+    static HRESULT getDocumentNameFromWindow(CATFrmWindow* ip_window, CATUnicodeString& o_name);
+    static HRESULT getDocumentAndNameFromWindow(CATFrmWindow* ip_window, CATUnicodeString& o_name,
+                                                CATDocument*& op_document);
+    /** 1 when a window shows a managed document. */
+    static unsigned char isADocumentWindowOpened();
+    /** 1 when the current window is the desk. Always S_OK. */
+    static HRESULT desktopIsActiveWindow(unsigned char& o_is_desktop);
+    /** Brings the first window that shows a file to the front. E_FAIL when none does; nothing changes then. */
+    static HRESULT activateWindowInCATIA(CATUnicodeString i_file_name);
+    /** Looks for a file, by its name without directory, in the structure of one root document.
+     * @param i_shape_name see getForeignFileInSession; for files that are no document of the platform
+     * @return S_OK, found or not; the code of the search below the root when that failed */
+    static HRESULT analyzeSingleWindow(CATDocument* ip_root_document, CATUnicodeString i_file_name,
+                                       CATUnicodeString i_shape_name, VornToolsSwitchMgt* ip_switcher,
+                                       CATIProduct*& opi_product, unsigned char& o_found);
+    /** Looks for a file in the structure of a given root document or, without one, of each window's document, and loads
+     * what it finds so far that it has a document. The switcher keeps what was loaded. Every window's document is
+     * unlocked once it was looked at.
+     * @param op_document the file's document. @param iop_root_document in: where to look, null for all windows; out:
+     * the root document below which it was found. @param opi_product the product that shows the file
+     * @return the code of the last step; S_OK, with nothing done, without a switcher */
+    static HRESULT analyzeWindowsInSession(CATUnicodeString i_file_name, CATUnicodeString i_shape_name,
+                                           VornToolsSwitchMgt* ip_switcher, CATDocument*& op_document,
+                                           unsigned char& o_found, CATDocument*& iop_root_document,
+                                           CATIProduct*& opi_product);
+
+    // Selection -------------------------------------------------------------------------------------------------------
+
+    /** The current editor's selection, owned by the editor; it may have none. E_FAIL, unreported, without an editor. */
+    static HRESULT getCSO(CATCSO*& op_cso);
+    /** The product that a selected path leads to: its last object, or else the deepest product above a feature or above
+     * a document of a visualisation file. E_FAIL, unreported, when it leads to none. */
+    static HRESULT getSelectedProduct(CATPathElement* ip_path_element, CATIProduct*& opi_product);
+    /** The one selected product. Anything else than one product is E_FAIL, and the user is told. */
+    static HRESULT getSelectedElement(CATIProduct*& opi_selected_catiproduct);
+    /** The selected products, each once, in the order of selection. @param o_products each pointer is a CATIProduct and
+     * carries a reference for the caller. E_FAIL, unreported, without an editor or its selection */
+    static HRESULT getSelectedProducts(CATListPtrCATBaseUnknown& o_products);
+    /** The one selected object, with a reference for the caller; the user is told when it is not one. S_OK and null for
+     * an editor without a selection, E_FAIL, unreported, without an editor. */
+    static HRESULT getSelectedObjectFromPathElement(CATBaseUnknown*& opi_object);
+    /** File names, without directory, of the selected products' documents; a component is named by the last part of its
+     * product path. A document selected twice stands twice. Kept because callers count on it: a name is left out only
+     * when its whole text is in the list already.
+     * @return the code of the last step; the names of all other selected objects are in the list all the same */
+    static HRESULT getAllDocNameFromSelection(CATListValCATUnicodeString& o_names);
+    /** 1 when the document of a selected product has that file name, letter case included. */
+    static unsigned char isSelectedInCatia(CATUnicodeString i_file_name);
+    /** 1 when the root itself is selected. Kept because commands count on it: asking clears the selection. */
+    static unsigned char isCatiaDocumentSelected();
+    /** 1 when a selected object is of a class or of one that derives from it. */
+    static unsigned char isElementSelectedInProcessDocument(const char* i_class_name);
+    /** Moves the tree of a window so that the selection stands in its middle. E_FAIL for a window without a tree. */
+    static HRESULT centerGraphOnSelection(CATFrmWindow* ip_active_window);
+    /** The same for the current window. */
+    static HRESULT centerGraphOnSelection();
+    /** Starts the platform's command that reframes the view on the selection.
+     * @return the code of asking for the application; S_OK when the command has no title */
+    static HRESULT reframeOn();
+
+    // Work modes ------------------------------------------------------------------------------------------------------
+
+    /** What the PDM client loaded a document for. */
+    enum EnumLoadedFor {
+        LoadedForNothing = 0,
+        LoadedForLifeCycle = 1,
+        LoadedForConsultation = 2,
+        LoadedForLifeCycleAsCgr = 3,
+        LoadedForConsultationAsCgr = 4,
+        LoadedAsCgr = 5
+    };
+
+    /** 1 when the platform tells the product's work mode. Kept because callers only ask whether there is one: the mode
+     * itself does not matter. Always S_OK. */
+    static HRESULT isCATPartInVisuModeAnActivateNode(CATIProduct* ipi_product, unsigned char& o_is_active);
+    /** 0 when a document of the session whose name holds the given one is not shown by a ".cgr" file. Always S_OK. */
+    static HRESULT isFileNameInVisu(CATUnicodeString i_file_name, unsigned char& o_is_in_visu);
+    /** What the DAT file of a document says it was loaded for. @return 0 when it cannot be read or does not tell */
+    static unsigned char isLoadedForLFCOrConsultOrAsCGR(CATUnicodeString i_file_name, CATDocument* ip_document,
+                                                        EnumLoadedFor& o_loaded_for);
+
+    // The process
+    // ------------------------------------------------------------------------------------------------------
+
+    /** 1 when the directories that "TEMP" and "TMP" name can be opened; else a message names the first variable at
+     * fault. */
+    static unsigned char checkTempDirectories();
+    /** Opens the window of the hosted workspace client, or brings it to the front. @return E_FAIL, with a message,
+     * where the client is not installed; the client's code otherwise */
+    static HRESULT startSkylane();
 
 private:
     friend struct VornToolsCommonTestAccess;

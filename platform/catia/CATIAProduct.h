@@ -13,6 +13,10 @@ class ExportedByCatia CATIAProduct : public CATIABase {
 public:
     virtual HRESULT __stdcall get_PartNumber(CATBSTR& oPartNumber) = 0;
     virtual HRESULT __stdcall HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) = 0;
+    /** @param iLoadIfNecessary FALSE: nothing is loaded. @param oRep the representation, with a reference for the
+     * caller; fails when there is none */
+    virtual HRESULT __stdcall GetMasterShapeRepresentation(CAT_VARIANT_BOOL iLoadIfNecessary,
+                                                           CATBaseDispatch*& oRep) = 0;
     /** @param oPath path of the file that shows the product; fails when it has no master shape representation. */
     virtual HRESULT __stdcall GetMasterShapeRepresentationPathName(CATBSTR& oPath) = 0;
     /** Name of the representation shown by default. */

@@ -30,6 +30,9 @@ public:
      * @param oFileName what follows. @return S_OK; E_FAIL with empty outputs for an empty name. */
     static HRESULT splitPathAndFileName(const CATUnicodeString& iFullName, CATUnicodeString& oPath,
                                         CATUnicodeString& oFileName);
+    /** 1 when two names mean the same file: letter case and kind of separator ignored, and the directory as well when
+     * one of them has none. An empty name means no file. */
+    static unsigned char filesAreEqual(const CATUnicodeString& iFirst, const CATUnicodeString& iSecond);
     /** 1 when a file of that name exists; a folder is no file. */
     static unsigned char existingFile(const CATUnicodeString& iFileName);
     /** The separator for joining names in this session. */

@@ -44,6 +44,9 @@ struct Environment {
     bool commandStateDetailsUpdate = false;
     bool deletesStatusWindowFiles = false;
 
+    /** Environment variables of the process, before the real ones; an empty value means not set. */
+    std::map<std::string, std::string> variables;
+
     /** Companion managers that getInstance() does not find: "ENVManager", "PROCManager", "VornEnvConfig". */
     std::vector<std::string> missingManagers;
 };

@@ -74,7 +74,8 @@ private:
     std::vector<ErrorReport> m_reports;
 };
 
-/** Messages to the user, as texts: "localized 0 11208 11125", "unlocalized 11208 0 NAME". */
+/** Messages to the user, as texts: "localized 0 11208 11125", "unlocalized 11208 0 NAME", "information 11221 0",
+ * "error 1 11181 NAME". */
 class ExportedByCatia Messages {
 public:
     static Messages& get();

@@ -1,0 +1,50 @@
+#ifndef VornToolsWorkModeServices_H
+#define VornToolsWorkModeServices_H
+
+#include "CATErrorDef.h"
+#include "CATUnicodeString.h"
+#include "ExportedByVornTools.h"
+
+class CATIProduct;
+
+/**
+ * How far the products of the session are loaded. Nothing is switched until the platform's cache is known to be
+ * activated. Main thread only.
+ */
+class ExportedByVornTools VornToolsWorkModeServices {
+public:
+    static const CATUnicodeString _CteCLASS_NAME;
+
+    enum EnumWorkMode : int {
+        WorkModeUnknown = 0,
+        WorkModeVisu = 1,    ///< visualisation: the picture of the cache
+        WorkModeDefault = 2, ///< what the platform loads by itself
+        WorkModeBrep = 3,    ///< exact geometry
+        WorkModeDesign = 4   ///< everything
+    };
+
+    /** The platform's answer. @param mode WorkModeUnknown on failure. @return E_FAIL, reported, for a null product, a
+     * platform that does not tell and a number that is no mode */
+    static HRESULT getWorkModeCAA(CATIProduct* product, EnumWorkMode& mode);
+    /** The same; where the platform does not tell, a product that shows the picture of a part is in visualisation.
+     * @param mode WorkModeUnknown on failure */
+    static HRESULT getWorkMode(CATIProduct* product, EnumWorkMode& mode);
+    /** Whether a part is shown by a ".cgr" file, by the name of its master representation; nothing is loaded.
+     * @param visual 0 on failure. @return E_FAIL when the product has no such representation (reported) or it is not
+     * that of a part */
+    static HRESULT isVisualWorkMode(CATIProduct* product, unsigned char& visual);
+    /** Allows switches, or forbids them (at first). Always S_OK. */
+    static HRESULT setCatiaCacheActivated(unsigned char activated);
+    /**
+     * Switches a product and looks whether it followed.
+     * @return S_FALSE while switches are forbidden; S_OK, also when the new mode cannot be read back; E_FAIL for a null
+     * product, an unknown mode, a platform that fails or throws one of its errors, and a product that did not follow.
+     * Whatever else the platform throws passes through.
+     */
+    static HRESULT setWorkMode(CATIProduct* product, EnumWorkMode mode);
+
+private:
+    static unsigned char _is_catia_cache_activated;
+};
+
+#endif

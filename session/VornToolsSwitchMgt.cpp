@@ -1,0 +1,297 @@
+#include "VornToolsSwitchMgt.h"
+
+#include "cache/PlatformAnswers.h"
+#include "foundation/Guards.h"
+#include "foundation/JournalFrame.h"
+#include "session/ProductHelpers.h"
+
+#include "CATDocument.h"
+#include "CATIAProduct.h"
+#include "CATILinkableObject.h"
+#include "TYPMapCATUnicodeStringPVoid.h"
+
+#include <vector>
+
+using namespace vorntools;
+
+const CATUnicodeString VornToolsSwitchMgt::_CteCLASS_NAME("VornToolsSwitchMgt::");
+
+namespace {
+
+using Modes = VornToolsWorkModeServices;
+
+constexpr const char* kMapName = "MAP_CATIPRODUCT";
+
+bool isPart(const CATUnicodeString& i_file_name) {
+    return UTILFile::isACATPart(UTILFile::getExtension(i_file_name)) != 0;
+}
+
+/** File name, without directory, of the document that a product's reference lies in; empty while none is loaded.
+ * @return the code of splitting its name, which the journal tells */
+HRESULT readFileName(const JournalFrame& i_frame, CATIProduct* ipi_product, CATUnicodeString& o_file_name) {
+    o_file_name = "";
+    const auto sp_linkable = referenceOf(ipi_product).query<CATILinkableObject>();
+    CATDocument* const p_document = sp_linkable ? sp_linkable->GetDocument() : nullptr;
+    if (!p_document) return S_OK;
+    CATUnicodeString directory;
+    const HRESULT code = splitFullName(p_document->StorageName(), directory, o_file_name);
+    if (FAILED(code)) {
+        o_file_name = "";
+        i_frame.write("UTILFile::splitPathAndFileName has failed");
+    }
+    return code;
+}
+
+CATUnicodeString defaultShapeName(CATIProduct* ipi_product) {
+    const auto sp_automation = queryInterface<CATIAProduct>(ipi_product);
+    AutomationText name;
+    if (sp_automation) name.receive([&](CATBSTR& o_text) { return sp_automation->GetDefaultShapeName(o_text); });
+    return name.text();
+}
+
+bool isVisualised(Modes::EnumWorkMode i_mode) { return i_mode == Modes::WorkModeVisu; }
+bool isLoaded(Modes::EnumWorkMode i_mode) {
+    return i_mode == Modes::WorkModeDefault || i_mode == Modes::WorkModeBrep || i_mode == Modes::WorkModeDesign;
+}
+bool lacksGeometry(Modes::EnumWorkMode i_mode) {
+    return i_mode != Modes::WorkModeBrep && i_mode != Modes::WorkModeDesign;
+}
+bool lacksDesign(Modes::EnumWorkMode i_mode) { return i_mode != Modes::WorkModeDesign; }
+
+Modes::EnumWorkMode currentMode(CATIProduct* ipi_product) {
+    Modes::EnumWorkMode mode = Modes::WorkModeUnknown;
+    Modes::getWorkMode(ipi_product, mode);
+    return mode;
+}
+
+/** Restoring undoes what was done, so it asks nobody's leave. */
+constexpr unsigned char kForced = 1;
+
+} // namespace
+
+/** A switch of the four: where to, and from which modes. */
+struct VornToolsSwitchMgt::Switch {
+    EnumWorkMode target;
+    bool (*applies)(EnumWorkMode);
+};
+
+VornToolsSwitchMgt::VornToolsSwitchMgt(unsigned char switchBack)
+    : m_products(new TYPMapCATUnicodeStringPVoid), m_switchBack(switchBack), m_switchEnabled(1) {}
+
+VornToolsSwitchMgt::~VornToolsSwitchMgt() {
+    release();
+    delete m_products;
+}
+
+HRESULT VornToolsSwitchMgt::release() {
+    const JournalFrame frame(_CteCLASS_NAME, "release");
+    std::vector<CATUnicodeString> names;
+    for (int i = 0; i < m_products->size(); ++i) names.push_back(m_products->keyAt(i));
+    for (const CATUnicodeString& name : names) m_products->erase(name);
+    m_designs.RemoveAll();
+    m_defaults.RemoveAll();
+    m_visualisations.RemoveAll();
+    return S_OK;
+}
+
+CATListValCATUnicodeString* VornToolsSwitchMgt::listOf(EnumWorkMode originalMode) {
+    switch (originalMode) {
+    case Modes::WorkModeVisu: return &m_visualisations;
+    case Modes::WorkModeDefault: return &m_defaults;
+    case Modes::WorkModeBrep:
+    case Modes::WorkModeDesign: return &m_designs;
+    default: return nullptr;
+    }
+}
+
+CATListValCATUnicodeString* VornToolsSwitchMgt::listWith(const CATUnicodeString& fileName) {
+    for (CATListValCATUnicodeString* const list : {&m_designs, &m_defaults, &m_visualisations})
+        if (list->Locate(fileName)) return list;
+    return nullptr;
+}
+
+HRESULT VornToolsSwitchMgt::add(CATUnicodeString fileName, CATIProduct* product, EnumWorkMode originalMode) {
+    const JournalFrame frame(_CteCLASS_NAME, "add");
+    if (!product) return E_FAIL;
+    if (!isPart(fileName) || m_products->contains(fileName)) return S_OK;
+    m_products->insert(fileName, product, kMapName);
+    if (product->IsReference() == S_OK)
+        frame.write("WARNING : the product added to the switcher is a reference product");
+    frame.write("Document %s has been added, its original work mode is %d", fileName, static_cast<int>(originalMode));
+    CATListValCATUnicodeString* const list = listOf(originalMode);
+    if (list && !list->Locate(fileName)) list->Append(fileName);
+    return S_OK;
+}
+
+HRESULT VornToolsSwitchMgt::setWorkMode(CATIProduct* ipi_catiproduct, EnumWorkMode newMode, EnumWorkMode originalMode,
+                                        CATUnicodeString fileName, unsigned char force) {
+    const JournalFrame frame(_CteCLASS_NAME, "setWorkMode");
+    if (!force && !m_switchEnabled) {
+        frame.write("Switch desabled");
+        return S_OK;
+    }
+    if (!ipi_catiproduct) {
+        frame.write("ipi_catiproduct is NULL");
+        return S_OK;
+    }
+    if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
+    if (originalMode == Modes::WorkModeUnknown && FAILED(Modes::getWorkMode(ipi_catiproduct, originalMode)))
+        frame.write("VornToolsWorkModeServices::getWorkMode has failed");
+
+    const HRESULT code = Modes::setWorkMode(ipi_catiproduct, newMode);
+    if (FAILED(code)) frame.write("VornToolsWorkModeServices::setWorkMode has failed");
+    if (code != S_OK || originalMode == Modes::WorkModeUnknown) return code;
+    // The reference may be loaded only now.
+    if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
+    if (!fileName.IsNull() && FAILED(add(fileName, ipi_catiproduct, originalMode)))
+        frame.write("Cannot add document %s to switcher", fileName);
+    return S_OK;
+}
+
+HRESULT VornToolsSwitchMgt::perform(const JournalFrame& frame, const Switch& wanted, const CATUnicodeString& fileName,
+                                    CATIProduct* product, unsigned char force) {
+    frame.write("_b_switch_back = %d", static_cast<int>(m_switchBack));
+    if (m_switchBack != 1) return S_OK;
+    if (!product && FAILED(getCATIProduct(fileName, product))) {
+        frame.write("Filename %s not found", fileName);
+        return E_FAIL;
+    }
+    if (!isPart(fileName)) {
+        frame.write("It is not a part");
+        return E_FAIL;
+    }
+    const EnumWorkMode current = currentMode(product);
+    if (wanted.applies(current)) setWorkMode(product, wanted.target, current, fileName, force);
+    return S_OK;
+}
+
+HRESULT VornToolsSwitchMgt::switchDesign(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
+    const JournalFrame frame(_CteCLASS_NAME, "switchDesign");
+    return perform(frame, {Modes::WorkModeDesign, lacksDesign}, fileName, product, force);
+}
+
+HRESULT VornToolsSwitchMgt::switchVisu(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
+    const JournalFrame frame(_CteCLASS_NAME, "switchVisu");
+    return perform(frame, {Modes::WorkModeVisu, isLoaded}, fileName, product, force);
+}
+
+HRESULT VornToolsSwitchMgt::switchBREP(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
+    const JournalFrame frame(_CteCLASS_NAME, "switchBREP");
+    return perform(frame, {Modes::WorkModeBrep, lacksGeometry}, fileName, product, force);
+}
+
+HRESULT VornToolsSwitchMgt::switchDefault(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
+    const JournalFrame frame(_CteCLASS_NAME, "switchDefault");
+    return perform(frame, {Modes::WorkModeDefault, isVisualised}, fileName, product, force);
+}
+
+/** The platform reaches the default mode from visualisation only. */
+HRESULT VornToolsSwitchMgt::restoreDefault(const CATUnicodeString& fileName, CATIProduct* product) {
+    switchVisu(fileName, product, kForced);
+    return switchDefault(fileName, product, kForced);
+}
+
+HRESULT VornToolsSwitchMgt::restore(CATUnicodeString fileName) {
+    const JournalFrame frame(_CteCLASS_NAME, "restore");
+    frame.write("restoring %s", fileName);
+    const CATListValCATUnicodeString* const list = listWith(fileName);
+    if (!list) return S_FALSE;
+    CATIProduct* p_product = nullptr;
+    if (FAILED(getCATIProduct(fileName, p_product))) {
+        frame.write("Unable to get %s product in session", fileName);
+        return S_FALSE;
+    }
+    // Kept because it is what users see: a part that was in design mode comes back as exact geometry.
+    if (list == &m_designs) return switchBREP(fileName, p_product, kForced);
+    if (list == &m_visualisations) return switchVisu(fileName, p_product, kForced);
+    return currentMode(p_product) == Modes::WorkModeDefault ? S_FALSE : restoreDefault(fileName, p_product);
+}
+
+HRESULT VornToolsSwitchMgt::restoreAll(unsigned char skipModeCheck) {
+    const JournalFrame frame(_CteCLASS_NAME, "restoreAll");
+    HRESULT code = S_FALSE;
+    const auto restore_each = [&](const CATListValCATUnicodeString& i_names, const char* i_line, auto&& i_restore) {
+        for (int i = 1; i <= i_names.Size(); ++i) {
+            frame.write(i_line, i_names[i]);
+            CATIProduct* p_product = nullptr;
+            if (SUCCEEDED(getCATIProduct(i_names[i], p_product)))
+                i_restore(i_names[i], p_product);
+            else
+                frame.write("Unable to get %s product in session", i_names[i]);
+        }
+    };
+    restore_each(m_designs, "restoring %s in design", [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
+        code = switchBREP(i_name, ip_product, kForced);
+    });
+    restore_each(m_visualisations, "restoring %s in visu",
+                 [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
+                     code = switchVisu(i_name, ip_product, kForced);
+                 });
+    restore_each(m_defaults, "restoring %s in default/visu",
+                 [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
+                     const bool done = !skipModeCheck && currentMode(ip_product) == Modes::WorkModeDefault;
+                     if (!done) code = restoreDefault(i_name, ip_product);
+                 });
+    return code;
+}
+
+HRESULT VornToolsSwitchMgt::isInVisuMode(CATUnicodeString fileName, unsigned char& visu) {
+    const JournalFrame frame(_CteCLASS_NAME, "isInVisuMode");
+    visu = 0;
+    if (!isPart(fileName)) return S_OK;
+    if (m_visualisations.Locate(fileName) || m_defaults.Locate(fileName)) {
+        visu = 1;
+        return S_OK;
+    }
+    CATIProduct* p_product = nullptr;
+    if (FAILED(getCATIProduct(fileName, p_product))) {
+        frame.write("Filename %s not found for SwitchDefault", fileName);
+        return E_FAIL;
+    }
+    const EnumWorkMode current = currentMode(p_product);
+    visu = current == Modes::WorkModeVisu || current == Modes::WorkModeDefault ? 1 : 0;
+    return S_OK;
+}
+
+unsigned char VornToolsSwitchMgt::isSwitchEnabled() {
+    const JournalFrame frame(_CteCLASS_NAME, "isSwitchEnabled");
+    return m_switchEnabled;
+}
+
+void VornToolsSwitchMgt::setSwitchEnabled(unsigned char enabled) {
+    const JournalFrame frame(_CteCLASS_NAME, "setSwitchEnabled");
+    m_switchEnabled = enabled;
+}
+
+HRESULT VornToolsSwitchMgt::getDefaultRepName(CATIProduct* product, CATUnicodeString& name) {
+    const JournalFrame frame(_CteCLASS_NAME, "getDefaultRepName");
+    name = "";
+    if (!product) return frame.badInput("ipi_catiproduct");
+    if (!referenceOf(product)) {
+        EnumWorkMode mode = Modes::WorkModeUnknown;
+        const HRESULT code = Modes::getWorkMode(product, mode);
+        if (mode == Modes::WorkModeVisu && !m_switchEnabled) return code;
+        if (mode == Modes::WorkModeVisu) setWorkMode(product, Modes::WorkModeDefault, Modes::WorkModeVisu, "", 0);
+    }
+    name = defaultShapeName(product);
+    if (name.IsNull())
+        frame.write("GetDefaultRepName failed.");
+    else
+        frame.write("o_default_shape_name : %s", name);
+    return S_OK;
+}
+
+HRESULT VornToolsSwitchMgt::updateDocumentName(CATUnicodeString oldName, CATUnicodeString newName) {
+    const JournalFrame frame(_CteCLASS_NAME, "updateDocumentName");
+    CATListValCATUnicodeString* const list = listWith(oldName);
+    if (!list) return S_FALSE;
+    list->RemoveValue(oldName);
+    list->Append(newName);
+    return S_OK;
+}
+
+HRESULT VornToolsSwitchMgt::getCATIProduct(CATUnicodeString fileName, CATIProduct*& product) {
+    const JournalFrame frame(_CteCLASS_NAME, "getCATIProduct");
+    product = static_cast<CATIProduct*>(m_products->find(fileName, kMapName));
+    return product ? S_OK : E_FAIL;
+}
