@@ -312,6 +312,7 @@ HRESULT CATCafCenterGraph::CenterGraph(const CATString& iType, CATNavigBox* iNav
     return S_OK;
 }
 
+// NOLINTNEXTLINE(readability-const-return-type): published so
 const CATUnicodeString CATMsgCatalog::BuildMessage(const CATString& iCatalogName, const CATString& iMessageKey,
                                                    CATUnicodeString* iMsgParameters, int iParamNb,
                                                    const CATUnicodeString& iDefaultMsg) {

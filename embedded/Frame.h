@@ -122,7 +122,7 @@ private:
 /** A window of any kind. All are of one class here; what the class is called tells the kind. */
 class WindowObject final : public Implements<CATFrmNavigGraphicWindow> {
 public:
-    WindowObject(WindowKind kind, EditorObject* editor);
+    WindowObject(WindowKind windowKind, EditorObject* shown);
 
     std::string objectName() const override;
     DocumentObject* document() const { return editor ? editor->document : nullptr; }

@@ -21,7 +21,7 @@ void readWithout(const JsonField& field, std::initializer_list<Part> parts) {
     if (!without) return;
     for (const JsonField& what : without->elements()) {
         const auto isIt = [&what](const Part& part) { return what.text() == part.first; };
-        const auto found = std::find_if(parts.begin(), parts.end(), isIt);
+        const Part* const found = std::find_if(parts.begin(), parts.end(), isIt);
         if (found == parts.end()) what.fail("nothing named '" + what.text() + "' can be missing here");
         *found->second = false;
     }

@@ -14,7 +14,9 @@
 #include "UTILFile.h"
 #include "VornIHMMessageDialog.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <unordered_set>
 
 using namespace vorntools;
@@ -69,9 +71,8 @@ bool isBelowVisualisationFile(CATPathElement& i_path) {
     const auto sp_init = findOnPath<CATInit>(i_path);
     const CATBaseUnknown* const p_document = sp_init ? sp_init->GetImpl() : nullptr;
     if (!p_document) return false;
-    for (const char* kind : kVisualisationFiles)
-        if (p_document->IsAKindOf(kind)) return true;
-    return false;
+    const auto is_kind = [p_document](const char* i_kind) { return p_document->IsAKindOf(i_kind) != 0; };
+    return std::any_of(std::begin(kVisualisationFiles), std::end(kVisualisationFiles), is_kind);
 }
 
 InterfacePtr<CATIProduct> productOf(CATPathElement* ip_path_element) {

@@ -96,18 +96,15 @@ HRESULT loadForeignDocument(const JournalFrame& i_frame, const WindowSearch& i_s
     if (FAILED(readDefaultRepresentation(i_search.switcher, pi_product, shape_name)))
         i_frame.callFailed("getDefaultRepName");
     CATUnicodeString path;
-    HRESULT code = VornToolsCommon::getShapePathName(pi_product, shape_name, path);
-    if (FAILED(code)) {
+    if (FAILED(VornToolsCommon::getShapePathName(pi_product, shape_name, path)))
         i_frame.callFailed("VornToolsCommon::getShapePathName");
-    } else {
-        unsigned char found = 0;
+    unsigned char found = 0;
+    HRESULT code = VornToolsCommon::getDocumentInSession(path, op_document, found);
+    if (!found) {
+        i_frame.write("Document is not found in session");
+        switchToDesign(i_search.switcher, pi_product);
         code = VornToolsCommon::getDocumentInSession(path, op_document, found);
-        if (!found) {
-            i_frame.write("Document is not found in session");
-            switchToDesign(i_search.switcher, pi_product);
-            code = VornToolsCommon::getDocumentInSession(path, op_document, found);
-            switchToVisualisation(i_search.switcher, pi_product);
-        }
+        switchToVisualisation(i_search.switcher, pi_product);
     }
     if (!op_document) i_frame.missing("VornToolsCommon::getDocumentInSession");
     return code;

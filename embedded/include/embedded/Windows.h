@@ -65,7 +65,7 @@ public:
 
     SelectionPath() = default;
     /** The way to a product through all products above it. */
-    explicit SelectionPath(const Product& product);
+    explicit SelectionPath(const Product& selected);
 
     SelectionPath& product(const Product& product);
     /** A document as part of the way, such as a visualisation file that shows the product above it. */
