@@ -12,7 +12,7 @@ namespace vorntools {
 namespace {
 
 /** Advice only: a system that does not take it serves small pages. */
-void adviseHugePages(char* ip_buffer, std::size_t i_size) {
+void adviseHugePages(const char* ip_buffer, std::size_t i_size) {
 #if defined(MADV_HUGEPAGE)
     constexpr std::size_t worthwhile = std::size_t{32} << 20;
     constexpr std::uintptr_t page = 4096;

@@ -142,7 +142,7 @@ void appendFoldersBelow(const std::string& i_directory, std::vector<std::string>
         ++entriesRead;
         const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory.c_str(), p_entry);
         if (!p_path || !Folder(p_path).isOpen()) continue;
-        io_folders.push_back(p_path);
+        io_folders.emplace_back(p_path);
         appendFoldersBelow(p_path, io_folders);
     }
 }
@@ -168,7 +168,7 @@ const std::string& LinkedNames::resolve(const std::string& i_name) {
 std::string LinkedNames::findPath(const std::string& i_name) {
     if (exists(i_name)) return i_name;
     const std::string path = withOneSeparator(i_name, m_separator);
-    const std::string found = isAbsolute(path) ? firstFile({rerooted(path), besideRoot(path)}) : findRelative(path);
+    std::string found = isAbsolute(path) ? firstFile({rerooted(path), besideRoot(path)}) : findRelative(path);
     if (!found.empty() || m_current_directory.empty()) return found;
     return findByName(std::string(nameOf(path)));
 }

@@ -95,6 +95,13 @@ public:
     void appendDrawing(Links& io_links);
 
 private:
+    /** Imported elements, by index; see updateMMLLink. */
+    struct Publications {
+        Strings tags, texts, names;
+        std::unordered_set<std::string> documents; ///< those named
+    };
+    Publications readPublications(const std::vector<std::string>& i_part_files);
+
     std::vector<std::string> namesOf(LinkedDocument::Kind i_kind) {
         std::vector<std::string> names;
         for (const LinkedDocument& document : m_scan.used(i_kind)) names.push_back(m_names.resolve(document.name));
@@ -118,41 +125,41 @@ private:
 
 void LinkScan::appendMultiModel(Links& io_links, bool& o_missing) {
     o_missing = false;
-    std::vector<std::string> documents = namesOf(LinkedDocument::PartFile);
-    const std::size_t part_files = documents.size();
+    const std::vector<std::string> part_files = namesOf(LinkedDocument::PartFile);
     const std::vector<std::string> older = namesOfUse(ImportUse::OlderForm);
-    if (documents.empty() && older.empty()) return;
-    // A document that is imported in both forms keeps its place among the part files.
-    std::unordered_set<std::string> known(documents.begin(), documents.end());
-    for (const std::string& name : older)
-        if (known.insert(name).second) documents.push_back(name);
+    if (part_files.empty() && older.empty()) return;
 
-    const std::vector<LinkedDocument> context_parts = m_scan.used(LinkedDocument::ContextPart);
-    Strings tags, publications, names;
-    std::unordered_set<std::string> published;
-    std::vector<bool> paired(part_files, false);
-    for (const MultiModelLink& link : m_scan.multiModelLinks()) {
-        std::string name;
-        if (link.document < part_files) {
-            name = documents[link.document];
-            paired[link.document] = true;
-        } else if (link.document != MultiModelLink::noDocument) {
-            name = m_names.resolve(context_parts[link.document - part_files].name);
-        }
-        published.insert(name);
-        append(decoded(link.tag), tags);
-        append(decoded(link.publication), publications);
-        append(name, names);
-    }
-    for (std::size_t i = 0; i < documents.size(); ++i) {
-        const bool has_publication = i < part_files ? paired[i] : published.count(documents[i]) > 0;
-        if (!has_publication) append(documents[i], names);
-    }
+    Publications publications = readPublications(part_files);
+    std::unordered_set<std::string> known(publications.documents);
+    for (const std::string& name : part_files)
+        if (publications.documents.count(name) == 0) append(name, publications.names);
+    // A document that is imported in both forms keeps its place among the part files.
+    known.insert(part_files.begin(), part_files.end());
+    for (const std::string& name : older)
+        if (known.insert(name).second) append(name, publications.names);
+
     const unsigned int before = io_links.size();
-    pairMultiModelLinks(tags, publications, names, io_links);
-    o_missing = publications.size() > io_links.size() - before;
+    pairMultiModelLinks(publications.tags, publications.texts, publications.names, io_links);
+    o_missing = publications.texts.size() > io_links.size() - before;
     for (unsigned int i = before; i < io_links.size(); ++i)
         o_missing = o_missing || io_links[i].get_link_tag_found() == 0;
+}
+
+LinkScan::Publications LinkScan::readPublications(const std::vector<std::string>& i_part_files) {
+    Publications publications;
+    const std::vector<LinkedDocument> context_parts = m_scan.used(LinkedDocument::ContextPart);
+    for (const MultiModelLink& link : m_scan.multiModelLinks()) {
+        std::string name;
+        if (link.document < i_part_files.size())
+            name = i_part_files[link.document];
+        else if (link.document != MultiModelLink::noDocument)
+            name = m_names.resolve(context_parts[link.document - i_part_files.size()].name);
+        append(decoded(link.tag), publications.tags);
+        append(decoded(link.publication), publications.texts);
+        append(name, publications.names);
+        publications.documents.insert(name);
+    }
+    return publications;
 }
 
 void LinkScan::appendDrawing(Links& io_links) {
@@ -177,15 +184,18 @@ Links linksOf(const VornToolsString& i_image, const CATUnicodeString& i_type, co
     return links;
 }
 
+/** Reports a missing image. */
+bool isMissing(const JournalFrame& i_frame, const VornToolsString* ip_image) {
+    if (!ip_image) i_frame.badInput("ip_image");
+    return !ip_image;
+}
+
 /** Runs one group of links on an image; reports a missing image. */
 template <class Group>
 Links groupOf(const JournalFrame& i_frame, const VornToolsString* ip_image, const VornToolsString* ip_file_name,
               const CATUnicodeString& i_directory, Group&& i_group) {
     Links links;
-    if (!ip_image) {
-        i_frame.badInput("ip_image");
-        return links;
-    }
+    if (isMissing(i_frame, ip_image)) return links;
     LinkScan scan(*ip_image, ip_file_name, i_directory);
     i_group(scan, links);
     return links;
@@ -247,9 +257,7 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getLinks(VornToolsString* image, 
                                                         unsigned char& missingTag) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinks");
     missingTag = 0;
-    if (image) return linksOf(*image, linkType, fileName, directory, missingTag);
-    frame.badInput("ip_image");
-    return Links();
+    return isMissing(frame, image) ? Links() : linksOf(*image, linkType, fileName, directory, missingTag);
 }
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getAllLinks(VornToolsString* image, VornToolsString* fileName,
@@ -289,10 +297,7 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithoutPub(VornTool
 VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithPub(VornToolsString* image) {
     const JournalFrame frame(_CteCLASS_NAME, "getImportLinksWithPub");
     Links links;
-    if (!image) {
-        frame.badInput("ip_image");
-        return links;
-    }
+    if (isMissing(frame, image)) return links;
     LinkList list(kReference);
     const std::size_t names = findMarker(viewOf(*image), marker::containerName, 0);
     for (const std::string& reference : publishedReferences(viewOf(*image), names))
@@ -330,10 +335,7 @@ int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornT
                                      VornToolsVector<VornToolsString>& contextPartReferences) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedDocName");
     for (Strings* const list : {&partFiles, &contextProducts, &contextParts, &contextPartReferences}) *list = Strings();
-    if (!image) {
-        frame.badInput("ip_image");
-        return 0;
-    }
+    if (isMissing(frame, image)) return 0;
     const PropertyStream stream(viewOf(*image), positionOf(position));
     LinkedNames names(stream.ownPath(), viewOf(fileName), viewOf(directory));
     for (const LinkedDocument& document : stream.documents()) {
@@ -350,10 +352,7 @@ int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornT
 int VornToolsLinks::getGhosts(VornToolsString* image, int position, VornToolsVector<VornToolsString>& ghosts) {
     const JournalFrame frame(_CteCLASS_NAME, "getGhosts");
     ghosts = Strings();
-    if (!image) {
-        frame.badInput("ip_image");
-        return 0;
-    }
+    if (isMissing(frame, image)) return 0;
     const PropertyStream stream(viewOf(*image), positionOf(position));
     for (const LinkedDocument& document : stream.documents())
         if (document.uses == 0) append(document.name, ghosts);
@@ -364,10 +363,7 @@ int VornToolsLinks::getExternalReference(VornToolsString* image, int, int applic
                                          VornToolsVector<VornToolsString>& references) {
     const JournalFrame frame(_CteCLASS_NAME, "getExternalReference");
     references = Strings();
-    if (!image) {
-        frame.badInput("ip_image");
-        return 0;
-    }
+    if (isMissing(frame, image)) return 0;
     DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
     for (const std::string& reference : scan.references()) append(reference, references);
     return 0;
@@ -376,10 +372,7 @@ int VornToolsLinks::getExternalReference(VornToolsString* image, int, int applic
 int VornToolsLinks::getVersion(VornToolsString* image, int& version, int& release, int& servicePack) {
     const JournalFrame frame(_CteCLASS_NAME, "getVersion");
     version = release = servicePack = 0;
-    if (!image) {
-        frame.badInput("ip_image");
-        return 0;
-    }
+    if (isMissing(frame, image)) return 0;
     const std::string_view bytes = viewOf(*image);
     const DocumentVersion found = readVersion(bytes, findMarker(bytes, marker::summary, 0));
     version = found.version;
@@ -391,10 +384,7 @@ int VornToolsLinks::getVersion(VornToolsString* image, int& version, int& releas
 VornToolsVector<VornToolsString> VornToolsLinks::findKey(VornToolsString* image, VornToolsString& key) {
     const JournalFrame frame(_CteCLASS_NAME, "findKey");
     Strings identifiers;
-    if (!image) {
-        frame.badInput("ip_image");
-        return identifiers;
-    }
+    if (isMissing(frame, image)) return identifiers;
     for (const std::string& identifier : identifiersBehind(viewOf(*image), viewOf(key)))
         append(identifier, identifiers);
     return identifiers;
@@ -411,10 +401,7 @@ int VornToolsLinks::getMMLTag(VornToolsString* image, int release, int applicati
                               VornToolsVector<VornToolsString>& tags) {
     const JournalFrame frame(_CteCLASS_NAME, "getMMLTag");
     tags = Strings();
-    if (!image) {
-        frame.badInput("ip_image");
-        return 0;
-    }
+    if (isMissing(frame, image)) return 0;
     DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
     scan.setRelease(release);
     for (const MultiModelLink& link : scan.multiModelLinks()) append(decoded(link.tag), tags);
@@ -425,10 +412,7 @@ int VornToolsLinks::getMmlPublication(VornToolsString* image, int release, int a
                                       int propertyPosition, VornToolsVector<VornToolsString>& publications) {
     const JournalFrame frame(_CteCLASS_NAME, "getMmlPublication");
     publications = Strings();
-    if (!image) {
-        frame.badInput("ip_image");
-        return 0;
-    }
+    if (isMissing(frame, image)) return 0;
     DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
     scan.setRelease(release);
     for (const MultiModelLink& link : scan.multiModelLinks()) append(decoded(link.publication), publications);
@@ -452,10 +436,7 @@ int VornToolsLinks::sortImportUnpublished_and_MMLR12(VornToolsString* image, int
     const JournalFrame frame(_CteCLASS_NAME, "sortImportUnpublished_and_MMLR12");
     unpublished = Strings();
     olderForm = Strings();
-    if (!image) {
-        frame.badInput("ip_image");
-        return 0;
-    }
+    if (isMissing(frame, image)) return 0;
     DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
     scan.setRelease(release);
     const std::vector<LinkedDocument> parts = scan.used(LinkedDocument::ContextPart);

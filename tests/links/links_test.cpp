@@ -11,7 +11,9 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <memory>
+#include <tuple>
 
 using namespace std::string_literals;
 
@@ -596,11 +598,27 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         VornToolsLinks::getLinkedDocName(&bytes, property, &name, directory, lists[0], lists[1], lists[2], lists[3]);
         for (const auto& list : lists) EXPECT_EQ(list.size(), 1U);
     });
-    sweep("realLinkedDocPath", [&] {
-        const std::unique_ptr<VornToolsString> found(
-            VornToolsLinks::realLinkedDocPath(nullptr, &name, &linked, directory));
-        EXPECT_TRUE(bytesOf(*found) == bytesOf(linked) || bytesOf(*found) == path("deep/er/a.CATPart"));
-    });
+    using OneKind = VornToolsVector<VornToolsLink> (*)(VornToolsString*, VornToolsString*, CATUnicodeString);
+    const std::tuple<const char*, OneKind, unsigned int> kinds[] = {
+        {"getAllLinks", VornToolsLinks::getAllLinks, 3},
+        {"getMMLLinks", VornToolsLinks::getMMLLinks, 1},
+        {"getMMLAssyLinks", VornToolsLinks::getMMLAssyLinks, 2},
+        {"getContextLinks", VornToolsLinks::getContextLinks, 1},
+        {"getImportLinks", VornToolsLinks::getImportLinks, 1},
+        {"getImportLinksWithoutPub", VornToolsLinks::getImportLinksWithoutPub, 0},
+        {"getMMLDrawingLinks", VornToolsLinks::getMMLDrawingLinks, 2},
+    };
+    for (const auto& [method, operation, count] : kinds)
+        sweep(method,
+              [&, &run = operation, &expected = count] { EXPECT_EQ(run(&bytes, &name, directory).size(), expected); });
+    using Resolution = VornToolsString* (*)(VornToolsString*, VornToolsString*, VornToolsString*, CATUnicodeString);
+    for (const auto& [method, resolve] :
+         {std::pair<const char*, Resolution>{"realLinkedDocPath", VornToolsLinks::realLinkedDocPath},
+          {"realLinkedDocPath_2", VornToolsLinks::realLinkedDocPath_2}})
+        sweep(method, [&, &run = resolve] {
+            const std::unique_ptr<VornToolsString> found(run(nullptr, &name, &linked, directory));
+            EXPECT_TRUE(bytesOf(*found) == bytesOf(linked) || bytesOf(*found) == path("deep/er/a.CATPart"));
+        });
     sweep("findFileInPath", [&] { VornToolsLinks::findFileInPath("a.CATPart", directory.ConvertToChar()); });
 }
 
