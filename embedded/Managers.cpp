@@ -82,6 +82,20 @@ public:
     unsigned char checkForUpdatePart() override {
         return flag("ENVManager::checkForUpdatePart", &Environment::checkForUpdatePart);
     }
+    unsigned char isPX1Available() override {
+        return flag("ENVManager::isPX1Available", &Environment::platformPdmConnection);
+    }
+    unsigned char createPropsForMapping() override {
+        return flag("ENVManager::createPropsForMapping", &Environment::createsProperties);
+    }
+    HRESULT getReadOnlyPropertiesOnCreate(CATListValCATUnicodeString& oNames) override {
+        oNames.RemoveAll();
+        const FaultFlavour flavour = Failures::get().ask("ENVManager::getReadOnlyPropertiesOnCreate");
+        if (flavour == FaultFlavour::codeWithOutput) oNames.Append("stale");
+        if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        for (const std::string& name : environment().propertiesReadOnlyOnCreate) oNames.Append(toText(name));
+        return S_OK;
+    }
 };
 
 class ProcessManager final : public PROCManager {
@@ -95,6 +109,9 @@ public:
     unsigned char isCommandBRR() override { return flag("PROCManager::isCommandBRR", &Environment::commandBrr); }
     unsigned char isProcessLifeCycleFactory() override {
         return flag("PROCManager::isProcessLifeCycleFactory", &Environment::processLifeCycleFactory);
+    }
+    unsigned char ignoreOEMProperties() override {
+        return flag("PROCManager::ignoreOEMProperties", &Environment::ignoresOemProperties);
     }
 };
 

@@ -44,6 +44,9 @@ constexpr FlagField kFlags[] = {
     {"command_import", &Environment::commandImport},
     {"command_brr", &Environment::commandBrr},
     {"process_life_cycle_factory", &Environment::processLifeCycleFactory},
+    {"platform_pdm_connection", &Environment::platformPdmConnection},
+    {"creates_properties", &Environment::createsProperties},
+    {"ignores_oem_properties", &Environment::ignoresOemProperties},
 };
 
 struct DirectoryField {
@@ -130,6 +133,12 @@ private:
         if (member.key() == "separator") return readSeparator(member, environment);
         if (member.key() == "logical_names") return readLogicalNames(member, environment);
         if (member.key() == "missing_managers") return readMissingManagers(member, environment);
+        if (member.key() == "decimal_separator") return readDecimalSeparator(member, environment);
+        if (member.key() == "properties_read_only_on_create") {
+            for (const JsonField& name : member.elements())
+                environment.propertiesReadOnlyOnCreate.push_back(name.text());
+            return;
+        }
         if (member.key() != "release_cache_directories") member.fail("unknown key");
         for (const JsonField& directory : member.elements())
             environment.releaseCacheDirectories.push_back(path(directory));
@@ -139,6 +148,11 @@ private:
         environment.separator = field.text();
         const bool one = environment.separator.size() == 1 && isSeparator(environment.separator[0]);
         if (!one && !environment.separator.empty()) field.fail("a slash or a backslash is expected");
+    }
+
+    static void readDecimalSeparator(const JsonField& field, Environment& environment) {
+        environment.decimalSeparator = field.text();
+        if (field.text() != "." && field.text() != ",") field.fail("a point or a comma is expected");
     }
 
     void readLogicalNames(const JsonField& field, Environment& environment) const {
@@ -387,6 +401,8 @@ private:
             object["logical_names"][checked(name.first)] = checked(name.second);
         write(object, "separator", environment.separator);
         writeList(object, "missing_managers", environment.missingManagers);
+        write(object, "decimal_separator", environment.decimalSeparator, usual.decimalSeparator);
+        writeList(object, "properties_read_only_on_create", environment.propertiesReadOnlyOnCreate);
         return object;
     }
 

@@ -13,6 +13,8 @@ public:
     virtual unsigned char isCommandImport() = 0;
     virtual unsigned char isCommandBRR() = 0;
     virtual unsigned char isProcessLifeCycleFactory() = 0;
+    /** 1 when properties whose name begins with "OEM" are not created. */
+    virtual unsigned char ignoreOEMProperties() = 0;
 
 protected:
     ~PROCManager() = default;
