@@ -135,6 +135,12 @@ public:
      * backslashes whatever the system. */
     static HRESULT getProductPath(CATIProduct* ipi_product, CATUnicodeString& o_path);
 
+    // The main root of a document -------------------------------------------------------------------------------------
+
+    /** The main root of a document. @param opi_active_product null for a document without roots, which is S_OK
+     * @return E_FAIL, reported, when the document tells no roots or the first one is no product */
+    static HRESULT getActiveCATIProduct(CATDocument* ip_active_document, CATIProduct*& opi_active_product);
+
 private:
     friend struct VornToolsCommonTestAccess;
 
