@@ -1,5 +1,6 @@
 #include "CATUnicodeString.h"
 #include "embedded/Characters.h"
+#include "embedded/Numbers.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -231,6 +232,20 @@ int CATUnicodeString::BuildFromNum(long iValue, const char* iFormat) {
     return buildFromNumber(m_text, iValue, iFormat, 1);
 }
 
+int CATUnicodeString::BuildFromNum(double iValue, const char* iFormat) {
+    m_text = realText(iValue, iFormat);
+    return GetLengthInByte();
+}
+
+int CATUnicodeString::ConvertToNum(double* oValue, const char* iFormat) const {
+    std::size_t rest = 0;
+    double value = 0.0;
+    if (!oValue || !isRealFormat(iFormat) || !readReal(m_text, sessionDecimalMark(), value, rest)) return 0;
+    if (rest < m_text.size() && (m_text[rest] == '.' || m_text[rest] == ',')) return 0;
+    *oValue = value;
+    return 1;
+}
+
 int CATUnicodeString::ConvertToNum(int* oValue, const char* iFormat) const {
     const char conversion = integerConversion(iFormat, 0);
     if (!oValue || !conversion) return 0;
@@ -242,6 +257,7 @@ int CATUnicodeString::ConvertToNum(int* oValue, const char* iFormat) const {
                                   : static_cast<long long>(std::numeric_limits<unsigned>::max());
     if (end == m_text.c_str() || errno == ERANGE || value > largest || value < std::numeric_limits<int>::min())
         return 0;
+    if (*end == '.' || *end == ',') return 0;
     *oValue = static_cast<int>(value);
     return 1;
 }

@@ -10,6 +10,8 @@
 #include "CATIProduct.h"
 #include "CATISpecObject.h"
 
+#include <string>
+
 namespace embedded {
 
 namespace {
@@ -39,6 +41,13 @@ const char* querySite(const IID& iid) {
     const std::uint32_t number = numberOf(iid);
     const Site site = number < kInterfaceLimit ? sites()[number] : Site{};
     return site.iid && *site.iid == iid ? site.name : "QueryInterface";
+}
+
+const IID* interfaceNamed(const char* name) {
+    const std::string site = "QueryInterface(" + std::string(name ? name : "") + ")";
+    for (std::uint32_t number = 0; number < kInterfaceLimit; ++number)
+        if (sites()[number].name && site == sites()[number].name) return sites()[number].iid;
+    return nullptr;
 }
 
 } // namespace embedded

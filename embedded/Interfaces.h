@@ -23,6 +23,9 @@ struct InterfaceSite {
 /** Failure point of a query for an interface, such as "QueryInterface(CATIProduct)"; owned by the platform. */
 const char* querySite(const IID& iid);
 
+/** Identifier of an interface by its name, such as "CATIProduct"; null for one that this platform does not know. */
+const IID* interfaceNamed(const char* name);
+
 /** Whether a pointer to interface I answers an identifier: its own and those of its bases below CATBaseUnknown. */
 template <class I>
 struct Identity {

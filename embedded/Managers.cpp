@@ -95,6 +95,20 @@ public:
     unsigned char isManageCatiaStatusOnRoot() override {
         return flag("ENVManager::isManageCatiaStatusOnRoot", &Environment::managesStatusOnRoot);
     }
+    unsigned char isPX1Available() override {
+        return flag("ENVManager::isPX1Available", &Environment::platformPdmConnection);
+    }
+    unsigned char createPropsForMapping() override {
+        return flag("ENVManager::createPropsForMapping", &Environment::createsProperties);
+    }
+    HRESULT getReadOnlyPropertiesOnCreate(CATListValCATUnicodeString& oNames) override {
+        oNames.RemoveAll();
+        const FaultFlavour flavour = Failures::get().ask("ENVManager::getReadOnlyPropertiesOnCreate");
+        if (flavour == FaultFlavour::codeWithOutput) oNames.Append("stale");
+        if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        for (const std::string& name : environment().propertiesReadOnlyOnCreate) oNames.Append(toText(name));
+        return S_OK;
+    }
 };
 
 class ProcessManager final : public PROCManager {
@@ -120,6 +134,9 @@ public:
     }
     unsigned char manageDocumentsOfStatusWindowFileDeletion() override {
         return flag("PROCManager::manageDocumentsOfStatusWindowFileDeletion", &Environment::deletesStatusWindowFiles);
+    }
+    unsigned char ignoreOEMProperties() override {
+        return flag("PROCManager::ignoreOEMProperties", &Environment::ignoresOemProperties);
     }
 };
 

@@ -96,6 +96,7 @@ public:
     HRESULT IsReference() override;
     CATIProduct_var FindInstance(const CATIProduct_var& iContext) override;
     CATUnicodeString GetPartNumber() const override;
+    void SetPartNumber(const CATUnicodeString& iPartNumber) override;
     HRESULT GetPrdInstanceName(CATUnicodeString& oName) override;
     CATListValCATBaseUnknown_var* GetChildren(const char* iIntfId) const override;
     int GetChildrenCount() const override;
@@ -104,9 +105,18 @@ public:
     HRESULT SetDescriptionInst(const CATUnicodeString& iDescription) override;
     HRESULT GetDescriptionRef(CATUnicodeString& oDescription) override;
     HRESULT SetDescriptionRef(const CATUnicodeString& iDescription) override;
+    HRESULT SetDefinition(const CATUnicodeString& iDefinition) override;
+    HRESULT SetRevision(const CATUnicodeString& iRevision) override;
+    HRESULT SetNomenclature(const CATUnicodeString& iNomenclature) override;
+    HRESULT GetUserProperties(CATIParmPublisher*& oPublisher, CATBoolean iCreate) override;
 
     CATDocument* GetDocument() override;
     CATBoolean IsUpToDate(CATIDomain_var iDomain) const override;
+    CATUnicodeString GetDisplayName() const override;
+    CATUnicodeString GetType() const override;
+    CATIContainer_var GetFeatContainer() const override;
+    CATISpecAttribute* AddAttribute(const CATUnicodeString& iName, CATAttrKind iKind, CATAttrKind iListKind,
+                                    CATAttrInOut iInOut) override;
 
     /** Defined with the scenes, the one thing that a product keeps under a name. */
     HRESULT __stdcall GetItem(const CATBSTR& iName, CATBaseDispatch*& oObject) override;

@@ -50,6 +50,9 @@ constexpr FlagField kFlags[] = {
     {"command_highlight_hosted", &Environment::commandHighlightHosted},
     {"command_state_details_update", &Environment::commandStateDetailsUpdate},
     {"deletes_status_window_files", &Environment::deletesStatusWindowFiles},
+    {"platform_pdm_connection", &Environment::platformPdmConnection},
+    {"creates_properties", &Environment::createsProperties},
+    {"ignores_oem_properties", &Environment::ignoresOemProperties},
 };
 
 struct DirectoryField {
@@ -140,6 +143,12 @@ private:
         if (member.key() == "variables") return readVariables(member, environment);
         if (member.key() == "logical_names") return readLogicalNames(member, environment);
         if (member.key() == "missing_managers") return readMissingManagers(member, environment);
+        if (member.key() == "decimal_separator") return readDecimalSeparator(member, environment);
+        if (member.key() == "properties_read_only_on_create") {
+            for (const JsonField& name : member.elements())
+                environment.propertiesReadOnlyOnCreate.push_back(name.text());
+            return;
+        }
         if (member.key() != "release_cache_directories") member.fail("unknown key");
         for (const JsonField& directory : member.elements())
             environment.releaseCacheDirectories.push_back(path(directory));
@@ -149,6 +158,11 @@ private:
         environment.separator = field.text();
         const bool one = environment.separator.size() == 1 && isSeparator(environment.separator[0]);
         if (!one && !environment.separator.empty()) field.fail("a slash or a backslash is expected");
+    }
+
+    static void readDecimalSeparator(const JsonField& field, Environment& environment) {
+        environment.decimalSeparator = field.text();
+        if (field.text() != "." && field.text() != ",") field.fail("a point or a comma is expected");
     }
 
     void readLogicalNames(const JsonField& field, Environment& environment) const {
@@ -404,6 +418,8 @@ private:
         for (const auto& variable : environment.variables)
             object["variables"][checked(variable.first)] = checked(variable.second);
         writeList(object, "missing_managers", environment.missingManagers);
+        write(object, "decimal_separator", environment.decimalSeparator, usual.decimalSeparator);
+        writeList(object, "properties_read_only_on_create", environment.propertiesReadOnlyOnCreate);
         return object;
     }
 

@@ -340,8 +340,7 @@ public:
     static unsigned char isLoadedForLFCOrConsultOrAsCGR(CATUnicodeString i_file_name, CATDocument* ip_document,
                                                         EnumLoadedFor& o_loaded_for);
 
-    // The process
-    // ------------------------------------------------------------------------------------------------------
+    // The process -----------------------------------------------------------------------------------------------------
 
     /** 1 when the directories that "TEMP" and "TMP" name can be opened; else a message names the first variable at
      * fault. */

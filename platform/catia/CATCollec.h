@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <unordered_set>
 #include <vector>
 
 /** Words of the list operations. */
@@ -60,6 +61,17 @@ public:
     T& operator[](int iPosition) { return Checked(iPosition) ? m_elements[Index(iPosition)] : Outside(); }
     int operator==(const CATListOf& iList) const { return m_elements == iList.m_elements; }
     int operator!=(const CATListOf& iList) const { return !(m_elements == iList.m_elements); }
+
+protected:
+    /** Keeps the first of equal elements. @return the number removed */
+    int RemoveRepeated() {
+        std::unordered_set<T> seen;
+        const auto last = std::remove_if(m_elements.begin(), m_elements.end(),
+                                         [&seen](const T& element) { return !seen.insert(element).second; });
+        const auto removed = m_elements.end() - last;
+        m_elements.erase(last, m_elements.end());
+        return static_cast<int>(removed);
+    }
 
 private:
     static std::size_t Index(int iPosition) { return static_cast<std::size_t>(iPosition - 1); }

@@ -2,8 +2,11 @@
 #define CATIPrdProperties_H
 
 #include "CATBaseUnknown.h"
+#include "CATBoolean.h"
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
+
+class CATIParmPublisher;
 
 extern ExportedByCatia const IID IID_CATIPrdProperties;
 
@@ -19,6 +22,12 @@ public:
     virtual HRESULT SetDescriptionInst(const CATUnicodeString& iDescription) = 0;
     virtual HRESULT GetDescriptionRef(CATUnicodeString& oDescription) = 0;
     virtual HRESULT SetDescriptionRef(const CATUnicodeString& iDescription) = 0;
+    virtual HRESULT SetDefinition(const CATUnicodeString& iDefinition) = 0;
+    virtual HRESULT SetRevision(const CATUnicodeString& iRevision) = 0;
+    virtual HRESULT SetNomenclature(const CATUnicodeString& iNomenclature) = 0;
+    /** The publisher of the reference's user properties. @param oPublisher released by the caller; null on failure
+     * @param iCreate makes one when there is none. @return E_FAIL when there is none */
+    virtual HRESULT GetUserProperties(CATIParmPublisher*& oPublisher, CATBoolean iCreate) = 0;
 
 protected:
     ~CATIPrdProperties() override = default;

@@ -27,6 +27,8 @@ public:
     /** The occurrence of this product in the context of another; null when it does not occur there. */
     virtual CATIProduct_var FindInstance(const CATIProduct_var& iContext) = 0;
     virtual CATUnicodeString GetPartNumber() const = 0;
+    /** For references; nothing happens at any other product. */
+    virtual void SetPartNumber(const CATUnicodeString& iPartNumber) = 0;
     virtual HRESULT GetPrdInstanceName(CATUnicodeString& oName) = 0;
     /** Direct children in this product's context, as objects of the named interface. The caller deletes the list;
      * null is possible. */

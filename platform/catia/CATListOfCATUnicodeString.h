@@ -4,8 +4,24 @@
 #include "CATCollec.h"
 #include "CATUnicodeString.h"
 
+#include <functional>
+#include <string_view>
+
+/** For finding texts that are equal. */
+template <>
+struct std::hash<CATUnicodeString> {
+    std::size_t operator()(const CATUnicodeString& iText) const {
+        const auto length = static_cast<std::size_t>(iText.GetLengthInByte());
+        return std::hash<std::string_view>()(std::string_view(iText.ConvertToChar(), length));
+    }
+};
+
 /** List of texts, positions from 1. */
-CATLISTV_DECLARE(CATUnicodeString);
+class CATListValCATUnicodeString : public CATListOf<CATUnicodeString> {
+public:
+    /** Keeps the first of equal texts, letter case included. @return the number removed */
+    int RemoveDuplicates() { return RemoveRepeated(); }
+};
 typedef CATListValCATUnicodeString CATListOfCATUnicodeString;
 
 #endif

@@ -75,12 +75,16 @@ public:
     int BuildFromBSTR(const CATBSTR& iText);
     /** @param oText a new text, freed by the caller with CATFreeString. */
     void ConvertToBSTR(CATBSTR* oText) const;
-    /** Byte count of the text, 0 on failure. */
+    /** Byte count of the text, 0 on failure. A real number has the session's decimal separator. */
     int BuildFromNum(int iValue, const char* iFormat = "%d");
     int BuildFromNum(unsigned int iValue, const char* iFormat = "%u");
     int BuildFromNum(long iValue, const char* iFormat = "%ld");
-    /** 1 when a number was read, else 0 and the output is untouched. */
+    int BuildFromNum(double iValue, const char* iFormat = "%g");
+    /** 1 when a number was read, else 0 and the output is untouched. A real number has the session's decimal separator.
+     * What follows the number is left alone, such as a unit; it must not begin with "." or ",", so that half a number
+     * is never taken for the whole. */
     int ConvertToNum(int* oValue, const char* iFormat = "%d") const;
+    int ConvertToNum(double* oValue, const char* iFormat = "%le") const;
 
     int operator==(const CATUnicodeString& iText) const { return m_text == iText.m_text; }
     int operator!=(const CATUnicodeString& iText) const { return m_text != iText.m_text; }

@@ -50,6 +50,14 @@ public:
     /** 1 when the root product, too, shows the status of its document. */
     virtual unsigned char isManageCatiaStatusOnRoot() = 0;
 
+    /** 1 when the session runs with the platform's own PDM connection. */
+    virtual unsigned char isPX1Available() = 0;
+    /** 1 when properties that a document lacks are created. */
+    virtual unsigned char createPropsForMapping() = 0;
+    /** Names of the properties that are created read-only. @param oNames emptied first. @return S_OK or a failure with
+     * an empty list */
+    virtual HRESULT getReadOnlyPropertiesOnCreate(CATListValCATUnicodeString& oNames) = 0;
+
 protected:
     ~ENVManager() = default;
 };

@@ -19,6 +19,8 @@ public:
     virtual unsigned char isCommandStateDetailsUpdate() = 0;
     /** 1 when the files of the status window are deleted once they are read. */
     virtual unsigned char manageDocumentsOfStatusWindowFileDeletion() = 0;
+    /** 1 when properties whose name begins with "OEM" are not created. */
+    virtual unsigned char ignoreOEMProperties() = 0;
 
 protected:
     ~PROCManager() = default;

@@ -20,6 +20,12 @@ struct Environment {
     bool debugMode = false;
     bool managesStatusOnRoot = false;
 
+    bool platformPdmConnection = false; ///< PX1
+    bool createsProperties = false;     ///< those that a document lacks
+    bool ignoresOemProperties = false;
+    std::vector<std::string> propertiesReadOnlyOnCreate;
+    std::string decimalSeparator = "."; ///< of numbers in texts: "." or ","
+
     std::string stagingDirectory;
     std::string filesDirectory; ///< ends with a separator
     std::string referencePath;  ///< ends with a separator

@@ -1,0 +1,30 @@
+#ifndef CATICkeMagnitude_H
+#define CATICkeMagnitude_H
+
+#include "CATBaseUnknown.h"
+#include "CATICkeRelationForwards.h"
+#include "CATICkeUnit.h"
+#include "CATMacForIUnknown.h"
+
+extern ExportedByCatia const IID IID_CATICkeMagnitude;
+
+/** A kind of dimension: a length, an angle, ... Null units are possible. */
+class ExportedByCatia CATICkeMagnitude : public CATBaseUnknown {
+    CATDeclareInterface;
+
+public:
+    /** The unit that users see. */
+    virtual CATICkeUnit_var CurrentUnit() const = 0;
+    /** The unit of the metre-kilogram-second system. */
+    virtual CATICkeUnit_var MKSUnit() const = 0;
+    /** The unit of numbers in documents: a length is kept in millimetres, not in metres. */
+    virtual CATICkeUnit_var StorageUnit() const = 0;
+    virtual void SetCurrentUnit(const CATICkeUnit_var& iUnit) = 0;
+
+protected:
+    ~CATICkeMagnitude() override = default;
+};
+
+CATDeclareHandler(CATICkeMagnitude, CATBaseUnknown);
+
+#endif

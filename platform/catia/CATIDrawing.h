@@ -1,0 +1,20 @@
+#ifndef CATIDrawing_H
+#define CATIDrawing_H
+
+#include "CATBaseUnknown.h"
+#include "CATMacForIUnknown.h"
+
+extern ExportedByCatia const IID IID_CATIDrawing;
+
+/** The root feature of a drawing. It is a specification object and a publisher, too. */
+class ExportedByCatia CATIDrawing : public CATBaseUnknown {
+    CATDeclareInterface;
+
+public:
+protected:
+    ~CATIDrawing() override = default;
+};
+
+CATDeclareHandler(CATIDrawing, CATBaseUnknown);
+
+#endif

@@ -1,0 +1,20 @@
+#ifndef CATISpecAttribute_H
+#define CATISpecAttribute_H
+
+#include "CATBaseUnknown.h"
+#include "CATMacForIUnknown.h"
+
+extern ExportedByCatia const IID IID_CATISpecAttribute;
+
+/** An attribute of a specification object, as adding one hands it out. */
+class ExportedByCatia CATISpecAttribute : public CATBaseUnknown {
+    CATDeclareInterface;
+
+public:
+protected:
+    ~CATISpecAttribute() override = default;
+};
+
+CATDeclareHandler(CATISpecAttribute, CATBaseUnknown);
+
+#endif
