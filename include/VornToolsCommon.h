@@ -152,12 +152,6 @@ public:
      * backslashes whatever the system. */
     static HRESULT getProductPath(CATIProduct* ipi_product, CATUnicodeString& o_path);
 
-    // Documents in session --------------------------------------------------------------------------------------------
-
-    /** Documents of the session in its order. @param i_type class name such as "CATPart", letter case included; empty
-     * asks for the documents that the integration manages. Always S_OK. */
-    static HRESULT getDocumentsInSession(CATListPtrCATDocument& o_documents, const CATUnicodeString& i_type);
-
     // Exchange files --------------------------------------------------------------------------------------------------
 
     /** The bytes of a whole file, as a new string that the caller deletes; null when it is missing, empty, longer than
@@ -208,6 +202,12 @@ public:
     /** The decimal number that a text begins with: blanks, a sign, digits; 0 when there are none, the nearest int when
      * there are too many. @return 0; -1, unreported, for a null text or value */
     static int stringToInt(VornToolsString* ip_text, int* op_value);
+
+    // Documents in session --------------------------------------------------------------------------------------------
+
+    /** Documents of the session in its order. @param i_type class name such as "CATPart", letter case included; empty
+     * asks for the documents that the integration manages. Always S_OK. */
+    static HRESULT getDocumentsInSession(CATListPtrCATDocument& o_documents, const CATUnicodeString& i_type);
     /** The first managed document of a name, letter case ignored. A name with a directory is compared as a whole, a
      * bare one with file names. @param op_document null when none; no reference is added
      * @return normally S_OK, found or not; the code of the last step when reading a name failed */
