@@ -1,28 +1,9 @@
-#include "tests/support/Fixture.h"
-
-#include <nlohmann/json.hpp>
-
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
+#include "tests/support/Program.h"
 
 namespace {
 
-/** Runs the real program in the test's own folder. */
-class CommandLineTest : public PlatformTest {
+class StatusCommandTest : public ProgramTest {
 protected:
-    int run(const std::string& arguments) {
-        const std::string command = std::string("\"") + VORNTOOLS_PROGRAM + "\" " + arguments + " > \"" + path("out") +
-                                    "\" 2> \"" + path("err") + "\"";
-        const int status = std::system(command.c_str());
-        return status > 255 ? status / 256 : status;
-    }
-    std::string content(const std::string& name) {
-        std::ostringstream text;
-        text << std::ifstream(folder() / name, std::ios::binary).rdbuf();
-        return text.str();
-    }
-    std::string quoted(const std::string& name) { return "\"" + path(name) + "\""; }
     void writePart(const std::string& name, const std::string& dat) {
         write(name, "part");
         touch(name, 1700000000);
@@ -33,16 +14,14 @@ protected:
 const char kTagged[] = "<DatFileVersion>\n2\n</DatFileVersion>\n<ItemRevUID>\nREV\n</ItemRevUID>\n<LocalLastModDate>\n"
                        "1700000000\n</LocalLastModDate>\n<LinkedDocs>\na.CATPart\nUNRESOLVED|b\n</LinkedDocs>\n";
 
-TEST_F(CommandLineTest, StatusGivesOneObjectADocument) {
+TEST_F(StatusCommandTest, StatusGivesOneObjectADocument) {
     writePart("w/a.CATPart", kTagged);
     writePart("w/b.CATPart", "item\nB\n\n\n\n\n\n1699999999\n");
     writePart("w/c.catpart", "");
     write("w/notes.txt", "no document");
     EXPECT_EQ(run("status --json " + quoted("w")), 1);
 
-    std::istringstream lines(content("out"));
-    std::vector<nlohmann::ordered_json> rows;
-    for (std::string line; std::getline(lines, line);) rows.push_back(nlohmann::ordered_json::parse(line));
+    const auto rows = this->rows();
     ASSERT_EQ(rows.size(), 3u);
     Texts keys;
     for (const auto& field : rows[0].items()) keys.push_back(field.key());
@@ -59,7 +38,7 @@ TEST_F(CommandLineTest, StatusGivesOneObjectADocument) {
     EXPECT_TRUE(rows[2]["dat"].is_null());
 }
 
-TEST_F(CommandLineTest, ExitStatusTellsFindingsFromErrors) {
+TEST_F(StatusCommandTest, ExitStatusTellsFindingsFromErrors) {
     writePart("w/a.CATPart", "i\nA\n\n\n\n\n\n1700000000\n");
     EXPECT_EQ(run("status " + quoted("w") + " --journal " + quoted("journal")), 0);
     EXPECT_NE(content("journal").find("Modified Status to Not Modified for"), std::string::npos);
@@ -70,14 +49,14 @@ TEST_F(CommandLineTest, ExitStatusTellsFindingsFromErrors) {
     EXPECT_EQ(run("--version"), 0);
 }
 
-TEST_F(CommandLineTest, ASessionTellsOfUnsavedChanges) {
+TEST_F(StatusCommandTest, ASessionTellsOfUnsavedChanges) {
     writePart("w/a.CATPart", kTagged);
     write("s.json", R"({"documents": [{"name": "w/a.CATPart", "saved": false}]})");
     EXPECT_EQ(run("status --json --session " + quoted("s.json") + " " + quoted("w")), 1);
     EXPECT_EQ(nlohmann::json::parse(content("out"))["reason"], "unsaved changes in the session");
 }
 
-TEST_F(CommandLineTest, DatGivesEveryField) {
+TEST_F(StatusCommandTest, DatGivesEveryField) {
     writePart("w/a.CATPart", std::string(kTagged) + "<DT_Maps>\n<DT_Map>\nx\ny\n</DT_Map>\n</DT_Maps>\n");
     EXPECT_EQ(run("dat --json " + quoted("w/a.CATPart.dat")), 0);
     const auto fields = nlohmann::json::parse(content("out"));
@@ -86,24 +65,21 @@ TEST_F(CommandLineTest, DatGivesEveryField) {
     EXPECT_EQ(fields["<DT_Maps>"], nlohmann::json::parse(R"([["x", "y"]])"));
 }
 
-TEST_F(CommandLineTest, EveryDatFileIsAccountedFor) {
+TEST_F(StatusCommandTest, EveryDatFileIsAccountedFor) {
     write("w/gone.CATPart.dat", kTagged);
     write("w/drawing.pdf", "foreign");
     write("w/drawing.pdf.dat", kTagged);
     write("w/other.pdf", "foreign, unknown to the PDM");
     EXPECT_EQ(run("status --json " + quoted("w") + " " + quoted("absent")), 2);
     EXPECT_NE(content("err").find("no such file or folder"), std::string::npos);
-    std::istringstream lines(content("out"));
-    Texts rows;
-    for (std::string line; std::getline(lines, line);) {
-        const auto row = nlohmann::json::parse(line);
-        rows.push_back(row["document"].get<std::string>() + ": " + row["reason"].get<std::string>());
-    }
-    EXPECT_EQ(rows, (Texts{path("w/drawing.pdf") + ": file changed since it was loaded",
-                           path("w/gone.CATPart") + ": a DAT file without its document"}));
+    Texts reasons;
+    for (const auto& row : rows())
+        reasons.push_back(row["document"].get<std::string>() + ": " + row["reason"].get<std::string>());
+    EXPECT_EQ(reasons, (Texts{path("w/drawing.pdf") + ": file changed since it was loaded",
+                              path("w/gone.CATPart") + ": a DAT file without its document"}));
 }
 
-TEST_F(CommandLineTest, ColumnsAreAsWideAsTheirTextsInCharacters) {
+TEST_F(StatusCommandTest, ColumnsAreAsWideAsTheirTextsInCharacters) {
     writePart("\xC3\x96l.CATPart", "item\nR\xC3\xA9v\n\n\n\n\n\n1700000000\n");
     EXPECT_EQ(run("status " + quoted("\xC3\x96l.CATPart")), 0);
     EXPECT_EQ(
@@ -114,7 +90,7 @@ TEST_F(CommandLineTest, ColumnsAreAsWideAsTheirTextsInCharacters) {
             path("\xC3\x96l.CATPart") + "\n");
 }
 
-TEST_F(CommandLineTest, TextsAboutTheProgramNameEveryCommand) {
+TEST_F(StatusCommandTest, TextsAboutTheProgramNameEveryCommand) {
     for (const char* const kind : {"man", "bash", "zsh"}) {
         EXPECT_EQ(run(std::string("--generate ") + kind), 0);
         for (const char* const word : {"status", "dat", "json", "session", "journal"})

@@ -47,5 +47,8 @@ private:
 void addStatusCommand(Program& program);
 void addDatCommand(Program& program);
 void addLinksCommand(Program& program);
+void addExchangeCommand(Program& program);
+void addRunCommand(Program& program);
+void addImportOptionsCommand(Program& program);
 
 #endif

@@ -62,8 +62,6 @@ constexpr Block kBlocks[] = {{"<Configuration>", &VornCache::getConfiguration},
                              {"<OVSkippedOcc>", &VornCache::getSkippedOccList}};
 
 /** What is said of files is their names alone: the place of a linked file is another question. */
-std::string fileNameOf(const std::string& name) { return name.substr(name.find_last_of("/\\") + 1); }
-
 Json namesOf(const CATListValCATUnicodeString& list) {
     Json array = Json::array();
     for (int i = 1; i <= list.Size(); ++i) array.push_back(fileNameOf(bytesOf(list[i])));

@@ -61,6 +61,9 @@ int main(int count, char** values) {
     addStatusCommand(program);
     addDatCommand(program);
     addLinksCommand(program);
+    addExchangeCommand(program);
+    addRunCommand(program);
+    addImportOptionsCommand(program);
     const int code = program.run(host::arguments(count, values));
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
     complain("cannot write standard output");

@@ -26,6 +26,8 @@ std::string bytesOf(const CATUnicodeString& text) {
 
 CATUnicodeString textOf(const std::string& bytes) { return CATUnicodeString(bytes.data(), bytes.size()); }
 
+std::string fileNameOf(const std::string& name) { return name.substr(name.find_last_of("/\\") + 1); }
+
 Json arrayOf(const CATListValCATUnicodeString& list) {
     Json array = Json::array();
     for (int i = 1; i <= list.Size(); ++i) array.push_back(bytesOf(list[i]));

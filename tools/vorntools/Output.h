@@ -16,6 +16,8 @@ using Json = nlohmann::ordered_json;
 
 std::string bytesOf(const CATUnicodeString& text);
 CATUnicodeString textOf(const std::string& bytes);
+/** Behind the last slash or backslash. */
+std::string fileNameOf(const std::string& name);
 Json arrayOf(const CATListValCATUnicodeString& list);
 /** Null for an empty text. */
 Json textOrNull(const std::string& text);

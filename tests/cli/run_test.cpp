@@ -1,0 +1,114 @@
+#include "tests/support/Program.h"
+
+namespace {
+
+/** The example session, as everybody may try it. */
+class RunCommandTest : public ProgramTest {
+protected:
+    int runExample(const std::string& topic) {
+        return run(std::string("run \"") + VORNTOOLS_SOURCE_DIR + "/examples/gear-pump.json\" " + topic);
+    }
+    /** The values of some members of each row, without the folder in front of the workspace. */
+    Texts values(std::initializer_list<const char*> keys) {
+        Texts result;
+        for (const auto& row : rows()) {
+            std::string text;
+            for (const char* key : keys) text += (text.empty() ? "" : " | ") + nlohmann::json(row[key]).dump();
+            const std::string folder = std::string(VORNTOOLS_SOURCE_DIR) + "/examples/workspace/";
+            for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder))
+                text.erase(at, folder.size());
+            result.push_back(text);
+        }
+        return result;
+    }
+};
+
+TEST_F(RunCommandTest, DocumentsWindowsAndSelection) {
+    EXPECT_EQ(runExample("documents --json"), 0);
+    EXPECT_EQ(values({"document", "type", "managed", "in_window"}),
+              (Texts{R"("GearPump.CATProduct" | "CATProduct" | true | true)",
+                     R"("housing/Housing.CATPart" | "CATPart" | true | false)",
+                     R"("Shaft.CATPart" | "CATPart" | true | false)",
+                     R"("DriveGear.CATPart" | "CATPart" | true | false)", R"("Key.CATPart" | "CATPart" | true | false)",
+                     R"("GearPump.CATDrawing" | "CATDrawing" | true | true)"}));
+    EXPECT_EQ(runExample("windows --json"), 0);
+    EXPECT_EQ(values({"document", "active"}),
+              (Texts{R"("GearPump.CATProduct" | true)", R"("GearPump.CATDrawing" | false)"}));
+    EXPECT_EQ(runExample("windows --json --find DriveGear.CATPart"), 0);
+    EXPECT_EQ(values({"found", "window", "document", "product"}),
+              Texts{R"(true | "GearPump.CATProduct" | "DriveGear.CATPart" | "GP-100\\Drive\\DriveGear.1")"});
+    EXPECT_EQ(runExample("windows --json --find Absent.CATPart"), 1);
+    EXPECT_EQ(runExample("selection --json"), 0);
+    EXPECT_EQ(values({"product", "document"}),
+              (Texts{R"("GP-100\\Shaft.1" | "Shaft.CATPart")", R"("GP-100\\Drive" | "GearPump.CATProduct")"}));
+}
+
+TEST_F(RunCommandTest, ModesAreSwitchedSavedAndPutBack) {
+    EXPECT_EQ(runExample("modes"), 0);
+    EXPECT_EQ(content("out"), "PRODUCT                   MODE\n"
+                              "GP-100                    design\n"
+                              "GP-100\\Housing.1          visu\n"
+                              "GP-100\\Shaft.1            design\n"
+                              "GP-100\\Drive              design\n"
+                              "GP-100\\Drive\\DriveGear.1  design\n"
+                              "GP-100\\Key.1              default\n");
+    EXPECT_EQ(runExample("switch --json --to visu --save " + quoted("after.json") + " 'GP-100\\Shaft.1'"), 0);
+    EXPECT_EQ(values({"product", "before", "switched"}), Texts{R"("GP-100\\Shaft.1" | "design" | "visu")"});
+    EXPECT_EQ(run("run " + quoted("after.json") + " restore --json 'GP-100\\Shaft.1' 'GP-100\\Key.1'"), 0);
+    EXPECT_EQ(values({"before", "switched", "restored"}),
+              (Texts{R"("visu" | "design" | "visu")", R"("default" | "design" | "default")"}));
+    EXPECT_EQ(runExample("switch 'GP-100\\Nothing.1'"), 2);
+}
+
+TEST_F(RunCommandTest, ScenesAndMasks) {
+    EXPECT_EQ(runExample("scenes --json"), 0);
+    EXPECT_EQ(values({"scene", "product", "position", "hidden"}),
+              (Texts{R"("Exploded" | "Housing.1!" | null | null)",
+                     R"("Exploded" | "Shaft.1!" | "1 0 0 0 1 0 0 0 1 0 0 80" | "FALSE")",
+                     R"("Exploded" | "Drive!" | null | null)", R"("Exploded" | "DriveGear.1!Drive!" | null | null)",
+                     R"("Exploded" | "Key.1!" | "1 0 0 0 1 0 0 0 1 0 0 0" | "TRUE")"}));
+    EXPECT_EQ(runExample("masks --json --product 'GP-100\\Key.1' --set 7"), 0);
+    EXPECT_EQ(values({"mask"}), (Texts{"0", "0", "3", "0", "0", "7"}));
+    EXPECT_EQ(runExample("masks --set 7"), 2);
+}
+
+TEST_F(RunCommandTest, BadSessionsAndTopics) {
+    EXPECT_EQ(run("run " + quoted("absent.json") + " documents"), 2);
+    write("bad.json", R"({"documents": [{"nam": "x"}]})");
+    EXPECT_EQ(run("run " + quoted("bad.json") + " documents"), 2);
+    EXPECT_NE(content("err").find("bad.json:1: documents[0].nam"), std::string::npos);
+    EXPECT_EQ(runExample("nothing"), 2);
+}
+
+TEST_F(RunCommandTest, ExchangeFilesAndImportOptions) {
+    write("t/results", ":cancel\nSK\nline\n");
+    EXPECT_EQ(run("exchange result --json " + quoted("t")), 1);
+    EXPECT_EQ(content("out"), "{\"status\":\"cancelled\",\"hosted_client\":false,\"lines\":[\"SK\",\"line\",\"\"]}\n");
+    write("t/results", ":ok\nSK\nline\n");
+    EXPECT_EQ(run("exchange result --json " + quoted("t")), 0);
+    EXPECT_EQ(content("out"), "{\"status\":\"ok\",\"hosted_client\":true,\"lines\":[\"SK\",\"line\",\"\"]}\n");
+    write("t/highlight_v01.txt",
+          "<Context>\nGP\n</Context>\n<selection>\n<partnumber>\nB-1\n</partnumber>\n<filename>\n"
+          "Bolt.CATPart\n</filename>\n</selection>\n");
+    EXPECT_EQ(run("exchange highlight --json " + quoted("t")), 0);
+    EXPECT_EQ(content("out"),
+              "{\"contexts\":[\"GP\"],\"selections\":[{\"part_number\":\"B-1\",\"file\":\"Bolt.CATPart\"}]}\n");
+    EXPECT_EQ(
+        run("exchange session " + quoted("t") + " --session \"" + VORNTOOLS_SOURCE_DIR + "/examples/gear-pump.json\""),
+        0);
+    EXPECT_EQ(content("t/CADFilesInSession.txt"),
+              "GearPump.CATProduct\nHousing.CATPart\nShaft.CATPart\nDriveGear.CATPart\n"
+              "Key.CATPart\nGearPump.CATDrawing\n");
+    EXPECT_EQ(run("exchange result " + quoted("absent")), 2);
+    EXPECT_EQ(run("import-options " + quoted("absent.txt")), 2);
+    write("i.txt",
+          "<menu>\nA\nB\n</menu>\n<doc>\nBolt.CATPart\n<opts>\n<main_body_only>\n1\n</main_body_only>\n</opts>\n");
+    EXPECT_EQ(run("import-options --json " + quoted("i.txt")), 0);
+    EXPECT_EQ(content("out"), "{\"option\":1,\"value\":\"A\"}\n{\"option\":2,\"value\":\"B\"}\n"
+                              "{\"main_body\":\"Bolt.CATPart\",\"value\":\"1\"}\n");
+    EXPECT_EQ(run("import-options --option 2 --json " + quoted("i.txt")), 0);
+    EXPECT_EQ(content("out"), "{\"option\":2,\"value\":\"B\"}\n");
+    EXPECT_EQ(run("import-options --option 3 " + quoted("i.txt")), 2);
+}
+
+} // namespace

@@ -1,0 +1,37 @@
+#ifndef TESTS_SUPPORT_PROGRAM_H
+#define TESTS_SUPPORT_PROGRAM_H
+
+#include "tests/support/Fixture.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+/** Runs the real program in the test's own folder. */
+class ProgramTest : public PlatformTest {
+protected:
+    /** The program's exit code; what it says is then the content of "out" and "err". */
+    int run(const std::string& arguments) {
+        const std::string command = std::string("\"") + VORNTOOLS_PROGRAM + "\" " + arguments + " > \"" + path("out") +
+                                    "\" 2> \"" + path("err") + "\"";
+        const int status = std::system(command.c_str());
+        return status > 255 ? status / 256 : status;
+    }
+    std::string content(const std::string& name) {
+        std::ostringstream text;
+        text << std::ifstream(folder() / name, std::ios::binary).rdbuf();
+        return text.str();
+    }
+    /** The objects that the last run printed, one a line. */
+    std::vector<nlohmann::ordered_json> rows() {
+        std::istringstream lines(content("out"));
+        std::vector<nlohmann::ordered_json> result;
+        for (std::string line; std::getline(lines, line);) result.push_back(nlohmann::ordered_json::parse(line));
+        return result;
+    }
+    std::string quoted(const std::string& name) { return "\"" + path(name) + "\""; }
+};
+
+#endif

@@ -1,0 +1,83 @@
+#include "tools/vorntools/RunCommand.h"
+
+#include "CATIProduct.h"
+#include "VornToolsMask.h"
+#include "VornToolsScenes.h"
+
+#include "embedded/SessionFile.h"
+
+namespace {
+
+constexpr int kGroup = 4; ///< path, scene, position, hidden
+
+int listScenes(bool json) {
+    Listing listing(json, {"assembly", "scene", "product", "position", "hidden"});
+    const embedded::Session& session = embedded::Session::current();
+    for (std::size_t i = 0; i < session.documentCount(); ++i) {
+        const embedded::Document document = session.documentAt(i);
+        CATIProduct* const root = document.root() ? document.root().get() : nullptr;
+        IEnumVARIANT* scenes = nullptr;
+        long count = 0;
+        if (!root || document.type() != "CATProduct" ||
+            FAILED(VornToolsScenes::getAllScenesOnRoot(root, scenes, count)))
+            continue;
+        CATListValCATUnicodeString data;
+        if (count > 0)
+            VornToolsScenes::readScenesDataInAssy(textOf(document.name()), root, scenes,
+                                                  CATListPtrCATMathTransformation(), count, data);
+        if (scenes) scenes->Release();
+        for (int at = 3; at + kGroup - 1 < data.Size(); at += kGroup)
+            listing.add({document.name(), bytesOf(data[at + 1]), bytesOf(data[at]), textOrNull(bytesOf(data[at + 2])),
+                         textOrNull(bytesOf(data[at + 3]))});
+    }
+    listing.print();
+    return ExitFine;
+}
+
+struct MaskOptions {
+    std::string product;
+    int mask = -1;
+    std::string save;
+};
+
+int listMasks(bool json, const MaskOptions& options) {
+    if (options.mask >= 0) {
+        const embedded::Product product = findProduct(options.product);
+        if (!product) return ExitUnusable;
+        if (FAILED(VornToolsMask::setMask(product.get(), options.mask, 0))) {
+            complain("the mask cannot be set");
+            return ExitUnusable;
+        }
+    }
+    Listing listing(json, {"product", "mask"});
+    for (const ListedProduct& listed : allProducts()) {
+        int mask = 0;
+        const HRESULT code = VornToolsMask::getMask(listed.product.get(), &mask);
+        listing.add({listed.path, FAILED(code) ? Json() : Json(mask)});
+    }
+    listing.print();
+    if (options.save.empty()) return ExitFine;
+    const embedded::SessionFileResult saved = embedded::saveSession(options.save);
+    if (!saved.ok) complain(saved.error);
+    return saved.ok ? ExitFine : ExitUnusable;
+}
+
+} // namespace
+
+void addSceneTopics(Topics& topics) {
+    const auto common = topics.options();
+    topics.add("scenes", "Where each product stands in each scene, and whether it is hidden",
+               [common] { return listScenes(common->json); });
+    const auto options = std::make_shared<MaskOptions>();
+    CLI::App& masks = topics.add("masks", "The mask of every product",
+                                 [common, options] { return listMasks(common->json, *options); });
+    CLI::Option* const product =
+        masks.add_option("--product", options->product, "Product to mark, by the path that is shown")
+            ->type_name("PRODUCT");
+    masks.add_option("--set", options->mask, "Its new mask, 1 to 10; 0 takes it off")
+        ->check(CLI::Range(0, 10))
+        ->needs(product)
+        ->type_name("MASK");
+    masks.add_option("--save", options->save, "Session file that receives the session as it is afterwards")
+        ->type_name("FILE");
+}
