@@ -42,6 +42,8 @@ public:
             if (product->workMode() != kDesign)
                 text += "work_mode " + product->objectName() + " " + std::to_string(product->workMode()) + "\n";
         if (client.open) text += "hosted_client_open\n";
+        if (!client.installed) text += "without_hosted_client\n";
+        if (outcome != SwitchOutcome::switched) text += "switch_outcome " + std::to_string(int(outcome)) + "\n";
     }
 
     SessionData& session;

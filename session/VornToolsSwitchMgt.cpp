@@ -113,13 +113,13 @@ CATListValCATUnicodeString* VornToolsSwitchMgt::listWith(const CATUnicodeString&
 HRESULT VornToolsSwitchMgt::add(CATUnicodeString fileName, CATIProduct* product, EnumWorkMode originalMode) {
     const JournalFrame frame(_CteCLASS_NAME, "add");
     if (!product) return E_FAIL;
-    if (!isPart(fileName) || m_products->contains(fileName)) return S_OK;
+    CATListValCATUnicodeString* const list = listOf(originalMode);
+    if (!list || !isPart(fileName) || m_products->contains(fileName)) return S_OK;
     m_products->insert(fileName, product, kMapName);
     if (product->IsReference() == S_OK)
         frame.write("WARNING : the product added to the switcher is a reference product");
     frame.write("Document %s has been added, its original work mode is %d", fileName, static_cast<int>(originalMode));
-    CATListValCATUnicodeString* const list = listOf(originalMode);
-    if (list && !list->Locate(fileName)) list->Append(fileName);
+    if (!list->Locate(fileName)) list->Append(fileName);
     return S_OK;
 }
 

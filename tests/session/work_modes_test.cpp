@@ -9,6 +9,7 @@
 #include "CATIProduct.h"
 #include "embedded/WorkModes.h"
 
+#include <functional>
 #include <stdexcept>
 #include <utility>
 
@@ -376,6 +377,62 @@ TEST_F(WorkModesTest, Faults) {
                    }});
     sweepFailures({"VornToolsCommon::startSkylane", [&]() -> SweepOutcome { return {VornToolsCommon::startSkylane()}; },
                    [&] { embedded::hostedClient().open = false; }});
+}
+
+TEST_F(WorkModesTest, FaultsOfTheSwitches) {
+    using Operation = std::function<HRESULT(VornToolsSwitchMgt&)>;
+    const auto sweep = [&](const std::string& name, WorkMode from, const Operation& operation) {
+        sweepFailures({"VornToolsSwitchMgt::" + name,
+                       [&, operation]() -> SweepOutcome {
+                           VornToolsSwitchMgt switcher{1};
+                           return {operation(switcher)};
+                       },
+                       [&, from] { embedded::setWorkMode(bolt, from); }});
+    };
+    const char* const name = "Bolt.CATPart";
+    sweep("switchVisu", WorkMode::design, [&](auto& switcher) { return switcher.switchVisu(name, bolt.get(), 0); });
+    sweep("switchDefault", WorkMode::visualisation,
+          [&](auto& switcher) { return switcher.switchDefault(name, bolt.get(), 0); });
+    sweep("switchBREP", WorkMode::standard, [&](auto& switcher) { return switcher.switchBREP(name, bolt.get(), 0); });
+    sweep("switchDesign", WorkMode::brep, [&](auto& switcher) { return switcher.switchDesign(name, bolt.get(), 0); });
+
+    VornToolsSwitchMgt used{1};
+    embedded::setWorkMode(bolt, WorkMode::design);
+    used.switchVisu(name, bolt.get(), 0);
+    sweepFailures({"VornToolsSwitchMgt::restoreAll", [&]() -> SweepOutcome { return {used.restoreAll(0)}; },
+                   [&] { embedded::setWorkMode(bolt, WorkMode::visualisation); }});
+    sweepFailures({"VornToolsSwitchMgt::isInVisuMode", [&]() -> SweepOutcome {
+                       unsigned char visu = 7;
+                       return {used.isInVisuMode(name, visu)};
+                   }});
+}
+
+TEST_F(WorkModesTest, FaultsOfTheQuestions) {
+    sweepFailures({"VornToolsCommon::isCATPartInVisuModeAnActivateNode", [&]() -> SweepOutcome {
+                       unsigned char answer = 7;
+                       return {VornToolsCommon::isCATPartInVisuModeAnActivateNode(bolt.get(), answer)};
+                   }});
+    environment().variables["TEMP"] = environment().variables["TMP"] = folder().u8string();
+    sweepFailures({"VornToolsCommon::checkTempDirectories",
+                   []() -> SweepOutcome { return {VornToolsCommon::checkTempDirectories() ? S_OK : E_FAIL}; }});
+    const std::string file = path("d.CATPart");
+    write("d.CATPart.dat", "<DatFileVersion>\n3\n</DatFileVersion>\n<LoadType>\nLFC\n</LoadType>\n");
+    CATDocument* const document = session().part(file).get();
+    sweepFailures({"VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR", [&]() -> SweepOutcome {
+                       VornToolsCommon::EnumLoadedFor loaded = VornToolsCommon::LoadedAsCgr;
+                       const int answer =
+                           VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(file.c_str(), document, loaded);
+                       return {answer ? S_OK : E_FAIL, loaded == VornToolsCommon::LoadedForNothing};
+                   }});
+}
+
+TEST_F(WorkModesTest, APartOfAnUnknownModeIsNotRemembered) {
+    VornToolsSwitchMgt switcher{1};
+    EXPECT_EQ(
+        switcher.setWorkMode(bolt.get(), Modes::WorkModeVisu, static_cast<Modes::EnumWorkMode>(7), "Bolt.CATPart", 0),
+        S_OK);
+    CATIProduct* found = nullptr;
+    EXPECT_EQ(switcher.getCATIProduct("Bolt.CATPart", found), E_FAIL);
 }
 
 } // namespace
