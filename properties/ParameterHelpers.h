@@ -50,6 +50,14 @@ inline CATUnicodeString typeNameOf(CATICkeParm* ipi_parameter) {
     return sp_type == nullptr ? CATUnicodeString() : sp_type->Name();
 }
 
+/** What VornToolsCADDOCProperties::setAttributeOnCATISpecObject does, with a result: a list that is not written is
+ * lost.
+ */
+HRESULT writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
+                           const CATListValCATUnicodeString& i_values);
+HRESULT writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key, const CATRawColldouble& i_values);
+HRESULT writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key, const CATRawCollint& i_values);
+
 /** The parameters below a publisher. */
 inline void listParameters(CATIParmPublisher* ipi_publisher, CATListValCATISpecObject_var& o_members) {
     o_members.RemoveAll();

@@ -10,6 +10,8 @@ using namespace vorntools;
 
 namespace {
 
+constexpr const char* kStore = "setAttributeOnCATISpecObject";
+
 /** A new parameter with a single value; null when the text does not fit the type. */
 CATICkeParm_var createSingle(CATICkeParmFactory* ipi_factory, const CATUnicodeString& i_name,
                              const CATUnicodeString& i_value, const CATUnicodeString& i_type,
@@ -94,48 +96,87 @@ struct ListKind;
 template <>
 struct ListKind<CATListValCATUnicodeString> {
     static constexpr CATAttrKind kind = tk_string;
-    static void set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
-                    const CATListValCATUnicodeString& i_values) {
-        ipi_access->SetListString(ipi_key, i_values);
+    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
+                       const CATListValCATUnicodeString& i_values) {
+        return ipi_access->SetListString(ipi_key, i_values);
     }
 };
 template <>
 struct ListKind<CATRawColldouble> {
     static constexpr CATAttrKind kind = tk_double;
-    static void set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, const CATRawColldouble& i_values) {
-        ipi_access->SetListDouble(ipi_key, i_values);
+    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, const CATRawColldouble& i_values) {
+        return ipi_access->SetListDouble(ipi_key, i_values);
     }
 };
 template <>
 struct ListKind<CATRawCollint> {
     static constexpr CATAttrKind kind = tk_integer;
-    static void set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, const CATRawCollint& i_values) {
-        ipi_access->SetListInteger(ipi_key, i_values);
+    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, const CATRawCollint& i_values) {
+        return ipi_access->SetListInteger(ipi_key, i_values);
     }
 };
 
 template <class List>
-void writeList(const JournalFrame& i_frame, CATISpecObject* ipi_object, const CATUnicodeString& i_key,
-               const List& i_values) {
-    if (!ipi_object) {
-        i_frame.missing("ipi_spec_object");
-        return;
-    }
+HRESULT writeList(CATISpecObject* ipi_object, const CATUnicodeString& i_key, const List& i_values) {
+    const JournalFrame frame(VornToolsCADDOCProperties::_CteCLASS_NAME, "setAttributeOnCATISpecObject");
+    if (!ipi_object) return frame.missing("ipi_spec_object");
     const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_object);
-    if (!sp_access) return;
-    i_frame.write("get spec attr access successfull");
+    if (!sp_access) return E_FAIL;
+    frame.write("get spec attr access successfull");
     auto sp_key = keyOf(sp_access.get(), i_key.ConvertToChar());
     if (!sp_key) {
-        i_frame.write("key %s not found", i_key);
+        frame.write("key %s not found", i_key);
         const auto sp_attribute =
             InterfacePtr<CATISpecAttribute>::adopt(ipi_object->AddAttribute(i_key, tk_list, ListKind<List>::kind));
-        if (!sp_attribute) return;
-        i_frame.write("key %s successfully added", i_key);
+        if (!sp_attribute) return E_FAIL;
+        frame.write("key %s successfully added", i_key);
         sp_key = keyOf(sp_access.get(), i_key.ConvertToChar());
     }
-    if (!sp_key) return;
-    i_frame.write("key update");
-    ListKind<List>::set(sp_access.get(), sp_key.get(), i_values);
+    if (!sp_key) return E_FAIL;
+    frame.write("key update");
+    return ListKind<List>::set(sp_access.get(), sp_key.get(), i_values);
+}
+
+/** Sets what a new parameter's users may do with it and under which name they see it. The platform's calls have no
+ * result: whether they took is asked. */
+HRESULT applyFlags(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,
+                   bool i_read_only, bool i_user_access, bool i_rename_to_name) {
+    if (i_user_access) {
+        ipi_parameter->SetUserAccess(CATICkeParm::User);
+        markAsUsers(ipi_parameter);
+    }
+    if (i_rename_to_name) ipi_parameter->Rename(i_name);
+    if (i_read_only) ipi_parameter->SetUserAccess(CATICkeParm::ReadOnly);
+    const CATICkeParm::UserAccessMode access = i_read_only ? CATICkeParm::ReadOnly : CATICkeParm::User;
+    if ((i_read_only || i_user_access) && ipi_parameter->UserAccess() != access)
+        return i_frame.platformFailed("SetUserAccess");
+    if ((i_user_access || i_rename_to_name) && !i_name.IsNull() && !ipi_parameter->IsNamed())
+        return i_frame.platformFailed("Rename");
+    return S_OK;
+}
+
+/** Gives a parameter the first of several values. @param i_storage_text gives the text of a dimension */
+template <class StorageText>
+HRESULT valuateFirst(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const ValueList& i_values,
+                     StorageText&& i_storage_text) {
+    if (i_values.isInteger()) {
+        ipi_parameter->Valuate(i_values.firstInteger());
+        return S_OK;
+    }
+    if (!i_values.isReal()) {
+        ipi_parameter->Valuate(i_values.firstText());
+        return S_OK;
+    }
+    const CATUnicodeString type_name = typeNameOf(ipi_parameter);
+    if (type_name.IsNull()) return i_frame.missing("sp_type");
+    if (type_name == "Real" || isPlainType(type_name)) {
+        ipi_parameter->Valuate(i_values.firstReal());
+        return S_OK;
+    }
+    const CATUnicodeString text = i_storage_text(i_values.firstReal());
+    if (text.IsNull()) return i_frame.missing("sp_unit");
+    ipi_parameter->ValuateReal(text);
+    return S_OK;
 }
 
 } // namespace
@@ -168,13 +209,11 @@ HRESULT VornToolsCADDOCProperties::createParameter(CATICkeParmFactory* ipi_param
     }
     const CATISpecObject_var sp_object(sp_parameter);
     if (sp_object == nullptr) return frame.endWith(frame.missing("sp_spec_object"));
-    if (several) values.store(sp_object);
-    if (i_user_access) {
-        sp_parameter->SetUserAccess(CATICkeParm::User);
-        markAsUsers(sp_parameter);
-    }
-    if (i_rename_to_name) sp_parameter->Rename(i_name);
-    if (i_read_only) sp_parameter->SetUserAccess(CATICkeParm::ReadOnly);
+    // A parameter that lost its values or its flags is not put anywhere.
+    if (several && FAILED(values.store(sp_object))) return frame.endWith(frame.callFailed(kStore));
+    const HRESULT code =
+        applyFlags(frame, sp_parameter, i_name, i_read_only != 0, i_user_access != 0, i_rename_to_name != 0);
+    if (FAILED(code)) return frame.endWith(code);
     ipi_param_publisher->Append(sp_object);
     return frame.endWith(S_OK);
 }
@@ -185,7 +224,8 @@ HRESULT VornToolsCADDOCProperties::updateParameter(CATICkeParm* ipi_parameter, C
     if (!ipi_parameter) return frame.endWith(frame.missing("ipi_parameter"));
     if (!holdsSeveralValues(i_value)) {
         const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_parameter);
-        const auto sp_key = sp_access ? keyOf(sp_access.get(), kListOfValues) : InterfacePtr<CATISpecAttrKey>();
+        if (!sp_access) return frame.endWith(frame.missing("pi_spec_attr_access"));
+        const auto sp_key = keyOf(sp_access.get(), kListOfValues);
         CATUnicodeString present;
         if (sp_key && FAILED(getParamMultipleValues(sp_access.get(), sp_key.get(), i_name, ipi_parameter->Type(),
                                                     ipi_parameter->Show(), present)))
@@ -200,37 +240,42 @@ HRESULT VornToolsCADDOCProperties::updateParameter(CATICkeParm* ipi_parameter, C
     }
     const auto sp_object = queryInterface<CATISpecObject>(ipi_parameter);
     if (!sp_object) return frame.endWith(frame.missing("sp_spec_object"));
-    const CATUnicodeString type_name = typeNameOf(ipi_parameter);
-    if (values.isInteger()) {
-        ipi_parameter->Valuate(values.firstInteger());
-    } else if (!values.isReal()) {
-        ipi_parameter->Valuate(values.firstText());
-    } else if (type_name == "Real" || isPlainType(type_name)) {
-        ipi_parameter->Valuate(values.firstReal());
-    } else {
+    const HRESULT code = valuateFirst(frame, ipi_parameter, values, [&](double i_first) {
         CATUnicodeString text;
-        getParamValueInStorageUnit(magnitudeOf(ipi_parameter).get(), values.firstReal(), text);
-        if (text.IsNull()) return frame.endWith(frame.missing("sp_unit"));
-        ipi_parameter->ValuateReal(text);
-    }
-    values.store(sp_object.get());
+        getParamValueInStorageUnit(magnitudeOf(ipi_parameter).get(), i_first, text);
+        return text;
+    });
+    if (FAILED(code)) return frame.endWith(code);
+    if (FAILED(values.store(sp_object.get()))) return frame.endWith(frame.callFailed(kStore));
     return frame.endWith(S_OK);
 }
 
 void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
                                                              CATListValCATUnicodeString i_values) {
-    const JournalFrame frame(_CteCLASS_NAME, "setAttributeOnCATISpecObject");
-    writeList(frame, ipi_spec_object, i_key, i_values);
+    writeList(ipi_spec_object, i_key, i_values);
 }
 
 void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
                                                              CATRawColldouble i_values) {
-    const JournalFrame frame(_CteCLASS_NAME, "setAttributeOnCATISpecObject");
-    writeList(frame, ipi_spec_object, i_key, i_values);
+    writeList(ipi_spec_object, i_key, i_values);
 }
 
 void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
                                                              CATRawCollint i_values) {
-    const JournalFrame frame(_CteCLASS_NAME, "setAttributeOnCATISpecObject");
-    writeList(frame, ipi_spec_object, i_key, i_values);
+    writeList(ipi_spec_object, i_key, i_values);
+}
+
+HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
+                                      const CATListValCATUnicodeString& i_values) {
+    return writeList(ipi_object, i_key, i_values);
+}
+
+HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
+                                      const CATRawColldouble& i_values) {
+    return writeList(ipi_object, i_key, i_values);
+}
+
+HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
+                                      const CATRawCollint& i_values) {
+    return writeList(ipi_object, i_key, i_values);
 }

@@ -26,6 +26,7 @@ constexpr const char* kOwnProperties[] = {"EBS_DatasetUid", "EBS_DatasetLastVers
 
 /** One user property with the names that it is found by. */
 struct Member {
+    CATISpecObject_var object;
     InterfacePtr<CATICkeParm> parameter;
     CATUnicodeString full_name;
     CATUnicodeString short_name;
@@ -75,7 +76,7 @@ void readMembers(CATIParmPublisher* ipi_publisher, std::vector<Member>& io_membe
     CATListValCATISpecObject_var list;
     listParameters(ipi_publisher, list);
     for (int i = i_from; i <= list.Size(); ++i) {
-        Member member{queryInterface<CATICkeParm>(static_cast<CATISpecObject*>(list[i])), {}, {}, false};
+        Member member{list[i], queryInterface<CATICkeParm>(static_cast<CATISpecObject*>(list[i])), {}, {}, false};
         CATUnicodeString path;
         if (member.parameter) member.full_name = member.parameter->Name();
         member.has_short_name = SUCCEEDED(UTILFile::splitPathAndFileName(member.full_name, path, member.short_name));
@@ -93,10 +94,6 @@ const Member* memberNamed(const std::vector<Member>& i_members, const CATUnicode
     for (const Member& member : i_members)
         if (member.parameter && member.has_short_name && member.short_name == i_name) return &member;
     return nullptr;
-}
-
-void removeFrom(CATIParmPublisher* ipi_publisher, const Member& i_member) {
-    ipi_publisher->RemoveChild(CATISpecObject_var(static_cast<CATBaseUnknown*>(i_member.parameter.get())));
 }
 
 CATUnicodeString valueOf(CATICkeParm* ipi_parameter) {
@@ -224,7 +221,7 @@ HRESULT VornToolsCommon::RemoveProperty(CATIProduct* ipi_catiproduct, CATUnicode
         frame.write("parameter to remove not found [%s]", i_name);
         return S_FALSE;
     }
-    removeFrom(sp_publisher.get(), *p_member);
+    sp_publisher->RemoveChild(p_member->object);
     frame.write("parameter removed [%s]", i_name);
     return S_OK;
 }
@@ -237,7 +234,7 @@ HRESULT VornToolsCommon::removeEBSProperties(CATIProduct* ipi_catiproduct) {
         bool own = false;
         for (const char* const p_name : kOwnProperties) own = own || member.short_name == p_name;
         if (!own || !member.parameter) continue;
-        removeFrom(sp_publisher.get(), member);
+        sp_publisher->RemoveChild(member.object);
         frame.write("EBS parameter removed [%s]", member.short_name);
     }
     return S_OK;
@@ -265,6 +262,7 @@ HRESULT VornToolsCommon::changePropertyAccess(CATIProduct* ipi_catiproduct, CATU
     const char* p_word = nullptr;
     if (!accessOf(i_user_access_mode, access, p_word)) return frame.platformFailed("user_access_mode is unknown");
     p_member->parameter->SetUserAccess(access);
+    if (p_member->parameter->UserAccess() != access) return frame.platformFailed("SetUserAccess");
     frame.write("change user access mode to %s for parameter %s", p_word, i_name);
     return S_OK;
 }

@@ -3,7 +3,6 @@
 #include "properties/ParameterHelpers.h"
 
 #include "UTILString.h"
-#include "VornToolsCADDOCProperties.h"
 
 namespace vorntools {
 
@@ -32,13 +31,10 @@ CATICkeParm_var ValueList::create(CATICkeParmFactory* ipi_factory, const CATUnic
     return ipi_factory->CreateString(i_name, firstText());
 }
 
-void ValueList::store(CATISpecObject* ipi_object) const {
-    if (isInteger())
-        VornToolsCADDOCProperties::setAttributeOnCATISpecObject(ipi_object, kListOfValues, m_integers);
-    else if (isReal())
-        VornToolsCADDOCProperties::setAttributeOnCATISpecObject(ipi_object, kListOfValues, m_reals);
-    else
-        VornToolsCADDOCProperties::setAttributeOnCATISpecObject(ipi_object, kListOfValues, m_texts);
+HRESULT ValueList::store(CATISpecObject* ipi_object) const {
+    if (isInteger()) return writeListAttribute(ipi_object, kListOfValues, m_integers);
+    if (isReal()) return writeListAttribute(ipi_object, kListOfValues, m_reals);
+    return writeListAttribute(ipi_object, kListOfValues, m_texts);
 }
 
 } // namespace vorntools

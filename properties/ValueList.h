@@ -18,7 +18,7 @@ public:
     /** A new parameter with the first value; null on failure. */
     CATICkeParm_var create(CATICkeParmFactory* ipi_factory, const CATUnicodeString& i_name) const;
     /** Writes the whole list to the object's attribute for it. */
-    void store(CATISpecObject* ipi_object) const;
+    HRESULT store(CATISpecObject* ipi_object) const;
 
     bool isReal() const { return m_kind == Reals; }
     bool isInteger() const { return m_kind == Integers; }
