@@ -26,7 +26,10 @@ public:
         FeatureNode& drawing = KnowledgeData::get().feature(owner(), FeatureNode::kDrawing, "Drawing");
         *oDrawing = flavour == FaultFlavour::codeWithOutput ? drawing.unknown() : nullptr;
         if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
-        return drawing.QueryInterface(iIID, oDrawing);
+        drawing.AddRef(); // it is asked while nobody else holds it
+        const HRESULT code = drawing.QueryInterface(iIID, oDrawing);
+        drawing.Release();
+        return code;
     }
 
 private:

@@ -11,9 +11,12 @@ class CATCSO;
 class CATDocument;
 class CATFrmWindow;
 class CATIADocument;
+class CATICkeParm_var;
+class CATIDrawing;
 class CATIProduct;
 class CATListPtrCATBaseUnknown;
 class CATListPtrCATDocument;
+class CATListValCATISpecObject_var;
 class CATPathElement;
 class TYPVectorCATUnicodeString;
 class VornCache;
@@ -348,6 +351,32 @@ public:
     /** Opens the window of the hosted workspace client, or brings it to the front. @return E_FAIL, with a message,
      * where the client is not installed; the client's code otherwise */
     static HRESULT startSkylane();
+
+    // Parameters and user properties ----------------------------------------------------------------------------------
+
+    /** The user properties of a product's reference: two parallel lists of names without path and values. A truth value
+     * is "1" or "0"; line breaks of other values become blanks and characters 26 "_". Properties without a value are
+     * left out. @return E_FAIL, unreported, for null or a product without user properties */
+    static HRESULT getUserProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString& o_names,
+                                     CATListValCATUnicodeString& o_values);
+    /** Updates user properties by name and, when the environment wants it so, creates those that are missing. The lists
+     * are parallel; values and types are those of VornToolsCADDOCProperties.
+     * @return the code of the last property; those before it stay as they were written */
+    static HRESULT setUserProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString i_names,
+                                     CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
+    /** Removes the first user property of a name. @return S_FALSE when there is none */
+    static HRESULT RemoveProperty(CATIProduct* ipi_catiproduct, CATUnicodeString i_name);
+    /** Removes the user properties that the integration owns. */
+    static HRESULT removeEBSProperties(CATIProduct* ipi_catiproduct);
+    /** Changes who may change a user property. @param i_user_access_mode 0 nobody, 1 everybody, 2 everybody, and the
+     * property is the users' own. @return S_FALSE when there is no property of that name, E_FAIL, reported, for another
+     * mode and without user properties */
+    static HRESULT changePropertyAccess(CATIProduct* ipi_catiproduct, CATUnicodeString i_name, int i_user_access_mode);
+    /** Name of a parameter without its path. */
+    static HRESULT getNameProperty(CATICkeParm_var i_parameter, CATUnicodeString& o_name);
+    /** The parameters of a drawing, at any depth. @param ipi_drawing the drawing of the document */
+    static HRESULT getDrawingParameters(CATDocument* ip_document, CATIDrawing* ipi_drawing,
+                                        CATListValCATISpecObject_var& o_parameters);
 
 private:
     friend struct VornToolsCommonTestAccess;
