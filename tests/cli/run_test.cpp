@@ -72,6 +72,21 @@ TEST_F(RunCommandTest, ScenesAndMasks) {
     EXPECT_EQ(runExample("masks --set 7"), 2);
 }
 
+TEST_F(RunCommandTest, PropertiesAndParametersAreReadSetAndSaved) {
+    EXPECT_EQ(runExample("properties --json --product 'GP-100\\Shaft.1' --set 'Supplier=A=B:C:s' --save " +
+                         quoted("after.json")),
+              0);
+    EXPECT_EQ(run("run " + quoted("after.json") + " properties --json"), 0);
+    EXPECT_EQ(values({"product", "name", "value"}),
+              (Texts{R"("GP-100\\Shaft.1" | "Material" | "Steel")", R"("GP-100\\Shaft.1" | "Supplier" | "A=B:C")"}));
+    EXPECT_EQ(runExample("parameters --json --product 'GP-100\\Shaft.1' --set Length=300:d"), 0);
+    EXPECT_EQ(values({"name", "value", "type", "read_only"}),
+              (Texts{R"("Length" | "300mm" | "Length" | false)", R"("Hardened" | "true" | "Boolean" | true)"}));
+    EXPECT_EQ(runExample("parameters --product 'GP-100\\Shaft.1' --set Width=1:d"), 2);
+    EXPECT_EQ(runExample("properties --product 'GP-100\\Shaft.1' --set Material"), 2);
+    EXPECT_EQ(runExample("properties --set Material=x:s"), 2);
+}
+
 TEST_F(RunCommandTest, BadSessionsAndTopics) {
     EXPECT_EQ(run("run " + quoted("absent.json") + " documents"), 2);
     write("bad.json", R"({"documents": [{"nam": "x"}]})");

@@ -121,4 +121,5 @@ void addRunCommand(Program& program) {
     addSessionTopics(**topics);
     addModeTopics(**topics);
     addSceneTopics(**topics);
+    addPropertyTopics(**topics);
 }

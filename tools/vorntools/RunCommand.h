@@ -65,5 +65,6 @@ embedded::Product findProduct(const std::string& path);
 void addSessionTopics(Topics& topics);
 void addModeTopics(Topics& topics);
 void addSceneTopics(Topics& topics);
+void addPropertyTopics(Topics& topics);
 
 #endif
