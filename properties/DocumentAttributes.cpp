@@ -20,6 +20,7 @@
 #include <memory>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 using namespace vorntools;
@@ -173,25 +174,31 @@ InterfacePtr<CATICkeParameterSet> makeSet(CATISpecObject* ipi_feature) {
 
 // Analysis and process documents --------------------------------------------------------------------------------------
 
-/** Name of a parameter below its set. A backslash in it tells that the parameter belongs to a nested object. */
-CATUnicodeString nameBelow(CATICkeParm* ipi_parameter, CATIParmPublisher* ipi_set) {
-    return ipi_parameter->RelativeName(CATIParmPublisher_var(ipi_set));
-}
-
+/** Whether a parameter's name below its set is that of a parameter of a nested object. */
 bool isNested(const CATUnicodeString& i_name) { return i_name.SearchSubString("\\") >= 0; }
+
+/** Lists the parameters that stand in a set. False when they are not to be had: listing has no result code, so a set
+ * that lists none is asked a second way. */
+bool listMembers(CATICkeParameterSet* ipi_set, CATIParmPublisher* ipi_publisher,
+                 CATListValCATISpecObject_var& o_members) {
+    listParameters(ipi_publisher, o_members);
+    if (o_members.Size() > 0) return true;
+    const ParameterList parameters(ipi_set->Parameters());
+    return parameters && parameters->Size() == 0;
+}
 
 /** Calls `take(position, parameter, name)` for every parameter that stands in a set. @return E_FAIL when one of them or
  * its name is not to be had, which is reported, or when one was not taken; the others are taken all the same */
 template <class Take>
 HRESULT forEachMember(const JournalFrame& i_frame, CATICkeParameterSet* ipi_set, Take&& i_take) {
     const auto sp_publisher = queryInterface<CATIParmPublisher>(ipi_set);
-    const ParameterList members(ipi_set->Parameters());
-    if (!sp_publisher || !members) return i_frame.missing("pi_set");
+    CATListValCATISpecObject_var members;
+    if (!sp_publisher || !listMembers(ipi_set, sp_publisher.get(), members)) return i_frame.missing("pi_set");
+    const CATIParmPublisher_var sp_root(sp_publisher.get());
     HRESULT code = S_OK;
-    for (int i = 1; i <= members->Size(); ++i) {
-        const auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*members)[i]));
-        const CATUnicodeString name =
-            sp_parameter ? nameBelow(sp_parameter.get(), sp_publisher.get()) : CATUnicodeString();
+    for (int i = 1; i <= members.Size(); ++i) {
+        const auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATISpecObject*>(members[i]));
+        const CATUnicodeString name = sp_parameter ? sp_parameter->RelativeName(sp_root) : CATUnicodeString();
         const HRESULT taken = name.IsNull() ? i_frame.missing("pi_param") : i_take(i, sp_parameter.get(), name);
         if (FAILED(taken)) code = taken;
     }
@@ -257,20 +264,26 @@ HRESULT writeAtHome(const JournalFrame& i_frame, const Home& i_home, const Attri
 
 /** The parameters of an object's set as they were before anything was written. */
 struct Present {
-    ParameterList parameters;
+    std::vector<InterfacePtr<CATICkeParm>> parameters;
     CATListValCATUnicodeString names;
     CATListValCATUnicodeString flags;
 };
 
-/** Reads a set. E_FAIL, reported, when one of its parameters or a name is not to be had. */
+/** Reads a set, whose members need not all be parameters. E_FAIL, reported, when one of those or its name is not to be
+ * had. */
 HRESULT readSet(const JournalFrame& i_frame, Service& i_service, CATICkeParameterSet* ipi_set, Present& o_present) {
     CATListValCATBaseUnknown_var* p_parameters = nullptr;
     CATListValCATUnicodeString values;
     CATListValCATUnicodeString types;
     const HRESULT code =
         i_service.getListOfParameters(ipi_set, p_parameters, o_present.names, values, types, o_present.flags);
-    o_present.parameters.reset(p_parameters);
-    const bool whole = SUCCEEDED(code) && p_parameters && p_parameters->Size() == o_present.names.Size();
+    const ParameterList members(p_parameters);
+    for (int i = 1; members && i <= members->Size(); ++i) {
+        auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*members)[i]));
+        if (sp_parameter) o_present.parameters.push_back(std::move(sp_parameter));
+    }
+    const bool whole =
+        SUCCEEDED(code) && o_present.parameters.size() == static_cast<std::size_t>(o_present.names.Size());
     return whole && !o_present.names.Locate("") ? S_OK : i_frame.callFailed("getListOfParameters");
 }
 
@@ -320,13 +333,12 @@ public:
 private:
     bool update(int i_position, int i_entry) {
         if (m_present.flags[i_position] != "false") return false;
-        const auto sp_parameter =
-            queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*m_present.parameters)[i_position]));
+        const auto& sp_parameter = m_present.parameters[static_cast<std::size_t>(i_position) - 1];
         m_code = m_attributes.update(sp_parameter.get(), i_entry);
         return SUCCEEDED(m_code);
     }
     void addError(const CATUnicodeString& i_name, const CATUnicodeString& i_document_name) {
-        m_errors = m_errors + "unable to set the value to the " + i_name + " parameter of " + i_document_name + "\n";
+        m_errors += "unable to set the value to the " + i_name + " parameter of " + i_document_name + "\n";
     }
 
     const Attributes& m_attributes;
