@@ -260,6 +260,9 @@ TEST_F(AttributesTest, PartsAndProductsNameWhatTheyCouldNotSetInTheLog) {
                   (Texts{std::string("getParameterSet returns a parameter_set collection") +
                          (isPart ? " for object MechanicalPart" : "")}));
         EXPECT_EQ(values.redraws(), 0);
+        failAt("UTILLog::writeInLogFile", [&](CATDocument*, CATListValCATUnicodeString&) { return run(); });
+        EXPECT_EQ(reports(), report(isPart ? "setMechanicalPartParameters" : "setReferenceProductParameters",
+                                    "9003 writeInLogFile"));
 
         environment().createsProperties = true;
         EXPECT_EQ(run(), S_OK);
@@ -360,17 +363,17 @@ TEST_F(AttributesTest, WhatCannotBeReadIsNotTakenForAbsent) {
             values.parameter("A").get()->Valuate(CATUnicodeString("1"));
             return set(kind, {{"A", "2", "s"}});
         };
-        for (const char* const call : {"QueryInterface(CATICkeParm)", "CATICkeParm::RelativeName"}) {
-            failAt(call, operation);
-            EXPECT_EQ(reports(), report(kind.setName, "9002 pi_param"));
+        const std::pair<const char*, const char*> cases[] = {{"QueryInterface(CATICkeParm)", "pi_param"},
+                                                             {"CATICkeParm::RelativeName", "pi_param"},
+                                                             {"CATIParmPublisher::GetDirectChildren", "pi_set"},
+                                                             {"QueryInterface(CATICkeParmFactory)", "p_param_factory"}};
+        for (const auto& test : cases) {
+            failAt(test.first, operation);
+            EXPECT_EQ(reports(), report(kind.setName, "9002 " + std::string(test.second)));
         }
         EXPECT_EQ(contents(values), (Texts{"A = 1"}));
         failAt("QueryInterface(CATICkeParm)", kind.retrieve);
         EXPECT_EQ(reports(), report(kind.retrieveName, "9002 pi_param"));
-        failAt("QueryInterface(CATICkeParmFactory)", [&](CATDocument*, CATListValCATUnicodeString&) {
-            return set(kind, {{"A", "2", "s"}});
-        });
-        EXPECT_EQ(reports(), report(kind.setName, "9002 p_param_factory"));
     }
 }
 
