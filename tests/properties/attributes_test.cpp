@@ -352,7 +352,6 @@ TEST_F(AttributesTest, DrawingAttributesGoByTheLastSegmentOfTheirName) {
 }
 
 TEST_F(AttributesTest, WhatCannotBeReadIsNotTakenForAbsent) {
-    environment().createsProperties = true;
     for (const Kind& kind : kKinds) {
         SCOPED_TRACE(kind.document);
         const Publisher root = begin(kind);
