@@ -89,6 +89,35 @@ public:
     HRESULT appendAttributesWithParamsList(CATICkeParameterSet* ipi_set, CATUnicodeString i_prefix,
                                            CATListValCATUnicodeString& io_pairs);
 
+    // Attributes of documents, by kind of document --------------------------------------------------------------------
+    // What is written comes in three parallel lists: names, values and types. What is read is one list of names and
+    // values by turns, each name once (docs/document-attributes.md).
+
+    /** Writes attributes to the parameter set of an analysis document / of the root process of a process document.
+     * Parameters that exist are updated; those that lack, and the set, are created when the environment wants it so.
+     * @return S_OK also without a set that none may be created; the code of the last parameter, or of showing new ones;
+     * those before it stay as they were written */
+    static HRESULT setAnalysisParameters(CATDocument* ip_catdocument, CATListValCATUnicodeString i_names,
+                                         CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
+    static HRESULT setProcessParameters(CATDocument* ip_catdocument, CATListValCATUnicodeString i_names,
+                                        CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
+    /** The same for the part of a part document. A parameter that is read-only or refuses its value is named in the
+     * integration's log file.
+     * @param i_document_name for the log file
+     * @param o_need_update 1 when the part is not up to date; else left as it was */
+    HRESULT setMechanicalPartParameters(CATUnicodeString i_document_name, CATISpecObject* ipi_spec_obj_ref,
+                                        CATListValCATUnicodeString i_names, CATListValCATUnicodeString i_values,
+                                        CATListValCATUnicodeString i_types, unsigned char& o_need_update);
+    /** The same for a reference product. */
+    HRESULT setReferenceProductParameters(CATUnicodeString i_document_name, CATISpecObject* ipi_spec_obj_ref,
+                                          CATListValCATUnicodeString i_names, CATListValCATUnicodeString i_values,
+                                          CATListValCATUnicodeString i_types);
+    /** Reads the attributes of an analysis, process or drawing document. @param o_pairs empty on failure, which is that
+     * of a document of another kind, without a parameter set or with a parameter that cannot be read, too */
+    static HRESULT retrieveAnalysisAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);
+    static HRESULT retrieveProcessAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);
+    static HRESULT retrieveDrawingAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);
+
     // Electrical parameters -------------------------------------------------------------------------------------------
 
     /** The electrical parameters of a part, from an optional library; an empty list without it.
