@@ -405,6 +405,12 @@ TEST_F(DocumentsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     CATIProduct* const pr = root.get();
     CATDocument* const pd = part.get();
     runForDocument("getCATDocument", [=](auto& out) { return VornToolsCommon::getCATDocument(pi, out); });
+    const CATIADocument_var automation(pd);
+    CATIADocument* const pa = automation;
+    runForDocument("getCATDocument", [=](auto& out) {
+        out = VornToolsCommon::getCATDocument(pa);
+        return out ? S_OK : E_FAIL;
+    });
     runForDocument("getActiveCATDocument", [](auto& out) { return VornToolsCommon::getActiveCATDocument(out, 1); });
     runForDocument("getAndSwitchdocument",
                    [=](auto& out) { return VornToolsCommon::getAndSwitchdocument(pi, &switcher, out); });
