@@ -12,7 +12,9 @@ constexpr std::size_t kBlock = 64;
 constexpr std::size_t kSteps = 64;
 constexpr std::size_t kLengthSize = 8; ///< bytes of the message's length behind its padding
 
-using State = std::array<std::uint32_t, 4>;
+struct State {
+    std::uint32_t a, b, c, d;
+};
 
 constexpr State kBeginning = {0x67452301, 0xefcdab89, 0x98badcfe, 0x10325476};
 
@@ -42,14 +44,10 @@ std::uint32_t littleEndian(const unsigned char* ip_bytes) {
 /** Every step waits for the one before it, that is for b: what does not need b is added first. In the second round the
  * two halves share no bit, so that they can be added one by one. */
 template <std::size_t Step>
-void mix(State& io_state, const unsigned char* ip_block) {
+void mix(std::uint32_t& a, std::uint32_t b, std::uint32_t c, std::uint32_t d, const unsigned char* ip_block) {
     constexpr std::size_t round = Step / 16;
     constexpr std::size_t word = (kFirstWord[round] + Step * kWordStride[round]) % 16;
     constexpr int shift = kShifts[round][Step % 4];
-    std::uint32_t& a = io_state[(kSteps - Step) % 4];
-    const std::uint32_t b = io_state[(kSteps - Step + 1) % 4];
-    const std::uint32_t c = io_state[(kSteps - Step + 2) % 4];
-    const std::uint32_t d = io_state[(kSteps - Step + 3) % 4];
     a += littleEndian(ip_block + 4 * word) + kSines[Step];
     if constexpr (round == 0) a += d ^ (b & (c ^ d));
     if constexpr (round == 1) {
@@ -61,17 +59,28 @@ void mix(State& io_state, const unsigned char* ip_block) {
     a = (a << shift | a >> (32 - shift)) + b;
 }
 
-template <std::size_t... Steps>
-void mixAll(State& io_state, const unsigned char* ip_block, std::index_sequence<Steps...>) {
-    (mix<Steps>(io_state, ip_block), ...);
+template <std::size_t Step>
+void mixFour(State& io_state, const unsigned char* ip_block) {
+    auto& [a, b, c, d] = io_state;
+    mix<Step>(a, b, c, d, ip_block);
+    mix<Step + 1>(d, a, b, c, ip_block);
+    mix<Step + 2>(c, d, a, b, ip_block);
+    mix<Step + 3>(b, c, d, a, ip_block);
+}
+
+template <std::size_t... Fours>
+void mixAll(State& io_state, const unsigned char* ip_block, std::index_sequence<Fours...>) {
+    (mixFour<4 * Fours>(io_state, ip_block), ...);
 }
 
 void addBlocks(State& io_state, const unsigned char* ip_blocks, std::size_t i_count) {
+    State state = io_state;
     for (const unsigned char* const p_end = ip_blocks + i_count * kBlock; ip_blocks != p_end; ip_blocks += kBlock) {
-        State mixed = io_state;
-        mixAll(mixed, ip_blocks, std::make_index_sequence<kSteps>());
-        for (std::size_t i = 0; i < mixed.size(); ++i) io_state[i] += mixed[i];
+        const State before = state;
+        mixAll(state, ip_blocks, std::make_index_sequence<kSteps / 4>());
+        state = {state.a + before.a, state.b + before.b, state.c + before.c, state.d + before.d};
     }
+    io_state = state;
 }
 
 } // namespace
@@ -92,8 +101,9 @@ Md5Digest md5Digest(const char* ip_bytes, std::size_t i_count) {
         end[end_blocks * kBlock - kLengthSize + i] = static_cast<unsigned char>(bits >> 8 * i);
     addBlocks(state, end, end_blocks);
 
+    const std::uint32_t words[] = {state.a, state.b, state.c, state.d};
     Md5Digest digest;
-    for (std::size_t i = 0; i < digest.size(); ++i) digest[i] = static_cast<unsigned char>(state[i / 4] >> 8 * (i % 4));
+    for (std::size_t i = 0; i < digest.size(); ++i) digest[i] = static_cast<unsigned char>(words[i / 4] >> 8 * (i % 4));
     return digest;
 }
 
