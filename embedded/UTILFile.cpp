@@ -215,6 +215,28 @@ int UTILFile::getLastModificationDateOnFile(const CATUnicodeString& iFileName) {
     return static_cast<int>(static_cast<std::uint32_t>(facts.changed));
 }
 
+HRESULT UTILFile::copyFile(const CATUnicodeString& iSource, const CATUnicodeString& iTarget) {
+    const FaultFlavour flavour = Failures::get().ask("UTILFile::copyFile");
+    if (flavour == FaultFlavour::code) return E_FAIL;
+    if (!copyFileOnDisk(bytesOf(iSource), bytesOf(iTarget))) return E_FAIL;
+    if (flavour == FaultFlavour::none) return S_OK;
+    // The disk got full half way; not every caller is told.
+    FileFacts facts;
+    examineFile(bytesOf(iTarget), facts);
+    cutFileOnDisk(bytesOf(iTarget), facts.size / 2);
+    return flavour == FaultFlavour::codeWithOutput ? E_FAIL : S_OK;
+}
+
+HRESULT UTILFile::renameFile(const CATUnicodeString& iFileName, const CATUnicodeString& iNewName) {
+    if (fails("UTILFile::renameFile")) return E_FAIL;
+    return renameFileOnDisk(bytesOf(iFileName), bytesOf(iNewName)) ? S_OK : E_FAIL;
+}
+
+HRESULT UTILFile::deleteFile(const CATUnicodeString& iFileName) {
+    if (fails("UTILFile::deleteFile")) return E_FAIL;
+    return deleteFileOnDisk(bytesOf(iFileName)) ? S_OK : E_FAIL;
+}
+
 unsigned char UTILFile::filesAreEqual(const CATUnicodeString& iFirst, const CATUnicodeString& iSecond) {
     if (fails("UTILFile::filesAreEqual") || iFirst.IsNull() || iSecond.IsNull()) return 0;
     std::string first = toBytes(iFirst);
