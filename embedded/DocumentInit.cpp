@@ -1,5 +1,5 @@
 #include "CATInit.h"
-#include "embedded/SessionData.h"
+#include "embedded/Knowledge.h"
 
 EMBEDDED_INTERFACE(CATInit, CATBaseUnknown, 0x110);
 
@@ -12,6 +12,15 @@ namespace {
 class DocumentInit final : public Extends<DocumentObject, CATInit> {
 public:
     explicit DocumentInit(DocumentObject& document) : Extends(document) {}
+
+    CATBaseUnknown* GetRootContainer(const CATIdent iInterfaceID) override {
+        const IID* const iid = interfaceNamed(iInterfaceID);
+        if (failing("CATInit::GetRootContainer") || !iid) return nullptr;
+        ContainerObject& container = KnowledgeData::get().container(owner());
+        void* const found = container.findInterface(*iid);
+        if (found) container.AddRef();
+        return static_cast<CATBaseUnknown*>(found);
+    }
 };
 
 const ExtensionOf<DocumentObject, DocumentInit> known;

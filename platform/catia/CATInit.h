@@ -11,6 +11,10 @@ class ExportedByCatia CATInit : public CATBaseUnknown {
     CATDeclareInterface;
 
 public:
+    /** The document's root container as a named interface ("CATISPPProcessContainer"), to be cast to it; released by
+     * the caller. Null when the container is none of that kind. */
+    virtual CATBaseUnknown* GetRootContainer(const CATIdent iInterfaceID) = 0;
+
 protected:
     ~CATInit() override = default;
 };

@@ -1,0 +1,20 @@
+#ifndef CATISamAccess_H
+#define CATISamAccess_H
+
+#include "CATIContainerOfDocument.h"
+#include "CATMacForIUnknown.h"
+
+extern ExportedByCatia const IID IID_CATISamAccess;
+
+/** What an analysis document answers. */
+class ExportedByCatia CATISamAccess : public CATIContainerOfDocument {
+    CATDeclareInterface;
+
+public:
+protected:
+    ~CATISamAccess() override = default;
+};
+
+CATDeclareHandler(CATISamAccess, CATIContainerOfDocument);
+
+#endif

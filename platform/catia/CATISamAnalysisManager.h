@@ -1,0 +1,20 @@
+#ifndef CATISamAnalysisManager_H
+#define CATISamAnalysisManager_H
+
+#include "CATBaseUnknown.h"
+#include "CATMacForIUnknown.h"
+
+extern ExportedByCatia const IID IID_CATISamAnalysisManager;
+
+/** The root feature of an analysis. It is a specification object and a publisher, too. */
+class ExportedByCatia CATISamAnalysisManager : public CATBaseUnknown {
+    CATDeclareInterface;
+
+public:
+protected:
+    ~CATISamAnalysisManager() override = default;
+};
+
+CATDeclareHandler(CATISamAnalysisManager, CATBaseUnknown);
+
+#endif
