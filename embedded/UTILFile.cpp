@@ -198,6 +198,21 @@ unsigned char UTILFile::isACATPart(const CATUnicodeString& iExtension) {
     return iExtension.Compare(part) != 0 ? 1 : 0;
 }
 
+unsigned char UTILFile::isACATDrawing(const CATUnicodeString& iExtension) {
+    static const CATUnicodeString drawing("CATDrawing");
+    return iExtension.Compare(drawing) != 0 ? 1 : 0;
+}
+
+unsigned char UTILFile::isACATProcess(const CATUnicodeString& iExtension) {
+    static const CATUnicodeString process("CATProcess");
+    return iExtension.Compare(process) != 0 ? 1 : 0;
+}
+
+unsigned char UTILFile::isACATAnalysis(const CATUnicodeString& iExtension) {
+    static const CATUnicodeString analysis("CATAnalysis");
+    return iExtension.Compare(analysis) != 0 ? 1 : 0;
+}
+
 HRESULT UTILFile::getFileSize(const CATUnicodeString& iFileName, long long& oSize) {
     constexpr long long staleSize = 4711;
     oSize = 0;

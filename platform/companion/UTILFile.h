@@ -43,6 +43,10 @@ public:
     static unsigned char isACATProduct(const CATUnicodeString& iExtension);
     /** 1 when an extension is that of a part document, letter case ignored. */
     static unsigned char isACATPart(const CATUnicodeString& iExtension);
+    /** The same for drawings, processes and analyses. */
+    static unsigned char isACATDrawing(const CATUnicodeString& iExtension);
+    static unsigned char isACATProcess(const CATUnicodeString& iExtension);
+    static unsigned char isACATAnalysis(const CATUnicodeString& iExtension);
     /** @param oSize bytes; 0 on failure. @return S_OK; E_FAIL when there is no such file. */
     static HRESULT getFileSize(const CATUnicodeString& iFileName, long long& oSize);
     /** Seconds since 1970 of the last change, truncated to 32 bits; -1 when the file cannot be examined. */
