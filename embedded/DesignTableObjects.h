@@ -161,6 +161,8 @@ public:
 
     void addToDigest(std::string& text) const override;
 
+    /** The first table of a name in a document; null when there is none. */
+    DesignTableObject* find(const DocumentObject* document, const std::string& name) const;
     DesignTableObject& add(Node& parent, const std::string& name, const std::string& file);
 
     std::vector<std::unique_ptr<DesignTableObject>> tables;

@@ -63,10 +63,14 @@ Json writeWay(const Node& node) {
     return json;
 }
 
+Node* userPropertiesOf(const Product& reference) {
+    return reference ? nodeOf(*reference.object()).userProperties : nullptr;
+}
+
 Node* readRoot(const JsonField& field, const SectionReader& reader) {
     if (const auto product = field.optional("product")) return &nodeOf(*reader.place(*product).object());
     if (const auto product = field.optional("user_properties"))
-        return nodeOf(*reader.place(*product).reference().object()).userProperties;
+        return userPropertiesOf(reader.place(*product).reference());
     DocumentObject* const document = reader.document(field.required("document")).object();
     const auto& roots = KnowledgeData::get().roots;
     const auto found = roots.find({document, field.required("feature").text()});
@@ -79,7 +83,7 @@ Node& readWay(const JsonField& field, const SectionReader& reader) {
     if (const auto path = field.optional("path"))
         for (const JsonField& name : path->elements()) names.push_back(name.text());
     Node* const found = below(readRoot(field, reader), names);
-    if (!found) field.fail("no such object");
+    if (!found || !found->document()) field.fail("no such object");
     return *found;
 }
 

@@ -159,6 +159,13 @@ DesignTableObject& DesignTablesData::add(Node& parent, const std::string& name, 
     return *tables.back();
 }
 
+DesignTableObject* DesignTablesData::find(const DocumentObject* document, const std::string& name) const {
+    const auto found = std::find_if(tables.begin(), tables.end(), [&](const auto& table) {
+        return table->document() == document && table->displayName() == name;
+    });
+    return found == tables.end() ? nullptr : found->get();
+}
+
 CATIDesignTable* DesignTable::get() const {
     if (m_object) m_object->pin();
     return m_object;
