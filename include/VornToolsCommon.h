@@ -110,6 +110,22 @@ public:
      * recorded. @return the code of reading it */
     static HRESULT isDesignTableInfoInDatFile(CATUnicodeString i_file_name, CATDocument* ip_document,
                                               unsigned char& o_is_design_table);
+    /**
+     * Checksums of the configurations of a document's design table (see docs/checksums.md).
+     * @param iop_sheets, iop_configurations sheet and configuration of each entry, decimal numbers from 1
+     * @param iop_checksums empty: a checksum is appended for each entry, an empty one where the sheet or its cells
+     * cannot be read, none where a file without sheets is asked for another one than 1. Not empty: parallel to the
+     * other two; each "ERROR" is replaced, and entries whose sheet or cells cannot be read leave all three lists
+     * @param o_found whether the document has a design table with that file. Sheet and configuration of the table and
+     * the bytes of its file are afterwards what they were
+     * @return always S_OK. A null list is reported; lists stay as they were, journalled, where the file cannot be
+     * protected by a copy or the table does not show its sheet
+     */
+    static HRESULT calculateCheckSums(CATDocument* ip_document, CATUnicodeString i_design_table_file,
+                                      VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
+                                      CATListValCATUnicodeString*& iop_sheets,
+                                      CATListValCATUnicodeString*& iop_configurations,
+                                      CATListValCATUnicodeString*& iop_checksums, unsigned char& o_found);
     /** Identifier of this session, made on first demand; the same until the library is unloaded. */
     static CATUnicodeString getCATIA_UUID();
     /** Identifier of a document; "0_0_0_0" for none. @return E_FAIL when the document has no descriptor */
@@ -453,6 +469,8 @@ private:
      * value is the identity to set. @param i_mode 0 sets it, else it also removes the markers */
     static HRESULT processInstanceDescription(CATUnicodeString i_value, CATUnicodeString& io_description,
                                               unsigned char i_mode);
+
+    class CheckSums;
 };
 
 #endif
