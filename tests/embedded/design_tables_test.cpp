@@ -126,7 +126,7 @@ TEST_F(DesignTableObjectsTest, SessionFilesKeepTables) {
     auto bolt = part("Bolt");
     auto relations = bolt.addSet("Relations");
     auto length = bolt.addSet("Sizes").add("Length", "L", 0.25);
-    auto first = embedded::addDesignTable(relations, "DesignTable.1", file).associate("L", length).configuration(2);
+    embedded::addDesignTable(relations, "DesignTable.1", file).associate("L", length).configuration(2);
     embedded::addDesignTable(embedded::parametersOf(session().product(path("R.CATProduct")).root()), "Top",
                              write("old.txt", "A\n1\n"))
         .storedConfiguration(7)
