@@ -159,9 +159,10 @@ private:
         return true;
     }
 
+    /** Tried twice: a file that is busy for a moment must not leave the document with another sheet. */
     void giveSheetBack() {
-        if (m_ole_sheet && m_selected != m_first && !select(m_first))
-            m_frame.write("%s : sheet %d cannot be selected again", m_frame.name(), m_first);
+        if (!m_ole_sheet || m_selected == m_first || select(m_first) || select(m_first)) return;
+        m_frame.write("%s : sheet %d cannot be selected again", m_frame.name(), m_first);
     }
 
     void giveConfigurationBack(int i_configuration) const {

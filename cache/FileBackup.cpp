@@ -18,6 +18,9 @@ using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
 OpenFile openBytes(const CATUnicodeString& i_name) { return OpenFile(std::fopen(i_name.ConvertToChar(), "rb")); }
 
+/** A file counts as absent when nobody sees it: one that is there would stay unprotected or be lost. */
+bool isThere(const CATUnicodeString& i_name) { return UTILFile::existingFile(i_name) || openBytes(i_name); }
+
 /** False as well when one of them cannot be read to its end. */
 bool haveSameBytes(const CATUnicodeString& i_first, const CATUnicodeString& i_second) {
     const OpenFile sp_first = openBytes(i_first);
@@ -51,13 +54,13 @@ FileBackup::FileBackup(const JournalFrame& i_frame, const CATUnicodeString& i_fi
 bool FileBackup::isFileAsItWas() const { return haveSameBytes(m_file, m_name); }
 
 bool FileBackup::make() {
-    if (UTILFile::existingFile(m_name) && !isFileAsItWas()) {
+    if (isThere(m_name) && !isFileAsItWas()) {
         m_frame.write("%s : %s is not replaced, it may be the only copy of %s", m_frame.name(), m_name, m_file);
         return false;
     }
     m_is_made = SUCCEEDED(UTILFile::copyFile(m_file, m_name)) && isFileAsItWas();
     if (m_is_made) return true;
-    if (!UTILFile::existingFile(m_file)) return true;
+    if (!isThere(m_file)) return true;
     m_frame.write("%s : %s cannot be copied to %s", m_frame.name(), m_file, m_name);
     UTILFile::deleteFile(m_name);
     return false;

@@ -25,7 +25,9 @@ ConfigurationText::ConfigurationText(CATIDesignTable* ipi_design_table) {
     m_is_readable = true;
     for (int i = 1; i <= p_parameters->Size(); ++i) {
         const auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*p_parameters)[i]));
-        const int column = sp_parameter ? ipi_design_table->ParameterColumn(CATICkeParm_var(sp_parameter.get())) : 0;
+        m_is_readable = m_is_readable && sp_parameter;
+        if (!sp_parameter) continue;
+        const int column = ipi_design_table->ParameterColumn(CATICkeParm_var(sp_parameter.get()));
         if (column > 0) m_columns.push_back(column);
     }
 }

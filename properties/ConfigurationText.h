@@ -18,7 +18,7 @@ public:
     /** @param ipi_design_table null reads nothing */
     explicit ConfigurationText(CATIDesignTable* ipi_design_table);
 
-    /** Whether there is a sheet, and the table told its parameters. */
+    /** Whether there is a sheet, and the table told all its parameters. */
     bool isReadable() const { return m_is_readable; }
     /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet. */
     CATUnicodeString read(int i_configuration) const;
