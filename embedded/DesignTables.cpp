@@ -13,13 +13,6 @@ EMBEDDED_INTERFACE(CATIADesignTable, CATIABase, 0x404);
 
 namespace embedded {
 
-namespace {
-
-/** The row below the titles is configuration 1. */
-constexpr int kTitleRows = 1;
-
-} // namespace
-
 bool SheetState::read() {
     FileFacts facts;
     if (!examineFile(file, facts)) return false;
