@@ -123,12 +123,6 @@ public:
     bool hasAutomation = true;
     bool hasSheet = true;
 
-    /** The list of parameters that was handed out goes with the last reference: it holds some itself. */
-    ULONG __stdcall Release() override {
-        const ULONG left = Implements::Release();
-        if (left == 0) m_outParameters.reset();
-        return left;
-    }
     CATBoolean IsUpToDate(CATIDomain_var iDomain) const override;
     CATUnicodeString GetDisplayName() const override;
     CATUnicodeString GetType() const override;
