@@ -148,7 +148,7 @@ private:
     CATICkeNaming::UserAccessMode m_access = CATICkeNaming::ReadWrite;
     mutable TextSheetObject m_textSheet;
     mutable SpreadsheetObject m_spreadsheet;
-    mutable std::unique_ptr<CATListValCATBaseUnknown_var> m_outParameters; ///< handed out, kept here
+    mutable LentParameters* m_outParameters = nullptr; ///< made on demand
 };
 
 /** Everything of this topic that the session owns. */

@@ -54,7 +54,7 @@ bool DesignTableObject::associate(const std::string& title, ParameterObject& par
     const auto isTaken = [&](const Association& one) { return one.title == title || one.parameter == &parameter; };
     if (std::any_of(associations.begin(), associations.end(), isTaken)) return false;
     associations.push_back({title, &parameter});
-    m_outParameters.reset();
+    m_outParameters = nullptr;
     return true;
 }
 
@@ -109,11 +109,13 @@ int DesignTableObject::ParameterColumn(const CATICkeParm_var& iParameter) {
 CATCkeListOfParm DesignTableObject::OutParameters() const {
     if (failing("CATICkeRelation::OutParameters")) return nullptr;
     if (!m_outParameters) {
-        m_outParameters = std::make_unique<CATListValCATBaseUnknown_var>();
-        for (const Association& one : associations)
-            m_outParameters->Append(CATBaseUnknown_var(static_cast<CATICkeParm*>(one.parameter)));
+        std::vector<ParameterObject*> parameters;
+        for (const Association& one : associations) parameters.push_back(one.parameter);
+        auto& lent = KnowledgeData::get().lent;
+        lent.push_back(std::make_unique<LentParameters>(std::move(parameters)));
+        m_outParameters = lent.back().get();
     }
-    return m_outParameters.get();
+    return m_outParameters->list();
 }
 
 CATICkeNaming::UserAccessMode DesignTableObject::UserAccess() const {

@@ -329,6 +329,22 @@ void ContainerObject::SetAlias(const CATUnicodeString& iAlias) {
     if (!failing("CATIAlias::SetAlias")) m_alias = toBytes(iAlias);
 }
 
+LentParameters::LentParameters(std::vector<ParameterObject*> parameters)
+    : m_parameters(std::move(parameters)), m_list(std::make_unique<CATListValCATBaseUnknown_var>()) {
+    --Accounting::get().live().lists;
+    for (ParameterObject* const parameter : m_parameters) {
+        parameter->pin();
+        m_list->Append(CATBaseUnknown_var(static_cast<CATICkeParm*>(parameter)));
+        parameter->Release();
+    }
+}
+
+LentParameters::~LentParameters() {
+    for (ParameterObject* const parameter : m_parameters) parameter->AddRef();
+    m_list.reset();
+    ++Accounting::get().live().lists;
+}
+
 KnowledgeData::KnowledgeData(SessionData& sessionData) : session(sessionData), types(makeTypes()) {}
 
 KnowledgeData& KnowledgeData::get() { return Session::current().data().part<KnowledgeData>(); }

@@ -427,6 +427,21 @@ private:
     bool answers(const IID& iid) const override;
 };
 
+/** Parameters in a list that stays the platform's own: whoever is shown it holds none of them. */
+class LentParameters {
+public:
+    explicit LentParameters(std::vector<ParameterObject*> parameters);
+    ~LentParameters();
+    LentParameters(const LentParameters&) = delete;
+    LentParameters& operator=(const LentParameters&) = delete;
+
+    CATCkeListOfParm list() { return m_list.get(); }
+
+private:
+    const std::vector<ParameterObject*> m_parameters;
+    std::unique_ptr<CATListValCATBaseUnknown_var> m_list;
+};
+
 /** What is stored in a document, so that the size of the session does not count. */
 struct DocumentMembers {
     std::vector<Node*> features;
@@ -459,6 +474,7 @@ public:
     std::vector<std::unique_ptr<TypeObject>> types;
     std::vector<std::unique_ptr<FeatureNode>> features;
     std::vector<std::unique_ptr<ParameterObject>> parameters;
+    std::vector<std::unique_ptr<LentParameters>> lent; ///< gone before the parameters
     std::map<DocumentObject*, std::unique_ptr<ContainerObject>> containers;
     std::unordered_map<const DocumentObject*, DocumentMembers> members;
     std::map<std::pair<DocumentObject*, std::string>, FeatureNode*> roots; ///< by document and type
