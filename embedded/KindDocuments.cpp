@@ -50,6 +50,14 @@ private:
     bool answers(const IID&) const override { return owner().type() == kAnalysisDocument; }
 };
 
+class AnalysisManager final : public Extends<FeatureNode, CATISamAnalysisManager> {
+public:
+    explicit AnalysisManager(FeatureNode& feature) : Extends(feature) {}
+
+private:
+    bool answers(const IID&) const override { return owner().type() == kManager; }
+};
+
 class AnalysisContainer final : public Extends<ContainerObject, CATISamAnalysisContainer> {
 public:
     explicit AnalysisContainer(ContainerObject& container) : Extends(container) {}
@@ -57,22 +65,13 @@ public:
     HRESULT GetAnalysisManager(CATISamAnalysisManager_var& oManager) override {
         const FaultFlavour flavour = called("CATISamAnalysisContainer::GetAnalysisManager");
         FeatureNode& feature = KnowledgeData::get().feature(owner().document(), kManager, "Analysis Manager");
-        const auto manager = [&] { return CATISamAnalysisManager_var(feature.unknown()); };
-        oManager = CATISamAnalysisManager_var();
-        if (flavour == FaultFlavour::none || flavour == FaultFlavour::codeWithOutput) oManager = manager();
+        const bool filled = flavour == FaultFlavour::none || flavour == FaultFlavour::codeWithOutput;
+        oManager = CATISamAnalysisManager_var(filled ? &extensionOf<AnalysisManager>(feature) : nullptr);
         return flavour == FaultFlavour::none || flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
     }
 
 private:
     bool answers(const IID&) const override { return owner().document().type() == kAnalysisDocument; }
-};
-
-class AnalysisManager final : public Extends<FeatureNode, CATISamAnalysisManager> {
-public:
-    explicit AnalysisManager(FeatureNode& feature) : Extends(feature) {}
-
-private:
-    bool answers(const IID&) const override { return owner().type() == kManager; }
 };
 
 class ProcessContainer final : public Extends<ContainerObject, CATISPPProcessContainer> {

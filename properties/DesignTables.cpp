@@ -46,16 +46,22 @@ HRESULT readAutomationText(const JournalFrame& i_frame, CATIDesignTable* ipi_des
     return S_OK;
 }
 
-/** The parameters that a table sets, in the order of their association. */
-std::vector<InterfacePtr<CATICkeParm>> associatedParameters(CATIDesignTable* ipi_design_table) {
-    std::vector<InterfacePtr<CATICkeParm>> parameters;
+using Parameters = std::vector<InterfacePtr<CATICkeParm>>;
+
+/** The parameters that a table sets, in the order of their association. @return E_FAIL, reported, unless all can be
+ * had: without one of them the values would be those of another configuration */
+HRESULT readAssociatedParameters(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
+                                 Parameters& o_parameters) {
     const auto sp_relation = queryInterface<CATICkeRelation>(ipi_design_table);
-    const CATListValCATBaseUnknown_var* const p_list = sp_relation ? sp_relation->OutParameters() : nullptr;
-    for (int i = 1; p_list && i <= p_list->Size(); ++i) {
+    if (!sp_relation) return i_frame.missing("pi_relation");
+    const CATListValCATBaseUnknown_var* const p_list = sp_relation->OutParameters();
+    if (!p_list) return i_frame.platformFailed("OutParameters");
+    for (int i = 1; i <= p_list->Size(); ++i) {
         auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*p_list)[i]));
-        if (sp_parameter) parameters.push_back(std::move(sp_parameter));
+        if (!sp_parameter) return i_frame.missing("pi_parameter");
+        o_parameters.push_back(std::move(sp_parameter));
     }
-    return parameters;
+    return S_OK;
 }
 
 /** File of a table on disk. E_FAIL when the table does not tell it or it is not there. */
@@ -99,10 +105,10 @@ void addAssociatedFile(const JournalFrame& i_frame, const CATUnicodeString& i_pa
     if (io_files.SearchSubString(entry) < 0) io_files.Append(entry);
 }
 
-CATUnicodeString associatedFiles(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
+CATUnicodeString associatedFiles(const JournalFrame& i_frame, const Parameters& i_parameters,
                                  const TYPMapCATUnicodeStringPVoid& i_part_number_to_file_name) {
     CATUnicodeString files;
-    for (const auto& sp_parameter : associatedParameters(ipi_design_table))
+    for (const auto& sp_parameter : i_parameters)
         addAssociatedFile(i_frame, sp_parameter->Pathname(), i_part_number_to_file_name, files);
     return files;
 }
@@ -121,6 +127,20 @@ HRESULT readCurrent(const JournalFrame& i_frame, CATIDesignTable* ipi_design_tab
     if (o_sheet < 1) return i_frame.platformFailed("GetSheetIndex");
     o_configuration = ipi_design_table->ConfigurationRow();
     return o_configuration < 1 ? i_frame.platformFailed("ConfigurationRow") : S_OK;
+}
+
+/** Texts of a configuration's cells, one a parameter, one behind the other. */
+CATUnicodeString valuesOf(CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
+                          const Parameters& i_parameters, int i_configuration) {
+    CATUnicodeString values;
+    if (i_configuration == std::numeric_limits<int>::max()) return values;
+    // The titles stand in the first row.
+    const int row = i_configuration + 1;
+    for (const auto& sp_parameter : i_parameters) {
+        const int column = ipi_design_table->ParameterColumn(CATICkeParm_var(sp_parameter.get()));
+        if (column >= 1) values.Append(isp_sheet->Cell(row, column));
+    }
+    return values;
 }
 
 CATUnicodeString checksumOf(const CATUnicodeString& i_text) {
@@ -185,12 +205,14 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     int sheet = 0;
     int configuration = 0;
     if (FAILED(readCurrent(frame, sp_design_table.get(), sp_sheet, sheet, configuration))) return E_FAIL;
+    Parameters parameters;
+    if (FAILED(readAssociatedParameters(frame, sp_design_table.get(), parameters))) return E_FAIL;
     if (ip_part_number_to_file_name)
-        o_associated_files = associatedFiles(frame, sp_design_table.get(), *ip_part_number_to_file_name);
+        o_associated_files = associatedFiles(frame, parameters, *ip_part_number_to_file_name);
     // A file that cannot be read again leaves the values that the document was made with.
     if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
         frame.callFailed("updateDesignTableCurrentSheet");
-    const CATUnicodeString values = getConfigurationValues(sp_design_table.get(), configuration);
+    const CATUnicodeString values = valuesOf(sp_design_table.get(), sp_sheet, parameters, configuration);
     frame.write(" String used to find CkSum : %s", values);
 
     o_file_path = path;
@@ -204,24 +226,18 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
 
 CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration) {
     const JournalFrame frame(_CteCLASS_NAME, "getConfigurationValues");
-    CATUnicodeString values;
     if (!ipi_design_table) {
         frame.badInput("ipi_design_table");
-        return values;
+        return CATUnicodeString();
     }
     const CATICkeSheet_var sp_sheet = ipi_design_table->Sheet();
     if (!sp_sheet) {
         frame.missing("sp_sheet");
-        return values;
+        return CATUnicodeString();
     }
-    if (i_configuration == std::numeric_limits<int>::max()) return values;
-    // The titles stand in the first row.
-    const int row = i_configuration + 1;
-    for (const auto& sp_parameter : associatedParameters(ipi_design_table)) {
-        const int column = ipi_design_table->ParameterColumn(CATICkeParm_var(sp_parameter.get()));
-        if (column >= 1) values.Append(sp_sheet->Cell(row, column));
-    }
-    return values;
+    Parameters parameters;
+    if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return CATUnicodeString();
+    return valuesOf(ipi_design_table, sp_sheet, parameters, i_configuration);
 }
 
 HRESULT VornToolsCommon::updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet) {

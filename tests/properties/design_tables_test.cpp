@@ -157,8 +157,7 @@ TEST_F(DesignTablesTest, AChangedFileIsReadAgain) {
     touch("bolts.txt", 3000);
     EXPECT_EQ(read.read(bolt), S_OK);
     EXPECT_EQ(read.rows().size(), 1U) << "the cells of before";
-    EXPECT_EQ(reports(),
-              Texts({"VornToolsCommon::readDesignTableInformation 9003 updateDesignTableCurrentSheet"}));
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9003 updateDesignTableCurrentSheet"}));
 }
 
 TEST_F(DesignTablesTest, ValuesAreTheCellsOfTheRowBelowTheTitles) {
@@ -257,15 +256,14 @@ TEST_F(DesignTablesTest, AssembliesListTheirDocumentsAndTables) {
     CATListValCATUnicodeString names, files;
     CATListPtrCATIProduct products;
     const auto list = [&](const embedded::Document& document, unsigned char with) {
-        const HRESULT code = VornToolsCommon::getAllProductsAndDesignTablesNames(document.get(), nullptr, with, names,
-                                                                                 products, files);
+        const HRESULT code =
+            VornToolsCommon::getAllProductsAndDesignTablesNames(document.get(), nullptr, with, names, products, files);
         for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
         return code;
     };
     clearJournal();
     EXPECT_EQ(list(top, 1), S_OK);
-    EXPECT_EQ(textsOf(names),
-              Texts({path("R.CATProduct"), path("Bolt.CATPart"), "R\\Group.1", path("Nut.CATPart")}));
+    EXPECT_EQ(textsOf(names), Texts({path("R.CATProduct"), path("Bolt.CATPart"), "R\\Group.1", path("Nut.CATPart")}));
     EXPECT_EQ(products.Size(), 4);
     EXPECT_EQ(textsOf(files), Texts({file}));
     EXPECT_TRUE(hasMessage("DesignTables are managd."));
@@ -378,8 +376,8 @@ TEST_F(DesignTablesTest, Sweep) {
     sweepFailures({"VornToolsCommon::getAllProductsAndDesignTablesNames", [&]() -> SweepOutcome {
                        CATListValCATUnicodeString names, files;
                        CATListPtrCATIProduct products;
-                       const HRESULT code = VornToolsCommon::getAllProductsAndDesignTablesNames(
-                           top.get(), nullptr, 1, names, products, files);
+                       const HRESULT code = VornToolsCommon::getAllProductsAndDesignTablesNames(top.get(), nullptr, 1,
+                                                                                                names, products, files);
                        for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
                        return {code, names.Size() + products.Size() + files.Size() == 0};
                    }});
