@@ -278,6 +278,23 @@ TEST_F(DesignTablesTest, AssembliesListTheirDocumentsAndTables) {
     EXPECT_TRUE(hasMessage("ip_activ_document is NULL"));
 }
 
+TEST_F(DesignTablesTest, LargeAssembliesAreListed) {
+    constexpr int kParts = 10000;
+    const auto top = session().product(path("R.CATProduct"));
+    for (int i = 1; i <= kParts; ++i) {
+        const std::string number = std::to_string(i);
+        const auto part = session().part("/w/P" + number + ".CATPart");
+        top.root().add(part, "P." + number);
+        embedded::addDesignTable(embedded::parametersOf(part, "MechanicalPart", "P"), "DT", "/w/" + number + ".txt");
+    }
+    CATListValCATUnicodeString names, files;
+    CATListPtrCATIProduct products;
+    EXPECT_EQ(VornToolsCommon::getAllProductsAndDesignTablesNames(top.get(), nullptr, 1, names, products, files), S_OK);
+    for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
+    EXPECT_EQ(names.Size(), kParts + 1);
+    EXPECT_EQ(files.Size(), kParts);
+}
+
 TEST_F(DesignTablesTest, SelectedTablesAndProductsAreListedOnce) {
     const auto top = session().product(path("R.CATProduct"));
     const auto instance = top.root().add(bolt, "Bolt.1");
