@@ -3,6 +3,7 @@
 #include "CATCafCenterGraph.h"
 #include "CATDocument.h"
 #include "CATMsgCatalog.h"
+#include "embedded/DesignTableObjects.h"
 
 #include <algorithm>
 
@@ -51,6 +52,11 @@ PathElementObject::Entry PathElementObject::entryOf(const SelectionPath::Item& i
         item.shown.get(); // may be called without a reference from now on
         return entry(item.shown.object());
     case SelectionPath::Item::Kind::document: return entry(item.opened.object());
+    case SelectionPath::Item::Kind::designTable: {
+        DesignTableObject* const table = DesignTablesData::get().find(item.opened.object(), item.type);
+        if (table) table->pin();
+        return entry(table);
+    }
     case SelectionPath::Item::Kind::feature:
         m_features.push_back(std::make_unique<FeatureObject>(item.type));
         return entry(m_features.back().get());

@@ -44,12 +44,13 @@ const ExtensionOf<ProductObject, ProductNode> known;
 CATICkeParm_var handleOf(ParameterObject& parameter) { return CATICkeParm_var(static_cast<CATICkeParm*>(&parameter)); }
 
 void collectBelow(const Node& node, const IID& iid, bool all, std::vector<Node*>& found) {
-    const Attribute* const children = node.children();
-    if (!children) return;
-    for (Node* const child : children->objects) {
-        if (child->responds(iid)) found.push_back(child);
-        if (all) collectBelow(*child, iid, all, found);
-    }
+    if (const Attribute* const children = node.children())
+        for (Node* const child : children->objects) {
+            if (child->responds(iid)) found.push_back(child);
+            if (all) collectBelow(*child, iid, all, found);
+        }
+    for (Node* const relation : node.relations)
+        if (relation->responds(iid)) found.push_back(relation);
 }
 
 } // namespace
@@ -260,17 +261,20 @@ std::string ContainerObject::objectName() const { return "container of " + m_doc
 CATLONG32 ContainerObject::ListMembersHere(const CATIdent iInterfaceID, SEQUENCE(CATBaseUnknown_ptr) & ioMembers) {
     const IID* const iid = interfaceNamed(iInterfaceID);
     if (failing("CATIContainer::ListMembersHere") || !iid) return 0;
+    const auto members = KnowledgeData::get().members.find(&m_document);
+    if (members == KnowledgeData::get().members.end()) return 0;
     CATLONG32 count = 0;
     const auto add = [&](Node& node) {
-        if (node.document() != &m_document || !node.responds(*iid)) return;
+        if (!node.responds(*iid)) return;
         CATBaseUnknown* const member = node.specObject();
         member->AddRef();
         ioMembers[ioMembers.length()] = member;
         ++count;
     };
-    for (const auto& feature : KnowledgeData::get().features) add(*feature);
-    for (const auto& parameter : KnowledgeData::get().parameters)
+    for (Node* const feature : members->second.features) add(*feature);
+    for (Node* const parameter : members->second.parameters)
         if (parameter->parent) add(*parameter);
+    for (Node* const relation : members->second.relations) add(*relation);
     return count;
 }
 
@@ -325,6 +329,22 @@ void ContainerObject::SetAlias(const CATUnicodeString& iAlias) {
     if (!failing("CATIAlias::SetAlias")) m_alias = toBytes(iAlias);
 }
 
+LentParameters::LentParameters(std::vector<ParameterObject*> parameters)
+    : m_parameters(std::move(parameters)), m_list(std::make_unique<CATListValCATBaseUnknown_var>()) {
+    --Accounting::get().live().lists;
+    for (ParameterObject* const parameter : m_parameters) {
+        parameter->pin();
+        m_list->Append(CATBaseUnknown_var(static_cast<CATICkeParm*>(parameter)));
+        parameter->Release();
+    }
+}
+
+LentParameters::~LentParameters() {
+    for (ParameterObject* const parameter : m_parameters) parameter->AddRef();
+    m_list.reset();
+    ++Accounting::get().live().lists;
+}
+
 KnowledgeData::KnowledgeData(SessionData& sessionData) : session(sessionData), types(makeTypes()) {}
 
 KnowledgeData& KnowledgeData::get() { return Session::current().data().part<KnowledgeData>(); }
@@ -338,18 +358,32 @@ ContainerObject& KnowledgeData::container(DocumentObject& document) {
 FeatureNode& KnowledgeData::newFeature(DocumentObject& document, const std::string& featureType,
                                        const std::string& name) {
     features.push_back(std::make_unique<FeatureNode>(document, featureType, name));
+    members[&document].features.push_back(features.back().get());
     return *features.back();
 }
 
 FeatureNode& KnowledgeData::feature(DocumentObject& document, const std::string& featureType, const std::string& name) {
     FeatureNode*& root = roots[{&document, featureType}];
     if (!root) root = &newFeature(document, featureType, name);
+    if (root->implied) root->rename(name);
+    root->implied = false;
+    return *root;
+}
+
+FeatureNode& KnowledgeData::impliedFeature(DocumentObject& document, const std::string& featureType,
+                                           const std::string& name) {
+    FeatureNode*& root = roots[{&document, featureType}];
+    if (!root) {
+        root = &newFeature(document, featureType, name);
+        root->implied = true;
+    }
     return *root;
 }
 
 ParameterObject& KnowledgeData::newParameter(DocumentObject& document, const std::string& typeName,
                                              const std::string& role) {
     parameters.push_back(std::make_unique<ParameterObject>(document, *type(typeName), role));
+    members[&document].parameters.push_back(parameters.back().get());
     return *parameters.back();
 }
 
@@ -359,6 +393,12 @@ FeatureNode& KnowledgeData::userProperties(ProductNode& reference) {
         reference.userProperties->parent = &reference;
     }
     return *reference.userProperties;
+}
+
+void KnowledgeData::addRelation(Node& parent, Node& relation) {
+    relation.parent = &parent;
+    parent.relations.push_back(&relation);
+    members[relation.document()].relations.push_back(&relation);
 }
 
 TypeObject* KnowledgeData::type(const std::string& name) const {

@@ -19,6 +19,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace embedded {
@@ -103,6 +104,8 @@ public:
     Node* parent = nullptr;
     int redraws = 0;
     std::vector<std::unique_ptr<Attribute>> attributes;
+    /** Relations that stand below this object; other topics make and keep them. */
+    std::vector<Node*> relations;
 
 protected:
     Node() = default;
@@ -269,6 +272,8 @@ public:
     void SetUserAccess(const CATICkeNaming::UserAccessMode iMode) override;
 
     CATICkeNaming::UserAccessMode access = CATICkeNaming::ReadWrite;
+    /** Every document of the kind has the feature: nothing to keep until somebody names it or puts something below. */
+    bool implied = false;
 
 protected:
     bool answers(const IID& iid) const override;
@@ -422,6 +427,28 @@ private:
     bool answers(const IID& iid) const override;
 };
 
+/** Parameters in a list that stays the platform's own: whoever is shown it holds none of them. */
+class LentParameters {
+public:
+    explicit LentParameters(std::vector<ParameterObject*> parameters);
+    ~LentParameters();
+    LentParameters(const LentParameters&) = delete;
+    LentParameters& operator=(const LentParameters&) = delete;
+
+    CATCkeListOfParm list() { return m_list.get(); }
+
+private:
+    const std::vector<ParameterObject*> m_parameters;
+    std::unique_ptr<CATListValCATBaseUnknown_var> m_list;
+};
+
+/** What is stored in a document, so that the size of the session does not count. */
+struct DocumentMembers {
+    std::vector<Node*> features;
+    std::vector<Node*> parameters; ///< those that stand nowhere, too
+    std::vector<Node*> relations;
+};
+
 /** Everything of this topic that the session owns. */
 class KnowledgeData final : public SessionPart {
 public:
@@ -434,16 +461,22 @@ public:
     ContainerObject& container(DocumentObject& document);
     /** The feature of a kind in a document, made on first use; none but the given name's first maker names it. */
     FeatureNode& feature(DocumentObject& document, const std::string& type, const std::string& name);
+    /** The same for a feature that every document of the kind has. */
+    FeatureNode& impliedFeature(DocumentObject& document, const std::string& type, const std::string& name);
     FeatureNode& newFeature(DocumentObject& document, const std::string& type, const std::string& name);
     ParameterObject& newParameter(DocumentObject& document, const std::string& type, const std::string& role);
     FeatureNode& userProperties(ProductNode& reference);
     TypeObject* type(const std::string& name) const;
+    /** Puts a relation that somebody else keeps as long as the session lives below an object. */
+    void addRelation(Node& parent, Node& relation);
 
     SessionData& session;
     std::vector<std::unique_ptr<TypeObject>> types;
     std::vector<std::unique_ptr<FeatureNode>> features;
     std::vector<std::unique_ptr<ParameterObject>> parameters;
+    std::vector<std::unique_ptr<LentParameters>> lent; ///< gone before the parameters
     std::map<DocumentObject*, std::unique_ptr<ContainerObject>> containers;
+    std::unordered_map<const DocumentObject*, DocumentMembers> members;
     std::map<std::pair<DocumentObject*, std::string>, FeatureNode*> roots; ///< by document and type
     std::vector<std::string> logLines;
 };

@@ -162,7 +162,11 @@ Json writeAll(const KnowledgeData& data) {
     for (const auto& type : data.types)
         if (type->isMagnitude() && !type->isUsual()) json["units"][type->name()] = type->current().symbol();
     std::map<std::pair<std::string, std::string>, const FeatureNode*> roots;
-    for (const auto& root : data.roots) roots[{root.first.first->name(), root.first.second}] = root.second;
+    for (const auto& root : data.roots) {
+        const FeatureNode& feature = *root.second;
+        if (feature.implied && feature.attributes.empty() && feature.relations.empty()) continue;
+        roots[{root.first.first->name(), root.first.second}] = &feature;
+    }
     for (const auto& root : roots) {
         Json feature{{"document", root.first.first}, {"type", root.first.second}, {"name", root.second->displayName()}};
         writeAttributes(feature, *root.second);

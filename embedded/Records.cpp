@@ -11,7 +11,7 @@ constexpr std::string_view kOpening = "> ";
 constexpr std::string_view kClosing = "< ";
 constexpr int kNoCode = -1;
 /** Most lines fit into this much at the first attempt. */
-constexpr std::size_t kUsualLine = 256;
+constexpr std::size_t kUsualLine = 640;
 
 bool isMessage(std::string_view line) {
     return line.substr(0, kOpening.size()) != kOpening && line.substr(0, kClosing.size()) != kClosing;

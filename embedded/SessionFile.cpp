@@ -581,10 +581,10 @@ Json placeOf(const Product& product) {
     return json;
 }
 
-SessionSection::SessionSection(const char* sectionKey, Read readSection, Write writeSection)
-    : key(sectionKey), read(readSection), write(writeSection) {
+SessionSection::SessionSection(const char* sectionKey, Read readSection, Write writeSection, int sectionRank)
+    : key(sectionKey), read(readSection), write(writeSection), rank(sectionRank) {
     const auto after = [](const SessionSection* left, const SessionSection* right) {
-        return std::strcmp(left->key, right->key) < 0;
+        return left->rank != right->rank ? left->rank < right->rank : std::strcmp(left->key, right->key) < 0;
     };
     sections().insert(std::upper_bound(sections().begin(), sections().end(), this, after), this);
 }

@@ -43,14 +43,15 @@ struct SaveFault {
 };
 
 /** One topic's member of a session file. Stands in a source file as a static object; they are read and written in the
- * order of their keys, behind "environment" and "documents". */
+ * order of their ranks and keys, behind "environment" and "documents". */
 class SessionSection {
 public:
     using Read = void (*)(const JsonField& field, const SectionReader& reader);
     /** Null when there is nothing to write. */
     using Write = Json (*)(Session& session);
 
-    SessionSection(const char* key, Read read, Write write);
+    /** @param rank above that of every section whose objects this one names */
+    SessionSection(const char* key, Read read, Write write, int rank = 0);
 
     static const SessionSection* find(const std::string& key);
     static const std::vector<const SessionSection*>& all();
@@ -58,6 +59,7 @@ public:
     const char* const key;
     const Read read;
     const Write write;
+    const int rank;
 };
 
 } // namespace embedded

@@ -12,8 +12,11 @@
 #include <string>
 #else
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 #endif
 
@@ -88,6 +91,40 @@ void SystemFile::close() {
     --Accounting::get().live().files;
 }
 
+bool copyFileOnDisk(std::string_view source, std::string_view target) {
+    const std::wstring from = wideName(source);
+    const std::wstring to = wideName(target);
+    return !from.empty() && !to.empty() && CopyFileW(from.c_str(), to.c_str(), FALSE);
+}
+
+bool cutFileOnDisk(std::string_view name, long long size) {
+    const std::wstring wide = wideName(name);
+    if (wide.empty()) return false;
+    const HANDLE handle = CreateFileW(wide.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) return false;
+    LARGE_INTEGER end;
+    end.QuadPart = size;
+    const bool cut = SetFilePointerEx(handle, end, nullptr, FILE_BEGIN) && SetEndOfFile(handle);
+    CloseHandle(handle);
+    return cut;
+}
+
+bool renameFileOnDisk(std::string_view name, std::string_view newName) {
+    const std::wstring from = wideName(name);
+    const std::wstring to = wideName(newName);
+    return !from.empty() && !to.empty() && MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING);
+}
+
+bool deleteFileOnDisk(std::string_view name) {
+    const std::wstring wide = wideName(name);
+    const DWORD attributes = wide.empty() ? INVALID_FILE_ATTRIBUTES : GetFileAttributesW(wide.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return false;
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) SetFileAttributesW(wide.c_str(), FILE_ATTRIBUTE_NORMAL);
+    if (DeleteFileW(wide.c_str())) return true;
+    SetFileAttributesW(wide.c_str(), attributes);
+    return false;
+}
+
 const char* systemSeparator() { return "\\"; }
 
 #else
@@ -125,6 +162,30 @@ void SystemFile::close() {
     m_handle = -1;
     --Accounting::get().live().files;
 }
+
+bool copyFileOnDisk(std::string_view source, std::string_view target) {
+    FileFacts facts;
+    if (!isPossibleName(target) || !examineFile(source, facts) || !facts.isFile) return false;
+    std::error_code error;
+    const std::filesystem::path from(source);
+    const std::filesystem::path to(target);
+    std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, error);
+    if (error) return false;
+    std::filesystem::last_write_time(to, std::filesystem::last_write_time(from, error), error);
+    return !error;
+}
+
+bool cutFileOnDisk(std::string_view name, long long size) {
+    return isPossibleName(name) && ::truncate(name.data(), static_cast<off_t>(size)) == 0;
+}
+
+bool renameFileOnDisk(std::string_view name, std::string_view newName) {
+    FileFacts facts;
+    return isPossibleName(newName) && examineFile(name, facts) && facts.isFile &&
+           std::rename(name.data(), newName.data()) == 0;
+}
+
+bool deleteFileOnDisk(std::string_view name) { return isPossibleName(name) && ::unlink(name.data()) == 0; }
 
 const char* systemSeparator() { return "/"; }
 

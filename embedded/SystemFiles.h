@@ -39,6 +39,15 @@ private:
 #endif
 };
 
+/** Copies a file with its date, replacing a file of the target's name. A copy that fails may leave a part. */
+bool copyFileOnDisk(std::string_view source, std::string_view target);
+/** Shortens a file. */
+bool cutFileOnDisk(std::string_view name, long long size);
+/** Renames a file, replacing a file of the new name in one step. */
+bool renameFileOnDisk(std::string_view name, std::string_view newName);
+/** Deletes a file, read-only or not; a folder stays. */
+bool deleteFileOnDisk(std::string_view name);
+
 /** The system's separator. */
 const char* systemSeparator();
 

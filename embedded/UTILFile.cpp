@@ -198,6 +198,21 @@ unsigned char UTILFile::isACATPart(const CATUnicodeString& iExtension) {
     return iExtension.Compare(part) != 0 ? 1 : 0;
 }
 
+unsigned char UTILFile::isACATDrawing(const CATUnicodeString& iExtension) {
+    static const CATUnicodeString drawing("CATDrawing");
+    return iExtension.Compare(drawing) != 0 ? 1 : 0;
+}
+
+unsigned char UTILFile::isACATProcess(const CATUnicodeString& iExtension) {
+    static const CATUnicodeString process("CATProcess");
+    return iExtension.Compare(process) != 0 ? 1 : 0;
+}
+
+unsigned char UTILFile::isACATAnalysis(const CATUnicodeString& iExtension) {
+    static const CATUnicodeString analysis("CATAnalysis");
+    return iExtension.Compare(analysis) != 0 ? 1 : 0;
+}
+
 HRESULT UTILFile::getFileSize(const CATUnicodeString& iFileName, long long& oSize) {
     constexpr long long staleSize = 4711;
     oSize = 0;
@@ -213,6 +228,28 @@ int UTILFile::getLastModificationDateOnFile(const CATUnicodeString& iFileName) {
     FileFacts facts;
     if (fails("UTILFile::getLastModificationDateOnFile") || !examineFile(bytesOf(iFileName), facts)) return -1;
     return static_cast<int>(static_cast<std::uint32_t>(facts.changed));
+}
+
+HRESULT UTILFile::copyFile(const CATUnicodeString& iSource, const CATUnicodeString& iTarget) {
+    const FaultFlavour flavour = Failures::get().ask("UTILFile::copyFile");
+    if (flavour == FaultFlavour::code) return E_FAIL;
+    if (!copyFileOnDisk(bytesOf(iSource), bytesOf(iTarget))) return E_FAIL;
+    if (flavour == FaultFlavour::none) return S_OK;
+    // The disk got full half way; not every caller is told.
+    FileFacts facts;
+    examineFile(bytesOf(iTarget), facts);
+    cutFileOnDisk(bytesOf(iTarget), facts.size / 2);
+    return flavour == FaultFlavour::codeWithOutput ? E_FAIL : S_OK;
+}
+
+HRESULT UTILFile::renameFile(const CATUnicodeString& iFileName, const CATUnicodeString& iNewName) {
+    if (fails("UTILFile::renameFile")) return E_FAIL;
+    return renameFileOnDisk(bytesOf(iFileName), bytesOf(iNewName)) ? S_OK : E_FAIL;
+}
+
+HRESULT UTILFile::deleteFile(const CATUnicodeString& iFileName) {
+    if (fails("UTILFile::deleteFile")) return E_FAIL;
+    return deleteFileOnDisk(bytesOf(iFileName)) ? S_OK : E_FAIL;
 }
 
 unsigned char UTILFile::filesAreEqual(const CATUnicodeString& iFirst, const CATUnicodeString& iSecond) {

@@ -129,10 +129,14 @@ Json writeWindows(Session& session) {
 
 // What is selected.
 
+constexpr int kRankBehindDesignTables = 2;
+
 void readItem(const JsonField& field, const SectionReader& reader, SelectionPath& path) {
-    field.expectKeys({"product", "document", "feature", "object", "derived"});
+    field.expectKeys({"product", "document", "feature", "object", "derived", "design_table"});
     if (const auto product = field.optional("product"))
         path.product(reader.place(*product));
+    else if (const auto table = field.optional("design_table"))
+        path.designTable(reader.document(field.required("document")), table->text());
     else if (const auto document = field.optional("document"))
         path.document(reader.document(*document));
     else if (const auto feature = field.optional("feature"))
@@ -165,6 +169,8 @@ Json writeItem(const SelectionPath::Item& item) {
     using Kind = SelectionPath::Item::Kind;
     if (item.kind == Kind::product) return Json{{"product", placeOf(item.shown)}};
     if (item.kind == Kind::document) return Json{{"document", checkedText(item.opened.name())}};
+    if (item.kind == Kind::designTable)
+        return Json{{"design_table", checkedText(item.type)}, {"document", checkedText(item.opened.name())}};
     Json object{{item.kind == Kind::feature ? "feature" : "object", checkedText(item.type)}};
     if (!item.derived.empty()) object["derived"] = checkedText(item.derived);
     return object;
@@ -187,7 +193,7 @@ Json writeSelection(Session& session) {
 }
 
 const SessionSection frameSection("frame", &readFrame, &writeFrame);
-const SessionSection selectionSection("selection", &readSelection, &writeSelection);
+const SessionSection selectionSection("selection", &readSelection, &writeSelection, kRankBehindDesignTables);
 const SessionSection windowsSection("windows", &readWindows, &writeWindows);
 
 } // namespace

@@ -55,6 +55,11 @@ SelectionPath& SelectionPath::object(const std::string& type, const std::string&
     return *this;
 }
 
+SelectionPath& SelectionPath::designTable(const Document& document, const std::string& name) {
+    m_items.push_back({Item::Kind::designTable, Product(), document, name, {}});
+    return *this;
+}
+
 Windows Windows::current() { return Windows(FrameData::get()); }
 
 Window Windows::open(const Document& document, WindowKind kind) {

@@ -12,12 +12,19 @@ class CATDocument;
 class CATFrmWindow;
 class CATIADocument;
 class CATICkeParm_var;
+class CATICkeSheet_var;
+class CATIDesignTable;
 class CATIDrawing;
+class CATIParmPublisher;
 class CATIProduct;
+class CATISpecObject_var;
 class CATListPtrCATBaseUnknown;
 class CATListPtrCATDocument;
+class CATListPtrCATIProduct;
 class CATListValCATISpecObject_var;
 class CATPathElement;
+class CATRawCollint;
+class TYPMapCATUnicodeStringPVoid;
 class TYPVectorCATUnicodeString;
 class VornCache;
 class VornToolsString;
@@ -105,6 +112,22 @@ public:
      * recorded. @return the code of reading it */
     static HRESULT isDesignTableInfoInDatFile(CATUnicodeString i_file_name, CATDocument* ip_document,
                                               unsigned char& o_is_design_table);
+    /**
+     * Checksums of the configurations of a document's design table (see docs/checksums.md).
+     * @param iop_sheets, iop_configurations sheet and configuration of each entry, decimal numbers from 1
+     * @param iop_checksums empty: a checksum is appended for each entry, an empty one where the sheet or its cells
+     * cannot be read, none where a file without sheets is asked for another one than 1. Not empty: parallel to the
+     * other two; each "ERROR" is replaced, and entries whose sheet or cells cannot be read leave all three lists
+     * @param o_found whether the document has a design table with that file. Sheet and configuration of the table and
+     * the bytes of its file are afterwards what they were
+     * @return always S_OK. A null list is reported; lists stay as they were, journalled, where the file cannot be
+     * protected by a copy or the table does not show its sheet
+     */
+    static HRESULT calculateCheckSums(CATDocument* ip_document, CATUnicodeString i_design_table_file,
+                                      VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
+                                      CATListValCATUnicodeString*& iop_sheets,
+                                      CATListValCATUnicodeString*& iop_configurations,
+                                      CATListValCATUnicodeString*& iop_checksums, unsigned char& o_found);
     /** Identifier of this session, made on first demand; the same until the library is unloaded. */
     static CATUnicodeString getCATIA_UUID();
     /** Identifier of a document; "0_0_0_0" for none. @return E_FAIL when the document has no descriptor */
@@ -377,14 +400,104 @@ public:
     /** The parameters of a drawing, at any depth. @param ipi_drawing the drawing of the document */
     static HRESULT getDrawingParameters(CATDocument* ip_document, CATIDrawing* ipi_drawing,
                                         CATListValCATISpecObject_var& o_parameters);
+    // Design tables ---------------------------------------------------------------------------------------------------
+
+    // A part is read in design mode: its root product is switched there, through the switcher when one is given, and
+    // back afterwards. i_switch_flag 1 switches also while the switcher is disabled.
+
+    /** Appends a document's design tables. Where they are looked for depends on the suffix of the document's name: that
+     * of an analysis, a process, a part, a product or a drawing; other documents have none.
+     * @return S_OK also without a table; E_FAIL, reported, when the document does not lead to them */
+    static HRESULT getDesignTableList(CATDocument* ip_document, VornToolsSwitchMgt* ip_switcher,
+                                      unsigned char i_switch_flag, CATListValCATISpecObject_var* iop_design_tables);
+    /** Appends the tables that stand directly in a set below the analysis. */
+    static HRESULT getDesignTableInAnalysisDocument(CATDocument* ip_document,
+                                                    CATListValCATISpecObject_var* iop_design_tables);
+    /** Appends the tables that stand directly in a set below the first process; none without a process is reported. */
+    static HRESULT getDesignTableInProcessDocument(CATDocument* ip_document,
+                                                   CATListValCATISpecObject_var* iop_design_tables);
+    /** Appends the tables among the part's relations, at any depth. */
+    static HRESULT getDesignTableInPartDocument(CATDocument* ip_document, VornToolsSwitchMgt* ip_switcher,
+                                                unsigned char i_switch_flag,
+                                                CATListValCATISpecObject_var* iop_design_tables);
+    /** Full name of a table's file as automation tells it; it may be a logical name. */
+    static HRESULT getDesignTableFullFilename(CATIDesignTable* ipi_design_table, CATUnicodeString& o_full_file_name);
+    /** The name property of a table's automation object. */
+    static HRESULT getDesignTableNameProperty(CATIDesignTable* ipi_design_table, CATUnicodeString& o_name);
+    /** A table's own name: the one that users see in the tree. */
+    static HRESULT getDesignTableName(CATIDesignTable* ipi_design_table, CATUnicodeString& o_name);
+    /** Seven parallel lists, one entry a design table that could be read; see readDesignTableInformation. For products
+     * and other documents without a place of their own for tables, the files of the parts whose parameters a table sets
+     * are told, too.
+     * @return S_OK also without a table; E_FAIL, reported, when the document does not lead to them */
+    static HRESULT getDesignTableSheet(CATDocument* ip_document, VornToolsSwitchMgt* ip_switcher,
+                                       unsigned char i_switch_flag, CATListValCATUnicodeString& o_file_paths,
+                                       CATListValCATUnicodeString& o_file_names, CATRawCollint& o_sheets,
+                                       CATRawCollint& o_configurations,
+                                       CATListValCATUnicodeString& o_configuration_texts,
+                                       CATListValCATUnicodeString& o_associated_files,
+                                       CATListValCATUnicodeString& o_names);
+    /**
+     * What the PDM has to know of a design table.
+     * @param i_document_name its document, for the journal in debug mode
+     * @param ip_part_number_to_file_name part number to file name (new CATUnicodeString, class "CATUnicodeString");
+     * null leaves the associated files empty
+     * @param o_file_path path on disk. @param o_file_name without directory and extension
+     * @param o_sheet current sheet, from 1; 1 for a text file. @param o_configuration current one, from 1
+     * @param o_configuration_text checksum of the current configuration's values
+     * @param o_associated_files file of each part that the table sets a parameter of, "!!!" in front of each
+     * @param o_name empty when the table has none
+     * @return E_FAIL, outputs empty, when the file is not there or the table does not tell its file, sheet or
+     * configuration
+     */
+    static HRESULT readDesignTableInformation(CATISpecObject_var isp_design_table, CATUnicodeString i_document_name,
+                                              TYPMapCATUnicodeStringPVoid* ip_part_number_to_file_name,
+                                              CATUnicodeString& o_file_path, CATUnicodeString& o_file_name,
+                                              int& o_sheet, int& o_configuration,
+                                              CATUnicodeString& o_configuration_text,
+                                              CATUnicodeString& o_associated_files, CATUnicodeString& o_name);
+    /** Whether a file is one of design tables: suffix "txt", "xls", "xlsx" or "xlsm", letter case included. @param
+     * i_extension the suffix; empty: what stands behind the file name's last dot */
+    static unsigned char isACatdesigntable(CATUnicodeString i_file_name, CATUnicodeString i_extension);
+    /**
+     * The documents that an assembly shows, at every level, each once: full file names and parallel products; a
+     * component is named by its product path. Other documents have none.
+     * @param i_with_design_tables 1: also the files of all these documents' design tables, each once
+     * @param o_products each carries a reference for the caller
+     */
+    static HRESULT getAllProductsAndDesignTablesNames(CATDocument* ip_activ_document, VornToolsSwitchMgt* ip_switcher,
+                                                      unsigned char i_with_design_tables,
+                                                      CATListValCATUnicodeString& o_file_names,
+                                                      CATListPtrCATIProduct& o_products,
+                                                      CATListValCATUnicodeString& o_design_table_files);
+    /** The files of selected design tables, and the products of all other selected objects; each once.
+     * @param o_products each pointer is a CATIProduct and carries a reference for the caller
+     * @return E_FAIL, unreported, without an editor or its selection */
+    static HRESULT getSelectedProductsAndDesignTables(CATListPtrCATBaseUnknown& o_products,
+                                                      CATListValCATUnicodeString& o_design_table_files);
 
 private:
     friend struct VornToolsCommonTestAccess;
+
+    /** The design tables that stand directly in the sets below a publisher. */
+    static HRESULT getDirectDesignTablesChildren(CATIParmPublisher* ipi_publisher,
+                                                 CATListValCATISpecObject_var& o_design_tables);
+    /** The first of a document's design tables with a file; names are compared as names of files.
+     * @param opi_design_table with a reference for the caller; null when there is none. @return 1 when found */
+    static unsigned char getDesignTable(CATDocument* ip_document, CATUnicodeString i_full_file_name,
+                                        VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
+                                        CATIDesignTable*& opi_design_table);
+    /** Texts of a configuration's cells, one a parameter that the table sets, one behind the other. */
+    static CATUnicodeString getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration);
+    /** Has a sheet read its file again. @return E_FAIL when it cannot, or for a null sheet */
+    static HRESULT updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet);
 
     /** A new description from an old one: value "BrokenIcon" marks it, an empty value removes the identity, any other
      * value is the identity to set. @param i_mode 0 sets it, else it also removes the markers */
     static HRESULT processInstanceDescription(CATUnicodeString i_value, CATUnicodeString& io_description,
                                               unsigned char i_mode);
+
+    class CheckSums;
 };
 
 #endif

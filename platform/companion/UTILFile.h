@@ -43,10 +43,23 @@ public:
     static unsigned char isACATProduct(const CATUnicodeString& iExtension);
     /** 1 when an extension is that of a part document, letter case ignored. */
     static unsigned char isACATPart(const CATUnicodeString& iExtension);
+    /** The same for drawings, processes and analyses. */
+    static unsigned char isACATDrawing(const CATUnicodeString& iExtension);
+    static unsigned char isACATProcess(const CATUnicodeString& iExtension);
+    static unsigned char isACATAnalysis(const CATUnicodeString& iExtension);
     /** @param oSize bytes; 0 on failure. @return S_OK; E_FAIL when there is no such file. */
     static HRESULT getFileSize(const CATUnicodeString& iFileName, long long& oSize);
     /** Seconds since 1970 of the last change, truncated to 32 bits; -1 when the file cannot be examined. */
     static int getLastModificationDateOnFile(const CATUnicodeString& iFileName);
+    /** Copies a file byte for byte with its date. A file of the target's name is replaced, its folder must be there.
+     * @return S_OK; E_FAIL when the target is not complete: it may then be a part of the source */
+    static HRESULT copyFile(const CATUnicodeString& iSource, const CATUnicodeString& iTarget);
+    /** Gives a file another name on the same volume. A file of that name is replaced in one step: whoever fails leaves
+     * both as they were. @return S_OK or E_FAIL */
+    static HRESULT renameFile(const CATUnicodeString& iFileName, const CATUnicodeString& iNewName);
+    /** Deletes a file, read-only or not; a folder stays. @return S_OK; E_FAIL when there is no such file, or it is
+     * still there */
+    static HRESULT deleteFile(const CATUnicodeString& iFileName);
 
 private:
     struct OpenFile;

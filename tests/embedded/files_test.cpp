@@ -4,6 +4,8 @@
 #include "UTILTime.h"
 #include "tests/support/Fixture.h"
 
+#include <fstream>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -14,6 +16,10 @@ std::string bytes(const CATUnicodeString& text) {
 
 class FilesTest : public PlatformTest {
 protected:
+    std::string read(const std::string& name) {
+        std::ifstream file(std::filesystem::u8path(name), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }
     Texts linesOf(const std::string& name) {
         UTILFile file;
         if (file.open(name.c_str(), "r") != S_OK) return {"(not opened)"};
@@ -191,6 +197,52 @@ TEST_F(FilesTest, FaultsFollowTheirFlavour) {
         EXPECT_EQ(file.readLine(line), c.next);
         EXPECT_EQ(embedded::Failures::get().firedAt(), "UTILFile::readLine");
         embedded::Failures::get().disarm();
+    }
+}
+
+TEST_F(FilesTest, FilesAreCopiedRenamedAndDeletedWhole) {
+    const std::string name = write("data.bin", std::string("1\r\n\0\x1A", 5));
+    const std::string target = write("copy.bin", "something longer");
+    const std::string nowhere = path("missing") + "/x";
+    touch("data.bin", 1500000000);
+    EXPECT_EQ(UTILFile::copyFile(name.c_str(), target.c_str()), S_OK);
+    EXPECT_EQ(read(target), read(name));
+    EXPECT_EQ(UTILFile::getLastModificationDateOnFile(target.c_str()), 1500000000);
+    EXPECT_EQ(UTILFile::copyFile(name.c_str(), nowhere.c_str()), E_FAIL);
+    EXPECT_EQ(UTILFile::copyFile(nowhere.c_str(), target.c_str()), E_FAIL);
+    EXPECT_EQ(UTILFile::renameFile(nowhere.c_str(), target.c_str()), E_FAIL);
+    EXPECT_EQ(read(target), read(name));
+
+    write("new.bin", "new");
+    EXPECT_EQ(UTILFile::renameFile(path("new.bin").c_str(), target.c_str()), S_OK);
+    EXPECT_EQ(read(target), "new");
+    EXPECT_EQ(UTILFile::existingFile(path("new.bin").c_str()), 0);
+
+    std::filesystem::permissions(target, std::filesystem::perms::owner_read);
+    EXPECT_EQ(UTILFile::deleteFile(target.c_str()), S_OK);
+    EXPECT_EQ(UTILFile::deleteFile(target.c_str()), E_FAIL);
+    std::filesystem::create_directory(folder() / "place");
+    EXPECT_EQ(UTILFile::deleteFile(path("place").c_str()), E_FAIL);
+    EXPECT_TRUE(std::filesystem::is_directory(folder() / "place"));
+}
+
+TEST_F(FilesTest, ACopyThatFailsMayLeaveAPart) {
+    using embedded::FaultFlavour;
+    const std::string name = write("data.txt", "123456");
+    const struct {
+        FaultFlavour flavour;
+        HRESULT result;
+        const char* content;
+    } cases[] = {{FaultFlavour::code, E_FAIL, "old"},
+                 {FaultFlavour::codeWithOutput, E_FAIL, "123"},
+                 {FaultFlavour::shortRead, S_OK, "123"},
+                 {FaultFlavour::nullOutput, S_OK, "123"}};
+    for (const auto& c : cases) {
+        const std::string target = write("copy.txt", "old");
+        embedded::Failures::get().arm(1, false, c.flavour);
+        EXPECT_EQ(UTILFile::copyFile(name.c_str(), target.c_str()), c.result);
+        embedded::Failures::get().disarm();
+        EXPECT_EQ(read(target), c.content);
     }
 }
 

@@ -55,11 +55,11 @@ private:
 class ExportedByCatia SelectionPath {
 public:
     struct Item {
-        enum class Kind { product, document, feature, object };
+        enum class Kind { product, document, feature, object, designTable };
         Kind kind;
         Product shown;       ///< of Kind::product
-        Document opened;     ///< of Kind::document
-        std::string type;    ///< class name, of Kind::feature and Kind::object
+        Document opened;     ///< of Kind::document and Kind::designTable
+        std::string type;    ///< class name, of Kind::feature and Kind::object; name of a design table
         std::string derived; ///< class that the type is a kind of; may be empty
     };
 
@@ -74,6 +74,8 @@ public:
     SelectionPath& feature(const std::string& type);
     /** Any other object. @param derived class that the type derives from; may be empty */
     SelectionPath& object(const std::string& type, const std::string& derived = {});
+    /** The first design table of that name in a document. */
+    SelectionPath& designTable(const Document& document, const std::string& name);
 
     const std::vector<Item>& items() const { return m_items; }
 

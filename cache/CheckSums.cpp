@@ -1,0 +1,204 @@
+#include "VornToolsCommon.h"
+
+#include "cache/FileBackup.h"
+#include "foundation/InterfaceIds.h"
+#include "foundation/InterfacePtr.h"
+#include "foundation/JournalFrame.h"
+#include "foundation/Md5.h"
+#include "properties/ConfigurationText.h"
+
+#include "CATICkeOleSheet.h"
+#include "CATIDesignTable.h"
+#include "ENVManager.h"
+#include "UTILDLName.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+
+using namespace vorntools;
+
+namespace {
+
+/** Marks a checksum that is to be computed again. */
+constexpr const char* kToBeComputed = "ERROR";
+
+/** The decimal number at a text's beginning; 0 for none. */
+int numberOf(const CATUnicodeString& i_text) {
+    const long number = std::strtol(i_text.ConvertToChar(), nullptr, 10);
+    constexpr long least = std::numeric_limits<int>::min();
+    constexpr long most = std::numeric_limits<int>::max();
+    return static_cast<int>(std::min(std::max(number, least), most));
+}
+
+CATUnicodeString checkSumOf(const CATUnicodeString& i_text) {
+    const char* const bytes = i_text.ConvertToChar();
+    return md5Text(md5Digest(bytes, std::strlen(bytes))).data();
+}
+
+CATUnicodeString physicalName(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
+    ENVManager* const p_environment = ENVManager::getInstance();
+    if (!p_environment || !p_environment->getCATIAIsUsingDLName()) return i_name;
+    CATUnicodeString physical_name;
+    if (SUCCEEDED(UTILDLName::getPhysicalPathFromDLName(i_name, physical_name))) return physical_name;
+    i_frame.callFailed("UTILDLName::getPhysicalPathFromDLName");
+    return i_name;
+}
+
+} // namespace
+
+/** One call of calculateCheckSums on the design table that it found. */
+class VornToolsCommon::CheckSums {
+public:
+    CheckSums(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table, CATListValCATUnicodeString& io_sheets,
+              CATListValCATUnicodeString& io_configurations, CATListValCATUnicodeString& io_checksums)
+        : m_frame(i_frame), m_design_table(ipi_design_table), m_sheets(io_sheets), m_configurations(io_configurations),
+          m_checksums(io_checksums), m_is_update(io_checksums.Size() > 0) {}
+
+    /** Computes what is to be computed. Sheet, configuration and file are afterwards what they were. */
+    void calculate() {
+        CATUnicodeString file;
+        if (FAILED(getDesignTableFullFilename(m_design_table, file))) return;
+        FileBackup backup(m_frame, physicalName(m_frame, file));
+        if (!backup.make()) return;
+        const int configuration = m_design_table->ConfigurationRow();
+        if (findSheet()) {
+            refreshSheet();
+            calculateEntries();
+            giveSheetBack();
+        } else {
+            m_frame.write("%sERROR piSheet", m_frame.name());
+        }
+        giveConfigurationBack(configuration);
+        backup.restore();
+    }
+
+private:
+    /** False when the sheet, or what chooses it among those of a spreadsheet, cannot be obtained. */
+    bool findSheet() {
+        m_sheet = m_design_table->Sheet();
+        if (!m_sheet) return false;
+        void* p_found = nullptr;
+        const HRESULT code = m_sheet->QueryInterface(IID_CATICkeOleSheet, &p_found);
+        if (code == E_NOINTERFACE) return true;
+        if (FAILED(code) || !p_found) return false;
+        m_ole_sheet = InterfacePtr<CATICkeOleSheet>::adopt(static_cast<CATICkeOleSheet*>(p_found));
+        m_first = m_selected = m_ole_sheet->GetSheetIndex();
+        return m_first > 0;
+    }
+
+    void refreshSheet() {
+        CATUnicodeString old_date;
+        CATUnicodeString new_date;
+        if (m_sheet->IsFileModified(old_date, new_date) == 1) updateDesignTableCurrentSheet(m_sheet);
+        m_text = ConfigurationText(m_design_table);
+    }
+
+    /** Dropped entries give their place to the next one. Lists that are not as long as the others end the work. */
+    void calculateEntries() {
+        for (int i = 1; i <= m_sheets.Size() && i <= m_configurations.Size();) {
+            if (m_is_update && i > m_checksums.Size()) return;
+            if (calculateEntry(i)) ++i;
+        }
+    }
+
+    /** False when the entry was dropped. */
+    bool calculateEntry(int i_index) {
+        const int sheet = numberOf(m_sheets[i_index]);
+        const int configuration = numberOf(m_configurations[i_index]);
+        if (m_is_update && m_checksums[i_index] != kToBeComputed) {
+            m_frame.write("%s CkSum of config %d : No need to update", m_frame.name(), configuration);
+            return true;
+        }
+        if (m_ole_sheet && sheet != m_selected && !select(sheet)) {
+            const bool is_kept = setCheckSum(i_index, CATUnicodeString());
+            m_frame.write("%s sheet n\260%d n'existe pas", m_frame.name(), sheet);
+            return is_kept;
+        }
+        if (!m_ole_sheet && sheet != 1) {
+            m_frame.write("%s Sheet n\260%d n'existe pas", m_frame.name(), sheet);
+            return true;
+        }
+        m_frame.write("%s Sheet n\260%d existe", m_frame.name(), sheet);
+        const CATUnicodeString checksum = checkSumOfConfiguration(configuration);
+        const bool is_kept = setCheckSum(i_index, checksum);
+        m_frame.write("%s checkSum calcul\351 : %s", m_frame.name(), checksum);
+        return is_kept;
+    }
+
+    /** Empty when the cells cannot be read: no checksum is better than that of nothing. */
+    CATUnicodeString checkSumOfConfiguration(int i_configuration) const {
+        const CATUnicodeString text = m_text.read(i_configuration);
+        m_frame.write("%s String used to find CkSum : %s", m_frame.name(), text);
+        return m_text.isReadable() ? checkSumOf(text) : CATUnicodeString();
+    }
+
+    /** An entry without a checksum is dropped from lists that are updated. @return false when it was */
+    bool setCheckSum(int i_index, const CATUnicodeString& i_checksum) {
+        if (!m_is_update) {
+            m_checksums.Append(i_checksum);
+            return true;
+        }
+        if (!i_checksum.IsNull()) {
+            m_checksums[i_index] = i_checksum;
+            return true;
+        }
+        for (CATListValCATUnicodeString* const p_list : {&m_sheets, &m_configurations, &m_checksums})
+            p_list->RemovePosition(i_index);
+        return false;
+    }
+
+    /** Until a sheet's cells are there none is selected: a sheet that failed is tried again. */
+    bool select(int i_sheet) {
+        m_selected = 0;
+        m_ole_sheet->SetSheetIndex(i_sheet);
+        if (m_ole_sheet->GetSheetIndex() != i_sheet || FAILED(updateDesignTableCurrentSheet(m_sheet))) return false;
+        m_selected = i_sheet;
+        m_text = ConfigurationText(m_design_table);
+        return true;
+    }
+
+    /** Tried twice: a file that is busy for a moment must not leave the document with another sheet. */
+    void giveSheetBack() {
+        if (!m_ole_sheet || m_selected == m_first || select(m_first) || select(m_first)) return;
+        m_frame.write("%s : sheet %d cannot be selected again", m_frame.name(), m_first);
+    }
+
+    void giveConfigurationBack(int i_configuration) const {
+        if (i_configuration < 1 || m_design_table->ConfigurationRow() == i_configuration) return;
+        if (m_design_table->SetCurrentConfiguration(i_configuration) != CATIDesignTable::NoError)
+            m_frame.write("%s : configuration %d cannot be set again", m_frame.name(), i_configuration);
+    }
+
+    const JournalFrame& m_frame;
+    CATIDesignTable* const m_design_table;
+    CATListValCATUnicodeString& m_sheets;
+    CATListValCATUnicodeString& m_configurations;
+    CATListValCATUnicodeString& m_checksums;
+    const bool m_is_update;
+    CATICkeSheet_var m_sheet;
+    InterfacePtr<CATICkeOleSheet> m_ole_sheet; ///< empty for a text file, which has sheet 1 only
+    int m_first = 0;                           ///< selected when the call began
+    int m_selected = 0;                        ///< the one whose cells are read
+    ConfigurationText m_text;
+};
+
+HRESULT VornToolsCommon::calculateCheckSums(CATDocument* ip_document, CATUnicodeString i_design_table_file,
+                                            VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
+                                            CATListValCATUnicodeString*& iop_sheets,
+                                            CATListValCATUnicodeString*& iop_configurations,
+                                            CATListValCATUnicodeString*& iop_checksums, unsigned char& o_found) {
+    const JournalFrame frame(_CteCLASS_NAME, "CalculateCheckSums");
+    o_found = 0;
+    if (!iop_sheets) frame.badInput("iop_sheets");
+    if (!iop_configurations) frame.badInput("iop_configurations");
+    if (!iop_checksums) frame.badInput("iop_checksums");
+    if (!iop_sheets || !iop_configurations || !iop_checksums) return S_OK;
+    if (iop_checksums->Size() > 0) frame.write("%s Update...", frame.name());
+    CATIDesignTable* p_found = nullptr;
+    o_found = getDesignTable(ip_document, i_design_table_file, ip_switcher, i_switch_flag, p_found);
+    const auto sp_design_table = InterfacePtr<CATIDesignTable>::adopt(p_found);
+    if (o_found) CheckSums(frame, sp_design_table.get(), *iop_sheets, *iop_configurations, *iop_checksums).calculate();
+    return S_OK;
+}

@@ -1,0 +1,86 @@
+#include "cache/FileBackup.h"
+
+#include "UTILFile.h"
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace vorntools {
+
+namespace {
+
+struct CloseFile {
+    void operator()(std::FILE* ip_file) const { std::fclose(ip_file); }
+};
+using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
+
+OpenFile openBytes(const CATUnicodeString& i_name) { return OpenFile(std::fopen(i_name.ConvertToChar(), "rb")); }
+
+/** A file counts as absent when nobody sees it: one that is there would stay unprotected or be lost. */
+bool isThere(const CATUnicodeString& i_name) { return UTILFile::existingFile(i_name) || openBytes(i_name); }
+
+/** False as well when one of them cannot be read to its end. */
+bool haveSameBytes(const CATUnicodeString& i_first, const CATUnicodeString& i_second) {
+    const OpenFile sp_first = openBytes(i_first);
+    const OpenFile sp_second = openBytes(i_second);
+    if (!sp_first || !sp_second) return false;
+    std::array<char, 16384> first;
+    std::array<char, 16384> second;
+    for (;;) {
+        const std::size_t count = std::fread(first.data(), 1, first.size(), sp_first.get());
+        if (count != std::fread(second.data(), 1, second.size(), sp_second.get())) return false;
+        if (std::memcmp(first.data(), second.data(), count) != 0) return false;
+        if (count == first.size()) continue;
+        return std::ferror(sp_first.get()) == 0 && std::ferror(sp_second.get()) == 0;
+    }
+}
+
+/** Kept because earlier versions left copies under such names: four characters are the dot and the suffix "xls" or
+ * "txt", not those of "xlsx", whose copy is called "name._tmpxlsx". */
+CATUnicodeString copyNameOf(const CATUnicodeString& i_file) {
+    constexpr int end = 4;
+    const int length = i_file.GetLengthInChar();
+    const int front = length > end ? length - end : 0;
+    return i_file.SubString(0, front) + "_tmp" + i_file.SubString(front, length - front);
+}
+
+} // namespace
+
+FileBackup::FileBackup(const JournalFrame& i_frame, const CATUnicodeString& i_file)
+    : m_frame(i_frame), m_file(i_file), m_name(copyNameOf(i_file)) {}
+
+bool FileBackup::isFileAsItWas() const { return haveSameBytes(m_file, m_name); }
+
+bool FileBackup::make() {
+    if (isThere(m_name) && !isFileAsItWas()) {
+        m_frame.write("%s : %s is not replaced, it may be the only copy of %s", m_frame.name(), m_name, m_file);
+        return false;
+    }
+    m_is_made = SUCCEEDED(UTILFile::copyFile(m_file, m_name)) && isFileAsItWas();
+    if (m_is_made) return true;
+    if (!isThere(m_file)) return true;
+    m_frame.write("%s : %s cannot be copied to %s", m_frame.name(), m_file, m_name);
+    UTILFile::deleteFile(m_name);
+    return false;
+}
+
+bool FileBackup::restore() {
+    if (!m_is_made) return true;
+    m_is_made = false;
+    if (isFileAsItWas()) return dropCopy();
+    UTILFile::deleteFile(m_file);
+    if (SUCCEEDED(UTILFile::copyFile(m_name, m_file)) && isFileAsItWas()) return dropCopy();
+    // A disk without room for a second copy still lets the first one take the file's place.
+    if (SUCCEEDED(UTILFile::renameFile(m_name, m_file))) return true;
+    m_frame.write("%s : %s cannot be restored, its content is in %s", m_frame.name(), m_file, m_name);
+    return false;
+}
+
+bool FileBackup::dropCopy() {
+    if (FAILED(UTILFile::deleteFile(m_name))) m_frame.write("%s : %s cannot be deleted", m_frame.name(), m_name);
+    return true;
+}
+
+} // namespace vorntools

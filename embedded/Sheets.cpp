@@ -1,0 +1,114 @@
+#include "embedded/Sheets.h"
+
+#include "embedded/Characters.h"
+#include "embedded/SessionData.h"
+#include "embedded/SystemFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace embedded {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::string fromLatin1(std::string_view bytes) {
+    std::string text;
+    for (const char byte : bytes) appendCharacter(text, static_cast<unsigned char>(byte));
+    return text;
+}
+
+bool readLine(std::string_view line, std::size_t row, SheetBuilder& sheet) {
+    for (std::size_t column = 0;; ++column) {
+        const std::size_t end = std::min(line.find('\t'), line.size());
+        if (end > 0 && !sheet.put(row, column, std::string(line.substr(0, end)))) return false;
+        if (end == line.size()) return true;
+        line.remove_prefix(end + 1);
+    }
+}
+
+std::optional<std::string> readBytes(const std::string& file) {
+    FileFacts facts;
+    SystemFile opened;
+    if (!examineFile(file, facts) || !facts.isFile || !opened.open(file)) return std::nullopt;
+    std::string bytes;
+    std::vector<char> block(std::size_t(1) << 16U);
+    for (;;) {
+        const long count = opened.read(block.data(), block.size());
+        if (count < 0) return std::nullopt;
+        if (count == 0) return bytes;
+        bytes.append(block.data(), static_cast<std::size_t>(count));
+        if (bytes.size() > kLargestSheetFile) return std::nullopt;
+    }
+}
+
+std::string foldedSuffix(const std::string& file) {
+    std::string suffix = suffixOf(file);
+    for (char& character : suffix) character = static_cast<char>(toLower(static_cast<unsigned char>(character)));
+    return suffix;
+}
+
+} // namespace
+
+bool SheetBuilder::put(std::size_t row, std::size_t column, std::string text) {
+    const std::size_t newRows = row < m_rows.size() ? 0 : row + 1 - m_rows.size();
+    const std::size_t present = newRows > 0 ? 0 : m_rows[row].size();
+    const std::size_t newCells = column < present ? 0 : column + 1 - present;
+    if (row >= kMostCells || column >= kMostCells || m_cells + newRows + newCells > kMostCells) return false;
+    m_cells += newRows + newCells;
+    if (newRows > 0) m_rows.resize(row + 1);
+    if (newCells > 0) m_rows[row].resize(column + 1);
+    m_rows[row][column] = std::move(text);
+    return true;
+}
+
+SheetRows SheetBuilder::take() {
+    for (auto& row : m_rows)
+        while (!row.empty() && row.back().empty()) row.pop_back();
+    while (!m_rows.empty() && m_rows.back().empty()) m_rows.pop_back();
+    return std::move(m_rows);
+}
+
+std::optional<SheetRows> readTextSheet(std::string_view bytes) {
+    if (bytes.size() > kLargestSheetFile || bytes.find('\0') != std::string_view::npos) return std::nullopt;
+    std::string recoded;
+    if (!isWellFormed(bytes)) bytes = recoded = fromLatin1(bytes);
+    if (bytes.substr(0, kByteOrderMark.size()) == kByteOrderMark) bytes.remove_prefix(kByteOrderMark.size());
+    SheetBuilder sheet;
+    for (std::size_t row = 0; !bytes.empty(); ++row) {
+        const std::size_t end = std::min(bytes.find_first_of("\r\n"), bytes.size());
+        if (!readLine(bytes.substr(0, end), row, sheet)) return std::nullopt;
+        const bool isPair = bytes.substr(end, 2) == "\r\n";
+        bytes.remove_prefix(std::min(bytes.size(), end + (isPair ? 2U : 1U)));
+    }
+    SheetRows rows = sheet.take();
+    if (rows.empty()) return std::nullopt;
+    return rows;
+}
+
+bool isSpreadsheet(const std::string& file) {
+    const std::string suffix = foldedSuffix(file);
+    return suffix == "xls" || suffix == "xlsx" || suffix == "xlsm";
+}
+
+std::optional<SheetRows> readSheet(const std::string& file, int index) {
+    if (index < 1) return std::nullopt;
+    FileFacts facts;
+    if (!examineFile(file, facts) || !facts.isFile || facts.size > static_cast<long long>(kLargestSheetFile))
+        return std::nullopt;
+    if (isSpreadsheet(file)) return foldedSuffix(file) == "xls" ? readXls(file, index) : readXlsx(file, index);
+    const std::optional<std::string> bytes = readBytes(file);
+    return bytes && index == 1 ? readTextSheet(*bytes) : std::nullopt;
+}
+
+std::string cellNumber(double value) {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%.15g", value);
+    std::string result = text.data();
+    std::replace(result.begin(), result.end(), ',', '.');
+    return result;
+}
+
+} // namespace embedded

@@ -1,0 +1,79 @@
+#include "embedded/Sheets.h"
+
+#if defined(VORN_PLATFORM_XLS)
+
+#include <freexl.h>
+
+#include <memory>
+
+namespace embedded {
+
+namespace {
+
+/** An open file of the older kind, closed by its destructor. */
+class XlsFile {
+public:
+    explicit XlsFile(const std::string& file) {
+        if (freexl_open(file.c_str(), &m_handle) != FREEXL_OK) close();
+    }
+    ~XlsFile() { close(); }
+    XlsFile(const XlsFile&) = delete;
+    XlsFile& operator=(const XlsFile&) = delete;
+
+    explicit operator bool() const { return m_handle != nullptr; }
+    const void* get() const { return m_handle; }
+
+private:
+    void close() {
+        if (m_handle) freexl_close(m_handle);
+        m_handle = nullptr;
+    }
+
+    const void* m_handle = nullptr;
+};
+
+std::string textOf(const FreeXL_CellValue& cell) {
+    switch (cell.type) {
+    case FREEXL_CELL_INT: return std::to_string(cell.value.int_value);
+    case FREEXL_CELL_DOUBLE: return cellNumber(cell.value.double_value);
+    case FREEXL_CELL_NULL: return std::string();
+    default: return cell.value.text_value ? cell.value.text_value : std::string();
+    }
+}
+
+} // namespace
+
+bool readsXls() { return true; }
+
+std::optional<SheetRows> readXls(const std::string& file, int index) {
+    const XlsFile opened(file);
+    unsigned rows = 0;
+    unsigned short columns = 0;
+    if (!opened || index > 0xFFFF ||
+        freexl_select_active_worksheet(opened.get(), static_cast<unsigned short>(index - 1)) != FREEXL_OK ||
+        freexl_worksheet_dimensions(opened.get(), &rows, &columns) != FREEXL_OK)
+        return std::nullopt;
+    SheetBuilder sheet;
+    for (unsigned row = 0; row < rows; ++row)
+        for (unsigned short column = 0; column < columns; ++column) {
+            FreeXL_CellValue cell{};
+            if (freexl_get_cell_value(opened.get(), row, column, &cell) != FREEXL_OK) return std::nullopt;
+            std::string text = textOf(cell);
+            if (!text.empty() && !sheet.put(row, column, std::move(text))) return std::nullopt;
+        }
+    return sheet.take();
+}
+
+} // namespace embedded
+
+#else
+
+namespace embedded {
+
+bool readsXls() { return false; }
+
+std::optional<SheetRows> readXls(const std::string&, int) { return std::nullopt; }
+
+} // namespace embedded
+
+#endif

@@ -1,0 +1,63 @@
+// Any bytes as the text file of a design table: its cells are those that a second reader finds.
+
+#include "ExchangeFolder.h"
+
+#include "embedded/DesignTables.h"
+
+namespace {
+
+using Rows = std::vector<std::vector<std::string>>;
+
+/** Lines end with LF, CR or CR LF; cells that are empty at the end of a row, and such rows at the end, do not count. */
+Rows rowsOf(const std::string& bytes) {
+    Rows rows(1, std::vector<std::string>(1));
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] == '\n' && i > 0 && bytes[i - 1] == '\r') continue;
+        if (bytes[i] == '\n' || bytes[i] == '\r')
+            rows.emplace_back(1);
+        else if (bytes[i] == '\t')
+            rows.back().emplace_back();
+        else
+            rows.back().back() += bytes[i];
+    }
+    for (auto& row : rows)
+        while (!row.empty() && row.back().empty()) row.pop_back();
+    while (!rows.empty() && rows.back().empty()) rows.pop_back();
+    return rows;
+}
+
+bool isPlain(const std::string& bytes) {
+    for (const char byte : bytes)
+        if (byte == '\0' || static_cast<unsigned char>(byte) > 0x7F) return false;
+    return true;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const std::filesystem::path file =
+        std::filesystem::temp_directory_path() /
+        ("vorntools_sheet_" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()) + ".txt");
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    std::ofstream(file, std::ios::binary) << bytes;
+    {
+        const auto part = embedded::Session::current().part("/w/Bolt.CATPart");
+        auto table =
+            embedded::addDesignTable(embedded::parametersOf(part, "MechanicalPart", "Bolt"), "T", file.u8string());
+        require(table.rows() == 0 || bytes.find('\0') == std::string::npos, "cells of a binary file");
+        if (isPlain(bytes)) {
+            const Rows rows = rowsOf(bytes);
+            require(static_cast<std::size_t>(table.rows()) == rows.size(), "the number of rows");
+            for (std::size_t row = 0; row < rows.size(); ++row)
+                for (std::size_t column = 0; column <= rows[row].size(); ++column)
+                    require(table.cell(static_cast<int>(row) + 1, static_cast<int>(column) + 1) ==
+                                (column < rows[row].size() ? rows[row][column] : std::string()),
+                            "a cell");
+        }
+        require(table.update() == (table.rows() > 0), "a second reading");
+    }
+    embedded::Session::current().reset();
+    std::error_code ignored;
+    std::filesystem::remove(file, ignored);
+    return 0;
+}

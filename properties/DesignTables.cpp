@@ -1,0 +1,247 @@
+#include "VornToolsCommon.h"
+
+#include "cache/PlatformAnswers.h"
+#include "foundation/Guards.h"
+#include "foundation/InterfaceIds.h"
+#include "foundation/JournalFrame.h"
+#include "foundation/Md5.h"
+
+#include "CATIADesignTable.h"
+#include "CATIAlias.h"
+#include "CATICkeOleSheet.h"
+#include "CATICkeRelation.h"
+#include "CATIDesignTable.h"
+#include "CATISpecObject.h"
+#include "TYPMapCATUnicodeStringPVoid.h"
+#include "UTILFile.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <limits>
+#include <vector>
+
+using namespace vorntools;
+
+namespace {
+
+constexpr const char* kFileExtensions[] = {"txt", "xls", "xlsx", "xlsm"};
+constexpr const char* kFileNameClass = "CATUnicodeString";
+constexpr const char* kBeforeFile = "!!!";
+constexpr const char* kPathSeparator = "\\";
+constexpr int kTextSheet = 1;
+
+/** Calls `call(CATIADesignTable&, CATBSTR& out)` on a table's automation object. */
+template <class Call>
+HRESULT readAutomationText(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table, const char* i_name,
+                           Call&& i_call, CATUnicodeString& o_text) {
+    o_text = "";
+    if (!ipi_design_table) return i_frame.badInput("ipi_design_table");
+    const auto sp_automation = queryInterface<CATIADesignTable>(ipi_design_table);
+    if (!sp_automation) return i_frame.missing("pi_automation_design_table");
+    AutomationText text;
+    if (FAILED(text.receive([&](CATBSTR& o_received) { return i_call(*sp_automation.get(), o_received); })))
+        return i_frame.platformFailed(i_name);
+    o_text = text.text();
+    return S_OK;
+}
+
+using Parameters = std::vector<InterfacePtr<CATICkeParm>>;
+
+/** The parameters that a table sets, in the order of their association. @return E_FAIL, reported, unless all can be
+ * had: without one of them the values would be those of another configuration */
+HRESULT readAssociatedParameters(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
+                                 Parameters& o_parameters) {
+    const auto sp_relation = queryInterface<CATICkeRelation>(ipi_design_table);
+    if (!sp_relation) return i_frame.missing("pi_relation");
+    const CATListValCATBaseUnknown_var* const p_list = sp_relation->OutParameters();
+    if (!p_list) return i_frame.platformFailed("OutParameters");
+    for (int i = 1; i <= p_list->Size(); ++i) {
+        auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*p_list)[i]));
+        if (!sp_parameter) return i_frame.missing("pi_parameter");
+        o_parameters.push_back(std::move(sp_parameter));
+    }
+    return S_OK;
+}
+
+/** File of a table on disk. E_FAIL when the table does not tell it or it is not there. */
+HRESULT readFilePath(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table, CATUnicodeString& o_path) {
+    const HRESULT code = VornToolsCommon::getDesignTableFullFilename(ipi_design_table, o_path);
+    if (FAILED(code)) return code;
+    if (environmentSays(&ENVManager::getCATIAIsUsingDLName)) {
+        if (FAILED(makePhysical(o_path))) i_frame.write("ERROR : getPhysicalPathFromDLName is failed.");
+        i_frame.write("DLName, new filepath = %s", o_path);
+    } else {
+        i_frame.write("Not a DLName, filepath = %s", o_path);
+    }
+    return UTILFile::existingFile(o_path) ? S_OK : E_FAIL;
+}
+
+/** The file name without directory and extension. */
+HRESULT readFileName(const JournalFrame& i_frame, const CATUnicodeString& i_path, CATUnicodeString& o_name) {
+    CATUnicodeString directory;
+    if (FAILED(splitFullName(i_path, directory, o_name))) return i_frame.callFailed("UTILFile::splitPathAndFileName");
+    const int extension = UTILFile::getExtension(o_name).GetLengthInChar();
+    if (extension > 0) o_name = o_name.SubString(0, o_name.GetLengthInChar() - extension - 1);
+    return S_OK;
+}
+
+/** Adds the file of the part that a parameter path begins with, once. */
+void addAssociatedFile(const JournalFrame& i_frame, const CATUnicodeString& i_parameter_path,
+                       const TYPMapCATUnicodeStringPVoid& i_part_number_to_file_name, CATUnicodeString& io_files) {
+    i_frame.write(" Associated item retrieved in DesignTable : %s", i_parameter_path);
+    const int separator = i_parameter_path.SearchSubString(kPathSeparator);
+    const CATUnicodeString part_number = separator < 0 ? i_parameter_path : i_parameter_path.SubString(0, separator);
+    const auto* const p_file_name =
+        static_cast<const CATUnicodeString*>(i_part_number_to_file_name.find(part_number, kFileNameClass));
+    // The journal is Latin-1, whatever the encoding of the session.
+    if (!p_file_name) {
+        i_frame.write(" PN de Part associ\351 (%s) NON trouv\351 dans notre map de fileName", part_number);
+        return;
+    }
+    i_frame.write(" PN de Part associ\351 (%s) - FileName : %s", part_number, *p_file_name);
+    CATUnicodeString entry(kBeforeFile);
+    entry.Append(*p_file_name);
+    if (io_files.SearchSubString(entry) < 0) io_files.Append(entry);
+}
+
+CATUnicodeString associatedFiles(const JournalFrame& i_frame, const Parameters& i_parameters,
+                                 const TYPMapCATUnicodeStringPVoid& i_part_number_to_file_name) {
+    CATUnicodeString files;
+    for (const auto& sp_parameter : i_parameters)
+        addAssociatedFile(i_frame, sp_parameter->Pathname(), i_part_number_to_file_name, files);
+    return files;
+}
+
+bool isFileModified(const CATICkeSheet_var& isp_sheet) {
+    CATUnicodeString old_date;
+    CATUnicodeString new_date;
+    return isp_sheet->IsFileModified(old_date, new_date) == 1;
+}
+
+/** Numbers of the current sheet and configuration, both from 1. */
+HRESULT readCurrent(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
+                    int& o_sheet, int& o_configuration) {
+    const auto sp_ole_sheet = queryInterface<CATICkeOleSheet>(static_cast<CATICkeSheet*>(isp_sheet));
+    o_sheet = sp_ole_sheet ? sp_ole_sheet->GetSheetIndex() : kTextSheet;
+    if (o_sheet < 1) return i_frame.platformFailed("GetSheetIndex");
+    o_configuration = ipi_design_table->ConfigurationRow();
+    return o_configuration < 1 ? i_frame.platformFailed("ConfigurationRow") : S_OK;
+}
+
+/** Texts of a configuration's cells, one a parameter, one behind the other. */
+CATUnicodeString valuesOf(CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
+                          const Parameters& i_parameters, int i_configuration) {
+    CATUnicodeString values;
+    if (i_configuration == std::numeric_limits<int>::max()) return values;
+    // The titles stand in the first row.
+    const int row = i_configuration + 1;
+    for (const auto& sp_parameter : i_parameters) {
+        const int column = ipi_design_table->ParameterColumn(CATICkeParm_var(sp_parameter.get()));
+        if (column >= 1) values.Append(isp_sheet->Cell(row, column));
+    }
+    return values;
+}
+
+CATUnicodeString checksumOf(const CATUnicodeString& i_text) {
+    const char* const p_bytes = i_text.ConvertToChar();
+    return md5Text(md5Digest(p_bytes, std::strlen(p_bytes))).data();
+}
+
+} // namespace
+
+unsigned char VornToolsCommon::isACatdesigntable(CATUnicodeString i_file_name, CATUnicodeString i_extension) {
+    const JournalFrame frame(_CteCLASS_NAME, "isACatdesigntable");
+    if (i_extension.IsNull()) i_extension = UTILFile::getExtension(i_file_name);
+    const auto is_extension = [&](const char* i_candidate) { return i_extension == i_candidate; };
+    return std::any_of(std::begin(kFileExtensions), std::end(kFileExtensions), is_extension) ? 1 : 0;
+}
+
+HRESULT VornToolsCommon::getDesignTableFullFilename(CATIDesignTable* ipi_design_table,
+                                                    CATUnicodeString& o_full_file_name) {
+    const JournalFrame frame(_CteCLASS_NAME, "getDesignTableFullFilename");
+    const auto read = [](CATIADesignTable& i_table, CATBSTR& o_text) { return i_table.get_FilePath(o_text); };
+    return readAutomationText(frame, ipi_design_table, "get_FilePath", read, o_full_file_name);
+}
+
+HRESULT VornToolsCommon::getDesignTableNameProperty(CATIDesignTable* ipi_design_table, CATUnicodeString& o_name) {
+    const JournalFrame frame(_CteCLASS_NAME, "getDesignTableNameProperty");
+    const auto read = [](CATIADesignTable& i_table, CATBSTR& o_text) { return i_table.get_Name(o_text); };
+    return readAutomationText(frame, ipi_design_table, "get_Name", read, o_name);
+}
+
+HRESULT VornToolsCommon::getDesignTableName(CATIDesignTable* ipi_design_table, CATUnicodeString& o_name) {
+    const JournalFrame frame(_CteCLASS_NAME, "getDesignTableName");
+    o_name = "";
+    if (!ipi_design_table) return frame.badInput("ipi_design_table");
+    const auto sp_alias = queryInterface<CATIAlias>(ipi_design_table);
+    if (!sp_alias) return frame.missing("pi_alias");
+    o_name = sp_alias->GetAlias();
+    return o_name.IsNull() ? frame.platformFailed("GetAlias") : S_OK;
+}
+
+HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_design_table,
+                                                    CATUnicodeString i_document_name,
+                                                    TYPMapCATUnicodeStringPVoid* ip_part_number_to_file_name,
+                                                    CATUnicodeString& o_file_path, CATUnicodeString& o_file_name,
+                                                    int& o_sheet, int& o_configuration,
+                                                    CATUnicodeString& o_configuration_text,
+                                                    CATUnicodeString& o_associated_files, CATUnicodeString& o_name) {
+    const JournalFrame frame(_CteCLASS_NAME, "readDesignTableInformation");
+    for (CATUnicodeString* const p_output :
+         {&o_file_path, &o_file_name, &o_configuration_text, &o_associated_files, &o_name})
+        *p_output = "";
+    o_sheet = o_configuration = 0;
+    const auto sp_design_table = queryInterface<CATIDesignTable>(static_cast<CATISpecObject*>(isp_design_table));
+    if (!sp_design_table) return frame.missing("p_dt");
+    frame.writeInDebug("Design table of %s", i_document_name);
+
+    CATUnicodeString path;
+    CATUnicodeString file_name;
+    if (FAILED(readFilePath(frame, sp_design_table.get(), path)) || FAILED(readFileName(frame, path, file_name)))
+        return E_FAIL;
+    const CATICkeSheet_var sp_sheet = sp_design_table->Sheet();
+    if (!sp_sheet) return frame.missing("sp_sheet");
+    int sheet = 0;
+    int configuration = 0;
+    if (FAILED(readCurrent(frame, sp_design_table.get(), sp_sheet, sheet, configuration))) return E_FAIL;
+    Parameters parameters;
+    if (FAILED(readAssociatedParameters(frame, sp_design_table.get(), parameters))) return E_FAIL;
+    if (ip_part_number_to_file_name)
+        o_associated_files = associatedFiles(frame, parameters, *ip_part_number_to_file_name);
+    // A file that cannot be read again leaves the values that the document was made with.
+    if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
+        frame.callFailed("updateDesignTableCurrentSheet");
+    const CATUnicodeString values = valuesOf(sp_design_table.get(), sp_sheet, parameters, configuration);
+    frame.write(" String used to find CkSum : %s", values);
+
+    o_file_path = path;
+    o_file_name = file_name;
+    o_sheet = sheet;
+    o_configuration = configuration;
+    o_configuration_text = checksumOf(values);
+    if (FAILED(getDesignTableName(sp_design_table.get(), o_name))) frame.write("Cannot get design table name");
+    return S_OK;
+}
+
+CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration) {
+    const JournalFrame frame(_CteCLASS_NAME, "getConfigurationValues");
+    if (!ipi_design_table) {
+        frame.badInput("ipi_design_table");
+        return CATUnicodeString();
+    }
+    const CATICkeSheet_var sp_sheet = ipi_design_table->Sheet();
+    if (!sp_sheet) {
+        frame.missing("sp_sheet");
+        return CATUnicodeString();
+    }
+    Parameters parameters;
+    if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return CATUnicodeString();
+    return valuesOf(ipi_design_table, sp_sheet, parameters, i_configuration);
+}
+
+HRESULT VornToolsCommon::updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet) {
+    const JournalFrame frame(_CteCLASS_NAME, "updateDesignTableCurrentSheet");
+    if (!isp_sheet) return frame.badInput("isp_sheet");
+    return isp_sheet->UpdateLocalCopy() ? S_OK : E_FAIL;
+}

@@ -1,0 +1,349 @@
+#include "VornToolsCommon.h"
+
+#include "cache/FileBackup.h"
+#include "embedded/DesignTables.h"
+#include "tests/support/Fixture.h"
+#include "tests/support/Sweep.h"
+#include "tests/support/Workbook.h"
+
+#include "CATDocument.h"
+#include "UTILFile.h"
+
+#include <fstream>
+#include <functional>
+#include <iterator>
+
+using embedded::Failures;
+using embedded::FaultFlavour;
+using vorntools::FileBackup;
+using vorntools::JournalFrame;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kName = "VornToolsCommon::CalculateCheckSums";
+// Checksums of "M8x20", "M10x30" and of no text.
+constexpr const char* kM8 = "35b97ff6849735f881650d2bbf7fee55";
+constexpr const char* kM10 = "84fa91927a0905fab9ba4d2f7bbd467a";
+constexpr const char* kNoText = "d41d8cd98f00b204e9800998ecf8427e";
+
+std::string bytesOf(const std::string& name) {
+    std::ifstream file(fs::u8path(name), std::ios::binary);
+    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : std::string("(none)");
+}
+
+CATListValCATUnicodeString listOf(const Texts& texts) {
+    CATListValCATUnicodeString list;
+    for (const std::string& text : texts) list.Append(text.c_str());
+    return list;
+}
+
+Texts textsOf(const CATListValCATUnicodeString& list) {
+    Texts texts;
+    for (int i = 1; i <= list.Size(); ++i) texts.emplace_back(list[i].ConvertToChar());
+    return texts;
+}
+
+/** The three lists of a call, and its answer. */
+struct Lists {
+    CATListValCATUnicodeString sheets, configurations, checksums;
+    unsigned char found = 7;
+
+    Lists(const Texts& theSheets, const Texts& theConfigurations, const Texts& theChecksums = {})
+        : sheets(listOf(theSheets)), configurations(listOf(theConfigurations)), checksums(listOf(theChecksums)) {}
+    HRESULT calculate(CATDocument* document, const std::string& file) {
+        CATListValCATUnicodeString* lists[] = {&sheets, &configurations, &checksums};
+        return VornToolsCommon::calculateCheckSums(document, file.c_str(), nullptr, 0, lists[0], lists[1], lists[2],
+                                                   found);
+    }
+};
+
+class CheckSumsTest : public PlatformTest {
+protected:
+    /** A product document with a table of two columns. */
+    embedded::DesignTable table(const std::string& file) {
+        m_document = session().product("/w/Bolts.CATProduct");
+        const auto publisher = embedded::parametersOf(m_document, "Relations", "Relations");
+        auto made = embedded::addDesignTable(publisher, "DesignTable.1", file);
+        return made.associate("Size", publisher.add("Size", "x")).associate("Length", publisher.add("Length", "y"));
+    }
+    embedded::DesignTable textTable() {
+        m_file = write("bolts.txt", "Length\tSize\nx20\tM8\nx30\tM10\n");
+        return table(m_file);
+    }
+    /** Three sheets; the second has the columns in another order. */
+    embedded::DesignTable spreadsheetTable() {
+        m_file = write("bolts.xlsx", workbook({{{"Size", "Length"}, {"M8", "x20"}},
+                                               {{"Length", "Size"}, {"x20", "M8"}, {"x30", "M10"}},
+                                               {{"Size"}, {"M8x20"}}}));
+        return table(m_file);
+    }
+    CATDocument* document() { return m_document.get(); }
+    const std::string& file() { return m_file; }
+    std::string backup() { return m_file.substr(0, m_file.size() - 4) + "_tmp" + m_file.substr(m_file.size() - 4); }
+    /** The lines of the operation itself, without its name. */
+    Texts lines() {
+        Texts found;
+        for (const std::string& line : messages())
+            if (line.rfind(kName, 0) == 0) found.push_back(line.substr(std::string(kName).size()));
+        return found;
+    }
+    int filesInFolder() {
+        return static_cast<int>(std::distance(fs::directory_iterator(folder()), fs::directory_iterator()));
+    }
+
+private:
+    embedded::Document m_document;
+    std::string m_file;
+};
+
+TEST_F(CheckSumsTest, CreatesTheChecksumsOfATextFile) {
+    auto made = textTable();
+    made.configuration(2);
+    Lists lists({"1", "2", "1", "1", "x"}, {"2", "1", "1", "9", "1"});
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(lists.found, 1);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM10, kM8, kNoText}));
+    EXPECT_EQ(lists.sheets.Size(), 5) << "entries without a sheet stay";
+    EXPECT_EQ(lines(), Texts({" Sheet n\260"
+                              "1 existe",
+                              " String used to find CkSum : M10x30", std::string(" checkSum calcul\351 : ") + kM10,
+                              " Sheet n\260"
+                              "2 n'existe pas",
+                              " Sheet n\260"
+                              "1 existe",
+                              " String used to find CkSum : M8x20", std::string(" checkSum calcul\351 : ") + kM8,
+                              " Sheet n\260"
+                              "1 existe",
+                              " String used to find CkSum : ", std::string(" checkSum calcul\351 : ") + kNoText,
+                              " Sheet n\260"
+                              "0 n'existe pas"}));
+    EXPECT_EQ(made.configuration(), 2);
+    EXPECT_EQ(filesInFolder(), 1);
+}
+
+TEST_F(CheckSumsTest, UpdatesWhatIsMarked) {
+    textTable();
+    Lists lists({"1", "1", "7"}, {"1", "2", "1"}, {"0cc1", "ERROR", "error"});
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({"0cc1", kM10, "error"}));
+    EXPECT_EQ(lines(), Texts({" Update...", " CkSum of config 1 : No need to update",
+                              " Sheet n\260"
+                              "1 existe",
+                              " String used to find CkSum : M10x30", std::string(" checkSum calcul\351 : ") + kM10,
+                              " CkSum of config 1 : No need to update"}));
+}
+
+TEST_F(CheckSumsTest, ReadsTheFileAgainWhenItChanged) {
+    auto made = textTable();
+    write("bolts.txt", "Size\tLength\nM8\tx20\n");
+    touch("bolts.txt", 1500000000);
+    Lists lists({"1"}, {"1"});
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM8}));
+    EXPECT_EQ(made.updates(), 1);
+}
+
+TEST_F(CheckSumsTest, SelectsTheSheetsOfASpreadsheetAndTheFirstOneAgain) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    auto made = spreadsheetTable();
+    made.sheet(3);
+    const std::string content = bytesOf(file());
+    Lists lists({"2", "9", "9", "2", "1", "3"}, {"2", "1", "1", "1", "1", "1"});
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM10, "", "", kM8, kM8, kM8}));
+    EXPECT_EQ(lines()[3], " sheet n\260"
+                          "9 n'existe pas");
+    EXPECT_EQ(made.sheet(), 3);
+    EXPECT_EQ(made.cell(2, 1), "M8x20");
+    EXPECT_EQ(made.updates(), 6) << "selected 2, 9 twice, 2, 1, 3";
+    EXPECT_EQ(bytesOf(file()), content);
+    EXPECT_EQ(filesInFolder(), 1);
+
+    Lists updated({"9", "9", "2", "1"}, {"1", "2", "2", "1"}, {"ERROR", "ERROR", "ERROR", "kept"});
+    EXPECT_EQ(updated.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(updated.sheets), Texts({"2", "1"}));
+    EXPECT_EQ(textsOf(updated.configurations), Texts({"2", "1"}));
+    EXPECT_EQ(textsOf(updated.checksums), Texts({kM10, "kept"}));
+}
+
+TEST_F(CheckSumsTest, SaysWhatItDidNotFind) {
+    textTable().withoutSheet();
+    Lists other({"1"}, {"1"});
+    EXPECT_EQ(other.calculate(document(), "/w/other.txt"), S_OK);
+    EXPECT_EQ(other.found, 0);
+    EXPECT_EQ(textsOf(other.checksums), Texts());
+    EXPECT_EQ(lines(), Texts());
+
+    Lists noSheet({"1"}, {"1"}, {"ERROR"});
+    EXPECT_EQ(noSheet.calculate(document(), file()), S_OK);
+    EXPECT_EQ(noSheet.found, 1);
+    EXPECT_EQ(textsOf(noSheet.checksums), Texts({"ERROR"}));
+    EXPECT_EQ(lines(), Texts({" Update...", "ERROR piSheet"}));
+    EXPECT_EQ(filesInFolder(), 1);
+}
+
+TEST_F(CheckSumsTest, BadListsAndDocumentsAreNoHarm) {
+    textTable();
+    Lists uneven({"1", "1", "1"}, {"1", "99999999999999999999"}, {"ERROR"});
+    EXPECT_EQ(uneven.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(uneven.checksums), Texts({kM8}));
+    Lists huge({"1", "99999999999999999999"}, {"99999999999999999999", "-1"});
+    EXPECT_EQ(huge.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(huge.checksums), Texts({kNoText}));
+
+    CATListValCATUnicodeString* none = nullptr;
+    unsigned char found = 7;
+    EXPECT_EQ(VornToolsCommon::calculateCheckSums(document(), file().c_str(), nullptr, 0, none, none, none, found),
+              S_OK);
+    EXPECT_EQ(found, 0);
+    EXPECT_EQ(reports(),
+              Texts({std::string(kName) + " 9001 iop_sheets", std::string(kName) + " 9001 iop_configurations",
+                     std::string(kName) + " 9001 iop_checksums"}));
+    Lists lists({"1"}, {"1"});
+    EXPECT_EQ(lists.calculate(nullptr, file()), S_OK);
+    EXPECT_EQ(lists.found, 0);
+    EXPECT_FALSE(reports().empty());
+}
+
+TEST_F(CheckSumsTest, WithoutACopyNothingIsDone) {
+    textTable();
+    write(fs::u8path(backup()).filename().u8string(), "all that an earlier call could save");
+    Lists lists({"1"}, {"1"}, {"ERROR"});
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(lists.found, 1);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({"ERROR"}));
+    EXPECT_EQ(lines(),
+              Texts({" Update...", " : " + backup() + " is not replaced, it may be the only copy of " + file()}));
+    EXPECT_EQ(bytesOf(backup()), "all that an earlier call could save");
+
+    fs::copy_file(fs::u8path(file()), fs::u8path(backup()), fs::copy_options::overwrite_existing);
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM8})) << "a copy left behind by a crash is one";
+    EXPECT_EQ(filesInFolder(), 1);
+}
+
+TEST_F(CheckSumsTest, EveryPlatformCallMayFail) {
+    textTable();
+    const std::string content = bytesOf(file());
+    sweepFailures({"VornToolsCommon::calculateCheckSums",
+                   [&] {
+                       Lists lists({"1", "2", "1"}, {"1", "2", "1"}, {"ERROR", "ERROR", "kept"});
+                       const HRESULT code = lists.calculate(document(), file());
+                       EXPECT_EQ(textsOf(lists.checksums).back(), "kept");
+                       EXPECT_EQ(lists.sheets.Size(), lists.checksums.Size());
+                       return SweepOutcome{code, true};
+                   },
+                   [&] { fs::remove(fs::u8path(backup())); }, [&] { return bytesOf(file()); }});
+}
+
+TEST_F(CheckSumsTest, AFailingCallNeverLeavesAnotherSheetSelected) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    auto made = spreadsheetTable();
+    const std::string content = bytesOf(file());
+    for (const FaultFlavour flavour : {FaultFlavour::code, FaultFlavour::codeWithOutput, FaultFlavour::nullOutput}) {
+        bool fired = true;
+        for (int nth = 1; fired; ++nth) {
+            Lists lists({"1", "2", "3"}, {"1", "2", "1"}, {"ERROR", "ERROR", "kept"});
+            Failures::get().arm(nth, false, flavour);
+            EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+            fired = Failures::get().fired();
+            Failures::get().disarm();
+            SCOPED_TRACE(std::to_string(nth) + " " + Failures::get().firedAt());
+            EXPECT_EQ(made.sheet(), 1);
+            EXPECT_EQ(made.cell(1, 1), "Size") << "the cells are the first sheet's";
+            EXPECT_EQ(bytesOf(file()), content);
+            EXPECT_EQ(lists.sheets.Size(), lists.checksums.Size());
+            EXPECT_EQ(lists.configurations.Size(), lists.checksums.Size());
+            EXPECT_EQ(textsOf(lists.checksums).back(), "kept");
+            fs::remove(fs::u8path(backup()));
+            clearJournal();
+            reports();
+        }
+    }
+}
+
+class FileBackupTest : public PlatformTest {
+protected:
+    const std::string content = "old\r\n\x1A content";
+    const JournalFrame frame{VornToolsCommon::_CteCLASS_NAME, "test"};
+};
+
+TEST_F(FileBackupTest, TheCopyIsNamedAfterTheFile) {
+    const struct {
+        const char* file;
+        const char* copy;
+    } cases[] = {{"C:\\t\\cfg.xls", "C:\\t\\cfg_tmp.xls"},
+                 {"/t/cfg.xlsx", "/t/cfg._tmpxlsx"},
+                 {".xls", "_tmp.xls"},
+                 {"abc", "_tmpabc"},
+                 {"", "_tmp"},
+                 {"a\xC3\xA4.xls", "a\xC3\xA4_tmp.xls"}};
+    for (const auto& [file, copy] : cases) EXPECT_STREQ(FileBackup(frame, file).name().ConvertToChar(), copy);
+}
+
+TEST_F(FileBackupTest, PutsBackWhatOthersChanged) {
+    const struct {
+        const char* name;
+        std::function<void(const std::string&)> change;
+    } cases[] = {{"rewritten", [&](const std::string&) { write("cfg.xls", "new and longer than before"); }},
+                 {"same length", [&](const std::string&) { write("cfg.xls", std::string(content.size(), 'x')); }},
+                 {"emptied", [&](const std::string&) { write("cfg.xls", ""); }},
+                 {"deleted", [&](const std::string& file) { fs::remove(fs::u8path(file)); }},
+                 {"left alone", [](const std::string&) {}}};
+    for (const auto& c : cases) {
+        const std::string file = write("cfg.xls", content);
+        touch("cfg.xls", 1500000000);
+        FileBackup backup(frame, file.c_str());
+        EXPECT_TRUE(backup.make());
+        c.change(file);
+        EXPECT_TRUE(backup.restore());
+        EXPECT_EQ(bytesOf(file), content) << c.name;
+        EXPECT_EQ(bytesOf(backup.name().ConvertToChar()), "(none)") << c.name;
+        EXPECT_EQ(UTILFile::getLastModificationDateOnFile(file.c_str()), 1500000000) << c.name;
+    }
+    EXPECT_EQ(messages(), Texts());
+}
+
+TEST_F(FileBackupTest, AFileThatIsNotThereNeedsNone) {
+    FileBackup backup(frame, path("missing.xls").c_str());
+    EXPECT_TRUE(backup.make());
+    write("missing.xls", "made by others");
+    EXPECT_TRUE(backup.restore());
+    EXPECT_EQ(bytesOf(path("missing.xls")), "made by others");
+}
+
+TEST_F(FileBackupTest, WhicheverStepFailsOneCompleteFileIsLeftAndTold) {
+    int runs = 0;
+    for (const FaultFlavour flavour :
+         {FaultFlavour::code, FaultFlavour::codeWithOutput, FaultFlavour::nullOutput, FaultFlavour::shortRead})
+        for (const bool persistent : {false, true})
+            for (int nth = 1;; ++nth) {
+                const std::string file = write("cfg.xls", content);
+                FileBackup backup(frame, file.c_str());
+                const std::string copy = backup.name().ConvertToChar();
+                clearJournal();
+                Failures::get().arm(nth, persistent, flavour);
+                const bool isMade = backup.make();
+                if (isMade) write("cfg.xls", "new");
+                const bool isRestored = backup.restore();
+                const bool fired = Failures::get().fired();
+                Failures::get().disarm();
+                SCOPED_TRACE(std::to_string(nth) + (persistent ? " and on, " : ", ") + Failures::get().firedAt());
+                if (isRestored) {
+                    EXPECT_EQ(bytesOf(file), content);
+                    EXPECT_EQ(isMade, messages().empty() || bytesOf(copy) == content);
+                } else {
+                    EXPECT_EQ(bytesOf(copy), content);
+                    EXPECT_EQ(messages(), Texts({"VornToolsCommon::test : " + file +
+                                                 " cannot be restored, its content is in " + copy}));
+                }
+                fs::remove(fs::u8path(copy));
+                ++runs;
+                if (!fired) break;
+            }
+    EXPECT_GT(runs, 40);
+}
+
+} // namespace

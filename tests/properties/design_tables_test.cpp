@@ -1,0 +1,410 @@
+#include "tests/support/Fixture.h"
+#include "tests/support/Sweep.h"
+
+#include "VornToolsCommon.h"
+#include "VornToolsSwitchMgt.h"
+#include "VornToolsWorkModeServices.h"
+
+#include "CATDocument.h"
+#include "CATIDesignTable.h"
+#include "CATISpecObject.h"
+#include "CATLISTV_CATISpecObject.h"
+#include "CATListOfCATBaseUnknown.h"
+#include "CATListOfInt.h"
+#include "CATListPtrCATIProduct.h"
+#include "embedded/DesignTables.h"
+#include "embedded/Windows.h"
+#include "embedded/WorkModes.h"
+
+#include <algorithm>
+
+struct VornToolsCommonTestAccess {
+    static unsigned char find(CATDocument* document, const std::string& file, CATIDesignTable*& table) {
+        return VornToolsCommon::getDesignTable(document, file.c_str(), nullptr, 0, table);
+    }
+    static std::string values(CATIDesignTable* table, int configuration) {
+        return VornToolsCommon::getConfigurationValues(table, configuration).ConvertToChar();
+    }
+};
+
+namespace {
+
+using Access = VornToolsCommonTestAccess;
+using embedded::WorkMode;
+
+constexpr const char* kChecksum12x = "4456d0bcde17f2280b93877cff7b3c36";
+constexpr const char* kNoChecksum = "d41d8cd98f00b204e9800998ecf8427e";
+
+struct Sheets {
+    CATListValCATUnicodeString paths, files, texts, associated, names;
+    CATRawCollint sheets, configurations;
+
+    HRESULT read(const embedded::Document& document, VornToolsSwitchMgt* switcher = nullptr) {
+        paths.Append("stale");
+        sheets.Append(4711);
+        return VornToolsCommon::getDesignTableSheet(document.get(), switcher, 0, paths, files, sheets, configurations,
+                                                    texts, associated, names);
+    }
+    Texts rows() const {
+        Texts result;
+        for (int i = 1; i <= paths.Size(); ++i)
+            result.push_back(std::string(files[i].ConvertToChar()) + " " + std::to_string(sheets[i]) + " " +
+                             std::to_string(configurations[i]) + " " + texts[i].ConvertToChar() + " " +
+                             associated[i].ConvertToChar() + " " + names[i].ConvertToChar());
+        return result;
+    }
+};
+
+Texts textsOf(const CATListValCATUnicodeString& list) {
+    Texts result;
+    for (int i = 1; i <= list.Size(); ++i) result.emplace_back(list[i].ConvertToChar());
+    return result;
+}
+
+class DesignTablesTest : public PlatformTest {
+protected:
+    void SetUp() override {
+        PlatformTest::SetUp();
+        VornToolsWorkModeServices::setCatiaCacheActivated(1);
+        bolt = session().part(path("Bolt.CATPart"));
+        feature = embedded::parametersOf(bolt, "MechanicalPart", "Bolt");
+        length = feature.add("Length", "L", 0.25);
+        name = feature.add("N", "x");
+        file = write("bolts.txt", "N\tL\nw\t11\nx\t12\n");
+        touch("bolts.txt", 1000);
+    }
+    void TearDown() override {
+        VornToolsWorkModeServices::setCatiaCacheActivated(0);
+        PlatformTest::TearDown();
+    }
+    embedded::DesignTable addTable(const embedded::Publisher& publisher, const std::string& tableName = "DT.1") {
+        return embedded::addDesignTable(publisher, tableName, file).associate("L", length).associate("N", name);
+    }
+    static int count(const embedded::Document& document, HRESULT expected = S_OK) {
+        CATListValCATISpecObject_var tables;
+        EXPECT_EQ(VornToolsCommon::getDesignTableList(document.get(), nullptr, 0, &tables), expected);
+        return tables.Size();
+    }
+    bool hasMessage(const std::string& text) {
+        const Texts lines = messages();
+        return std::find(lines.begin(), lines.end(), text) != lines.end();
+    }
+
+    embedded::Document bolt;
+    embedded::Publisher feature;
+    embedded::Parameter length;
+    embedded::Parameter name;
+    std::string file;
+};
+
+TEST_F(DesignTablesTest, TheSuffixTellsAFileOfDesignTables) {
+    for (const char* yes : {"a.txt", "a.xls", "C:\\t\\a.b.xlsx", "a.xlsm"})
+        EXPECT_EQ(VornToolsCommon::isACatdesigntable(yes, ""), 1) << yes;
+    for (const char* no : {"a.XLS", "a", "", "a.csv", "a.xls.bak", "txt"})
+        EXPECT_EQ(VornToolsCommon::isACatdesigntable(no, ""), 0) << no;
+    EXPECT_EQ(VornToolsCommon::isACatdesigntable("a.pdf", "xls"), 1);
+    EXPECT_EQ(VornToolsCommon::isACatdesigntable("a.txt", "TXT"), 0);
+}
+
+TEST_F(DesignTablesTest, ThePlaceOfTheTablesDependsOnTheKindOfDocument) {
+    const auto analysis = session().document(path("A.CATAnalysis"));
+    const auto process = session().document(path("P.CATProcess"));
+    const auto product = session().product(path("R.CATProduct"));
+    const auto drawing = session().document(path("D.CATDrawing"));
+    const auto manager = embedded::parametersOf(analysis, "AnalysisManager", "Analysis Manager");
+    const auto root = embedded::parametersOf(process, "Process", "Process");
+    for (const auto& direct : {manager, root}) {
+        embedded::addDesignTable(direct.addSet("Relations"), "in set", file);
+        embedded::addDesignTable(direct, "beside", file);
+    }
+    embedded::addDesignTable(embedded::parametersOf(product.root()), "top", file);
+    embedded::addDesignTable(embedded::parametersOf(drawing, "Drawing", "D").addSet("S"), "of sheet", file);
+    addTable(feature.addSet("Relations").addSet("Deep"));
+    EXPECT_EQ(count(analysis), 1);
+    EXPECT_EQ(count(process), 1);
+    EXPECT_EQ(count(product), 1);
+    EXPECT_EQ(count(drawing), 1);
+    clearJournal();
+    EXPECT_EQ(count(bolt), 1);
+    EXPECT_TRUE(hasMessage(" Nb DesignTable in CATIA structure = 1"));
+    EXPECT_EQ(count(session().document(path("C.catalog"))), 0);
+    EXPECT_EQ(count(session().document(path("Empty.CATProcess")), E_FAIL), 0);
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableInProcessDocument 9002 p_process_list"}));
+}
+
+TEST_F(DesignTablesTest, ATableIsReadWithItsCurrentConfiguration) {
+    addTable(feature).configuration(2);
+    Sheets read;
+    clearJournal();
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(read.rows(), Texts({std::string("bolts 1 2 ") + kChecksum12x + "  DT.1"}));
+    EXPECT_EQ(textsOf(read.paths), Texts({file}));
+    EXPECT_TRUE(hasMessage(" Nb design table found : 1"));
+    EXPECT_TRUE(hasMessage("Not a DLName, filepath = " + file));
+    EXPECT_TRUE(hasMessage(" String used to find CkSum : 12x"));
+}
+
+TEST_F(DesignTablesTest, AChangedFileIsReadAgain) {
+    auto table = addTable(feature);
+    EXPECT_EQ(Access::values(table.get(), 1), "11w");
+    write("bolts.txt", "N\tL\nx\t12\n");
+    touch("bolts.txt", 2000);
+    Sheets read;
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(table.updates(), 1);
+    EXPECT_EQ(read.rows(), Texts({std::string("bolts 1 1 ") + kChecksum12x + "  DT.1"}));
+    write("bolts.txt", "");
+    touch("bolts.txt", 3000);
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(read.rows().size(), 1U) << "the cells of before";
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9003 updateDesignTableCurrentSheet"}));
+}
+
+TEST_F(DesignTablesTest, ValuesAreTheCellsOfTheRowBelowTheTitles) {
+    auto table = addTable(feature);
+    EXPECT_EQ(Access::values(table.get(), 1), "11w");
+    EXPECT_EQ(Access::values(table.get(), 2), "12x");
+    EXPECT_EQ(Access::values(table.get(), 0), "LN");
+    EXPECT_EQ(Access::values(table.get(), 3), "");
+    EXPECT_EQ(Access::values(table.get(), -5), "");
+    EXPECT_EQ(Access::values(table.get(), 0x7FFFFFFF), "");
+    table.storedConfiguration(9);
+    Sheets read;
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(read.rows(), Texts({std::string("bolts 1 9 ") + kNoChecksum + "  DT.1"}));
+}
+
+TEST_F(DesignTablesTest, WhatCannotBeReadIsLeftOut) {
+    addTable(feature);
+    embedded::addDesignTable(feature, "gone", path("gone.txt"));
+    addTable(feature, "no automation").withoutAutomation();
+    addTable(feature, "no sheet").withoutSheet();
+    addTable(feature, "");
+    Sheets read;
+    clearJournal();
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(read.names.Size(), 2);
+    EXPECT_TRUE(hasMessage(" Nb design table found : 5"));
+    EXPECT_TRUE(hasMessage("Cannot get design table name"));
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableFullFilename 9002 pi_automation_design_table",
+                                "VornToolsCommon::readDesignTableInformation 9002 sp_sheet",
+                                "VornToolsCommon::getDesignTableName 9004 GetAlias"}));
+    environment().debugMode = true;
+    clearJournal();
+    EXPECT_EQ(read.read(session().part(path("Plain.CATPart"))), S_OK);
+    EXPECT_EQ(read.paths.Size(), 0);
+    EXPECT_TRUE(hasMessage("There is no DesignTables in Part Document"));
+}
+
+TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {
+    const auto root = session().product(path("R.CATProduct")).root();
+    root.add(bolt, "Bolt.1");
+    root.add(bolt, "Bolt.2");
+    const auto own = embedded::parametersOf(root);
+    embedded::addDesignTable(own, "Top", file).associate("L", length).associate("N", own.add("Own", 1));
+    Sheets read;
+    clearJournal();
+    EXPECT_EQ(read.read(session().find(path("R.CATProduct"))), S_OK);
+    EXPECT_EQ(textsOf(read.associated), Texts({"!!!" + path("Bolt.CATPart")}));
+    EXPECT_TRUE(hasMessage(" Insert (Bolt, " + path("Bolt.CATPart") + ") in the map"));
+    EXPECT_TRUE(hasMessage(" Associated item retrieved in DesignTable : Bolt\\L"));
+    EXPECT_TRUE(hasMessage(" PN de Part associ\351 (Bolt) - FileName : " + path("Bolt.CATPart")));
+    EXPECT_TRUE(hasMessage(" PN de Part associ\351 (R) NON trouv\351 dans notre map de fileName"));
+}
+
+TEST_F(DesignTablesTest, PartsAreReadInDesignModeAndPutBack) {
+    addTable(feature);
+    const auto modes = [&] { return embedded::workModeSwitches(); };
+    embedded::setWorkMode(bolt.root(), WorkMode::visualisation);
+    const std::size_t before = modes();
+    EXPECT_EQ(count(bolt), 1);
+    EXPECT_EQ(modes(), before + 2);
+    EXPECT_EQ(embedded::workMode(bolt.root()), WorkMode::visualisation);
+    VornToolsSwitchMgt switcher{1};
+    Sheets read;
+    EXPECT_EQ(read.read(bolt, &switcher), S_OK);
+    EXPECT_EQ(read.paths.Size(), 1);
+    EXPECT_EQ(embedded::workMode(bolt.root()), WorkMode::visualisation);
+    embedded::setWorkMode(bolt.root(), WorkMode::design);
+    const std::size_t after = modes();
+    EXPECT_EQ(count(bolt), 1);
+    EXPECT_EQ(modes(), after);
+}
+
+TEST_F(DesignTablesTest, ATableIsFoundByItsFile) {
+    addTable(feature);
+    CATIDesignTable* found = nullptr;
+    EXPECT_EQ(Access::find(bolt.get(), file, found), 1);
+    ASSERT_NE(found, nullptr);
+    CATUnicodeString text;
+    EXPECT_EQ(VornToolsCommon::getDesignTableName(found, text), S_OK);
+    EXPECT_STREQ(text.ConvertToChar(), "DT.1");
+    EXPECT_EQ(VornToolsCommon::getDesignTableNameProperty(found, text), S_OK);
+    EXPECT_STREQ(text.ConvertToChar(), "DT.1");
+    found->Release();
+    EXPECT_EQ(Access::find(bolt.get(), path("other.txt"), found), 0);
+    EXPECT_EQ(found, nullptr);
+}
+
+TEST_F(DesignTablesTest, AssembliesListTheirDocumentsAndTables) {
+    const auto top = session().product(path("R.CATProduct"));
+    const auto root = top.root();
+    addTable(feature);
+    root.add(bolt, "Bolt.1");
+    root.add(bolt, "Bolt.2");
+    root.addComponent("Group", "Group.1").add(session().part(path("Nut.CATPart")), "Nut.1");
+    CATListValCATUnicodeString names, files;
+    CATListPtrCATIProduct products;
+    const auto list = [&](const embedded::Document& document, unsigned char with) {
+        const HRESULT code =
+            VornToolsCommon::getAllProductsAndDesignTablesNames(document.get(), nullptr, with, names, products, files);
+        for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
+        return code;
+    };
+    clearJournal();
+    EXPECT_EQ(list(top, 1), S_OK);
+    EXPECT_EQ(textsOf(names), Texts({path("R.CATProduct"), path("Bolt.CATPart"), "R\\Group.1", path("Nut.CATPart")}));
+    EXPECT_EQ(products.Size(), 4);
+    EXPECT_EQ(textsOf(files), Texts({file}));
+    EXPECT_TRUE(hasMessage("DesignTables are managd."));
+    EXPECT_TRUE(hasMessage("[4] children are found."));
+    EXPECT_EQ(list(top, 0), S_OK);
+    EXPECT_EQ(files.Size(), 0);
+    EXPECT_EQ(list(bolt, 1), S_OK);
+    EXPECT_EQ(names.Size(), 0);
+    EXPECT_EQ(textsOf(files), Texts({file}));
+    EXPECT_EQ(list(embedded::Document(), 1), E_FAIL);
+    EXPECT_EQ(files.Size(), 0);
+    EXPECT_TRUE(hasMessage("ip_activ_document is NULL"));
+}
+
+TEST_F(DesignTablesTest, LargeAssembliesAreListed) {
+    constexpr int kParts = 10000;
+    const auto top = session().product(path("R.CATProduct"));
+    for (int i = 1; i <= kParts; ++i) {
+        const std::string number = std::to_string(i);
+        const auto part = session().part("/w/P" + number + ".CATPart");
+        top.root().add(part, "P." + number);
+        embedded::addDesignTable(embedded::parametersOf(part, "MechanicalPart", "P"), "DT", "/w/" + number + ".txt");
+    }
+    CATListValCATUnicodeString names, files;
+    CATListPtrCATIProduct products;
+    EXPECT_EQ(VornToolsCommon::getAllProductsAndDesignTablesNames(top.get(), nullptr, 1, names, products, files), S_OK);
+    for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
+    EXPECT_EQ(names.Size(), kParts + 1);
+    EXPECT_EQ(files.Size(), kParts);
+}
+
+TEST_F(DesignTablesTest, SelectedTablesAndProductsAreListedOnce) {
+    const auto top = session().product(path("R.CATProduct"));
+    const auto instance = top.root().add(bolt, "Bolt.1");
+    addTable(feature);
+    CATListPtrCATBaseUnknown products;
+    CATListValCATUnicodeString files;
+    EXPECT_EQ(VornToolsCommon::getSelectedProductsAndDesignTables(products, files), E_FAIL);
+    auto windows = embedded::Windows::current();
+    windows.open(top);
+    const auto table = embedded::SelectionPath(instance).designTable(bolt, "DT.1");
+    for (int i = 0; i < 2; ++i) {
+        windows.select(table);
+        windows.select(instance);
+    }
+    EXPECT_EQ(VornToolsCommon::getSelectedProductsAndDesignTables(products, files), S_OK);
+    EXPECT_EQ(textsOf(files), Texts({file}));
+    ASSERT_EQ(products.Size(), 1);
+    static_cast<CATIProduct*>(products[1])->Release();
+}
+
+TEST_F(DesignTablesTest, NullsAreReported) {
+    CATListValCATISpecObject_var tables;
+    CATUnicodeString text("stale");
+    EXPECT_EQ(VornToolsCommon::getDesignTableList(nullptr, nullptr, 0, &tables), E_FAIL);
+    EXPECT_EQ(VornToolsCommon::getDesignTableList(bolt.get(), nullptr, 0, nullptr), E_FAIL);
+    EXPECT_EQ(VornToolsCommon::getDesignTableFullFilename(nullptr, text), E_FAIL);
+    EXPECT_TRUE(text.IsNull());
+    EXPECT_EQ(Sheets().read(embedded::Document()), E_FAIL);
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableList 9001 ip_document",
+                                "VornToolsCommon::getDesignTableList 9001 iop_design_tables",
+                                "VornToolsCommon::getDesignTableFullFilename 9001 ipi_design_table",
+                                "VornToolsCommon::getDesignTableSheet 9001 ip_document"}));
+}
+
+TEST_F(DesignTablesTest, Sweep) {
+    const auto analysis = session().document(path("A.CATAnalysis"));
+    const auto process = session().document(path("P.CATProcess"));
+    const auto top = session().product(path("R.CATProduct"));
+    addTable(embedded::parametersOf(analysis, "AnalysisManager", "Analysis Manager").addSet("Relations"));
+    addTable(embedded::parametersOf(process, "Process", "Process").addSet("Relations"));
+    const auto instance = top.root().add(bolt, "Bolt.1");
+    auto table = addTable(feature);
+    embedded::addDesignTable(embedded::parametersOf(top.root()), "Top", file).associate("L", length);
+    auto windows = embedded::Windows::current();
+    windows.open(top);
+    windows.select(embedded::SelectionPath(instance).designTable(bolt, "DT.1"));
+    windows.select(instance);
+
+    using Call = HRESULT (*)(CATDocument*, CATListValCATISpecObject_var*);
+    const auto appended = [](Call call, const embedded::Document& document) {
+        return [call, document]() -> SweepOutcome {
+            CATListValCATISpecObject_var tables;
+            const HRESULT code = call(document.get(), &tables);
+            return {code, tables.Size() == 0};
+        };
+    };
+    sweepFailures({"VornToolsCommon::getDesignTableInAnalysisDocument",
+                   appended(&VornToolsCommon::getDesignTableInAnalysisDocument, analysis)});
+    sweepFailures({"VornToolsCommon::getDesignTableInProcessDocument",
+                   appended(&VornToolsCommon::getDesignTableInProcessDocument, process)});
+    const Call part = [](CATDocument* document, CATListValCATISpecObject_var* tables) {
+        return VornToolsCommon::getDesignTableInPartDocument(document, nullptr, 0, tables);
+    };
+    sweepFailures({"VornToolsCommon::getDesignTableInPartDocument", appended(part, bolt)});
+    const Call any = [](CATDocument* document, CATListValCATISpecObject_var* tables) {
+        return VornToolsCommon::getDesignTableList(document, nullptr, 0, tables);
+    };
+    sweepFailures({"VornToolsCommon::getDesignTableList", appended(any, top)});
+
+    using Read = HRESULT (*)(CATIDesignTable*, CATUnicodeString&);
+    const std::pair<const char*, Read> reads[] = {
+        {"VornToolsCommon::getDesignTableFullFilename", &VornToolsCommon::getDesignTableFullFilename},
+        {"VornToolsCommon::getDesignTableNameProperty", &VornToolsCommon::getDesignTableNameProperty},
+        {"VornToolsCommon::getDesignTableName", &VornToolsCommon::getDesignTableName}};
+    for (const auto& read : reads)
+        sweepFailures({read.first, [&]() -> SweepOutcome {
+                           CATUnicodeString text("stale");
+                           const HRESULT code = read.second(table.get(), text);
+                           return {code, text.IsNull() != 0};
+                       }});
+    for (const auto& document : {bolt, top})
+        sweepFailures({"VornToolsCommon::getDesignTableSheet", [&]() -> SweepOutcome {
+                           Sheets read;
+                           const HRESULT code = read.read(document);
+                           return {code, read.paths.Size() + read.sheets.Size() + read.names.Size() == 0};
+                       }});
+    sweepFailures({"VornToolsCommon::readDesignTableInformation", [&]() -> SweepOutcome {
+                       CATUnicodeString path("stale"), fileName, text, associated, tableName;
+                       int sheet = 1;
+                       int configuration = 1;
+                       const HRESULT code = VornToolsCommon::readDesignTableInformation(
+                           CATISpecObject_var(table.specObject()), "", nullptr, path, fileName, sheet, configuration,
+                           text, associated, tableName);
+                       return {code, path.IsNull() && text.IsNull() && sheet == 0 && configuration == 0};
+                   }});
+    sweepFailures({"VornToolsCommon::getAllProductsAndDesignTablesNames", [&]() -> SweepOutcome {
+                       CATListValCATUnicodeString names, files;
+                       CATListPtrCATIProduct products;
+                       const HRESULT code = VornToolsCommon::getAllProductsAndDesignTablesNames(top.get(), nullptr, 1,
+                                                                                                names, products, files);
+                       for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
+                       return {code, names.Size() + products.Size() + files.Size() == 0};
+                   }});
+    sweepFailures({"VornToolsCommon::getSelectedProductsAndDesignTables", [&]() -> SweepOutcome {
+                       CATListPtrCATBaseUnknown products;
+                       CATListValCATUnicodeString files;
+                       const HRESULT code = VornToolsCommon::getSelectedProductsAndDesignTables(products, files);
+                       for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
+                       return {code, products.Size() + files.Size() == 0};
+                   }});
+}
+
+} // namespace
