@@ -349,6 +349,14 @@ public:
      * where the client is not installed; the client's code otherwise */
     static HRESULT startSkylane();
 
+    // Instance properties ---------------------------------------------------------------------------------------------
+
+    /** Sets the name ("InstanceName") and the description ("DescriptionInst") of an instance; other names are passed
+     * over. The lists are parallel. The integration's lines of a description below a component go first.
+     * @return E_FAIL when one of them was refused, which is reported; the others are written all the same */
+    static HRESULT setInstanceProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString i_names,
+                                         CATListValCATUnicodeString i_values);
+
 private:
     friend struct VornToolsCommonTestAccess;
 
