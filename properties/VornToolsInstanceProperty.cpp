@@ -150,23 +150,24 @@ CATUnicodeString textOf(int i_value, const char*) {
 
 CATUnicodeString textOf(const CATUnicodeString& i_value, const char*) { return i_value; }
 
-/** The values of a list joined as they were given. @return false when there is no list, or nothing in it */
+/** The values of a list joined as they were given. @return S_FALSE for an empty list, E_FAIL without one */
 template <class List>
-bool joinValues(const List* ip_owned_list, const char* i_real_format, CATUnicodeString& o_text) {
+HRESULT joinValues(const List* ip_owned_list, const char* i_real_format, CATUnicodeString& o_text) {
     const std::unique_ptr<const List> list(ip_owned_list);
-    if (!list || list->Size() == 0) return false;
+    if (!list) return E_FAIL;
+    if (list->Size() == 0) return S_FALSE;
     CATListValCATUnicodeString texts;
     for (int i = 1; i <= list->Size(); ++i) texts.Append(textOf((*list)[i], i_real_format));
-    return SUCCEEDED(UTILString::concat(texts, kValueSeparator, o_text));
+    return FAILED(UTILString::concat(texts, kValueSeparator, o_text)) ? E_FAIL : S_OK;
 }
 
-/** The values of a parameter that keeps several. @return false when it keeps none */
-bool readSeveral(CATICkeParm* ipi_parameter, VornToolsInstanceProperty::EnumPropertyType i_type,
-                 const char* i_real_format, CATUnicodeString& o_text) {
+/** The values of a parameter that keeps several. @return S_FALSE when it keeps none */
+HRESULT readSeveral(CATICkeParm* ipi_parameter, VornToolsInstanceProperty::EnumPropertyType i_type,
+                    const char* i_real_format, CATUnicodeString& o_text) {
     const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_parameter);
-    if (!sp_access) return false;
+    if (!sp_access) return E_FAIL;
     const auto sp_key = keyOf(sp_access.get(), kListOfValues);
-    if (!sp_key) return false;
+    if (!sp_key) return S_FALSE;
     if (i_type == VornToolsInstanceProperty::PropertyInteger)
         return joinValues(sp_access->GetListInteger(sp_key.get()), i_real_format, o_text);
     if (i_type == VornToolsInstanceProperty::PropertyReal)
@@ -180,7 +181,8 @@ HRESULT readParameter(CATICkeParm* ipi_parameter, const char* i_real_format,
     const CATUnicodeString type_name = typeNameOf(ipi_parameter);
     if (type_name.IsNull()) return E_FAIL;
     o_type = propertyTypeOf(type_name);
-    if (readSeveral(ipi_parameter, o_type, i_real_format, o_text)) return S_OK;
+    const HRESULT code = readSeveral(ipi_parameter, o_type, i_real_format, o_text);
+    if (code != S_FALSE) return code;
     o_text = "";
     if (!ipi_parameter->IsSet()) return S_OK;
     const CATICkeInst_var sp_value = ipi_parameter->Value();

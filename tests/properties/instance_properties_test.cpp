@@ -63,7 +63,7 @@ protected:
         Type type = Service::PropertyBoolean;
         CATUnicodeString value("before");
         EXPECT_EQ(Service::getAttribute(product.get(), name, found, type, value), expected) << name;
-        if (!found) EXPECT_TRUE(type == Service::PropertyString && value.IsNull());
+        EXPECT_TRUE(found || (type == Service::PropertyString && value.IsNull()));
         return found ? std::to_string(static_cast<int>(type)) + " " + value.ConvertToChar() : "none";
     }
     static HRESULT set(const embedded::Product& product, const char* name, Type type, const char* value) {
