@@ -158,7 +158,10 @@ HRESULT joinValues(const List* ip_owned_list, const char* i_real_format, CATUnic
     if (list->Size() == 0) return S_FALSE;
     CATListValCATUnicodeString texts;
     for (int i = 1; i <= list->Size(); ++i) texts.Append(textOf((*list)[i], i_real_format));
-    return FAILED(UTILString::concat(texts, kValueSeparator, o_text)) ? E_FAIL : S_OK;
+    const HRESULT code = UTILString::concat(texts, kValueSeparator, o_text);
+    const bool lost = FAILED(code) || (texts.Size() > 1 && o_text.IsNull());
+    if (lost) o_text = "";
+    return lost ? E_FAIL : S_OK;
 }
 
 /** The values of a parameter that keeps several. @return S_FALSE when it keeps none */
@@ -263,6 +266,8 @@ HRESULT VornToolsInstanceProperty::createMaroInstanceProperty(CATIProduct* ipi_i
     if (!sp_key) return E_FAIL;
     auto sp_set =
         InterfacePtr<CATICkeParameterSet>::adopt(getUserInstancePropertiesParameterSet(sp_access.get(), sp_key.get()));
+    // A list with something in it that cannot be read must not get a second set.
+    if (!sp_set && sp_access->TestAttributeValue(sp_key.get())) return frame.missing("pi_set");
     if (!sp_set && may_create) sp_set = addSet(frame, sp_container, sp_access.get(), sp_key.get());
     if (!sp_set) return E_FAIL;
 
