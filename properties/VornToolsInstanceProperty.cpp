@@ -113,6 +113,19 @@ ParameterList parametersOf(CATICkeParameterSet* ipi_set) {
     return result;
 }
 
+/** The first parameter of a name. @param o_readable false when a member that does not answer may have been it */
+InterfacePtr<CATICkeParm> lookFor(CATICkeParameterSet* ipi_set, const CATUnicodeString& i_name, bool& o_readable) {
+    const ParameterList list(ipi_set->Parameters());
+    o_readable = list != nullptr;
+    for (int i = 1; list && i <= list->Size(); ++i) {
+        auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*list)[i]));
+        const CATUnicodeString name = sp_parameter ? nameOf(sp_parameter.get()) : CATUnicodeString();
+        if (sp_parameter && name == i_name) return sp_parameter;
+        if (name.IsNull()) o_readable = false;
+    }
+    return {};
+}
+
 struct NamedParameter {
     CATUnicodeString name;
     InterfacePtr<CATICkeParm> parameter;
@@ -272,12 +285,13 @@ HRESULT VornToolsInstanceProperty::createMaroInstanceProperty(CATIProduct* ipi_i
     if (!sp_set) return E_FAIL;
 
     const CATUnicodeString type = propertyTypeToString(i_type);
-    const auto sp_parameter = InterfacePtr<CATICkeParm>::adopt(getParameter(sp_set.get(), i_name));
+    bool readable = true;
+    const auto sp_parameter = lookFor(sp_set.get(), i_name, readable);
     if (sp_parameter) {
         o_created = 0;
         return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value, type);
     }
-    if (!may_create) return E_FAIL;
+    if (!may_create || !readable) return E_FAIL; // no second one of a name
     const auto sp_publisher = sp_set.query<CATIParmPublisher>();
     return VornToolsCADDOCProperties::createParameter(sp_factory.get(), sp_publisher.get(), i_name, i_value, type, 0, 0,
                                                       1);
@@ -418,12 +432,8 @@ CATICkeParameterSet* VornToolsInstanceProperty::getUserInstancePropertiesParamet
 
 CATICkeParm* VornToolsInstanceProperty::getParameter(CATICkeParameterSet* ipi_set, const CATUnicodeString& i_name) {
     if (!ipi_set) return nullptr;
-    const ParameterList list(ipi_set->Parameters());
-    for (int i = 1; list && i <= list->Size(); ++i) {
-        auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*list)[i]));
-        if (sp_parameter && nameOf(sp_parameter.get()) == i_name) return sp_parameter.detach();
-    }
-    return nullptr;
+    bool readable = true;
+    return lookFor(ipi_set, i_name, readable).detach();
 }
 
 CATUnicodeString VornToolsInstanceProperty::propertyTypeToString(EnumPropertyType i_type) {
