@@ -304,7 +304,7 @@ TEST_F(InstancePropertiesTest, EveryPlatformCallMayFail) {
     ASSERT_EQ(create(frame, Service::PropertyReal, "R", "0.5@=@2", false, 1), S_OK);
     const auto reset = [this] {
         reports();
-        frame.description("KETO_ID_7\nuser").instanceName("Frame.1");
+        frame.description("user").instanceName("Frame.1");
         Service::updateMaroInstanceProperty(frame.get(), Service::PropertyString, "A", "x");
     };
     sweepFailures({"VornToolsInstanceProperty::createMaroInstanceProperty",
