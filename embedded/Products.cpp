@@ -199,6 +199,10 @@ HRESULT ProductObject::GetPrdInstanceName(CATUnicodeString& oName) {
     return textAnswer(called("CATIProduct::GetPrdInstanceName"), instanceName(), oName);
 }
 
+HRESULT ProductObject::SetPrdInstanceName(const CATUnicodeString iName) {
+    return failing("CATIProduct::SetPrdInstanceName") || !rename(toBytes(iName)) ? E_FAIL : S_OK;
+}
+
 CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) const {
     static const std::pair<const char*, const IID*> interfaces[] = {{"CATIProduct", &IID_CATIProduct},
                                                                     {"CATIPrdProperties", &IID_CATIPrdProperties},

@@ -98,6 +98,7 @@ public:
     CATUnicodeString GetPartNumber() const override;
     void SetPartNumber(const CATUnicodeString& iPartNumber) override;
     HRESULT GetPrdInstanceName(CATUnicodeString& oName) override;
+    HRESULT SetPrdInstanceName(const CATUnicodeString iName) override;
     CATListValCATBaseUnknown_var* GetChildren(const char* iIntfId) const override;
     int GetChildrenCount() const override;
 

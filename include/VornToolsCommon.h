@@ -400,6 +400,7 @@ public:
     /** The parameters of a drawing, at any depth. @param ipi_drawing the drawing of the document */
     static HRESULT getDrawingParameters(CATDocument* ip_document, CATIDrawing* ipi_drawing,
                                         CATListValCATISpecObject_var& o_parameters);
+
     // Design tables ---------------------------------------------------------------------------------------------------
 
     // A part is read in design mode: its root product is switched there, through the switcher when one is given, and
@@ -475,6 +476,14 @@ public:
      * @return E_FAIL, unreported, without an editor or its selection */
     static HRESULT getSelectedProductsAndDesignTables(CATListPtrCATBaseUnknown& o_products,
                                                       CATListValCATUnicodeString& o_design_table_files);
+
+    // Instance properties ---------------------------------------------------------------------------------------------
+
+    /** Sets the name ("InstanceName") and the description ("DescriptionInst") of an instance; other names are passed
+     * over. The lists are parallel. The integration's lines of a description below a component go first.
+     * @return E_FAIL when one of them was refused, which is reported; the others are written all the same */
+    static HRESULT setInstanceProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString i_names,
+                                         CATListValCATUnicodeString i_values);
 
 private:
     friend struct VornToolsCommonTestAccess;

@@ -30,6 +30,8 @@ public:
     /** For references; nothing happens at any other product. */
     virtual void SetPartNumber(const CATUnicodeString& iPartNumber) = 0;
     virtual HRESULT GetPrdInstanceName(CATUnicodeString& oName) = 0;
+    /** @return E_FAIL when a brother has that name, and for a reference */
+    virtual HRESULT SetPrdInstanceName(const CATUnicodeString iName) = 0;
     /** Direct children in this product's context, as objects of the named interface. The caller deletes the list;
      * null is possible. */
     virtual CATListValCATBaseUnknown_var* GetChildren(const char* iIntfId = "CATIProduct") const = 0;
