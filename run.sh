@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the command line and runs it: ./run.sh shows the state of the example workspace, ./run.sh ARGUMENT... runs
-# vorntools with these arguments. Installs missing Debian packages first.
+# Builds the command line and runs it: ./run.sh shows the library's kinds of work on the example workspace,
+# ./run.sh ARGUMENT... runs vorntools with these arguments. Installs missing Debian packages first.
 set -euo pipefail
 root=$(cd "$(dirname "$0")" && pwd)
 
@@ -14,18 +14,16 @@ build() {
     fi
 }
 
-# File times decide what counts as modified and a checkout does not keep them, so the workspace is set up in a copy.
-# Prints the folder.
-prepare_workspace() {
-    local copy=$root/build/workspace
-    if [ -x "$root/examples/prepare_workspace.sh" ]; then
-        rm -rf "$copy"
-        "$root/examples/prepare_workspace.sh" "$copy" >&2
-        echo "$copy"
-    else
-        echo "$root/examples/workspace"
-    fi
+# Runs vorntools and shows what was run. Its status 1 says that there are findings, which the example has on purpose.
+show() {
+    echo
+    echo "\$ vorntools $*"
+    local code=0
+    (cd "$examples" && "$root/build/linux/bin/vorntools" "$@") || code=$?
+    [ $code -le 1 ] || exit $code
 }
+
+heading() { printf '\n# %s\n' "$1"; }
 
 "$root/cmake/install_packages.sh" build
 [ -x "$root/build/linux/bin/vorntools" ] || echo "Building; the first time takes a minute." >&2
@@ -34,8 +32,39 @@ if [ $# -gt 0 ]; then
     exec "$root/build/linux/bin/vorntools" "$@"
 fi
 
-workspace=$(prepare_workspace)
-code=0
-"$root/build/linux/bin/vorntools" status "$workspace" || code=$?
-# 1 says that there are findings: the example has a modified document on purpose.
-[ $code -le 1 ] || exit $code
+# File times decide what counts as modified and a checkout does not keep them, so everything is set up in a copy.
+examples=$root/build/examples
+rm -rf "$examples"
+mkdir -p "$examples"
+"$root/examples/prepare_workspace.sh" "$examples/workspace" >&2
+cp -R "$root/examples/gear-pump.json" "$root/examples/exchange" "$examples"
+
+session=gear-pump.json
+
+heading "Documents, windows, products and selection of a session"
+show run $session documents
+show run $session windows --find DriveGear.CATPart
+show run $session selection
+
+heading "State of the documents, by their DAT files"
+show status workspace
+show run $session checksums
+
+heading "Files exchanged with the PDM client"
+show exchange result exchange
+show exchange highlight exchange
+show exchange session exchange --session $session
+cat "$examples/exchange/CADFilesInSession.txt"
+
+heading "Links of the documents, found in their bytes"
+show links workspace
+
+heading "Properties, parameters, design tables and scenes; work modes"
+show run $session properties
+show run $session parameters
+show run $session attributes
+show run $session instances
+show run $session design-tables
+show run $session scenes
+show run $session masks
+show run $session switch 'GP-100\Housing.1' --to design

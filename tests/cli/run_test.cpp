@@ -87,6 +87,52 @@ TEST_F(RunCommandTest, PropertiesAndParametersAreReadSetAndSaved) {
     EXPECT_EQ(runExample("properties --set Material=x:s"), 2);
 }
 
+TEST_F(RunCommandTest, AttributesAndInstancesAreReadSetAndSaved) {
+    EXPECT_EQ(runExample("attributes --json --document DriveGear.CATPart --set Teeth=19:i --set Finish=matt:s --save " +
+                         quoted("after.json")),
+              0);
+    EXPECT_EQ(run("run " + quoted("after.json") + " attributes --json"), 0);
+    EXPECT_EQ(
+        values({"document", "name", "value"}),
+        (Texts{R"("DriveGear.CATPart" | "Teeth" | "19")", R"("DriveGear.CATPart" | "Width" | "18mm")",
+               R"("DriveGear.CATPart" | "ItemID" | "GP-103")", R"("DriveGear.CATPart" | "Finish" | "matt")",
+               R"("GearPump.CATDrawing" | "Definition" | "")", R"("GearPump.CATDrawing" | "Revision" | "")",
+               R"("GearPump.CATDrawing" | "EBS_ItemRevName" | "")", R"("GearPump.CATDrawing" | "EBS_DatasetUid" | "")",
+               R"("GearPump.CATDrawing" | "EBS_DatasetLastVersion" | "")"}));
+    EXPECT_EQ(runExample("attributes --document DriveGear.CATPart --set Teeth=many:i"), 1);
+    EXPECT_NE(content("err").find("unable to set the value to the Teeth parameter"), std::string::npos);
+    EXPECT_EQ(runExample("attributes --document GearPump.CATDrawing --set A=b:s"), 1);
+    EXPECT_EQ(runExample("attributes --document Absent.CATPart"), 2);
+
+    EXPECT_EQ(runExample("instances --product 'GP-100\\Drive' --set Mass=1.25:d --set DescriptionInst=left:s "
+                         "--set InstanceName=Drive.9:s --save " +
+                         quoted("after.json")),
+              0);
+    EXPECT_EQ(run("run " + quoted("after.json") + " instances --json"), 0);
+    EXPECT_EQ(values({"product", "name", "value"}),
+              (Texts{R"("GP-100\\Drive.9" | "DescriptionInst" | "left")", R"("GP-100\\Drive.9" | "Position" | "left")",
+                     R"("GP-100\\Drive.9" | "Mass" | "1.25")"}));
+    EXPECT_EQ(runExample("instances --product 'GP-100\\Shaft.1' --set Mass=1.25:d"), 1) << "stored elsewhere";
+    EXPECT_EQ(runExample("instances --product 'GP-100\\Drive' --set Mass=1.25:x"), 2);
+}
+
+TEST_F(RunCommandTest, DesignTablesAndWhatChangedInThem) {
+    EXPECT_EQ(runExample("design-tables --json"), 0);
+    EXPECT_EQ(values({"document", "table", "file", "sheet", "configuration", "checksum", "associated_files"}),
+              Texts{R"("DriveGear.CATPart" | "DesignTable.1" | "DriveGear.txt" | 1 | 1 | )"
+                    R"("fc6709bfdf0572f183c1a84ce5276e96" | [])"});
+    EXPECT_EQ(runExample("checksums --json"), 1);
+    EXPECT_EQ(values({"sheet", "configuration", "checksum", "recorded", "changed"}),
+              (Texts{R"("1" | "1" | "fc6709bfdf0572f183c1a84ce5276e96" | "fc6709bfdf0572f183c1a84ce5276e96" | false)",
+                     R"("1" | "2" | "abdbeb4d8dbe30df8430a8394b7218ef" | "44cd7a8f7f9f85129b9953950665064d" | true)"}));
+    EXPECT_EQ(runExample("checksums --json 1:2 2:1"), 0);
+    EXPECT_EQ(values({"sheet", "configuration", "checksum", "recorded", "changed"}),
+              (Texts{R"("1" | "2" | "abdbeb4d8dbe30df8430a8394b7218ef" | null | null)",
+                     R"("2" | "1" | null | null | null)"}));
+    for (const char* entry : {"1", "1:", "1:2x", "x:1"})
+        EXPECT_EQ(runExample(std::string("checksums ") + entry), 2) << entry;
+}
+
 TEST_F(RunCommandTest, BadSessionsAndTopics) {
     EXPECT_EQ(run("run " + quoted("absent.json") + " documents"), 2);
     write("bad.json", R"({"documents": [{"nam": "x"}]})");

@@ -30,6 +30,17 @@ int Topics::run() const {
     return ExitUnusable;
 }
 
+namespace {
+
+/** A list of texts as one text; "-" for none. */
+std::string joined(const Json& texts) {
+    std::string all;
+    for (const Json& text : texts) all += (all.empty() ? "" : ", ") + text.get<std::string>();
+    return all.empty() ? "-" : all;
+}
+
+} // namespace
+
 void Listing::add(std::vector<Json> values) {
     if (m_json) {
         Json object = Json::object();
@@ -41,6 +52,8 @@ void Listing::add(std::vector<Json> values) {
     for (const Json& value : values) {
         if (value.is_string())
             row.push_back(value.get<std::string>());
+        else if (value.is_array())
+            row.push_back(joined(value));
         else if (value.is_boolean())
             row.emplace_back(value.get<bool>() ? "yes" : "no");
         else
@@ -122,4 +135,6 @@ void addRunCommand(Program& program) {
     addModeTopics(**topics);
     addSceneTopics(**topics);
     addPropertyTopics(**topics);
+    addAttributeTopics(**topics);
+    addDesignTableTopics(**topics);
 }

@@ -41,7 +41,7 @@ private:
 class Listing {
 public:
     Listing(bool json, std::vector<const char*> keys) : m_json(json), m_keys(std::move(keys)) {}
-    /** One value a key. */
+    /** One value a key: texts, numbers, truth values, lists of texts. */
     void add(std::vector<Json> values);
     /** Prints the table. */
     void print() const;
@@ -66,5 +66,7 @@ void addSessionTopics(Topics& topics);
 void addModeTopics(Topics& topics);
 void addSceneTopics(Topics& topics);
 void addPropertyTopics(Topics& topics);
+void addAttributeTopics(Topics& topics);
+void addDesignTableTopics(Topics& topics);
 
 #endif

@@ -1,11 +1,9 @@
-#include "tools/vorntools/RunCommand.h"
+#include "tools/vorntools/RunValues.h"
 
 #include "CATIProduct.h"
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
 #include "VornToolsWorkModeServices.h"
-
-#include "embedded/SessionFile.h"
 
 #include <array>
 
@@ -68,12 +66,7 @@ int switchProducts(bool json, const SwitchOptions& options, bool restores) {
         listing.add(rows[i]);
     }
     listing.print();
-    if (!options.save.empty()) {
-        const embedded::SessionFileResult saved = embedded::saveSession(options.save);
-        if (!saved.ok) complain(saved.error);
-        if (!saved.ok) return ExitUnusable;
-    }
-    return followed ? ExitFine : ExitFindings;
+    return saveSession(options.save, followed ? ExitFine : ExitFindings);
 }
 
 void addSwitchTopic(Topics& topics, const char* name, const char* description, bool restores) {

@@ -1,83 +1,27 @@
-#include "tools/vorntools/RunCommand.h"
+#include "tools/vorntools/RunValues.h"
 
-#include "CATICkeParameterSet.h"
-#include "CATICkeParm.h"
+#include "CATIPrdProperties.h"
 #include "CATIProduct.h"
-#include "CATISpecObject.h"
-#include "VornToolsCADDOCProperties.h"
 #include "VornToolsCommon.h"
+#include "VornToolsInstanceProperty.h"
 
 #include "embedded/Parameters.h"
-#include "embedded/SessionFile.h"
 
-#include <memory>
+#include <map>
 
 namespace {
 
-/** What the topics of this file share. */
-struct ValueOptions {
-    std::string product;
-    std::vector<std::string> assignments; ///< "name=value:type"
-    std::string save;
-};
-
-struct Assignment {
-    CATUnicodeString name, value, type;
-};
-
-/** The type stands behind the last colon, one letter; the name in front of the first equals sign. */
-bool parse(const std::string& text, Assignment& assignment) {
-    const std::size_t equals = text.find('=');
-    const std::size_t colon = text.rfind(':');
-    if (equals == std::string::npos || equals == 0 || colon == std::string::npos || colon < equals ||
-        colon + 2 != text.size()) {
-        complain("NAME=VALUE:TYPE is expected, not " + text);
-        return false;
-    }
-    assignment = {textOf(text.substr(0, equals)), textOf(text.substr(equals + 1, colon - equals - 1)),
-                  textOf(text.substr(colon + 1))};
-    return true;
-}
-
-bool parseAll(const std::vector<std::string>& texts, std::vector<Assignment>& assignments) {
-    for (const std::string& text : texts) {
-        assignments.emplace_back();
-        if (!parse(text, assignments.back())) return false;
-    }
-    return true;
-}
-
-int save(const std::string& file, int code) {
-    if (file.empty() || code == ExitUnusable) return code;
-    const embedded::SessionFileResult saved = embedded::saveSession(file);
-    if (!saved.ok) complain(saved.error);
-    return saved.ok ? code : int{ExitUnusable};
-}
-
-/** All products, or the one that is asked for; false when there is none of that name. */
-bool chooseProducts(const std::string& path, std::vector<ListedProduct>& products) {
-    products = allProducts();
-    if (path.empty()) return true;
-    const embedded::Product product = findProduct(path);
-    products.assign(1, {product, path});
-    return static_cast<bool>(product);
-}
-
 int runProperties(bool json, const ValueOptions& options) {
     std::vector<ListedProduct> products;
-    std::vector<Assignment> assignments;
-    if (!chooseProducts(options.product, products) || !parseAll(options.assignments, assignments)) return ExitUnusable;
-    CATListValCATUnicodeString names, values, types;
-    for (const Assignment& assignment : assignments) {
-        names.Append(assignment.name);
-        values.Append(assignment.value);
-        types.Append(assignment.type);
-    }
+    Assignments assignments;
+    if (!chooseProducts(options.object, products) || !parseAssignments(options.assignments, assignments))
+        return ExitUnusable;
     int code = ExitFine;
     Listing listing(json, {"product", "name", "value"});
     for (const ListedProduct& listed : products) {
-        if (names.Size() > 0 &&
-            FAILED(VornToolsCommon::setUserProperties(listed.product.get(), names, values, types))) {
+        if (assignments.names.Size() > 0 &&
+            FAILED(VornToolsCommon::setUserProperties(listed.product.get(), assignments.names, assignments.values,
+                                                      assignments.types))) {
             complain("not every property of " + listed.path + " can be set");
             code = ExitFindings;
         }
@@ -86,88 +30,96 @@ int runProperties(bool json, const ValueOptions& options) {
         for (int i = 1; i <= found.Size(); ++i) listing.add({listed.path, bytesOf(found[i]), bytesOf(texts[i])});
     }
     listing.print();
-    return save(options.save, code);
+    return saveSession(options.save, code);
 }
 
-/** The parameter set of the reference that a product shows, with its parameters as parallel lists. */
-class ParameterList {
-public:
-    explicit ParameterList(const embedded::Product& product) {
-        VornToolsCADDOCProperties* const service = VornToolsCADDOCProperties::getInstance();
-        CATISpecObject* const feature = embedded::parametersOf(product.reference()).get();
-        if (!service) return;
-        CATICkeParameterSet* set = nullptr;
-        if (feature) service->getParameterSet(feature, set);
-        CATListValCATBaseUnknown_var* received = nullptr;
-        if (set) service->getListOfParameters(set, received, names, values, types, flags);
-        if (set) set->Release();
-        m_parameters.reset(received);
-        service->Release();
-    }
-
-    /** Gives the parameter of a name another value; false when there is none or it refuses. */
-    bool update(const Assignment& assignment) const {
-        for (int i = 1; m_parameters && i <= m_parameters->Size() && i <= names.Size(); ++i) {
-            if (names[i] != assignment.name) continue;
-            CATBaseUnknown* const object = (*m_parameters)[i];
-            void* received = nullptr;
-            if (!object || FAILED(object->QueryInterface(IID_CATICkeParm, &received)) || !received) return false;
-            auto* const parameter = static_cast<CATICkeParm*>(received);
-            const HRESULT code = VornToolsCADDOCProperties::updateParameter(parameter, assignment.name,
-                                                                            assignment.value, assignment.type);
-            parameter->Release();
-            return SUCCEEDED(code);
-        }
-        return false;
-    }
-
-    CATListValCATUnicodeString names, values, types, flags;
-
-private:
-    std::unique_ptr<CATListValCATBaseUnknown_var> m_parameters;
-};
+CATISpecObject* featureOf(const embedded::Product& product) {
+    return embedded::parametersOf(product.reference()).get();
+}
 
 int runParameters(bool json, const ValueOptions& options) {
     std::vector<ListedProduct> products;
-    std::vector<Assignment> assignments;
-    if (!chooseProducts(options.product, products) || !parseAll(options.assignments, assignments)) return ExitUnusable;
-    if (!assignments.empty()) {
-        const ParameterList parameters(products.front().product);
-        for (const Assignment& assignment : assignments) {
-            if (parameters.update(assignment)) continue;
-            complain("no parameter " + bytesOf(assignment.name) + " that takes this value");
-            return ExitUnusable;
-        }
+    Assignments assignments;
+    if (!chooseProducts(options.object, products) || !parseAssignments(options.assignments, assignments))
+        return ExitUnusable;
+    for (int i = 1; i <= assignments.names.Size(); ++i) {
+        const ParameterList parameters(featureOf(products.front().product));
+        if (parameters.update(assignments.names[i], assignments.values[i], assignments.types[i])) continue;
+        complain("no parameter " + bytesOf(assignments.names[i]) + " that takes this value");
+        return ExitUnusable;
     }
     Listing listing(json, {"product", "name", "value", "type", "read_only"});
     for (const ListedProduct& listed : products) {
-        const ParameterList list(listed.product);
+        const ParameterList list(featureOf(listed.product));
         for (int i = 1; i <= list.names.Size(); ++i)
             listing.add({listed.path, bytesOf(list.names[i]), bytesOf(list.values[i]), bytesOf(list.types[i]),
                          bytesOf(list.flags[i]) == "true"});
     }
     listing.print();
-    return save(options.save, ExitFine);
+    return saveSession(options.save, ExitFine);
 }
 
-void addValueTopic(Topics& topics, const char* name, const char* description,
-                   int (*run)(bool json, const ValueOptions& options)) {
-    const auto common = topics.options();
-    const auto options = std::make_shared<ValueOptions>();
-    CLI::App& topic = topics.add(name, description, [common, options, run] { return run(common->json, *options); });
-    CLI::Option* const product =
-        topic.add_option("--product", options->product, "Only this product, by the path that is shown")
-            ->type_name("PRODUCT");
-    topic.add_option("--set", options->assignments, "New value; types: s text, i integer, b truth value, d number")
-        ->needs(product)
-        ->type_name("NAME=VALUE:TYPE");
-    topic.add_option("--save", options->save, "Session file that receives the session as it is afterwards")
-        ->type_name("FILE");
+constexpr const char* kInstanceName = "InstanceName";
+constexpr const char* kDescription = "DescriptionInst";
+
+/** The platform's own name and description of an instance go one way, the properties of the PDM side another. */
+HRESULT writeToInstance(CATIProduct* instance, const CATUnicodeString& name, const CATUnicodeString& value, char type) {
+    using Property = VornToolsInstanceProperty;
+    if (name == kInstanceName || name == kDescription) {
+        CATListValCATUnicodeString names, values;
+        names.Append(name);
+        values.Append(value);
+        return VornToolsCommon::setInstanceProperties(instance, names, values);
+    }
+    const std::map<char, Property::EnumPropertyType> types = {{'s', Property::PropertyString},
+                                                              {'i', Property::PropertyInteger},
+                                                              {'b', Property::PropertyBoolean},
+                                                              {'d', Property::PropertyReal}};
+    return Property::setAttribute(instance, name, types.at(type), value);
+}
+
+void listInstance(CATIProduct* instance, Listing& listing) {
+    CATUnicodeString path;
+    VornToolsCommon::getProductPath(instance, path);
+    void* received = nullptr;
+    if (SUCCEEDED(instance->QueryInterface(IID_CATIPrdProperties, &received)) && received) {
+        auto* const properties = static_cast<CATIPrdProperties*>(received);
+        CATUnicodeString description;
+        properties->GetDescriptionInst(description);
+        properties->Release();
+        if (!description.IsNull()) listing.add({bytesOf(path), kDescription, bytesOf(description)});
+    }
+    CATListValCATUnicodeString names, values;
+    VornToolsInstanceProperty::getAllMaroInstancePropertiesNamesAndValues(instance, names, values);
+    for (int i = 1; i <= names.Size(); ++i) listing.add({bytesOf(path), bytesOf(names[i]), bytesOf(values[i])});
+}
+
+int runInstances(bool json, const ValueOptions& options) {
+    std::vector<ListedProduct> products;
+    Assignments assignments;
+    if (!chooseProducts(options.object, products) || !parseAssignments(options.assignments, assignments))
+        return ExitUnusable;
+    int code = ExitFine;
+    for (int i = 1; i <= assignments.names.Size(); ++i) {
+        const CATUnicodeString& name = assignments.names[i];
+        const char type = bytesOf(assignments.types[i]).front();
+        if (SUCCEEDED(writeToInstance(products.front().product.get(), name, assignments.values[i], type))) continue;
+        complain(bytesOf(name) + " of " + products.front().path + " cannot be set");
+        code = ExitFindings;
+    }
+    Listing listing(json, {"product", "name", "value"});
+    for (const ListedProduct& listed : products)
+        if (FAILED(listed.product.get()->IsReference())) listInstance(listed.product.get(), listing);
+    listing.print();
+    return saveSession(options.save, code);
 }
 
 } // namespace
 
 void addPropertyTopics(Topics& topics) {
-    addValueTopic(topics, "properties", "User properties of every product", runProperties);
-    addValueTopic(topics, "parameters", "Parameters in the set of every product", runParameters);
+    addValueTopic(topics, "properties", "User properties of every product", "--product", "PRODUCT", runProperties);
+    addValueTopic(topics, "parameters", "Parameters in the set of every product", "--product", "PRODUCT",
+                  runParameters);
+    addValueTopic(topics, "instances", "Descriptions of the instances, and what the PDM attached to them", "--product",
+                  "PRODUCT", runInstances);
 }

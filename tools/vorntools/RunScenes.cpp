@@ -1,10 +1,8 @@
-#include "tools/vorntools/RunCommand.h"
+#include "tools/vorntools/RunValues.h"
 
 #include "CATIProduct.h"
 #include "VornToolsMask.h"
 #include "VornToolsScenes.h"
-
-#include "embedded/SessionFile.h"
 
 namespace {
 
@@ -56,10 +54,7 @@ int listMasks(bool json, const MaskOptions& options) {
         listing.add({listed.path, FAILED(code) ? Json() : Json(mask)});
     }
     listing.print();
-    if (options.save.empty()) return ExitFine;
-    const embedded::SessionFileResult saved = embedded::saveSession(options.save);
-    if (!saved.ok) complain(saved.error);
-    return saved.ok ? ExitFine : ExitUnusable;
+    return saveSession(options.save, ExitFine);
 }
 
 } // namespace
