@@ -21,8 +21,13 @@ struct CommonOptions {
     void addTo(CLI::App& command);
     /** Adds "--json" and "--journal". */
     void addOutputTo(CLI::App& command);
+    /** Adds "--session" and "--journal". */
+    void addSessionTo(CLI::App& command);
     /** Loads the session, if one is given. @return false, said on standard error, when it cannot be loaded */
     bool loadSession() const;
+
+private:
+    void addJournalTo(CLI::App& command);
 };
 
 /** The program's commands with what each does. */
@@ -47,6 +52,7 @@ private:
 void addStatusCommand(Program& program);
 void addDatCommand(Program& program);
 void addLinksCommand(Program& program);
+void addReportCommand(Program& program);
 void addExchangeCommand(Program& program);
 void addRunCommand(Program& program);
 void addImportOptionsCommand(Program& program);

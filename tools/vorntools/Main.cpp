@@ -9,12 +9,21 @@
 
 void CommonOptions::addOutputTo(CLI::App& command) {
     command.add_flag("--json", json, "One JSON object a line instead of a table");
-    command.add_option("--journal", journal, "File that receives the journal")->type_name("FILE");
+    addJournalTo(command);
+}
+
+void CommonOptions::addSessionTo(CLI::App& command) {
+    addJournalTo(command);
+    command.add_option("--session", session, "Session file: environment and documents in session")->type_name("FILE");
 }
 
 void CommonOptions::addTo(CLI::App& command) {
-    addOutputTo(command);
-    command.add_option("--session", session, "Session file: environment and documents in session")->type_name("FILE");
+    command.add_flag("--json", json, "One JSON object a line instead of a table");
+    addSessionTo(command);
+}
+
+void CommonOptions::addJournalTo(CLI::App& command) {
+    command.add_option("--journal", journal, "File that receives the journal")->type_name("FILE");
 }
 
 bool CommonOptions::loadSession() const {
@@ -61,6 +70,7 @@ int main(int count, char** values) {
     addStatusCommand(program);
     addDatCommand(program);
     addLinksCommand(program);
+    addReportCommand(program);
     addExchangeCommand(program);
     addRunCommand(program);
     addImportOptionsCommand(program);

@@ -1,0 +1,35 @@
+#ifndef TOOLS_VORNTOOLS_DOCUMENT_STATUS_H
+#define TOOLS_VORNTOOLS_DOCUMENT_STATUS_H
+
+#include "tools/vorntools/Files.h"
+
+#include "VornCache.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+/** What the library makes of one document and its DAT file. */
+struct DocumentStatus {
+    std::string document, dat, layout, itemRevision, dataset, namedReference, loadType, status, reason;
+    int linked = 0;
+    int unresolved = 0;
+    bool designTable = false;
+
+    /** Whether somebody has to look at the document. */
+    bool isFinding() const { return status != "not modified" || unresolved > 0; }
+};
+
+/** Asks the library about one document after the other. */
+class Examiner {
+public:
+    DocumentStatus examine(const FoundDocument& found);
+
+private:
+    static constexpr std::size_t kAnswersPerCache = 64;
+
+    std::unique_ptr<VornCache> m_cache;
+    std::size_t m_asked = 0;
+};
+
+#endif
