@@ -15,7 +15,7 @@ std::uint32_t crc32(const std::string& bytes) {
 
 std::string number(std::uint64_t value, int size) {
     std::string bytes;
-    for (int i = 0; i < size; ++i) bytes += static_cast<char>(value >> 8 * i);
+    for (int i = 0; i < size; ++i, value >>= 8) bytes += static_cast<char>(value & 0xFF);
     return bytes;
 }
 
