@@ -540,6 +540,85 @@ TEST_F(WorkModesTest, FaultsOfTheQuestions) {
     sweepFailures({"VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR", ask, {}, {}, {0}});
 }
 
+TEST_F(WorkModesTest, NothingIsRememberedOfASwitchThatDidNotHappen) {
+    const auto isKnown = [](VornToolsSwitchMgt& switcher, const char* name) {
+        CATIProduct* product = nullptr;
+        return SUCCEEDED(switcher.getCATIProduct(name, product));
+    };
+    for (const SwitchOutcome outcome : {SwitchOutcome::ignored, SwitchOutcome::refused, SwitchOutcome::error}) {
+        embedded::setSwitchOutcome(outcome);
+        VornToolsSwitchMgt switcher{1};
+        EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeVisu, Modes::WorkModeUnknown, "", 0), E_FAIL);
+        EXPECT_EQ(switcher.switchVisu("Bolt.CATPart", bolt.get(), 0), S_OK);
+        EXPECT_FALSE(isKnown(switcher, "Bolt.CATPart"));
+        EXPECT_EQ(switcher.restoreAll(0), S_FALSE);
+    }
+    EXPECT_EQ(reports(), Texts(4, "VornToolsWorkModeServices::setWorkMode 9004 SetWorkMode"));
+    embedded::setSwitchOutcome(SwitchOutcome::foreign);
+    {
+        VornToolsSwitchMgt switcher{1};
+        EXPECT_THROW(switcher.switchVisu("Bolt.CATPart", bolt.get(), 0), std::runtime_error);
+        EXPECT_FALSE(isKnown(switcher, "Bolt.CATPart"));
+    }
+    EXPECT_EQ(embedded::Journal::get().open(), 0);
+    embedded::setSwitchOutcome(SwitchOutcome::switched);
+    Modes::setCatiaCacheActivated(0);
+    VornToolsSwitchMgt switcher{1};
+    EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeVisu, Modes::WorkModeUnknown, "", 0), S_FALSE);
+    EXPECT_FALSE(isKnown(switcher, "Bolt.CATPart"));
+    EXPECT_EQ(embedded::workMode(bolt), WorkMode::design);
+}
+
+TEST_F(WorkModesTest, ProductsWithoutReferenceOrDocumentAndOddNames) {
+    VornToolsSwitchMgt switcher{1};
+    const embedded::Product broken = bolt.father().addUnresolved("x.1");
+    EXPECT_EQ(switcher.setWorkMode(broken.get(), Modes::WorkModeDesign, Modes::WorkModeUnknown, "", 0), E_FAIL);
+    EXPECT_EQ(switcher.switchDesign("x.CATPart", broken.get(), 0), S_OK);
+    CATUnicodeString name("stale");
+    EXPECT_EQ(switcher.getDefaultRepName(broken.get(), name), S_OK);
+    EXPECT_EQ(name, "");
+    EXPECT_EQ(switcher.switchDesign("x.CATPart", nullptr, 0), E_FAIL) << "it was not remembered";
+    EXPECT_FALSE(reports().empty());
+
+    bolt.reference().withoutLinkableObject();
+    EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeBrep, Modes::WorkModeUnknown, "", 0), S_OK);
+    EXPECT_EQ(switcher.restoreAll(0), S_FALSE) << "without a document there is no name to remember it by";
+    const struct {
+        const char* name;
+        HRESULT code;
+    } cases[] = {
+        {"B\xC3\xB6lt.CATPart", S_OK}, {"/w\\Bolt.CATPart", S_OK}, {"", E_FAIL}, {".CATPart", S_OK}, {"Bolt", E_FAIL},
+        {"Bolt.CATPart.cgr", E_FAIL}};
+    for (const auto& row : cases) {
+        VornToolsSwitchMgt fresh{1};
+        embedded::setWorkMode(bolt, WorkMode::standard);
+        EXPECT_EQ(fresh.switchDesign(row.name, bolt.get(), 0), row.code) << row.name;
+        EXPECT_EQ(fresh.restore(row.name), row.code == S_OK ? S_OK : S_FALSE) << row.name;
+        EXPECT_EQ(embedded::workMode(bolt), WorkMode::standard) << row.name;
+    }
+
+    unsigned char answer = 7;
+    EXPECT_EQ(VornToolsCommon::isCATPartInVisuModeAnActivateNode(nullptr, answer), S_OK);
+    EXPECT_EQ(answer, 0);
+    EXPECT_EQ(Modes::isVisualWorkMode(nullptr, answer), E_FAIL);
+    EXPECT_EQ(answer, 0);
+    Modes::EnumWorkMode found = Modes::WorkModeDesign;
+    EXPECT_EQ(Modes::getWorkMode(nullptr, found), E_FAIL);
+    EXPECT_EQ(found, Modes::WorkModeUnknown);
+    EXPECT_EQ(reports(), (Texts{"VornToolsWorkModeServices::getWorkModeCAA 9001 ipi_catiproduct",
+                                "VornToolsWorkModeServices::isVisualWorkMode 9004 isVisualWorkMode",
+                                "VornToolsWorkModeServices::getWorkModeCAA 9001 ipi_catiproduct",
+                                "VornToolsWorkModeServices::isVisualWorkMode 9004 isVisualWorkMode",
+                                "VornToolsWorkModeServices::getWorkMode 9004 isVisualWorkMode"}));
+    VornToolsCommon::isFileNameInVisu("", answer);
+    EXPECT_EQ(answer, 1) << "no name is in none";
+    session().part("/w/\xC3\x96l.CATPart");
+    VornToolsCommon::isFileNameInVisu("\xC3\x96l", answer);
+    EXPECT_EQ(answer, 0);
+    VornToolsCommon::isFileNameInVisu("\xC3\xB6l", answer);
+    EXPECT_EQ(answer, 1) << "letter case counts";
+}
+
 TEST_F(WorkModesTest, APartOfAnUnknownModeIsNotRemembered) {
     VornToolsSwitchMgt switcher{1};
     EXPECT_EQ(
