@@ -23,7 +23,11 @@ std::string_view bytesOf(const CATUnicodeString& text) {
 
 CATUnicodeString textOf(std::string_view bytes) { return CATUnicodeString(bytes.data(), bytes.size()); }
 
-std::string_view fileNameOf(std::string_view fullName) { return fullName.substr(fullName.find_last_of("/\\") + 1); }
+std::string_view fileNameOf(std::string_view fullName) {
+    std::size_t begin = fullName.size();
+    while (begin > 0 && fullName[begin - 1] != '/' && fullName[begin - 1] != '\\') --begin;
+    return fullName.substr(begin);
+}
 
 } // namespace
 
