@@ -2,6 +2,7 @@
 //
 // "per_item" is the time of one document, or of one instance. BM_PlainLoop does over the same storage names what no
 // search can do without: ask for the name and compare it. The journal is kept, and cleared outside the measured time.
+// "allocations" are those of one document; the platform's own are among them, such as that of a name handed out.
 
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
@@ -15,16 +16,34 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
+#include <new>
 #include <string>
+
+namespace {
+
+std::size_t allocations = 0;
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* const memory = std::malloc(size)) return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
 using embedded::Session;
 using embedded::Windows;
 
-void report(benchmark::State& state, std::size_t items) {
+/** @param before number of allocations when the first of the measured calls began */
+void report(benchmark::State& state, std::size_t items, std::size_t before) {
     const double total = static_cast<double>(state.iterations()) * static_cast<double>(items);
     state.counters["per_item"] = benchmark::Counter(total, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["allocations"] = static_cast<double>(allocations - before) / total;
 }
 
 void clearJournal(benchmark::State& state) {
@@ -45,17 +64,19 @@ std::size_t loadDocuments(const benchmark::State& state) {
 void BM_PlainLoop(benchmark::State& state) {
     const std::size_t count = loadDocuments(state);
     const CATUnicodeString sought("Missing.CATPart");
+    const std::size_t before = allocations;
     for (auto _ : state) {
         const CATListPtrCATDocument* const documents = ListDocuments();
         int matches = 0;
         for (int i = 1; i <= documents->Size(); ++i) matches += (*documents)[i]->StorageName().Compare(sought) != 0;
         benchmark::DoNotOptimize(matches);
     }
-    report(state, count);
+    report(state, count, before);
 }
 
 void findMissing(benchmark::State& state, const char* name) {
     const std::size_t count = loadDocuments(state);
+    const std::size_t before = allocations;
     for (auto _ : state) {
         CATDocument* document = nullptr;
         unsigned char found = 1;
@@ -63,7 +84,7 @@ void findMissing(benchmark::State& state, const char* name) {
         if (found) return state.SkipWithError("a wrong answer");
         clearJournal(state);
     }
-    report(state, count);
+    report(state, count, before);
 }
 
 void BM_FindByFileName(benchmark::State& state) { findMissing(state, "Missing.CATPart"); }
@@ -89,6 +110,7 @@ void BM_AnalyzeWindows(benchmark::State& state) {
     const std::size_t instances =
         openAssemblies(static_cast<std::size_t>(state.range(0)), static_cast<std::size_t>(state.range(1)));
     VornToolsSwitchMgt switcher(1);
+    const std::size_t before = allocations;
     for (auto _ : state) {
         CATDocument* document = nullptr;
         CATDocument* root = nullptr;
@@ -98,7 +120,7 @@ void BM_AnalyzeWindows(benchmark::State& state) {
         if (found) return state.SkipWithError("a wrong answer");
         clearJournal(state);
     }
-    report(state, instances);
+    report(state, instances, before);
 }
 
 BENCHMARK(BM_PlainLoop)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);

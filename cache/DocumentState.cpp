@@ -15,6 +15,7 @@
 #include "VornToolsDocument.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <memory>
 
@@ -93,7 +94,8 @@ void warnWhenPartIsNotUpToDate(const JournalFrame& i_frame, CATDocument* ip_docu
 } // namespace
 
 unsigned char VornToolsCommon::isDocumentInSessionManagedByMaro(CATDocument* ip_cat_document) {
-    const JournalFrame frame(_CteCLASS_NAME, "isDocumentInSessionManagedByMaro");
+    static const CATUnicodeString name = _CteCLASS_NAME + "isDocumentInSessionManagedByMaro";
+    const JournalFrame frame(name);
     if (!ip_cat_document) {
         frame.badInput("ip_cat_document");
         return 0;
@@ -105,7 +107,8 @@ unsigned char VornToolsCommon::isDocumentInSessionManagedByMaro(CATDocument* ip_
         frame.platformFailed(sp_doc_id ? "CATIDocId::GetType" : "CATDocument::GetDocId");
         return 0;
     }
-    const auto is_type = [&](const char* i_managed) { return type == CATUnicodeString(i_managed); };
+    const char* const text = type.ConvertToChar();
+    const auto is_type = [text](const char* i_managed) { return std::strcmp(text, i_managed) == 0; };
     return std::any_of(std::begin(kManagedTypes), std::end(kManagedTypes), is_type) ? 1 : 0;
 }
 

@@ -174,7 +174,8 @@ HRESULT CATDocumentServices::GetDocumentInSession(const CATUnicodeString& iStora
     using namespace embedded;
     oOpenedDoc = nullptr;
     const FaultFlavour flavour = Failures::get().ask("CATDocumentServices::GetDocumentInSession");
-    const Document document = Session::current().find(toBytes(iStorageName));
+    Document document = Session::current().find(toBytes(iStorageName));
+    if (!document.loaded()) document = Document();
     if (flavour != FaultFlavour::none) return failedAnswer<CATDocument*>(flavour, oOpenedDoc, nullptr, document.get());
     oOpenedDoc = document.get();
     return document ? S_OK : E_FAIL;

@@ -64,6 +64,7 @@ public:
 
     /** The root product, made on first use; null for a document without product structure. */
     ProductObject* rootProduct();
+    const ProductObject* existingRootProduct() const { return m_rootProduct; }
 
     CATUuid uuid;
     bool saved = true;
@@ -72,6 +73,7 @@ public:
     bool hasDescriptor = true;
     bool hasAutomation = true;
     bool hasRoots = true;
+    bool inSession = true; ///< false once closed
 
     CATUnicodeString StorageName() const override;
     CATUnicodeString DisplayName() const override;

@@ -258,11 +258,8 @@ bool FrameData::isHeld(const DocumentObject& document) const {
 bool FrameData::isUsedElsewhere(const DocumentObject& document) const {
     for (const auto& reference : session.references) {
         if (reference->document != &document) continue;
-        for (const Reference* user : reference->usedIn) {
-            const auto loaded = session.documentIndex.find(foldedName(user->document->name()));
-            const bool isLoaded = loaded != session.documentIndex.end() && loaded->second == user->document;
-            if (user->document != &document && isLoaded) return true;
-        }
+        for (const Reference* user : reference->usedIn)
+            if (user->document != &document && user->document->inSession) return true;
     }
     return false;
 }
@@ -284,6 +281,7 @@ void FrameData::closeUnlessHeld(DocumentObject& document) {
     if (found == session.documents.end()) return;
     reportHolders(document);
     document.unpin();
+    document.inSession = false;
     session.documentIndex.erase(foldedName(document.name()));
     m_closedDocuments.push_back(std::move(*found));
     session.documents.erase(found);

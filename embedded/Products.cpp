@@ -138,6 +138,15 @@ bool ProductObject::rename(const std::string& instanceName) {
     return true;
 }
 
+void ProductObject::setWorkMode(int mode) {
+    m_workMode = mode;
+    if (!m_reference || isReference()) return;
+    if (isVisualised())
+        m_reference->pictures.insert(this);
+    else
+        m_reference->pictures.erase(this);
+}
+
 std::string ProductObject::description() const {
     if (m_description) return *m_description;
     return m_instance && m_instance != this ? m_instance->description() : std::string();
@@ -278,7 +287,7 @@ HRESULT __stdcall ProductObject::GetMasterShapeRepresentation(CAT_VARIANT_BOOL i
     if (flavour == FaultFlavour::codeWithOutput) oRep = m_representation.get();
     if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
     if (!m_reference || m_reference->masterShape.empty()) return E_FAIL;
-    if (iLoadIfNecessary && isVisualised()) m_workMode = 1;
+    if (iLoadIfNecessary && isVisualised()) setWorkMode(1);
     oRep = m_representation.get();
     oRep->AddRef();
     return S_OK;

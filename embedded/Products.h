@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -29,6 +30,7 @@ struct Reference {
     std::vector<std::pair<std::string, std::string>> shapes;    ///< names with paths, the default first
     std::unordered_map<std::string, std::size_t> instanceIndex; ///< instance names of brothers are different
     std::vector<Reference*> usedIn;                             ///< one entry for each of its instances
+    std::unordered_set<const ProductObject*> pictures;          ///< its places in visualisation
     std::uint64_t mark = 0;                                     ///< of the last search through the structure
 };
 
@@ -87,7 +89,7 @@ public:
     void withoutProperties() { m_hasProperties = false; }
     /** Number of CATPrsWorkModeServices::WorkMode; any other for a product that is out of order. */
     int workMode() const { return m_workMode; }
-    void setWorkMode(int mode) { m_workMode = mode; }
+    void setWorkMode(int mode);
     bool isVisualised() const { return m_workMode == 0; }
 
     HRESULT __stdcall get_Name(CATBSTR& oName) override;

@@ -1,5 +1,6 @@
 #include "embedded/Session.h"
 
+#include "embedded/LoadedDocuments.h"
 #include "embedded/Records.h"
 #include "embedded/SessionData.h"
 
@@ -201,6 +202,10 @@ Document& Document::withoutAutomation() {
 Document& Document::withoutRoots() {
     if (m_object) m_object->hasRoots = false;
     return *this;
+}
+
+bool Document::loaded() const {
+    return m_object && m_object->inSession && LoadedDocuments(Session::current().data()).contains(*m_object);
 }
 
 Product Document::root() const { return Product(m_object ? m_object->rootProduct() : nullptr); }

@@ -1,4 +1,5 @@
 #include "CATSessionServices.h"
+#include "embedded/LoadedDocuments.h"
 #include "embedded/Session.h"
 #include "embedded/SessionObject.h"
 
@@ -41,6 +42,8 @@ const CATLISTP(CATDocument) * ListDocuments() {
     SessionDocuments& part = SessionDocuments::get();
     if (fails("ListDocuments")) return nullptr;
     part.list.RemoveAll(CATCollec::KeepAllocation);
-    for (const auto& document : part.session.documents) part.list.Append(document.get());
+    LoadedDocuments loaded(part.session);
+    for (const auto& document : part.session.documents)
+        if (loaded.contains(*document)) part.list.Append(document.get());
     return &part.list;
 }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 using namespace embedded;
@@ -22,7 +23,11 @@ std::string_view bytesOf(const CATUnicodeString& text) {
 
 CATUnicodeString textOf(std::string_view bytes) { return CATUnicodeString(bytes.data(), bytes.size()); }
 
-std::string_view fileNameOf(std::string_view fullName) { return fullName.substr(fullName.find_last_of("/\\") + 1); }
+std::string_view fileNameOf(std::string_view fullName) {
+    std::size_t begin = fullName.size();
+    while (begin > 0 && fullName[begin - 1] != '/' && fullName[begin - 1] != '\\') --begin;
+    return fullName.substr(begin);
+}
 
 } // namespace
 
@@ -163,13 +168,15 @@ HRESULT UTILFile::splitPathAndFileName(const CATUnicodeString& iFullName, CATUni
         textAnswer(flavour, std::string(), oPath);
         return textAnswer(flavour, std::string(), oFileName);
     }
-    // The outputs may be the very text that is split.
-    const std::string fullName = toBytes(iFullName);
+    const std::string_view fullName = bytesOf(iFullName);
     const std::string_view fileName = fileNameOf(fullName);
     const std::size_t directory = fullName.size() - fileName.size();
+    const HRESULT code = fullName.empty() ? E_FAIL : S_OK;
+    // The outputs may be the very text that is split.
+    CATUnicodeString path = textOf(fullName.substr(0, directory > 1 ? directory - 1 : directory));
     oFileName = textOf(fileName);
-    oPath = textOf(std::string_view(fullName).substr(0, directory > 1 ? directory - 1 : directory));
-    return fullName.empty() ? E_FAIL : S_OK;
+    oPath = std::move(path);
+    return code;
 }
 
 unsigned char UTILFile::existingFile(const CATUnicodeString& iFileName) {

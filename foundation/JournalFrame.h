@@ -34,9 +34,13 @@ class JournalFrame {
 public:
     /** @param i_class_name the class's _CteCLASS_NAME. @param i_end_code code of the closing line, -1 for none */
     JournalFrame(const CATUnicodeString& i_class_name, const char* i_method, int i_end_code = -1)
-        : m_name(i_class_name + i_method), m_end_code(i_end_code) {
-        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionBegin(m_name, m_no_text);
+        : m_own_name(i_class_name + i_method), m_name(m_own_name), m_end_code(i_end_code) {
+        writeBegin();
     }
+    /** For a method that is asked once for each of many documents. @param i_name the entry's whole name, put together
+     * once for all calls; it outlives the frame */
+    explicit JournalFrame(const CATUnicodeString& i_name) : m_name(i_name), m_end_code(-1) { writeBegin(); }
+    explicit JournalFrame(const CATUnicodeString&& i_name) = delete;
     ~JournalFrame() {
         if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionEnd(m_name, m_end_code);
     }
@@ -82,7 +86,12 @@ public:
     }
 
 private:
-    const CATUnicodeString m_name;
+    void writeBegin() const {
+        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionBegin(m_name, m_no_text);
+    }
+
+    const CATUnicodeString m_own_name;
+    const CATUnicodeString& m_name;
     const CATUnicodeString m_no_text;
     int m_end_code;
 };

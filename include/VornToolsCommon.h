@@ -262,7 +262,7 @@ public:
     /** Opens a file in a window, as the user would. E_FAIL, reported with the path, when it cannot be opened. */
     static HRESULT openDocument(const CATUnicodeString& i_path, CATDocument*& op_document);
     /** The first product below a root, in the order of the tree, whose document has the given name; letter case is
-     * ignored, and a bare name is compared with file names. Products that are not loaded are passed over.
+     * ignored, and a bare name is compared with file names. A product that is not loaded goes by its picture.
      * @return S_OK, found or not; E_FAIL, reported, when the tree cannot be read */
     static HRESULT getProductInSession(CATIProduct* ipi_root_product, CATUnicodeString i_file_name,
                                        CATIProduct*& opi_product, unsigned char& o_found);

@@ -85,6 +85,15 @@ bool isShownBy(const ProductPtr& i_reference, const NameTest& i_name) {
     return p_document && i_name.accepts(p_document->StorageName());
 }
 
+/** Whether the picture of a product whose document nobody has loaded is that of the file. */
+bool isPictureOf(CATIProduct& i_product, const NameTest& i_name) {
+    const auto sp_automation = queryInterface<CATIAProduct>(&i_product);
+    if (!sp_automation) return false;
+    AutomationText path;
+    const auto read = [&](CATBSTR& o_text) { return sp_automation->GetMasterShapeRepresentationPathName(o_text); };
+    return SUCCEEDED(path.receive(read)) && i_name.accepts(path.text());
+}
+
 /** Path of the file behind a named representation; empty when the product has none of that name. */
 CATUnicodeString shapePath(CATIProduct& i_product, const CATUnicodeString& i_shape_name) {
     const auto sp_automation = queryInterface<CATIAProduct>(&i_product);
@@ -106,7 +115,9 @@ HRESULT VornToolsCommon::getProductInSession(CATIProduct* ipi_root_product, CATU
     if (i_file_name.IsNull()) return frame.badInput("i_file_name");
     const NameTest name(i_file_name);
     ProductPtr sp_found;
-    const auto accepts = [&](CATIProduct&, const ProductPtr& i_reference) { return isShownBy(i_reference, name); };
+    const auto accepts = [&](CATIProduct& i_product, const ProductPtr& i_reference) {
+        return i_reference ? isShownBy(i_reference, name) : isPictureOf(i_product, name);
+    };
     if (FAILED(findBelow(frame, *ipi_root_product, accepts, sp_found))) return E_FAIL;
     o_found = sp_found ? 1 : 0;
     opi_product = sp_found.detach();

@@ -174,8 +174,9 @@ HRESULT VornToolsCommon::getSelectedElement(CATIProduct*& opi_selected_catiprodu
 
     opi_selected_catiproduct = productOf(p_path_element).detach();
     if (opi_selected_catiproduct) return S_OK;
+    frame.missing("opi_selected_catiproduct");
     VornIHMMessageDialog::showError(kErrorLevel, kNothingSelected);
-    return frame.missing("opi_selected_catiproduct");
+    return E_FAIL;
 }
 
 HRESULT VornToolsCommon::getSelectedProducts(CATListPtrCATBaseUnknown& o_products) {

@@ -27,7 +27,7 @@ TEST_F(RunCommandTest, DocumentsWindowsAndSelection) {
     EXPECT_EQ(runExample("documents --json"), 0);
     EXPECT_EQ(values({"document", "type", "managed", "in_window"}),
               (Texts{R"("GearPump.CATProduct" | "CATProduct" | true | true)",
-                     R"("housing/Housing.CATPart" | "CATPart" | true | false)",
+                     R"("housing/Housing.CATPart" | "CATPart" | false | false)",
                      R"("Shaft.CATPart" | "CATPart" | true | false)",
                      R"("DriveGear.CATPart" | "CATPart" | true | false)", R"("Key.CATPart" | "CATPart" | true | false)",
                      R"("GearPump.CATDrawing" | "CATDrawing" | true | true)"}));
@@ -157,9 +157,8 @@ TEST_F(RunCommandTest, ExchangeFilesAndImportOptions) {
     EXPECT_EQ(
         run("exchange session " + quoted("t") + " --session \"" + VORNTOOLS_SOURCE_DIR + "/examples/gear-pump.json\""),
         0);
-    EXPECT_EQ(content("t/CADFilesInSession.txt"),
-              "GearPump.CATProduct\nHousing.CATPart\nShaft.CATPart\nDriveGear.CATPart\n"
-              "Key.CATPart\nGearPump.CATDrawing\n");
+    EXPECT_EQ(content("t/CADFilesInSession.txt"), "GearPump.CATProduct\nShaft.CATPart\nDriveGear.CATPart\n"
+                                                  "Key.CATPart\nGearPump.CATDrawing\n");
     EXPECT_EQ(run("exchange result " + quoted("absent")), 2);
     EXPECT_EQ(run("import-options " + quoted("absent.txt")), 2);
     write("i.txt",

@@ -8,6 +8,9 @@
 #include "CATIPrdProperties.h"
 #include "CATIProduct.h"
 #include "CATISpecObject.h"
+#include "CATSessionServices.h"
+#include "embedded/Windows.h"
+#include "embedded/WorkModes.h"
 #include "tests/support/Fixture.h"
 
 #include <memory>
@@ -15,6 +18,7 @@
 using embedded::Document;
 using embedded::FaultFlavour;
 using embedded::Product;
+using embedded::WorkMode;
 
 namespace {
 
@@ -332,6 +336,79 @@ TEST_F(SessionTest, FailingCallsHandOutNoReference) {
     }
 }
 
+TEST_F(SessionTest, ADocumentIsLoadedUnlessItsPlacesAllShowItsPicture) {
+    const auto listed = [] {
+        const CATListPtrCATDocument& list = *ListDocuments();
+        Texts names;
+        for (int i = 1; i <= list.Size(); ++i) names.push_back(list[i]->StorageName().ConvertToChar());
+        return names;
+    };
+    const Texts all = {"/w/Bolt.CATPart", "/w/Sub.CATProduct", "/w/Root.CATProduct"};
+    const Texts others = {"/w/Sub.CATProduct", "/w/Root.CATProduct"};
+    std::vector<Product> places;
+    for (const char* way : {"Root/Sub.1/Bolt.1", "Root/Sub.1/Bolt.2", "Root/Sub.2/Bolt.1", "Root/Sub.2/Bolt.2",
+                            "Root/Group.1/Sub.3/Bolt.1", "Root/Group.1/Sub.3/Bolt.2"})
+        places.push_back(place(way));
+    for (const Product& seen : places) {
+        EXPECT_EQ(listed(), all);
+        embedded::setWorkMode(seen, WorkMode::visualisation);
+    }
+    EXPECT_EQ(listed(), others);
+    EXPECT_FALSE(bolt.loaded());
+    CATDocument* document = bolt.get();
+    EXPECT_EQ(CATDocumentServices::GetDocumentInSession("/w/Bolt.CATPart", document), E_FAIL);
+    EXPECT_EQ(document, nullptr);
+    for (const WorkMode mode : {WorkMode::standard, WorkMode::brep, WorkMode::design}) {
+        embedded::setWorkMode(places[4], mode);
+        EXPECT_EQ(listed(), all);
+        embedded::setWorkMode(places[4], WorkMode::visualisation);
+        EXPECT_EQ(listed(), others);
+    }
+    // Places of a structure that is not open hold nothing, until its own window opens it.
+    EXPECT_EQ(embedded::workMode(place("Sub/Bolt.1")), WorkMode::design);
+    auto window = embedded::Windows::current().open(sub);
+    EXPECT_EQ(listed(), all);
+    for (const char* way : {"Sub/Bolt.1", "Sub/Bolt.2"}) embedded::setWorkMode(place(way), WorkMode::visualisation);
+    EXPECT_EQ(listed(), others);
+    embedded::Windows::current().close(window);
+    EXPECT_EQ(listed(), others);
+}
+
+TEST_F(SessionTest, WhoeverKeepsADocumentKeepsItLoaded) {
+    const Document nut = session().part("/w/Nut.CATPart");
+    EXPECT_TRUE(nut.loaded()) << "used nowhere, so it was opened for itself";
+    const Product seen = root.add(nut, "Nut.1");
+    embedded::setWorkMode(seen, WorkMode::visualisation);
+    EXPECT_FALSE(nut.loaded());
+    auto window = embedded::Windows::current().open(nut);
+    EXPECT_TRUE(nut.loaded());
+    embedded::Windows::current().close(window);
+    EXPECT_FALSE(nut.loaded());
+    ASSERT_TRUE(session().find("/w/Nut.CATPart")) << "its assembly uses it";
+    CATLockDocument(*nut.get());
+    EXPECT_TRUE(nut.loaded());
+    CATUnLockDocument(*nut.get());
+    EXPECT_FALSE(nut.loaded());
+    {
+        const CATIProduct_var reference(nut.root().get());
+        EXPECT_TRUE(nut.loaded());
+        EXPECT_TRUE(seen.get()->GetReferenceProduct() == NULL_var);
+    }
+    {
+        const CATIADocument_var document(nut.get());
+        EXPECT_TRUE(nut.loaded());
+    }
+    EXPECT_FALSE(nut.loaded());
+    // A representation that is loaded on request loads the part.
+    seen.reference().masterShape("/w/Nut.CATPart");
+    CATBaseDispatch* representation = nullptr;
+    ASSERT_EQ(CATIAProduct_var(seen.get())->GetMasterShapeRepresentation(-1, representation), S_OK);
+    representation->Release();
+    EXPECT_EQ(embedded::workMode(seen), WorkMode::standard);
+    EXPECT_TRUE(nut.loaded());
+    EXPECT_FALSE(Document().loaded());
+}
+
 TEST_F(SessionTest, AReleasedPlaceIsNotCalled) {
     const std::unique_ptr<CATListValCATBaseUnknown_var> children(root.get()->GetChildren());
     CATIProduct* first = nullptr;
@@ -360,6 +437,19 @@ TEST_F(SessionTest, LargeStructuresStayFast) {
     EXPECT_FALSE(deepest.add(father, "cycle"));
     EXPECT_TRUE(deepest.description("far down").get()->FindInstance(father.get()) == pointerTo(deepest));
     EXPECT_NE(session().digest().find("far down"), std::string::npos);
+    embedded::setWorkMode(deepest, WorkMode::visualisation);
+    EXPECT_FALSE(session().find("/big/19999.CATProduct").loaded());
+    // More places than anybody can count: two of each at every level.
+    Document below = bolt;
+    for (int i = 0; i < 200; ++i) {
+        const Document above = session().product("/many/" + std::to_string(i) + ".CATProduct");
+        above.root().add(below, "left");
+        deepest = above.root().add(below, "right");
+        below = above;
+    }
+    for (int i = 0; i < 199; ++i) deepest = deepest.children().front();
+    embedded::setWorkMode(deepest.children().empty() ? deepest : deepest.children().front(), WorkMode::visualisation);
+    EXPECT_TRUE(bolt.loaded());
 }
 
 } // namespace

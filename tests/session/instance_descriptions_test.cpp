@@ -223,11 +223,14 @@ TEST_F(InstanceDescriptionsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
          [this] { return SweepOutcome{VornToolsCommon::addSecondaryPartInInstanceDescription(direct.get())}; },
          reset("")});
     direct.description("SecondaryPart");
-    sweepFailures({kCommon + "isElementSecondaryPart", [this] {
-                       unsigned char result = 7;
-                       const HRESULT code = VornToolsCommon::isElementSecondaryPart(occurrence.get(), 1, "", result);
-                       return SweepOutcome{code, result == 0};
-                   }});
+    const auto isSecondary = [this] {
+        unsigned char result = 7;
+        const HRESULT code = VornToolsCommon::isElementSecondaryPart(occurrence.get(), 1, "", result);
+        return SweepOutcome{code, result == 0, result};
+    };
+    sweepFailures({kCommon + "isElementSecondaryPart", isSecondary});
+    direct.description("user's text");
+    sweepFailures({kCommon + "isElementSecondaryPart", isSecondary, {}, {}, {0}});
 }
 
 } // namespace

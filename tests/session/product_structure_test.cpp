@@ -184,11 +184,15 @@ TEST_F(ProductStructureTest, ShapesComeFromFiles) {
 TEST_F(ProductStructureTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     component.masterShape("/w/c.cgr").shape("low", "/w/low.cgr");
     const auto sweepQuestion = [](const char* name, auto question) {
-        sweepFailures({kCommon + name, [=] {
+        sweepFailures({kCommon + name,
+                       [=] {
                            unsigned char result = 7;
                            const HRESULT code = question(result);
-                           return SweepOutcome{code, result == 0};
-                       }});
+                           return SweepOutcome{code, result == 0, result};
+                       },
+                       {},
+                       {},
+                       {0}});
     };
     const auto sweepText = [](const char* name, auto question) {
         sweepFailures({kCommon + name, [=] {
@@ -211,8 +215,10 @@ TEST_F(ProductStructureTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepProduct("getParent", [=](auto& out) { return VornToolsCommon::getParent(p, out); });
     sweepProduct("getInstanceInFirstProductParent",
                  [=](auto& out) { return VornToolsCommon::getInstanceInFirstProductParent(p, out); });
-    sweepQuestion("isComponent", [=](auto& out) { return VornToolsCommon::isComponent(c, out); });
-    sweepQuestion("isAForeignFile", [=](auto& out) { return VornToolsCommon::isAForeignFile(c, out); });
+    for (CATIProduct* const asked : {c, p}) {
+        sweepQuestion("isComponent", [=](auto& out) { return VornToolsCommon::isComponent(asked, out); });
+        sweepQuestion("isAForeignFile", [=](auto& out) { return VornToolsCommon::isAForeignFile(asked, out); });
+    }
     sweepText("getMasterShapeRepresentationPathName",
               [=](auto& out) { return VornToolsCommon::getMasterShapeRepresentationPathName(c, out); });
     sweepText("getShapePathName", [=](auto& out) { return VornToolsCommon::getShapePathName(c, "", out); });

@@ -328,25 +328,29 @@ TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         const HRESULT code = VornToolsCommon::getAllDocNameFromSelection(list);
         return SweepOutcome{code, list.Locate("before") == 0};
     });
-    run("isSelectedInCatia", [] {
-        VornToolsCommon::isSelectedInCatia("v.cgr");
-        return SweepOutcome{E_FAIL};
-    });
+    const auto runQuestion = [](const char* name, auto question, std::function<void()> restore = {}) {
+        sweepFailures({kCommon + name, [=] { return SweepOutcome{E_FAIL, true, question()}; }, restore, {}, {0}});
+    };
+    runQuestion("isSelectedInCatia", [] { return VornToolsCommon::isSelectedInCatia("none.CATPart"); });
+    runQuestion("isElementSelectedInProcessDocument",
+                [] { return VornToolsCommon::isElementSelectedInProcessDocument("PPRActivity"); });
+    run("isSelectedInCatia", [] { return SweepOutcome{E_FAIL, true, VornToolsCommon::isSelectedInCatia("v.cgr")}; });
     run("isElementSelectedInProcessDocument", [] {
-        VornToolsCommon::isElementSelectedInProcessDocument("Face");
-        return SweepOutcome{E_FAIL};
+        return SweepOutcome{E_FAIL, true, VornToolsCommon::isElementSelectedInProcessDocument("Face")};
     });
     run("centerGraphOnSelection", [] { return SweepOutcome{VornToolsCommon::centerGraphOnSelection()}; });
     run("reframeOn", [] { return SweepOutcome{VornToolsCommon::reframeOn()}; });
-    sweepFailures({kCommon + "isCatiaDocumentSelected",
-                   [] {
-                       VornToolsCommon::isCatiaDocumentSelected();
-                       return SweepOutcome{E_FAIL};
-                   },
-                   [this] {
-                       windows().clearSelection();
-                       windows().select(root);
-                   }});
+    for (const embedded::Product& selected : {part, root})
+        sweepFailures({kCommon + "isCatiaDocumentSelected",
+                       [] {
+                           return SweepOutcome{E_FAIL, true, VornToolsCommon::isCatiaDocumentSelected()};
+                       },
+                       [&selected] {
+                           windows().clearSelection();
+                           windows().select(selected);
+                       },
+                       {},
+                       selected == root ? std::vector<int>{0, 1} : std::vector<int>{0}});
 }
 
 } // namespace

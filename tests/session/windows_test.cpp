@@ -7,8 +7,10 @@
 #include "CATIProduct.h"
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
+#include "VornToolsWorkModeServices.h"
 #include "embedded/SessionFile.h"
 #include "embedded/Windows.h"
+#include "embedded/WorkModes.h"
 
 namespace {
 
@@ -284,6 +286,46 @@ TEST_F(WindowsTest, AForeignFileIsFoundByItsShapeAndLoaded) {
     EXPECT_EQ(named.document, low.get()) << "what is loaded is the default representation";
 }
 
+TEST_F(WindowsTest, APartThatIsOnlySeenIsFoundAndLoaded) {
+    VornToolsWorkModeServices::setCatiaCacheActivated(1);
+    windows().open(second);
+    const embedded::Product part = second.root().at({"q.1"});
+    part.reference().masterShape("/w/q.CATPart");
+    embedded::setWorkMode(part, embedded::WorkMode::visualisation);
+    ASSERT_FALSE(session().find("/w/q.CATPart").loaded());
+    const Found found = search("Q.CATPart");
+    EXPECT_EQ(found.code, S_OK);
+    EXPECT_EQ(found.found, 1);
+    EXPECT_EQ(found.product, part.get());
+    EXPECT_EQ(found.document, session().find("/w/q.CATPart").get());
+    EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::standard);
+    switcher.restoreAll(0);
+    EXPECT_FALSE(session().find("/w/q.CATPart").loaded());
+    EXPECT_EQ(reports(), Texts());
+
+    embedded::setSwitchOutcome(embedded::SwitchOutcome::refused);
+    const Found refused = search("/w/q.CATPart");
+    EXPECT_EQ(refused.code, S_OK);
+    EXPECT_EQ(refused.found, 0);
+    EXPECT_EQ(refused.product, nullptr);
+    EXPECT_EQ(refused.document, nullptr);
+    EXPECT_EQ(reports(), Texts({"VornToolsWorkModeServices::setWorkMode 9004 SetWorkMode",
+                                kCommon + "getCATDocument 9002 sp_reference",
+                                kCommon + "analyzeWindowsInSession 9003 VornToolsCommon::getCATDocument"}));
+    const auto find = [this] {
+        CATIProduct* product = nullptr;
+        unsigned char answer = 7;
+        const HRESULT code = VornToolsCommon::getProductInSession(second.root().get(), "q.CATPart", product, answer);
+        const SweepOutcome outcome{code, !product && !answer, answer};
+        if (product) product->Release();
+        return outcome;
+    };
+    sweepFailures({kCommon + "getProductInSession", find});
+    part.reference().masterShape("");
+    sweepFailures({kCommon + "getProductInSession", find, {}, {}, {0}});
+    VornToolsWorkModeServices::setCatiaCacheActivated(0);
+}
+
 TEST_F(WindowsTest, EveryExaminedDocumentIsUnlockedOnce) {
     windows().open(first);
     windows().open(second);
@@ -378,16 +420,11 @@ TEST_F(WindowsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         return SweepOutcome{code, list.Size() == 0};
     });
     run("isADocumentWindowOpened", [] {
-        VornToolsCommon::isADocumentWindowOpened();
-        return SweepOutcome{E_FAIL};
+        return SweepOutcome{E_FAIL, true, VornToolsCommon::isADocumentWindowOpened()};
     });
     run("getAllRootDocNameFromWindows", [] {
         CATListValCATUnicodeString list;
         return SweepOutcome{VornToolsCommon::getAllRootDocNameFromWindows(list)};
-    });
-    run("desktopIsActiveWindow", [] {
-        unsigned char answer = 7;
-        return SweepOutcome{VornToolsCommon::desktopIsActiveWindow(answer)};
     });
     run("activateWindowInCATIA", [] { return SweepOutcome{VornToolsCommon::activateWindowInCATIA("b.CATProduct")}; });
     run("analyzeSingleWindow", [this] {
@@ -407,6 +444,25 @@ TEST_F(WindowsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     };
     run("analyzeWindowsInSession", analyze("q.CATPart"));
     run("analyzeWindowsInSession", analyze("low.cgr"));
+}
+
+TEST_F(WindowsTest, NoFaultInventsAnAnswer) {
+    const auto desk = [] {
+        unsigned char answer = 7;
+        const HRESULT code = VornToolsCommon::desktopIsActiveWindow(answer);
+        return SweepOutcome{code, true, answer};
+    };
+    windows().openDesk();
+    sweepFailures({kCommon + "desktopIsActiveWindow", desk, {}, {}, {0}});
+    windows().open(session().document("/w/notes.txt"), WindowKind::plain);
+    sweepFailures({kCommon + "desktopIsActiveWindow", desk, {}, {}, {0}});
+    sweepFailures({kCommon + "isADocumentWindowOpened",
+                   [] {
+                       return SweepOutcome{E_FAIL, true, VornToolsCommon::isADocumentWindowOpened()};
+                   },
+                   {},
+                   {},
+                   {0}});
 }
 
 } // namespace

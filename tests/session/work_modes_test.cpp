@@ -7,6 +7,7 @@
 
 #include "CATDocument.h"
 #include "CATIProduct.h"
+#include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 
 #include <functional>
@@ -240,26 +241,82 @@ TEST_F(WorkModesTest, LoadsAPartForTheNameOfItsRepresentation) {
     EXPECT_EQ(reports(), Texts{"VornToolsSwitchMgt::getDefaultRepName 9001 ipi_catiproduct"});
 }
 
-TEST_F(WorkModesTest, AThousandPartsAreAsBefore) {
-    const embedded::Product root = session().find("/w/Root.CATProduct").root();
-    for (int i = 0; i < 1000; ++i) {
-        const std::string name = "P" + std::to_string(i);
-        const embedded::Product part = root.add(partDocument(name), name + ".1");
-        embedded::setWorkMode(part, i % 2 == 0 ? WorkMode::visualisation : WorkMode::standard);
-    }
-    const std::string before = session().digest();
-    const auto references = embedded::Accounting::get().live().references;
-    {
-        VornToolsSwitchMgt switcher{1};
-        for (int i = 0; i < 1000; ++i) {
-            const std::string name = "P" + std::to_string(i) + ".CATPart";
-            switcher.switchDesign(name.c_str(), root.at({"P" + std::to_string(i) + ".1"}).get(), 0);
+/** A thousand parts, a quarter in each work mode by turns. */
+class ManyPartsTest : public WorkModesTest {
+protected:
+    void SetUp() override {
+        WorkModesTest::SetUp();
+        const embedded::Product root = bolt.father();
+        for (std::size_t i = 0; i < 1000; ++i) {
+            const std::string name = "P" + std::to_string(i);
+            parts.push_back(root.add(partDocument(name), name + ".1"));
+            embedded::setWorkMode(parts.back(), found[i % 4]);
         }
-        EXPECT_TRUE(session().digest() != before);
-        switcher.restoreAll(0);
+        embedded::Windows::current().lock(session().find("/w/P0.CATPart"));
+        clearJournal();
     }
-    EXPECT_TRUE(session().digest() == before);
+    /** Modes of the parts that were found in each mode; fails unless all of them agree. */
+    std::vector<WorkMode> modes() {
+        const std::vector<WorkMode> first = {workMode(parts[0]), workMode(parts[1]), workMode(parts[2]),
+                                             workMode(parts[3])};
+        for (std::size_t i = 0; i < parts.size(); ++i) EXPECT_EQ(workMode(parts[i]), first[i % 4]) << i;
+        return first;
+    }
+    /** Messages of putting back every fourth part from one on, as the lists of the switch manager hold them. */
+    static Texts remembered(std::size_t from, const std::string& mode) {
+        Texts lines;
+        for (std::size_t i = from; i < 1000; i += 4)
+            lines.push_back("restoring P" + std::to_string(i) + ".CATPart in " + mode);
+        return lines;
+    }
+    /** What restoreAll() says of the three lists, one after the other. */
+    Texts lists(VornToolsSwitchMgt& switcher, HRESULT expected) {
+        clearJournal();
+        EXPECT_EQ(switcher.restoreAll(0), expected);
+        Texts lines;
+        for (const std::string& line : messages())
+            if (line.rfind("restoring ", 0) == 0) lines.push_back(line);
+        return lines;
+    }
+
+    const std::vector<WorkMode> found = {WorkMode::visualisation, WorkMode::standard, WorkMode::brep, WorkMode::design};
+    std::vector<embedded::Product> parts;
+};
+
+TEST_F(ManyPartsTest, AreAsBeforeOnceTheyAreRestored) {
+    const auto references = embedded::Accounting::get().live().references;
+    const std::string before = session().digest();
+    Texts expected = remembered(2, "design");
+    for (const std::string& line : remembered(0, "visu")) expected.push_back(line);
+    for (const std::string& line : remembered(1, "default/visu")) expected.push_back(line);
+    VornToolsSwitchMgt switcher{1};
+    EXPECT_EQ(lists(switcher, S_FALSE), Texts()) << "nothing is remembered yet";
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        EXPECT_EQ(switcher.switchDesign(("P" + std::to_string(i) + ".CATPart").c_str(), parts[i].get(), 0), S_OK);
+    EXPECT_EQ(modes(), std::vector<WorkMode>(4, WorkMode::design));
+    EXPECT_TRUE(session().find("/w/P4.CATPart").loaded());
+
+    EXPECT_EQ(lists(switcher, S_OK), expected);
+    // Geometry that was taken on to design stays there, as design counts for geometry.
+    EXPECT_EQ(modes(),
+              (std::vector<WorkMode>{WorkMode::visualisation, WorkMode::standard, WorkMode::design, WorkMode::design}));
+    EXPECT_TRUE(session().find("/w/P0.CATPart").loaded()) << "it is locked";
+    EXPECT_FALSE(session().find("/w/P4.CATPart").loaded());
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        CATIProduct* product = nullptr;
+        const bool known = i % 4 != 3;
+        EXPECT_EQ(switcher.getCATIProduct(("P" + std::to_string(i) + ".CATPart").c_str(), product),
+                  known ? S_OK : E_FAIL);
+        EXPECT_EQ(product, known ? parts[i].get() : nullptr);
+    }
+    EXPECT_EQ(lists(switcher, S_OK), expected) << "restoring forgets nothing";
+    EXPECT_EQ(embedded::Windows::current().locks(session().find("/w/P0.CATPart")), 1);
     EXPECT_EQ(embedded::Accounting::get().live().references, references);
+    switcher.release();
+    EXPECT_EQ(lists(switcher, S_FALSE), Texts());
+    for (std::size_t i = 2; i < parts.size(); i += 4) embedded::setWorkMode(parts[i], WorkMode::brep);
+    EXPECT_TRUE(session().digest() == before) << "nothing else has changed";
+    EXPECT_EQ(reports(), Texts());
 }
 
 TEST_F(WorkModesTest, QuestionsOfTheSession) {
@@ -282,6 +339,36 @@ TEST_F(WorkModesTest, QuestionsOfTheSession) {
                      "file name match with input file name", "file name does not contain cgr"}));
     VornToolsCommon::isFileNameInVisu("Absent", answer);
     EXPECT_EQ(answer, 1);
+}
+
+TEST_F(WorkModesTest, APartIsInVisualisationWhileNoPlaceLoadsIt) {
+    const embedded::Product second = bolt.father().add(session().find("/w/Bolt.CATPart"), "Bolt.2");
+    const auto isInVisu = [](const char* name) {
+        unsigned char answer = 7;
+        EXPECT_EQ(VornToolsCommon::isFileNameInVisu(name, answer), S_OK);
+        return static_cast<int>(answer);
+    };
+    const auto references = embedded::Accounting::get().live().references;
+    VornToolsSwitchMgt switcher{1};
+    EXPECT_EQ(isInVisu("Bolt.CATPart"), 0);
+    switcher.switchVisu("Bolt.CATPart", bolt.get(), 0);
+    EXPECT_EQ(isInVisu("Bolt.CATPart"), 0) << "the other place loads it";
+    Modes::setWorkMode(second.get(), Modes::WorkModeVisu);
+    clearJournal();
+    EXPECT_EQ(isInVisu("Bolt.CATPart"), 1);
+    EXPECT_EQ(messages(), (Texts{"input file name Bolt.CATPart", "-->1: /w/Root.CATProduct\n"}));
+    // The cache's picture is a document of its own, and is passed over.
+    session().document("/cache/Bolt.CATPart_7.cgr");
+    EXPECT_EQ(isInVisu("Bolt.CATPart"), 1);
+    EXPECT_EQ(isInVisu("bolt.CATPart"), 1) << "letter case counts: no document has the text";
+    EXPECT_EQ(isInVisu("Root"), 0);
+    switcher.switchDefault("Bolt.CATPart", bolt.get(), 0);
+    EXPECT_EQ(isInVisu("Bolt.CATPart"), 0);
+    switcher.restore("Bolt.CATPart");
+    EXPECT_EQ(embedded::workMode(bolt), WorkMode::brep) << "as a part comes back that was found in design mode";
+    switcher.switchVisu("Bolt.CATPart", nullptr, 0);
+    EXPECT_EQ(isInVisu("Bolt.CATPart"), 1);
+    EXPECT_EQ(embedded::Accounting::get().live().references, references);
 }
 
 TEST_F(WorkModesTest, WhatADocumentWasLoadedFor) {
@@ -344,11 +431,18 @@ TEST_F(WorkModesTest, Faults) {
                      platformOnly ? Modes::getWorkModeCAA(bolt.get(), found) : Modes::getWorkMode(bolt.get(), found);
                  return {code, found == Modes::WorkModeUnknown};
              }});
-    sweepFailures({"VornToolsWorkModeServices::isVisualWorkMode", [&]() -> SweepOutcome {
-                       unsigned char visual = 1;
-                       const HRESULT code = Modes::isVisualWorkMode(bolt.get(), visual);
-                       return {code, visual == 0};
-                   }});
+    for (const WorkMode mode : {WorkMode::visualisation, WorkMode::standard}) {
+        embedded::setWorkMode(bolt, mode);
+        sweepFailures({"VornToolsWorkModeServices::isVisualWorkMode",
+                       [&]() -> SweepOutcome {
+                           unsigned char visual = 1;
+                           const HRESULT code = Modes::isVisualWorkMode(bolt.get(), visual);
+                           return {code, visual == 0, visual};
+                       },
+                       {},
+                       {},
+                       {0}});
+    }
     sweepFailures({"VornToolsWorkModeServices::setWorkMode",
                    [&]() -> SweepOutcome { return {Modes::setWorkMode(bolt.get(), Modes::WorkModeBrep)}; }, put_back});
     sweepFailures({"VornToolsSwitchMgt::setWorkMode",
@@ -371,10 +465,16 @@ TEST_F(WorkModesTest, Faults) {
                    },
                    [&] { embedded::setWorkMode(bolt, WorkMode::visualisation); }});
     put_back();
-    sweepFailures({"VornToolsCommon::isFileNameInVisu", [&]() -> SweepOutcome {
-                       unsigned char visu = 1;
-                       return {VornToolsCommon::isFileNameInVisu("Bolt.CATPart", visu)};
-                   }});
+    // A part that is loaded may be overlooked; none is made up.
+    const auto isInVisu = [](const char* name) {
+        return [name]() -> SweepOutcome {
+            unsigned char visu = 7;
+            const HRESULT code = VornToolsCommon::isFileNameInVisu(name, visu);
+            return {code, true, visu};
+        };
+    };
+    sweepFailures({"VornToolsCommon::isFileNameInVisu", isInVisu("Bolt.CATPart"), {}, {}, {0, 1}});
+    sweepFailures({"VornToolsCommon::isFileNameInVisu", isInVisu("Nut.CATPart"), {}, {}, {1}});
     sweepFailures({"VornToolsCommon::startSkylane", [&]() -> SweepOutcome { return {VornToolsCommon::startSkylane()}; },
                    [&] { embedded::hostedClient().open = false; }});
 }
@@ -401,29 +501,122 @@ TEST_F(WorkModesTest, FaultsOfTheSwitches) {
     used.switchVisu(name, bolt.get(), 0);
     sweepFailures({"VornToolsSwitchMgt::restoreAll", [&]() -> SweepOutcome { return {used.restoreAll(0)}; },
                    [&] { embedded::setWorkMode(bolt, WorkMode::visualisation); }});
-    sweepFailures({"VornToolsSwitchMgt::isInVisuMode", [&]() -> SweepOutcome {
-                       unsigned char visu = 7;
-                       return {used.isInVisuMode(name, visu)};
-                   }});
+    // Whether a design part is in visualisation now, its mode tells alone; the picture's name when that is not to be
+    // had.
+    const auto ask = [&]() -> SweepOutcome {
+        unsigned char visu = 7;
+        const HRESULT code = used.isInVisuMode(name, visu);
+        return {code, visu == 0, visu};
+    };
+    for (const WorkMode mode : {WorkMode::brep, WorkMode::design}) {
+        embedded::setWorkMode(bolt, mode);
+        sweepFailures({"VornToolsSwitchMgt::isInVisuMode", ask, {}, {}, {0}});
+    }
 }
 
 TEST_F(WorkModesTest, FaultsOfTheQuestions) {
-    sweepFailures({"VornToolsCommon::isCATPartInVisuModeAnActivateNode", [&]() -> SweepOutcome {
+    sweepFailures({"VornToolsCommon::isCATPartInVisuModeAnActivateNode",
+                   [&]() -> SweepOutcome {
                        unsigned char answer = 7;
-                       return {VornToolsCommon::isCATPartInVisuModeAnActivateNode(bolt.get(), answer)};
-                   }});
+                       const HRESULT code = VornToolsCommon::isCATPartInVisuModeAnActivateNode(bolt.get(), answer);
+                       return {code, true, answer};
+                   },
+                   {},
+                   {},
+                   {0}});
     environment().variables["TEMP"] = environment().variables["TMP"] = folder().u8string();
     sweepFailures({"VornToolsCommon::checkTempDirectories",
                    []() -> SweepOutcome { return {VornToolsCommon::checkTempDirectories() ? S_OK : E_FAIL}; }});
     const std::string file = path("d.CATPart");
     write("d.CATPart.dat", "<DatFileVersion>\n3\n</DatFileVersion>\n<LoadType>\nLFC\n</LoadType>\n");
     CATDocument* const document = session().part(file).get();
-    sweepFailures({"VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR", [&]() -> SweepOutcome {
-                       VornToolsCommon::EnumLoadedFor loaded = VornToolsCommon::LoadedAsCgr;
-                       const int answer =
-                           VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(file.c_str(), document, loaded);
-                       return {answer ? S_OK : E_FAIL, loaded == VornToolsCommon::LoadedForNothing};
-                   }});
+    const auto ask = [&]() -> SweepOutcome {
+        VornToolsCommon::EnumLoadedFor loaded = VornToolsCommon::LoadedAsCgr;
+        const int answer = VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(file.c_str(), document, loaded);
+        return {answer ? S_OK : E_FAIL, loaded == VornToolsCommon::LoadedForNothing, loaded};
+    };
+    sweepFailures({"VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR", ask, {}, {}, {0, 1}});
+    write("d.CATPart.dat", "<DatFileVersion>\n3\n</DatFileVersion>\n<LoadType>\nlfc\n</LoadType>\n");
+    sweepFailures({"VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR", ask, {}, {}, {0}});
+}
+
+TEST_F(WorkModesTest, NothingIsRememberedOfASwitchThatDidNotHappen) {
+    const auto isKnown = [](VornToolsSwitchMgt& switcher, const char* name) {
+        CATIProduct* product = nullptr;
+        return SUCCEEDED(switcher.getCATIProduct(name, product));
+    };
+    for (const SwitchOutcome outcome : {SwitchOutcome::ignored, SwitchOutcome::refused, SwitchOutcome::error}) {
+        embedded::setSwitchOutcome(outcome);
+        VornToolsSwitchMgt switcher{1};
+        EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeVisu, Modes::WorkModeUnknown, "", 0), E_FAIL);
+        EXPECT_EQ(switcher.switchVisu("Bolt.CATPart", bolt.get(), 0), S_OK);
+        EXPECT_FALSE(isKnown(switcher, "Bolt.CATPart"));
+        EXPECT_EQ(switcher.restoreAll(0), S_FALSE);
+    }
+    EXPECT_EQ(reports(), Texts(4, "VornToolsWorkModeServices::setWorkMode 9004 SetWorkMode"));
+    embedded::setSwitchOutcome(SwitchOutcome::foreign);
+    {
+        VornToolsSwitchMgt switcher{1};
+        EXPECT_THROW(switcher.switchVisu("Bolt.CATPart", bolt.get(), 0), std::runtime_error);
+        EXPECT_FALSE(isKnown(switcher, "Bolt.CATPart"));
+    }
+    EXPECT_EQ(embedded::Journal::get().open(), 0);
+    embedded::setSwitchOutcome(SwitchOutcome::switched);
+    Modes::setCatiaCacheActivated(0);
+    VornToolsSwitchMgt switcher{1};
+    EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeVisu, Modes::WorkModeUnknown, "", 0), S_FALSE);
+    EXPECT_FALSE(isKnown(switcher, "Bolt.CATPart"));
+    EXPECT_EQ(embedded::workMode(bolt), WorkMode::design);
+}
+
+TEST_F(WorkModesTest, ProductsWithoutReferenceOrDocumentAndOddNames) {
+    VornToolsSwitchMgt switcher{1};
+    const embedded::Product broken = bolt.father().addUnresolved("x.1");
+    EXPECT_EQ(switcher.setWorkMode(broken.get(), Modes::WorkModeDesign, Modes::WorkModeUnknown, "", 0), E_FAIL);
+    EXPECT_EQ(switcher.switchDesign("x.CATPart", broken.get(), 0), S_OK);
+    CATUnicodeString name("stale");
+    EXPECT_EQ(switcher.getDefaultRepName(broken.get(), name), S_OK);
+    EXPECT_EQ(name, "");
+    EXPECT_EQ(switcher.switchDesign("x.CATPart", nullptr, 0), E_FAIL) << "it was not remembered";
+    EXPECT_FALSE(reports().empty());
+
+    bolt.reference().withoutLinkableObject();
+    EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeBrep, Modes::WorkModeUnknown, "", 0), S_OK);
+    EXPECT_EQ(switcher.restoreAll(0), S_FALSE) << "without a document there is no name to remember it by";
+    const struct {
+        const char* name;
+        HRESULT code;
+    } cases[] = {
+        {"B\xC3\xB6lt.CATPart", S_OK}, {"/w\\Bolt.CATPart", S_OK}, {"", E_FAIL}, {".CATPart", S_OK}, {"Bolt", E_FAIL},
+        {"Bolt.CATPart.cgr", E_FAIL}};
+    for (const auto& row : cases) {
+        VornToolsSwitchMgt fresh{1};
+        embedded::setWorkMode(bolt, WorkMode::standard);
+        EXPECT_EQ(fresh.switchDesign(row.name, bolt.get(), 0), row.code) << row.name;
+        EXPECT_EQ(fresh.restore(row.name), row.code == S_OK ? S_OK : S_FALSE) << row.name;
+        EXPECT_EQ(embedded::workMode(bolt), WorkMode::standard) << row.name;
+    }
+
+    unsigned char answer = 7;
+    EXPECT_EQ(VornToolsCommon::isCATPartInVisuModeAnActivateNode(nullptr, answer), S_OK);
+    EXPECT_EQ(answer, 0);
+    EXPECT_EQ(Modes::isVisualWorkMode(nullptr, answer), E_FAIL);
+    EXPECT_EQ(answer, 0);
+    Modes::EnumWorkMode found = Modes::WorkModeDesign;
+    EXPECT_EQ(Modes::getWorkMode(nullptr, found), E_FAIL);
+    EXPECT_EQ(found, Modes::WorkModeUnknown);
+    EXPECT_EQ(reports(), (Texts{"VornToolsWorkModeServices::getWorkModeCAA 9001 ipi_catiproduct",
+                                "VornToolsWorkModeServices::isVisualWorkMode 9004 isVisualWorkMode",
+                                "VornToolsWorkModeServices::getWorkModeCAA 9001 ipi_catiproduct",
+                                "VornToolsWorkModeServices::isVisualWorkMode 9004 isVisualWorkMode",
+                                "VornToolsWorkModeServices::getWorkMode 9004 isVisualWorkMode"}));
+    VornToolsCommon::isFileNameInVisu("", answer);
+    EXPECT_EQ(answer, 1) << "no name is in none";
+    session().part("/w/\xC3\x96l.CATPart");
+    VornToolsCommon::isFileNameInVisu("\xC3\x96l", answer);
+    EXPECT_EQ(answer, 0);
+    VornToolsCommon::isFileNameInVisu("\xC3\xB6l", answer);
+    EXPECT_EQ(answer, 1) << "letter case counts";
 }
 
 TEST_F(WorkModesTest, APartOfAnUnknownModeIsNotRemembered) {

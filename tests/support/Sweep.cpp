@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <set>
 
@@ -65,6 +66,13 @@ void checkCleanliness(const Surroundings& before) {
     EXPECT_EQ(embedded::Accounting::get().takeBreaches(), std::vector<std::string>());
 }
 
+void checkAnswer(const SweepCase& sweep, const SweepOutcome& outcome) {
+    const std::vector<int>& allowed = sweep.answersUnderFault;
+    if (allowed.empty()) return;
+    EXPECT_NE(std::find(allowed.begin(), allowed.end(), outcome.answer), allowed.end())
+        << "the fault led to the answer " << outcome.answer;
+}
+
 } // namespace
 
 int sweepFailures(const SweepCase& sweep) {
@@ -102,10 +110,13 @@ int sweepFailures(const SweepCase& sweep) {
                     EXPECT_TRUE(toleratedFaults().count(sweep.name + ": " + site))
                         << "fault met, success returned; not on the list: " << sweep.name << ": " << site;
                 }
+                checkAnswer(sweep, outcome);
                 const std::string state = look(sweep).state;
                 EXPECT_TRUE(state == before.state || state == after.state) << "stored state half changed";
                 restore(sweep);
-                EXPECT_EQ(sweep.operation().code, undisturbed.code) << "the next call behaves differently";
+                const SweepOutcome next = sweep.operation();
+                EXPECT_EQ(next.code, undisturbed.code) << "the next call behaves differently";
+                EXPECT_EQ(next.answer, undisturbed.answer) << "the next call answers differently";
                 restore(sweep);
                 if (testing::Test::HasFatalFailure()) return calls;
             }

@@ -5,12 +5,15 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 /** One run of the operation under the sweep. */
 struct SweepOutcome {
     HRESULT code = S_OK;
     /** Whether every output is as a failure leaves it (empty, null, 0). Only asked when the code is negative. */
     bool outputsEmpty = true;
+    /** Of a question: what it answers. */
+    int answer = 0;
 };
 
 /** What the sweep runs. */
@@ -23,14 +26,18 @@ struct SweepCase {
     std::function<void()> restore = {};
     /** Text of everything the operation may change, besides the session's own digest; may be empty. */
     std::function<std::string()> state = {};
+    /** Of a question: the answers it may give when it met a fault. With the right answer "no" and only that allowed, no
+     * fault may invent a yes. Empty: nobody looks at the answer. */
+    std::vector<int> answersUnderFault = {};
 };
 
 /**
  * Runs the operation with the n-th platform call failing, n = 1, 2, ... until none fires: once only and from n on, in
  * every flavour. After each run: references and lists as before, journal frames closed, no rule broken, outputs empty
- * when the code is negative, stored state unchanged or completely changed, and the next undisturbed call gives the
- * first one's code again. "Fault met, success returned" must stand on tests/support/tolerated_faults.txt as the line
- * "METHOD: CALL". Sets googletest failures. @return the number of platform calls that the undisturbed operation makes
+ * when the code is negative, answers those that are allowed, stored state unchanged or completely changed, and the next
+ * undisturbed call gives the first one's code and answer again. "Fault met, success returned" must stand on
+ * tests/support/tolerated_faults.txt as the line "METHOD: CALL". Sets googletest failures. @return the number of
+ * platform calls that the undisturbed operation makes
  */
 int sweepFailures(const SweepCase& sweep);
 

@@ -50,6 +50,9 @@ public:
     /** A document without automation interface / that gives no roots when asked for them. */
     Document& withoutAutomation();
     Document& withoutRoots();
+    /** Whether the platform has the document loaded: not while every place of it in the open structures is in
+     * visualisation and nobody else keeps it. The session knows it all the same. */
+    bool loaded() const;
     /** The document's root product. Parts, products, shapes and neutral geometry have one; none for every other type,
      * such as a drawing. */
     Product root() const;
@@ -132,11 +135,11 @@ public:
     Environment& environment();
 
     /** A document of any kind; its type is the suffix of the name, its identifier new. The root product of a document
-     * has its file name without suffix as part number. A name that is loaded already means the loaded document. */
+     * has its file name without suffix as part number. A name that is known already means the known document. */
     Document document(const std::string& storageName);
     Document part(const std::string& storageName) { return document(storageName); }
     Document product(const std::string& storageName) { return document(storageName); }
-    /** A loaded document by its storage name, letter case ignored; none when absent. */
+    /** A document by its storage name, letter case ignored, loaded or not; none when absent. */
     Document find(const std::string& storageName) const;
     std::size_t documentCount() const;
     Document documentAt(std::size_t index) const;

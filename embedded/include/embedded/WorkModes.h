@@ -20,8 +20,8 @@ enum class SwitchOutcome {
     foreign   ///< something else is thrown
 };
 
-/** Puts one place of the structure into a mode. In visualisation its reference is not loaded, and its representation is
- * the ".cgr" file of the cache. */
+/** Puts one place of the structure into a mode. In visualisation it shows no reference, and its representation is the
+ * ".cgr" file of the cache; see Document::loaded() for what becomes of the document. */
 ExportedByCatia void setWorkMode(const Product& product, WorkMode mode);
 ExportedByCatia WorkMode workMode(const Product& product);
 /** Makes the product answer a number that is no mode. */
