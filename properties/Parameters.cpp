@@ -149,9 +149,9 @@ HRESULT applyFlags(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, cons
     if (i_read_only) ipi_parameter->SetUserAccess(CATICkeParm::ReadOnly);
     const CATICkeParm::UserAccessMode access = i_read_only ? CATICkeParm::ReadOnly : CATICkeParm::User;
     if ((i_read_only || i_user_access) && ipi_parameter->UserAccess() != access)
-        return i_frame.platformFailed("SetUserAccess");
+        return i_frame.callFailed("SetUserAccess");
     if ((i_user_access || i_rename_to_name) && !i_name.IsNull() && !ipi_parameter->IsNamed())
-        return i_frame.platformFailed("Rename");
+        return i_frame.callFailed("Rename");
     return S_OK;
 }
 

@@ -227,6 +227,30 @@ TEST_F(PropertiesTest, AParameterTakesAnotherValue) {
     EXPECT_EQ(update(length, "2.5", "d"), S_OK);
     EXPECT_EQ(real.shown() + " " + length.shown(), "1,5 2,5mm");
 }
+TEST_F(PropertiesTest, AParameterThatDoesNotTakeAFlagIsNotPutAnywhere) {
+    const struct {
+        const char* setter;
+        int readOnly, rename;
+    } cases[] = {{"SetUserAccess", 1, 0}, {"Rename", 0, 1}};
+    auto& failures = embedded::Failures::get();
+    for (const auto& c : cases) {
+        const std::string call = std::string("CATICkeParm::") + c.setter;
+        std::string met = "none yet";
+        for (int nth = 1; met != call && !met.empty(); ++nth) {
+            const std::size_t before = set.parameters().size();
+            reports();
+            failures.arm(nth, false, embedded::FaultFlavour::code);
+            const HRESULT code = create("P", "x", "s", c.readOnly, 0, c.rename);
+            met = failures.firedAt();
+            failures.disarm();
+            if (met != call) continue;
+            EXPECT_EQ(code, E_FAIL);
+            EXPECT_EQ(set.parameters().size(), before);
+        }
+        EXPECT_EQ(reports(), (Texts{kClass + "createParameter 9003 " + c.setter}));
+    }
+}
+
 
 TEST_F(PropertiesTest, AListGrowsInFrontAndIsReplacedAsAWhole) {
     Parameter string = set.add("S", "a").list("ListOfValues", Texts{"a", "b"});
