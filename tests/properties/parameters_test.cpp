@@ -488,7 +488,7 @@ TEST_F(PropertiesTest, ReferencePropertiesGoThroughTheProduct) {
     EXPECT_EQ(properties().setReferenceProperties(nullptr, names, names), E_FAIL);
     EXPECT_EQ(properties().updatePartNumber(root.addUnresolved("x.1").get(), "x"), E_FAIL);
     EXPECT_EQ(reports(),
-              (Texts{name + "setReferenceProperties 9001 i_values", name + "setReferenceProperties 9001 ipi_product",
+              (Texts{name + "setReferenceProperties 9001 i_values", name + "setReferenceProperties 9002 ipi_product",
                      name + "updatePartNumber 9002 sp_reference_product"}));
     CATListValCATUnicodeString one, value;
     one.Append("revision");
@@ -542,7 +542,7 @@ TEST_F(PropertiesTest, ReferencePropertiesGoThroughThePdmItem) {
     EXPECT_EQ(px1.updatePartNumber(root.get(), "x"), E_FAIL);
     environment().platformPdmConnection = true;
     EXPECT_EQ(reports(),
-              (Texts{name + "updatePartNumber 9001 ipi_product", name + "updatePartNumber 9003 getPDMItem"}));
+              (Texts{name + "updatePartNumber 9002 ipi_product", name + "updatePartNumber 9003 getPDMItem"}));
     CATListValCATUnicodeString one, value;
     one.Append("source");
     value.Append("s");
