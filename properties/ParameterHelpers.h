@@ -15,6 +15,8 @@
 #include "CATISpecObject.h"
 #include "VornLocaleEnv.h"
 
+#include <cmath>
+
 namespace vorntools {
 
 constexpr const char* kValueSeparator = "@=@";
@@ -37,6 +39,12 @@ inline CATUnicodeString inSessionNotation(const CATUnicodeString& i_value, const
     CATUnicodeString value(i_value);
     if (!i_separator.IsNull() && i_separator != ".") value.ReplaceAll(".", i_separator);
     return value;
+}
+
+/** Reads a real number. Infinity and what is no number at all count as unreadable, whatever the runtime library thinks:
+ * no parameter is to hold them. */
+inline bool readReal(const CATUnicodeString& i_text, double& o_number) {
+    return i_text.ConvertToNum(&o_number, "%le") && std::isfinite(o_number);
 }
 
 /** The key of an attribute; empty when the object has none of that name. */

@@ -53,9 +53,9 @@ HRESULT joinDimensions(const JournalFrame& i_frame, const CATRawColldouble* ip_l
     if (ip_list && ip_list->Size() == 0) i_frame.write("multiple physical values but empty list");
     double number = 0.0;
     const bool any = ip_list && ip_list->Size() > 0;
-    if (any && i_current_value.ConvertToNum(&number, "%le")) values.Append(number);
+    if (any && readReal(i_current_value, number)) values.Append(number);
     for (int i = 1; any && i <= ip_list->Size(); ++i)
-        values.Append(show((*ip_list)[i]).ConvertToNum(&number, "%le") ? number : (*ip_list)[i]);
+        values.Append(readReal(show((*ip_list)[i]), number) ? number : (*ip_list)[i]);
     if (values.Size() == 0) i_frame.write("Cannot get physical values list");
     if (values.Size() == 0) return E_FAIL;
     i_frame.write("multiple double values");

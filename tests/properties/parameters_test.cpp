@@ -139,7 +139,19 @@ TEST_F(PropertiesTest, ValuesAreReadByTheirType) {
                  {",", "1.234,5", "d", ""},
                  {".", "1e3 ", "d", "Real 1000"},
                  {".", "1e999", "d", ""},
-                 {".", "nan", "d", "Real nan"},
+                 {".", "-1e999", "d", ""},
+                 {".", "1e-999", "d", "Real 0"},
+                 {".", "1e308", "d", "Real 1e+308"},
+                 {",", "-4.9e-324", "d", "Real -4,94065645841247e-324"},
+                 {".", "-0", "d", "Real -0"},
+                 {".", "0x10", "d", "Real 16"},
+                 {".", "nan", "d", ""},
+                 {",", "-inf", "d", ""},
+                 {".", "1..5", "d", ""},
+                 {",", "1,5  ", "d", "Real 1,5"},
+                 {",", "1,5", "i", ""},
+                 {",", "1.5", "i", ""},
+                 {".", "-2147483648 ", "i", "Integer -2147483648"},
                  {".", "", "d", ""},
                  {".", "a@=@b@=@a", "s", "String a string: a, b"},
                  {".", "@=@", "s", "String  string: "},
@@ -152,6 +164,14 @@ TEST_F(PropertiesTest, ValuesAreReadByTheirType) {
                  {".", "1.5@=@2", "d", "Real 1.5 double: 1.5, 2"},
                  {",", "1.5@=@2,25", "d", "Real 1,5 double: 1,5, 2,25"},
                  {".", "1@=@2,5", "d", ""},
+                 {",", "1,5@=@1.5@=@15e-1@=@2", "d", "Real 1,5 double: 1,5, 2"},
+                 {",", "1,5@=@nan", "d", ""},
+                 {".", "@=@", "d", ""},
+                 {",", "@=@1", "d", ""},
+                 {".", "1@=@", "d", ""},
+                 {".", "1@=@@=@2", "d", ""},
+                 {".", "@=@", "i", ""},
+                 {".", "a@=@@=@b@=@", "s", "String a string: a, , b"},
                  {".", "a\\b\n\x1A\xC3\xA4", "s", "String a\\b\n\x1A\xC3\xA4"}};
     for (const auto& c : cases) {
         environment().decimalSeparator = c.separator;
@@ -169,6 +189,8 @@ TEST_F(PropertiesTest, ValuesAreReadByTheirType) {
     for (int i = 1; i < 10000; ++i) many += "@=@" + std::to_string(i);
     EXPECT_EQ(create("M", many, "i"), S_OK);
     EXPECT_EQ(last().size(), std::string("Integer 0 integer:").size() + 10000 * 2 - 1 + 38890);
+    EXPECT_EQ(create("M", many, "d"), S_OK);
+    EXPECT_EQ(last().size(), std::string("Real 0 double:").size() + 10000 * 2 - 1 + 38890);
 }
 
 TEST_F(PropertiesTest, TheJournalTellsWhyNothingWasMade) {
@@ -205,28 +227,6 @@ TEST_F(PropertiesTest, FlagsAreAppliedInTheirOrder) {
     }
 }
 
-TEST_F(PropertiesTest, AParameterTakesAnotherValue) {
-    Parameter string = set.add("S", "x"), integer = set.add("I", 3), real = set.add("R", 0.5);
-    Parameter truth = set.add("B", true), length = set.add("Length", "L", 1.0);
-    EXPECT_EQ(update(string, "y", "s"), S_OK);
-    EXPECT_EQ(update(integer, "4", "i"), S_OK);
-    EXPECT_EQ(update(integer, "", "i"), E_FAIL);
-    EXPECT_EQ(update(truth, "0", "b"), S_OK);
-    EXPECT_EQ(string.shown() + integer.shown() + truth.shown(), "y4false");
-    clearJournal();
-    EXPECT_EQ(update(real, "1,5", "d"), E_FAIL);
-    EXPECT_EQ(real.shown(), "0.5");
-    EXPECT_EQ(update(length, "12.5", "d"), S_OK);
-    EXPECT_EQ(length.shown(), "12.5mm");
-    EXPECT_EQ(update(string, "z", "d"), S_OK);
-    EXPECT_EQ(string.shown(), "z");
-    EXPECT_EQ(messages(), (Texts{"Updating the Double property P (Real)", "Updating the Double property P (Length)",
-                                 "    value applied : 12.5mm", "Updating the Double property P (String)"}));
-    environment().decimalSeparator = ",";
-    EXPECT_EQ(update(real, "1.5", "d"), S_OK);
-    EXPECT_EQ(update(length, "2.5", "d"), S_OK);
-    EXPECT_EQ(real.shown() + " " + length.shown(), "1,5 2,5mm");
-}
 TEST_F(PropertiesTest, AParameterThatDoesNotTakeAFlagIsNotPutAnywhere) {
     const struct {
         const char* setter;
@@ -251,6 +251,33 @@ TEST_F(PropertiesTest, AParameterThatDoesNotTakeAFlagIsNotPutAnywhere) {
     }
 }
 
+TEST_F(PropertiesTest, AParameterTakesAnotherValue) {
+    Parameter string = set.add("S", "x"), integer = set.add("I", 3), real = set.add("R", 0.5);
+    Parameter truth = set.add("B", true), length = set.add("Length", "L", 1.0);
+    EXPECT_EQ(update(string, "y", "s"), S_OK);
+    EXPECT_EQ(update(integer, "4", "i"), S_OK);
+    EXPECT_EQ(update(integer, "", "i"), E_FAIL);
+    EXPECT_EQ(update(truth, "0", "b"), S_OK);
+    EXPECT_EQ(string.shown() + integer.shown() + truth.shown(), "y4false");
+    clearJournal();
+    EXPECT_EQ(update(real, "1,5", "d"), E_FAIL);
+    EXPECT_EQ(real.shown(), "0.5");
+    EXPECT_EQ(update(length, "12.5", "d"), S_OK);
+    EXPECT_EQ(length.shown(), "12.5mm");
+    for (const char* const none : {"x", "", "1,5", "nan", "1e999", "mm"}) EXPECT_EQ(update(length, none, "d"), E_FAIL);
+    EXPECT_EQ(length.shown(), "12.5mm");
+    EXPECT_EQ(update(string, "z", "d"), S_OK);
+    EXPECT_EQ(string.shown(), "z");
+    Texts expected(7, "Updating the Double property P (Length)");
+    expected.insert(expected.begin() + 1, "    value applied : 12.5mm");
+    expected.insert(expected.begin(), "Updating the Double property P (Real)");
+    expected.push_back("Updating the Double property P (String)");
+    EXPECT_EQ(messages(), expected);
+    environment().decimalSeparator = ",";
+    EXPECT_EQ(update(real, "1.5", "d"), S_OK);
+    EXPECT_EQ(update(length, "2.5", "d"), S_OK);
+    EXPECT_EQ(real.shown() + " " + length.shown(), "1,5 2,5mm");
+}
 
 TEST_F(PropertiesTest, AListGrowsInFrontAndIsReplacedAsAWhole) {
     Parameter string = set.add("S", "a").list("ListOfValues", Texts{"a", "b"});
