@@ -1,7 +1,6 @@
 #include "VornToolsCADDOCProperties.h"
 
 #include "foundation/JournalFrame.h"
-#include "foundation/Texts.h"
 #include "properties/AttributePairs.h"
 #include "properties/ParameterHelpers.h"
 
@@ -419,12 +418,6 @@ InterfacePtr<CATIDrawing> drawingOf(const JournalFrame& i_frame, CATDocument* ip
     });
     if (!sp_drawing) i_frame.missing("pi_drawing");
     return sp_drawing;
-}
-
-/** A name without its path. */
-CATUnicodeString lastSegment(const CATUnicodeString& i_name) {
-    const int separator = i_name.SearchSubString("\\", 0, CATUnicodeString::CATSearchModeBackward);
-    return behind(i_name, separator + 1);
 }
 
 HRESULT readDrawing(const JournalFrame& i_frame, CATDocument* ip_document, JoinValues i_join,

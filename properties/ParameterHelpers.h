@@ -3,6 +3,7 @@
 
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
+#include "foundation/Texts.h"
 
 #include "CATICkeMagnitude.h"
 #include "CATICkeParameterSet.h"
@@ -56,6 +57,11 @@ inline InterfacePtr<CATISpecAttrKey> keyOf(CATISpecAttrAccess* ipi_access, const
 inline CATUnicodeString typeNameOf(CATICkeParm* ipi_parameter) {
     const CATICkeType_var sp_type = ipi_parameter->Type();
     return sp_type == nullptr ? CATUnicodeString() : sp_type->Name();
+}
+
+/** A parameter's name without its path. */
+inline CATUnicodeString lastSegment(const CATUnicodeString& i_name) {
+    return behind(i_name, i_name.SearchSubString("\\", 0, CATUnicodeString::CATSearchModeBackward) + 1);
 }
 
 /** What VornToolsCADDOCProperties::setAttributeOnCATISpecObject does, with a result: a list that is not written is

@@ -71,15 +71,17 @@ InterfacePtr<CATICkeParmFactory> factoryOf(const JournalFrame& i_frame, CATIParm
     return sp_factory;
 }
 
-/** Appends the members from a position on; those before it are known already. */
+/** Appends the members from a position on; those before it are known already. Splitting tells whether a name is fit
+ * for it, no more: a file name ends at a slash, too, which the name of a property may hold ("km/h"). */
 void readMembers(CATIParmPublisher* ipi_publisher, std::vector<Member>& io_members, int i_from = 1) {
     CATListValCATISpecObject_var list;
     listParameters(ipi_publisher, list);
     for (int i = i_from; i <= list.Size(); ++i) {
         Member member{list[i], queryInterface<CATICkeParm>(static_cast<CATISpecObject*>(list[i])), {}, {}, false};
-        CATUnicodeString path;
+        CATUnicodeString path, file_name;
         if (member.parameter) member.full_name = member.parameter->Name();
-        member.has_short_name = SUCCEEDED(UTILFile::splitPathAndFileName(member.full_name, path, member.short_name));
+        member.has_short_name = SUCCEEDED(UTILFile::splitPathAndFileName(member.full_name, path, file_name));
+        if (member.has_short_name) member.short_name = lastSegment(member.full_name);
         io_members.push_back(std::move(member));
     }
 }
@@ -273,8 +275,7 @@ HRESULT VornToolsCommon::getNameProperty(CATICkeParm_var i_parameter, CATUnicode
     if (i_parameter == nullptr) return frame.badInput("i_parameter");
     const CATUnicodeString full_name = i_parameter->Name();
     if (full_name.IsNull()) return frame.platformFailed("Name");
-    const int separator = full_name.SearchSubString("\\", 0, CATUnicodeString::CATSearchModeBackward);
-    o_name = behind(full_name, separator + 1);
+    o_name = lastSegment(full_name);
     frame.write("Property name of [%s] is [%s]", full_name, o_name);
     return S_OK;
 }

@@ -56,9 +56,10 @@ TEST_F(UserPropertiesTest, ValuesAreReadAsOneLineEach) {
     properties.add("Unset", 1).withoutValue();
     properties.add("", "no name").userName("");
     properties.add("", "x").userName("a\\b\\Deep");
+    properties.add("km/h", 1);
     properties.addSet("Inner").add("hidden", 1);
     clearJournal();
-    EXPECT_EQ(read(bolt), (Texts{"Text=a b_ c", "True=1", "False=0", "Width=12.5mm", "=no name", "Deep=x"}));
+    EXPECT_EQ(read(bolt), (Texts{"Text=a b_ c", "True=1", "False=0", "Width=12.5mm", "=no name", "Deep=x", "km/h=1"}));
     EXPECT_EQ(messages(), (Texts{"This param is not set"}));
     EXPECT_EQ(read(root, E_FAIL), Texts()) << "nobody made user properties";
     EXPECT_EQ(read(embedded::Product(), E_FAIL), Texts());
@@ -89,6 +90,11 @@ TEST_F(UserPropertiesTest, ExistingPropertiesAreUpdatedAndMissingOnesMadeWhenAll
     EXPECT_EQ(set(bolt, {"B", "A"}, {"x", "later"}, {"i", "s"}), S_OK) << "the last one counts";
     EXPECT_EQ(set(bolt, {"A", "B"}, {"later", "x"}, {"s", "i"}), E_FAIL);
     EXPECT_EQ(read(bolt).front(), "A=later");
+    EXPECT_EQ(set(bolt, {"km/h"}, {"1"}, {"i"}), S_OK);
+    EXPECT_EQ(set(bolt, {"km/h"}, {"2"}, {"i"}), S_OK) << "a slash is no path";
+    EXPECT_EQ(read(bolt).back(), "km/h=2");
+    EXPECT_EQ(VornToolsCommon::RemoveProperty(bolt.get(), "km/h"), S_OK);
+    EXPECT_EQ(read(bolt).size(), 5U);
     environment().ignoresOemProperties = false;
     EXPECT_EQ(set(root, {"OEM_new"}, {"x"}, {"s"}), S_OK);
     EXPECT_EQ(read(root), (Texts{"OEM_new=x"}));
