@@ -113,15 +113,15 @@ struct CreationRules {
     CATListValCATUnicodeString read_only_names;
 };
 
-CreationRules readCreationRules() {
-    CreationRules rules;
-    if (ENVManager* const p_environment = ENVManager::getInstance()) {
-        rules.creates = p_environment->createPropsForMapping() != 0;
-        p_environment->getReadOnlyPropertiesOnCreate(rules.read_only_names);
-    }
+/** E_FAIL, reported, when it is not to be had which new properties are read-only: nobody would make them so later. */
+HRESULT readCreationRules(const JournalFrame& i_frame, CreationRules& o_rules) {
+    ENVManager* const p_environment = ENVManager::getInstance();
+    o_rules.creates = p_environment && p_environment->createPropsForMapping() != 0;
+    if (o_rules.creates && FAILED(p_environment->getReadOnlyPropertiesOnCreate(o_rules.read_only_names)))
+        return i_frame.callFailed("getReadOnlyPropertiesOnCreate");
     if (PROCManager* const p_process = PROCManager::getInstance())
-        rules.ignores_oem = p_process->ignoreOEMProperties() != 0;
-    return rules;
+        o_rules.ignores_oem = p_process->ignoreOEMProperties() != 0;
+    return S_OK;
 }
 
 /** The member of a name, with every name on the way to it in the journal; null when there is none. */
@@ -194,7 +194,8 @@ HRESULT VornToolsCommon::setUserProperties(CATIProduct* ipi_catiproduct, CATList
     if (!sp_publisher) return E_FAIL;
     const auto sp_factory = factoryOf(frame, sp_publisher.get(), "sp_container");
     if (!sp_factory) return E_FAIL;
-    const CreationRules rules = readCreationRules();
+    CreationRules rules;
+    if (FAILED(readCreationRules(frame, rules))) return E_FAIL;
     std::vector<Member> members = membersOf(sp_publisher.get());
     HRESULT code = S_OK;
     for (int i = 1; i <= i_names.Size(); ++i) {

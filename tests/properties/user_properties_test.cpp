@@ -10,6 +10,8 @@
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
+#include <functional>
+
 namespace {
 
 const std::string kCommon = "VornToolsCommon::";
@@ -39,6 +41,21 @@ protected:
         for (int i = 1; i <= names.Size(); ++i)
             result.push_back(std::string(names[i].ConvertToChar()) + "=" + values[i].ConvertToChar());
         return result;
+    }
+    /** Runs an operation once with its first call of a name failing; its code. */
+    static HRESULT failAt(const std::string& call, const std::function<HRESULT()>& operation) {
+        auto& failures = embedded::Failures::get();
+        std::string met = "none yet";
+        for (int nth = 1; !met.empty(); ++nth) {
+            embedded::ErrorReports::get().take();
+            failures.arm(nth, false, embedded::FaultFlavour::code);
+            const HRESULT code = operation();
+            met = failures.firedAt();
+            failures.disarm();
+            if (met == call) return code;
+        }
+        ADD_FAILURE() << "never called: " << call;
+        return S_OK;
     }
     static HRESULT changeAccess(const embedded::Product& product, const char* name, int mode) {
         return VornToolsCommon::changePropertyAccess(product.get(), name, mode);
@@ -183,6 +200,15 @@ TEST_F(UserPropertiesTest, ANameIsTheLastPartOfThePath) {
         EXPECT_STREQ(name.ConvertToChar(), expected);
         EXPECT_EQ(messages(), (Texts{"Property name of [" + std::string(full) + "] is [" + expected + "]"}));
     }
+}
+
+TEST_F(UserPropertiesTest, NothingIsMadeWithoutKnowingWhatIsReadOnly) {
+    environment().createsProperties = true;
+    environment().propertiesReadOnlyOnCreate = {"R"};
+    properties.add("A", "x");
+    EXPECT_EQ(failAt("ENVManager::getReadOnlyPropertiesOnCreate", [&] { return set(bolt, {"A"}, {"x"}, {"s"}); }),
+              E_FAIL);
+    EXPECT_EQ(reports(), (Texts{kCommon + "setUserProperties 9003 getReadOnlyPropertiesOnCreate"}));
 }
 
 TEST_F(UserPropertiesTest, ADrawingGivesItsParametersAtAnyDepth) {
