@@ -42,12 +42,17 @@ protected:
             result.push_back(std::string(names[i].ConvertToChar()) + "=" + values[i].ConvertToChar());
         return result;
     }
-    /** Runs an operation once with its first call of a name failing; its code. */
-    static HRESULT failAt(const std::string& call, const std::function<HRESULT()>& operation) {
+    /** Runs an operation with its first call of a name failing, on a part with one user property; its code. */
+    HRESULT failAt(const std::string& call, const std::function<HRESULT()>& operation) {
         auto& failures = embedded::Failures::get();
         std::string met = "none yet";
         for (int nth = 1; !met.empty(); ++nth) {
-            embedded::ErrorReports::get().take();
+            reports();
+            session().reset();
+            environment().createsProperties = true;
+            bolt = session().part("/w/Bolt.CATPart").root();
+            properties = embedded::userProperties(bolt);
+            properties.add("EBS_DatasetUid", "x");
             failures.arm(nth, false, embedded::FaultFlavour::code);
             const HRESULT code = operation();
             met = failures.firedAt();
@@ -203,12 +208,26 @@ TEST_F(UserPropertiesTest, ANameIsTheLastPartOfThePath) {
 }
 
 TEST_F(UserPropertiesTest, NothingIsMadeWithoutKnowingWhatIsReadOnly) {
-    environment().createsProperties = true;
-    environment().propertiesReadOnlyOnCreate = {"R"};
-    properties.add("A", "x");
     EXPECT_EQ(failAt("ENVManager::getReadOnlyPropertiesOnCreate", [&] { return set(bolt, {"A"}, {"x"}, {"s"}); }),
               E_FAIL);
     EXPECT_EQ(reports(), (Texts{kCommon + "setUserProperties 9003 getReadOnlyPropertiesOnCreate"}));
+    EXPECT_EQ(read(bolt), (Texts{"EBS_DatasetUid=x"}));
+}
+
+TEST_F(UserPropertiesTest, AMemberThatDoesNotTellItsNameMayBeTheOneLookedFor) {
+    const std::pair<const char*, std::function<HRESULT()>> operations[] = {
+        {"setUserProperties", [&] { return set(bolt, {"EBS_DatasetUid"}, {"x"}, {"s"}); }},
+        {"changePropertyAccess", [&] { return changeAccess(bolt, "EBS_DatasetUid", 1); }},
+        {"RemoveProperty", [&] { return VornToolsCommon::RemoveProperty(bolt.get(), "EBS_DatasetUid"); }},
+        {"removeEBSProperties", [&] { return VornToolsCommon::removeEBSProperties(bolt.get()); }}};
+    for (const auto& [method, operation] : operations)
+        for (const char* const call :
+             {"QueryInterface(CATICkeParm)", "CATICkeParm::Name", "UTILFile::splitPathAndFileName"}) {
+            SCOPED_TRACE(std::string(method) + " " + call);
+            EXPECT_EQ(failAt(call, operation), E_FAIL);
+            EXPECT_EQ(reports(), (Texts{kCommon + method + " 9002 sp_cke_parm"}));
+            EXPECT_EQ(read(bolt), (Texts{"EBS_DatasetUid=x"}));
+        }
 }
 
 TEST_F(UserPropertiesTest, ADrawingGivesItsParametersAtAnyDepth) {
