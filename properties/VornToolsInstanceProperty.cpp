@@ -76,6 +76,23 @@ InterfacePtr<CATISpecAttrKey> keyForWriting(const JournalFrame& i_frame, CATIPro
     return sp_key;
 }
 
+/** The properties' set in a list of components; empty when there is none. @param o_readable false when one of the
+ * components that do not answer may have been it */
+InterfacePtr<CATICkeParameterSet> setInList(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
+                                            bool& o_readable) {
+    const int size = ipi_access->GetListSize(ipi_key);
+    o_readable = size > 0 || !ipi_access->TestAttributeValue(ipi_key);
+    for (int i = 1; i <= size; ++i) {
+        const auto sp_object = InterfacePtr<CATISpecObject>::adopt(ipi_access->GetSpecObject(ipi_key, i));
+        const CATUnicodeString type = sp_object ? sp_object->GetType() : CATUnicodeString();
+        const CATUnicodeString name = type == kSetType ? sp_object->GetDisplayName() : CATUnicodeString();
+        auto sp_set = name == kSetName ? sp_object.query<CATICkeParameterSet>() : InterfacePtr<CATICkeParameterSet>();
+        if (sp_set) return sp_set;
+        if (type.IsNull() || (type == kSetType && (name.IsNull() || name == kSetName))) o_readable = false;
+    }
+    return {};
+}
+
 /** A new set at the end of the list; empty, and reported, when it cannot be put there. */
 InterfacePtr<CATICkeParameterSet> addSet(const JournalFrame& i_frame, const CATIContainer_var& i_container,
                                          CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key) {
@@ -96,6 +113,23 @@ InterfacePtr<CATICkeParameterSet> addSet(const JournalFrame& i_frame, const CATI
         return {};
     }
     return sp_set;
+}
+
+/** The properties' set of an instance, which is made when it is missing and may be. Empty, and reported, when it cannot
+ * be had; unreported when it may not be made. */
+InterfacePtr<CATICkeParameterSet> setForWriting(const JournalFrame& i_frame, CATIProduct* ipi_instance,
+                                                const CATIContainer_var& i_container, bool i_may_create) {
+    const auto sp_access = accessTo(i_frame, ipi_instance);
+    if (!sp_access) return {};
+    auto sp_key = keyOf(sp_access.get(), kAttribute);
+    if (!sp_key && i_may_create) sp_key = keyForWriting(i_frame, ipi_instance, sp_access.get());
+    if (!sp_key) return {};
+    bool readable = true;
+    auto sp_set = setInList(sp_access.get(), sp_key.get(), readable);
+    if (sp_set) return sp_set;
+    if (!readable) i_frame.missing("pi_set"); // no second one
+    if (!readable || !i_may_create) return {};
+    return addSet(i_frame, i_container, sp_access.get(), sp_key.get());
 }
 
 /** The name that a property is found by: that of a user, else the one at creation. */
@@ -266,22 +300,13 @@ HRESULT VornToolsInstanceProperty::createMaroInstanceProperty(CATIProduct* ipi_i
     const JournalFrame frame(_CteCLASS_NAME, "createMaroInstanceProperty");
     o_created = 1;
     if (!ipi_instance) return E_INVALIDARG;
+    if (i_name.IsNull()) return frame.badInput("i_name");
     const CATIContainer_var sp_container = sharedContainer(frame, ipi_instance);
     if (sp_container == nullptr) return E_FAIL;
-    const auto sp_access = accessTo(frame, ipi_instance);
-    if (!sp_access) return E_FAIL;
     const auto sp_factory = queryInterface<CATICkeParmFactory>(static_cast<CATIContainer*>(sp_container));
     if (!sp_factory) return frame.missing("pi_param_factory");
-
     const bool may_create = i_create_if_empty != 0 || !i_value.IsNull();
-    auto sp_key = keyOf(sp_access.get(), kAttribute);
-    if (!sp_key && may_create) sp_key = keyForWriting(frame, ipi_instance, sp_access.get());
-    if (!sp_key) return E_FAIL;
-    auto sp_set =
-        InterfacePtr<CATICkeParameterSet>::adopt(getUserInstancePropertiesParameterSet(sp_access.get(), sp_key.get()));
-    // A list with something in it that cannot be read must not get a second set.
-    if (!sp_set && sp_access->TestAttributeValue(sp_key.get())) return frame.missing("pi_set");
-    if (!sp_set && may_create) sp_set = addSet(frame, sp_container, sp_access.get(), sp_key.get());
+    const auto sp_set = setForWriting(frame, ipi_instance, sp_container, may_create);
     if (!sp_set) return E_FAIL;
 
     const CATUnicodeString type = propertyTypeToString(i_type);
@@ -291,7 +316,8 @@ HRESULT VornToolsInstanceProperty::createMaroInstanceProperty(CATIProduct* ipi_i
         o_created = 0;
         return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value, type);
     }
-    if (!may_create || !readable) return E_FAIL; // no second one of a name
+    if (!readable) return frame.missing("pi_param"); // no second one of a name
+    if (!may_create) return E_FAIL;
     const auto sp_publisher = sp_set.query<CATIParmPublisher>();
     return VornToolsCADDOCProperties::createParameter(sp_factory.get(), sp_publisher.get(), i_name, i_value, type, 0, 0,
                                                       1);
@@ -375,8 +401,10 @@ HRESULT VornToolsInstanceProperty::getAttribute(CATIProduct* ipi_instance, const
     InterfacePtr<CATICkeParameterSet> sp_set;
     const HRESULT code = existingSet(frame, ipi_instance, &getUserInstancePropertiesParameterSet, sp_set);
     if (FAILED(code)) return code;
-    const auto sp_parameter = InterfacePtr<CATICkeParm>::adopt(getParameter(sp_set.get(), name));
-    if (!sp_parameter) return S_OK;
+    if (!sp_set) return S_OK;
+    bool readable = true;
+    const auto sp_parameter = lookFor(sp_set.get(), name, readable);
+    if (!sp_parameter) return readable ? S_OK : frame.missing("pi_param");
     EnumPropertyType type = PropertyString;
     if (FAILED(readParameter(sp_parameter.get(), kFewDigits, type, o_value))) return frame.callFailed("Value");
     o_type = type;
@@ -421,13 +449,8 @@ HRESULT VornToolsInstanceProperty::updateDescriptionInstMapping(CATIProduct* ipi
 CATICkeParameterSet* VornToolsInstanceProperty::getUserInstancePropertiesParameterSet(CATISpecAttrAccess* ipi_access,
                                                                                       CATISpecAttrKey* ipi_key) {
     if (!ipi_access || !ipi_key) return nullptr;
-    const int size = ipi_access->GetListSize(ipi_key);
-    for (int i = 1; i <= size; ++i) {
-        const auto sp_object = InterfacePtr<CATISpecObject>::adopt(ipi_access->GetSpecObject(ipi_key, i));
-        if (sp_object && sp_object->GetType() == kSetType && sp_object->GetDisplayName() == kSetName)
-            return sp_object.query<CATICkeParameterSet>().detach();
-    }
-    return nullptr;
+    bool readable = true;
+    return setInList(ipi_access, ipi_key, readable).detach();
 }
 
 CATICkeParm* VornToolsInstanceProperty::getParameter(CATICkeParameterSet* ipi_set, const CATUnicodeString& i_name) {

@@ -1,6 +1,9 @@
+#include "CATIAlias.h"
 #include "CATICkeParameterSet.h"
 #include "CATICkeParm.h"
 #include "CATIProduct.h"
+#include "CATISpecAttrAccess.h"
+#include "CATISpecObject.h"
 #include "VornToolsAssyConfig.h"
 #include "VornToolsCommon.h"
 #include "VornToolsInstanceProperty.h"
@@ -123,6 +126,52 @@ TEST_F(InstancePropertiesTest, PropertiesAreMadeUpdatedAndRead) {
     EXPECT_EQ(one(frame, "Count"), "2 12");
     EXPECT_EQ(one(frame, "New"), "none");
     EXPECT_EQ(all(root), Texts()) << "each place has its own";
+}
+
+TEST_F(InstancePropertiesTest, TheSetIsPutBehindWhatElseTheListHolds) {
+    ASSERT_EQ(create(frame, Service::PropertyString, "A", "x", false, 1), S_OK);
+    const CATISpecAttrAccess_var access(static_cast<CATBaseUnknown*>(frame.get()));
+    CATISpecAttrKey* const key = access->GetAttrKey("_Maro");
+    CATISpecObject* const set = access->GetSpecObject(key, 1);
+    CATIAlias_var(static_cast<CATBaseUnknown*>(set))->SetAlias("SomebodyElses");
+    set->Release();
+    EXPECT_EQ(all(frame), Texts());
+    EXPECT_EQ(create(frame, Service::PropertyString, "A", "", false, 1), E_FAIL);
+    EXPECT_EQ(access->GetListSize(key), 1);
+    EXPECT_EQ(create(frame, Service::PropertyString, "A", "y", false, 1), S_OK);
+    EXPECT_EQ(access->GetListSize(key), 2);
+    EXPECT_EQ(all(frame), (Texts{"A=y"}));
+    key->Release();
+}
+
+TEST_F(InstancePropertiesTest, APropertyNeedsAName) {
+    EXPECT_EQ(create(frame, Service::PropertyString, "", "x", true, 1), E_FAIL);
+    EXPECT_EQ(set(frame, "", Service::PropertyString, "x"), E_FAIL);
+    EXPECT_EQ(reports(), Texts(2, "VornToolsInstanceProperty::createMaroInstanceProperty 9001 i_name"));
+    EXPECT_EQ(create(frame, Service::PropertyString, "A", "x", false, 1), S_OK);
+    EXPECT_EQ(all(frame), (Texts{"A=x"}));
+}
+
+TEST_F(InstancePropertiesTest, APropertyThatCannotBeReadIsNotTakenForAbsent) {
+    ASSERT_EQ(create(frame, Service::PropertyString, "A", "x", false, 1), S_OK);
+    auto& failures = embedded::Failures::get();
+    for (const std::string call : {"CATICkeParameterSet::Parameters", "QueryInterface(CATICkeParm)"}) {
+        std::string met = "none yet";
+        for (int nth = 1; met != call && !met.empty(); ++nth) {
+            reports();
+            unsigned char found = 7;
+            Type type = Service::PropertyBoolean;
+            CATUnicodeString value("before");
+            failures.arm(nth, false, FaultFlavour::code);
+            const HRESULT code = Service::getAttribute(frame.get(), "A", found, type, value);
+            met = failures.firedAt();
+            failures.disarm();
+            if (met != call) continue;
+            EXPECT_EQ(code, E_FAIL) << call;
+            EXPECT_EQ(found, 0);
+        }
+        EXPECT_EQ(reports(), (Texts{"VornToolsInstanceProperty::getAttribute 9002 pi_param"})) << call;
+    }
 }
 
 TEST_F(InstancePropertiesTest, AttributesAreSetInTheirOwnType) {
