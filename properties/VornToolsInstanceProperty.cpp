@@ -76,21 +76,17 @@ InterfacePtr<CATISpecAttrKey> keyForWriting(const JournalFrame& i_frame, CATIPro
     return sp_key;
 }
 
-/** The properties' set in a list of components; empty when there is none. @param o_readable false when one of the
- * components that do not answer may have been it */
-InterfacePtr<CATICkeParameterSet> setInList(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
-                                            bool& o_readable) {
+/** Whether every component of a list tells that it is not the properties' set. Asked when the set is not found: a list
+ * that cannot be read may hold it. */
+bool holdsNoSet(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key) {
     const int size = ipi_access->GetListSize(ipi_key);
-    o_readable = size > 0 || !ipi_access->TestAttributeValue(ipi_key);
     for (int i = 1; i <= size; ++i) {
         const auto sp_object = InterfacePtr<CATISpecObject>::adopt(ipi_access->GetSpecObject(ipi_key, i));
         const CATUnicodeString type = sp_object ? sp_object->GetType() : CATUnicodeString();
-        const CATUnicodeString name = type == kSetType ? sp_object->GetDisplayName() : CATUnicodeString();
-        auto sp_set = name == kSetName ? sp_object.query<CATICkeParameterSet>() : InterfacePtr<CATICkeParameterSet>();
-        if (sp_set) return sp_set;
-        if (type.IsNull() || (type == kSetType && (name.IsNull() || name == kSetName))) o_readable = false;
+        const CATUnicodeString name = type == kSetType ? sp_object->GetDisplayName() : type;
+        if (name.IsNull() || name == kSetName) return false;
     }
-    return {};
+    return size > 0 || !ipi_access->TestAttributeValue(ipi_key);
 }
 
 /** A new set at the end of the list; empty, and reported, when it cannot be put there. */
@@ -113,23 +109,6 @@ InterfacePtr<CATICkeParameterSet> addSet(const JournalFrame& i_frame, const CATI
         return {};
     }
     return sp_set;
-}
-
-/** The properties' set of an instance, which is made when it is missing and may be. Empty, and reported, when it cannot
- * be had; unreported when it may not be made. */
-InterfacePtr<CATICkeParameterSet> setForWriting(const JournalFrame& i_frame, CATIProduct* ipi_instance,
-                                                const CATIContainer_var& i_container, bool i_may_create) {
-    const auto sp_access = accessTo(i_frame, ipi_instance);
-    if (!sp_access) return {};
-    auto sp_key = keyOf(sp_access.get(), kAttribute);
-    if (!sp_key && i_may_create) sp_key = keyForWriting(i_frame, ipi_instance, sp_access.get());
-    if (!sp_key) return {};
-    bool readable = true;
-    auto sp_set = setInList(sp_access.get(), sp_key.get(), readable);
-    if (sp_set) return sp_set;
-    if (!readable) i_frame.missing("pi_set"); // no second one
-    if (!readable || !i_may_create) return {};
-    return addSet(i_frame, i_container, sp_access.get(), sp_key.get());
 }
 
 /** The name that a property is found by: that of a user, else the one at creation. */
@@ -246,7 +225,16 @@ HRESULT readParameter(CATICkeParm* ipi_parameter, const char* i_real_format,
     return S_OK;
 }
 
-/** The properties' set of an instance; empty when there is none. @return E_FAIL, reported, without attribute access */
+/** The properties' set in a list of components; empty when there is none. @return E_FAIL, reported, when the list may
+ * hold one that cannot be read */
+template <class Find>
+HRESULT setInList(const JournalFrame& i_frame, CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, Find&& i_find,
+                  InterfacePtr<CATICkeParameterSet>& o_set) {
+    o_set = InterfacePtr<CATICkeParameterSet>::adopt(i_find(ipi_access, ipi_key));
+    return o_set || holdsNoSet(ipi_access, ipi_key) ? S_OK : i_frame.missing("pi_set");
+}
+
+/** The properties' set of an instance; empty when there is none. @return E_FAIL, reported, when it cannot be read */
 template <class Find>
 HRESULT existingSet(const JournalFrame& i_frame, CATIProduct* ipi_instance, Find&& i_find,
                     InterfacePtr<CATICkeParameterSet>& o_set) {
@@ -254,8 +242,20 @@ HRESULT existingSet(const JournalFrame& i_frame, CATIProduct* ipi_instance, Find
     const auto sp_access = accessTo(i_frame, ipi_instance);
     if (!sp_access) return E_FAIL;
     const auto sp_key = keyOf(sp_access.get(), kAttribute);
-    if (sp_key) o_set = InterfacePtr<CATICkeParameterSet>::adopt(i_find(sp_access.get(), sp_key.get()));
-    return S_OK;
+    return sp_key ? setInList(i_frame, sp_access.get(), sp_key.get(), i_find, o_set) : S_OK;
+}
+
+/** The same, made when it is missing and may be. @return E_FAIL without a set; unreported when it may not be made */
+template <class Find>
+HRESULT setForWriting(const JournalFrame& i_frame, CATIProduct* ipi_instance, const CATIContainer_var& i_container,
+                      bool i_may_create, Find&& i_find, InterfacePtr<CATICkeParameterSet>& o_set) {
+    const auto sp_access = accessTo(i_frame, ipi_instance);
+    if (!sp_access) return E_FAIL;
+    auto sp_key = keyOf(sp_access.get(), kAttribute);
+    if (!sp_key && i_may_create) sp_key = keyForWriting(i_frame, ipi_instance, sp_access.get());
+    if (!sp_key || FAILED(setInList(i_frame, sp_access.get(), sp_key.get(), i_find, o_set))) return E_FAIL;
+    if (!o_set && i_may_create) o_set = addSet(i_frame, i_container, sp_access.get(), sp_key.get());
+    return o_set ? S_OK : E_FAIL;
 }
 
 /** Whether a parameter can take values of a type. Several truth values are kept as texts. */
@@ -306,8 +306,10 @@ HRESULT VornToolsInstanceProperty::createMaroInstanceProperty(CATIProduct* ipi_i
     const auto sp_factory = queryInterface<CATICkeParmFactory>(static_cast<CATIContainer*>(sp_container));
     if (!sp_factory) return frame.missing("pi_param_factory");
     const bool may_create = i_create_if_empty != 0 || !i_value.IsNull();
-    const auto sp_set = setForWriting(frame, ipi_instance, sp_container, may_create);
-    if (!sp_set) return E_FAIL;
+    InterfacePtr<CATICkeParameterSet> sp_set;
+    const HRESULT code =
+        setForWriting(frame, ipi_instance, sp_container, may_create, &getUserInstancePropertiesParameterSet, sp_set);
+    if (FAILED(code)) return code;
 
     const CATUnicodeString type = propertyTypeToString(i_type);
     bool readable = true;
@@ -449,8 +451,13 @@ HRESULT VornToolsInstanceProperty::updateDescriptionInstMapping(CATIProduct* ipi
 CATICkeParameterSet* VornToolsInstanceProperty::getUserInstancePropertiesParameterSet(CATISpecAttrAccess* ipi_access,
                                                                                       CATISpecAttrKey* ipi_key) {
     if (!ipi_access || !ipi_key) return nullptr;
-    bool readable = true;
-    return setInList(ipi_access, ipi_key, readable).detach();
+    const int size = ipi_access->GetListSize(ipi_key);
+    for (int i = 1; i <= size; ++i) {
+        const auto sp_object = InterfacePtr<CATISpecObject>::adopt(ipi_access->GetSpecObject(ipi_key, i));
+        if (sp_object && sp_object->GetType() == kSetType && sp_object->GetDisplayName() == kSetName)
+            return sp_object.query<CATICkeParameterSet>().detach();
+    }
+    return nullptr;
 }
 
 CATICkeParm* VornToolsInstanceProperty::getParameter(CATICkeParameterSet* ipi_set, const CATUnicodeString& i_name) {
