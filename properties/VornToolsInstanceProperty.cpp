@@ -116,14 +116,12 @@ CATUnicodeString nameOf(CATICkeParm* ipi_parameter) {
     return ipi_parameter->IsNamed() ? ipi_parameter->Name() : ipi_parameter->InternalRole();
 }
 
-/** The parameters of a set; null when it does not tell. */
+/** The parameters of a set; null when it does not tell or something in it does not answer. */
 ParameterList parametersOf(CATICkeParameterSet* ipi_set) {
-    const ParameterList members(ipi_set->Parameters());
-    if (!members) return nullptr;
-    ParameterList result = std::make_unique<CATListValCATBaseUnknown_var>();
-    for (int i = 1; i <= members->Size(); ++i)
-        if (queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*members)[i]))) result->Append((*members)[i]);
-    return result;
+    ParameterList members(ipi_set->Parameters());
+    for (int i = 1; members && i <= members->Size(); ++i)
+        if (!queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*members)[i]))) members.reset();
+    return members;
 }
 
 /** The first parameter of a name. @param o_readable false when a member that does not answer may have been it */
@@ -144,15 +142,15 @@ struct NamedParameter {
     InterfacePtr<CATICkeParm> parameter;
 };
 
-std::vector<NamedParameter> namedParameters(const CATListValCATBaseUnknown_var& i_list) {
-    std::vector<NamedParameter> result;
+/** @return false when a parameter or its name is not to be had */
+bool nameParameters(const CATListValCATBaseUnknown_var& i_list, std::vector<NamedParameter>& o_parameters) {
     for (int i = 1; i <= i_list.Size(); ++i) {
         auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>(i_list[i]));
-        if (!sp_parameter) continue;
-        const CATUnicodeString name = nameOf(sp_parameter.get());
-        result.push_back({name, std::move(sp_parameter)});
+        const CATUnicodeString name = sp_parameter ? nameOf(sp_parameter.get()) : CATUnicodeString();
+        if (name.IsNull()) return false;
+        o_parameters.push_back({name, std::move(sp_parameter)});
     }
-    return result;
+    return true;
 }
 
 VornToolsInstanceProperty::EnumPropertyType propertyTypeOf(const CATUnicodeString& i_type_name) {
@@ -357,14 +355,19 @@ HRESULT
 VornToolsInstanceProperty::getAllMaroInstancePropertiesOrderedByName(CATIProduct* ipi_instance,
                                                                      CATListValCATBaseUnknown_var*& op_properties) {
     const JournalFrame frame(_CteCLASS_NAME, "getAllMaroInstancePropertiesOrderedByName");
-    const HRESULT code = getAllMaroInstanceProperties(ipi_instance, op_properties);
+    op_properties = nullptr;
+    CATListValCATBaseUnknown_var* p_list = nullptr;
+    const HRESULT code = getAllMaroInstanceProperties(ipi_instance, p_list);
+    ParameterList list(p_list);
     if (FAILED(code)) return code;
-    std::vector<NamedParameter> parameters = namedParameters(*op_properties);
+    std::vector<NamedParameter> parameters;
+    if (!nameParameters(*list, parameters)) return frame.missing("pi_param");
     std::stable_sort(parameters.begin(), parameters.end(), [](const NamedParameter& i_a, const NamedParameter& i_b) {
         return std::strcmp(i_a.name.ConvertToChar(), i_b.name.ConvertToChar()) < 0;
     });
-    op_properties->RemoveAll();
-    for (const NamedParameter& each : parameters) op_properties->Append(CATBaseUnknown_var(each.parameter.get()));
+    list->RemoveAll();
+    for (const NamedParameter& each : parameters) list->Append(CATBaseUnknown_var(each.parameter.get()));
+    op_properties = list.release();
     return S_OK;
 }
 
@@ -378,8 +381,10 @@ HRESULT VornToolsInstanceProperty::getAllMaroInstancePropertiesNamesAndValues(CA
     const HRESULT code = getAllMaroInstanceProperties(ipi_instance, p_list);
     const ParameterList list(p_list);
     if (FAILED(code)) return code;
+    std::vector<NamedParameter> parameters;
+    if (!nameParameters(*list, parameters)) return frame.missing("pi_param");
     CATListValCATUnicodeString names, values;
-    for (const NamedParameter& each : namedParameters(*list)) {
+    for (const NamedParameter& each : parameters) {
         EnumPropertyType type = PropertyString;
         CATUnicodeString value;
         if (FAILED(readParameter(each.parameter.get(), kEveryDigit, type, value))) return frame.callFailed("Value");
