@@ -192,6 +192,12 @@ TEST_F(InstancePropertiesTest, AttributesAreSetInTheirOwnType) {
     EXPECT_EQ(set(frame, "R", Service::PropertyBoolean, "1"), E_FAIL);
     EXPECT_EQ(set(frame, "R", Service::PropertyReal, ""), E_FAIL);
     EXPECT_EQ(one(frame, "R"), "1 2500");
+    EXPECT_EQ(set(frame, "R", Service::PropertyReal, "0.5@=@1234567,5"), S_OK);
+    EXPECT_EQ(one(frame, "R"), "1 0,5@=@1,23457e+06");
+    EXPECT_EQ(all(frame), (Texts{"R=0,5@=@1234567,5"}));
+    for (const char* const none : {"1,5,", "1.234,5", "nan", "1e999", "@=@", "0,5@=@"})
+        EXPECT_EQ(set(frame, "R", Service::PropertyReal, none), E_FAIL) << none;
+    EXPECT_EQ(all(frame), (Texts{"R=0,5@=@1234567,5"}));
     EXPECT_EQ(set(frame, "S", Service::PropertyString, ""), S_OK);
     EXPECT_EQ(set(frame, "B", Service::PropertyBoolean, "no"), S_OK);
     EXPECT_EQ(one(frame, "S"), "0 ");

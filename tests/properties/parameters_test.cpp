@@ -354,6 +354,31 @@ TEST_F(PropertiesTest, SetsAreReadAsTexts) {
     EXPECT_EQ(list, nullptr);
 }
 
+TEST_F(PropertiesTest, NumbersAreReadAndWrittenInTheSessionsNotation) {
+    for (const char mark : {'.', ','}) {
+        SCOPED_TRACE(mark);
+        environment().decimalSeparator = mark;
+        const auto noted = [mark](std::string text) {
+            for (char& character : text)
+                if (character == '.') character = mark;
+            return text;
+        };
+        const Publisher numbers = part.addSet("Numbers");
+        Parameter real = numbers.add("R", 1.5).list("ListOfValues", std::vector<double>{1.5, -1e-7});
+        Parameter length = numbers.add("Length", "L", 0.0125).list("ListOfValues", std::vector<double>{0.0205});
+        EXPECT_EQ(pairs(numbers), "kept|X.R|" + noted("1.5@=@-1e-07") + "|X.L|" + noted("12.5@=@20.5") + "|");
+        // What was read is given back behind the new value.
+        EXPECT_EQ(update(real, "0.25", "d"), S_OK);
+        EXPECT_EQ(real.shown() + " " + real.list(), noted("0.25 double: 0.25, 1.5, -1e-07"));
+        EXPECT_EQ(update(length, "7.5", "d"), S_OK);
+        EXPECT_EQ(length.shown() + " " + length.list(), noted("7.5mm double: 7.5, 12.5, 20.5"));
+        EXPECT_EQ(update(length, "2.5@=@3.75", "d"), S_OK);
+        EXPECT_EQ(length.shown() + " " + length.list(), noted("2.5mm double: 2.5, 3.75"));
+        EXPECT_EQ(update(length, "2.5@=@", "d"), E_FAIL);
+        EXPECT_EQ(length.shown() + " " + length.list(), noted("2.5mm double: 2.5, 3.75"));
+    }
+}
+
 TEST_F(PropertiesTest, TheSetOfAFeatureIsFoundByItsAttribute) {
     const auto feature = [&](const char* name) {
         return parametersOf(session().part("/w/" + std::string(name) + ".CATPart"), "MechanicalPart", name);
