@@ -384,16 +384,19 @@ public:
                                      CATListValCATUnicodeString& o_values);
     /** Updates user properties by name and, when the environment wants it so, creates those that are missing. The lists
      * are parallel; values and types are those of VornToolsCADDOCProperties.
-     * @return the code of the last property; those before it stay as they were written */
+     * @return the code of the last property; those before it stay as they were written. E_FAIL, reported, for a missing
+     * one while another does not tell its name: no name gets a second property */
     static HRESULT setUserProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString i_names,
                                      CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
-    /** Removes the first user property of a name. @return S_FALSE when there is none */
+    /** Removes the first user property of a name. @return S_FALSE when there is none; E_FAIL, reported, when it may be
+     * one that does not tell its name */
     static HRESULT RemoveProperty(CATIProduct* ipi_catiproduct, CATUnicodeString i_name);
-    /** Removes the user properties that the integration owns. */
+    /** Removes the user properties that the integration owns. @return E_FAIL, reported, when a property does not tell
+     * its name; the others are removed all the same */
     static HRESULT removeEBSProperties(CATIProduct* ipi_catiproduct);
     /** Changes who may change a user property. @param i_user_access_mode 0 nobody, 1 everybody, 2 everybody, and the
      * property is the users' own. @return S_FALSE when there is no property of that name, E_FAIL, reported, for another
-     * mode and without user properties */
+     * mode and when a property does not tell its name, E_FAIL, journalled, without user properties */
     static HRESULT changePropertyAccess(CATIProduct* ipi_catiproduct, CATUnicodeString i_name, int i_user_access_mode);
     /** Name of a parameter without its path. */
     static HRESULT getNameProperty(CATICkeParm_var i_parameter, CATUnicodeString& o_name);

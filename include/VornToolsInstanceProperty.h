@@ -42,8 +42,9 @@ public:
      * Makes a property, or updates the one that exists.
      * @param i_create_if_empty 0: an empty value makes nothing and gives E_FAIL
      * @param o_created 0 when a property of that name existed, else 1, also on failure
-     * @return S_OK, or E_FAIL when the reference is stored elsewhere or the value does not fit. An attribute and a set
-     * made on the way stay; the next call finds them
+     * @return S_OK, or E_FAIL for an empty name, when the reference is stored elsewhere, when the value does not fit
+     * and when what is there cannot be read: nothing gets a second property of a name. An attribute and a set made on
+     * the way stay; the next call finds them
      */
     static HRESULT createMaroInstanceProperty(CATIProduct* ipi_instance, const EnumPropertyType& i_type,
                                               const CATUnicodeString& i_name, const CATUnicodeString& i_value,

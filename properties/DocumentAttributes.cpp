@@ -1,7 +1,6 @@
 #include "VornToolsCADDOCProperties.h"
 
 #include "foundation/JournalFrame.h"
-#include "foundation/Texts.h"
 #include "properties/AttributePairs.h"
 #include "properties/ParameterHelpers.h"
 
@@ -53,8 +52,10 @@ struct Attributes {
     HRESULT update(CATICkeParm* ipi_parameter, int i_entry) const {
         return Service::updateParameter(ipi_parameter, names[i_entry], values[i_entry], types[i_entry]);
     }
-    HRESULT create(CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_set, int i_entry, bool i_read_only,
-                   bool i_rename) const {
+    /** An attribute without a name is refused: nobody could read a set with such a parameter again. */
+    HRESULT create(const JournalFrame& i_frame, CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_set,
+                   int i_entry, bool i_read_only, bool i_rename) const {
+        if (names[i_entry].IsNull()) return i_frame.badInput("i_names");
         return Service::createParameter(ipi_factory, ipi_set, names[i_entry], values[i_entry], types[i_entry],
                                         i_read_only ? 1 : 0, 0, i_rename ? 1 : 0);
     }
@@ -225,14 +226,15 @@ HRESULT updateMembers(const JournalFrame& i_frame, CATICkeParameterSet* ipi_set,
 }
 
 /** Creates the attributes that a set lacks and shows them. @return the code of the last call */
-HRESULT createMissing(CATICkeParmFactory* ipi_factory, CATICkeParameterSet* ipi_set, const Attributes& i_attributes,
-                      const NameSet& i_present, const NameSet& i_read_only, HRESULT i_code) {
+HRESULT createMissing(const JournalFrame& i_frame, CATICkeParmFactory* ipi_factory, CATICkeParameterSet* ipi_set,
+                      const Attributes& i_attributes, const NameSet& i_present, const NameSet& i_read_only,
+                      HRESULT i_code) {
     const auto sp_publisher = queryInterface<CATIParmPublisher>(ipi_set);
     bool created = false;
     for (int i = 1; i <= i_attributes.names.Size(); ++i) {
         const CATUnicodeString& name = i_attributes.names[i];
         if (i_present.count(name)) continue;
-        i_code = i_attributes.create(ipi_factory, sp_publisher.get(), i, i_read_only.count(name) != 0, true);
+        i_code = i_attributes.create(i_frame, ipi_factory, sp_publisher.get(), i, i_read_only.count(name) != 0, true);
         created = created || SUCCEEDED(i_code);
     }
     return created ? Service::redrawParametersNode(ipi_set) : i_code;
@@ -257,7 +259,8 @@ HRESULT writeAtHome(const JournalFrame& i_frame, const Home& i_home, const Attri
     NameSet present;
     // A parameter that did not tell its name may be one of those that seem to lack.
     if (FAILED(updateMembers(i_frame, sp_set.get(), i_attributes, present, code))) return E_FAIL;
-    return create ? createMissing(sp_factory.get(), sp_set.get(), i_attributes, present, read_only, code) : code;
+    return create ? createMissing(i_frame, sp_factory.get(), sp_set.get(), i_attributes, present, read_only, code)
+                  : code;
 }
 
 // Parts and reference products ----------------------------------------------------------------------------------------
@@ -307,7 +310,7 @@ public:
           m_set(std::move(i_set)) {}
 
     /** @return whether anything was created */
-    bool write(bool i_create, const CATUnicodeString& i_document_name) {
+    bool write(const JournalFrame& i_frame, bool i_create, const CATUnicodeString& i_document_name) {
         InterfacePtr<CATICkeParmFactory> sp_factory;
         if (i_create && m_set) {
             const CATIContainer_var sp_container = m_set->GetContainer();
@@ -319,7 +322,7 @@ public:
             if (found != m_positions.end()) {
                 if (!update(found->second, i)) addError(m_attributes.names[i], i_document_name);
             } else if (i_create) {
-                m_code = m_attributes.create(sp_factory.get(), m_set.get(), i, false, false);
+                m_code = m_attributes.create(i_frame, sp_factory.get(), m_set.get(), i, false, false);
                 created = created || SUCCEEDED(m_code);
             }
         }
@@ -361,7 +364,7 @@ HRESULT writeToObject(const JournalFrame& i_frame, Service& i_service, const CAT
     Present present;
     if (FAILED(readSet(i_frame, i_service, sp_set.get(), present))) return E_FAIL;
     ObjectWriter writer(i_attributes, present, sp_set.query<CATIParmPublisher>());
-    const bool created = writer.write(create, i_document_name);
+    const bool created = writer.write(i_frame, create, i_document_name);
     if (!writer.errors().IsNull() && FAILED(UTILLog::writeInLogFile("Error:", writer.errors())))
         i_frame.callFailed("writeInLogFile");
     return made || created ? Service::redrawParametersNode(sp_set.get()) : writer.code();
@@ -419,12 +422,6 @@ InterfacePtr<CATIDrawing> drawingOf(const JournalFrame& i_frame, CATDocument* ip
     });
     if (!sp_drawing) i_frame.missing("pi_drawing");
     return sp_drawing;
-}
-
-/** A name without its path. */
-CATUnicodeString lastSegment(const CATUnicodeString& i_name) {
-    const int separator = i_name.SearchSubString("\\", 0, CATUnicodeString::CATSearchModeBackward);
-    return behind(i_name, separator + 1);
 }
 
 HRESULT readDrawing(const JournalFrame& i_frame, CATDocument* ip_document, JoinValues i_join,

@@ -3,6 +3,7 @@
 
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
+#include "foundation/Texts.h"
 
 #include "CATICkeMagnitude.h"
 #include "CATICkeParameterSet.h"
@@ -14,6 +15,8 @@
 #include "CATISpecAttrAccess.h"
 #include "CATISpecObject.h"
 #include "VornLocaleEnv.h"
+
+#include <cmath>
 
 namespace vorntools {
 
@@ -39,6 +42,12 @@ inline CATUnicodeString inSessionNotation(const CATUnicodeString& i_value, const
     return value;
 }
 
+/** Reads a real number. Infinity and what is no number at all count as unreadable, whatever the runtime library thinks:
+ * no parameter is to hold them. */
+inline bool readReal(const CATUnicodeString& i_text, double& o_number) {
+    return i_text.ConvertToNum(&o_number, "%le") && std::isfinite(o_number);
+}
+
 /** The key of an attribute; empty when the object has none of that name. */
 inline InterfacePtr<CATISpecAttrKey> keyOf(CATISpecAttrAccess* ipi_access, const char* i_name) {
     return InterfacePtr<CATISpecAttrKey>::adopt(ipi_access->GetAttrKey(i_name));
@@ -48,6 +57,11 @@ inline InterfacePtr<CATISpecAttrKey> keyOf(CATISpecAttrAccess* ipi_access, const
 inline CATUnicodeString typeNameOf(CATICkeParm* ipi_parameter) {
     const CATICkeType_var sp_type = ipi_parameter->Type();
     return sp_type == nullptr ? CATUnicodeString() : sp_type->Name();
+}
+
+/** A parameter's name without its path. */
+inline CATUnicodeString lastSegment(const CATUnicodeString& i_name) {
+    return behind(i_name, i_name.SearchSubString("\\", 0, CATUnicodeString::CATSearchModeBackward) + 1);
 }
 
 /** What VornToolsCADDOCProperties::setAttributeOnCATISpecObject does, with a result: a list that is not written is

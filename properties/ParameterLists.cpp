@@ -30,18 +30,43 @@ CATUnicodeString inMksUnit(const JournalFrame& i_frame, double i_value) {
     return text;
 }
 
-/** What the journal is told of a list that was read. */
+/** Kind of the list that parameters of a plain type keep, and what the journal is told of it. */
 struct ListWords {
+    const char* type_name;
+    CATAttrKind kind;
     const char* found;
     const char* empty;
     const char* failed;
 };
 
+/** Null for a dimension. */
+const ListWords* wordsFor(const CATUnicodeString& i_type_name) {
+    static constexpr ListWords kWords[] = {{"String", tk_string, "multiple String values",
+                                            "multiple String values but empty list", "Cannot get String values list"},
+                                           {"Integer", tk_integer, "multiple integer values",
+                                            "multiple integer values but empty list", "Cannot get integer values list"},
+                                           {"Real", tk_double, "multiple double values",
+                                            "multiple double values but empty list", "Cannot get double values list"}};
+    for (const ListWords& words : kWords)
+        if (i_type_name == words.type_name) return &words;
+    return nullptr;
+}
+
 template <class List>
-HRESULT joinList(const JournalFrame& i_frame, const List* ip_list, const ListWords& i_words,
+HRESULT joinList(const JournalFrame& i_frame, const List* ip_owned_list, const ListWords& i_words,
                  CATUnicodeString& o_joined) {
-    i_frame.write(!ip_list ? i_words.failed : ip_list->Size() == 0 ? i_words.empty : i_words.found);
-    return ip_list ? UTILString::concat(*ip_list, kValueSeparator, o_joined) : E_FAIL;
+    const std::unique_ptr<const List> list(ip_owned_list);
+    i_frame.write(!list ? i_words.failed : list->Size() == 0 ? i_words.empty : i_words.found);
+    return list ? UTILString::concat(*list, kValueSeparator, o_joined) : E_FAIL;
+}
+
+HRESULT joinPlain(const JournalFrame& i_frame, CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
+                  const ListWords& i_words, CATUnicodeString& o_joined) {
+    switch (i_words.kind) {
+    case tk_string: return joinList(i_frame, ipi_access->GetListString(ipi_key), i_words, o_joined);
+    case tk_integer: return joinList(i_frame, ipi_access->GetListInteger(ipi_key), i_words, o_joined);
+    default: return joinList(i_frame, ipi_access->GetListDouble(ipi_key), i_words, o_joined);
+    }
 }
 
 /** The shown value of a dimension and behind it the values it keeps. @param show gives a kept value as text in the unit
@@ -53,9 +78,9 @@ HRESULT joinDimensions(const JournalFrame& i_frame, const CATRawColldouble* ip_l
     if (ip_list && ip_list->Size() == 0) i_frame.write("multiple physical values but empty list");
     double number = 0.0;
     const bool any = ip_list && ip_list->Size() > 0;
-    if (any && i_current_value.ConvertToNum(&number, "%le")) values.Append(number);
+    if (any && readReal(i_current_value, number)) values.Append(number);
     for (int i = 1; any && i <= ip_list->Size(); ++i)
-        values.Append(show((*ip_list)[i]).ConvertToNum(&number, "%le") ? number : (*ip_list)[i]);
+        values.Append(readReal(show((*ip_list)[i]), number) ? number : (*ip_list)[i]);
     if (values.Size() == 0) i_frame.write("Cannot get physical values list");
     if (values.Size() == 0) return E_FAIL;
     i_frame.write("multiple double values");
@@ -148,34 +173,18 @@ HRESULT VornToolsCADDOCProperties::getParamMultipleValues(CATISpecAttrAccess* ip
     if (!ipi_access) return frame.endWith(frame.missing("ipi_access"));
     if (!ipi_key) return frame.endWith(frame.missing("ipi_key"));
     const CATUnicodeString type_name = i_type == nullptr ? CATUnicodeString() : i_type->Name();
-    HRESULT code = E_FAIL;
     if (type_name.IsNull()) return frame.endWith(frame.missing("i_type"));
-    if (type_name == "String") {
-        const std::unique_ptr<CATListValCATUnicodeString> list(ipi_access->GetListString(ipi_key));
-        code = joinList(
-            frame, list.get(),
-            {"multiple String values", "multiple String values but empty list", "Cannot get String values list"},
-            o_joined);
-    } else if (type_name == "Integer") {
-        const std::unique_ptr<CATRawCollint> list(ipi_access->GetListInteger(ipi_key));
-        code = joinList(
-            frame, list.get(),
-            {"multiple integer values", "multiple integer values but empty list", "Cannot get integer values list"},
-            o_joined);
-    } else if (type_name == "Real") {
-        const std::unique_ptr<CATRawColldouble> list(ipi_access->GetListDouble(ipi_key));
-        code = joinList(
-            frame, list.get(),
-            {"multiple double values", "multiple double values but empty list", "Cannot get double values list"},
-            o_joined);
+    HRESULT code = E_FAIL;
+    if (const ListWords* const p_words = wordsFor(type_name)) {
+        code = joinPlain(frame, ipi_access, ipi_key, *p_words, o_joined);
     } else {
-        const std::unique_ptr<CATRawColldouble> list(ipi_access->GetListDouble(ipi_key));
         const auto sp_magnitude = queryInterface<CATICkeMagnitude>(static_cast<CATICkeType*>(i_type));
         const auto show = [&](double i_stored) {
             CATUnicodeString text;
             getParamValueInCurrentUnit(sp_magnitude.get(), i_stored, text);
             return text;
         };
+        const std::unique_ptr<CATRawColldouble> list(ipi_access->GetListDouble(ipi_key));
         code = joinDimensions(frame, list.get(), i_current_value, show, o_joined);
     }
     if (SUCCEEDED(code) && !o_joined.IsNull()) return frame.endWith(S_OK);

@@ -22,8 +22,8 @@ CATICkeParm_var createSingle(CATICkeParmFactory* ipi_factory, const CATUnicodeSt
     }
     if (i_type == "d") {
         double number = 0.0;
-        const CATUnicodeString value = inSessionNotation(i_value, i_separator);
-        return value.ConvertToNum(&number, "%le") ? ipi_factory->CreateReal(i_name, number) : CATICkeParm_var();
+        return readReal(inSessionNotation(i_value, i_separator), number) ? ipi_factory->CreateReal(i_name, number)
+                                                                         : CATICkeParm_var();
     }
     if (i_type == "b") return ipi_factory->CreateBoolean(i_name, truthOf(i_value) ? CATCke::True : CATCke::False);
     return ipi_factory->CreateString(i_name, i_value);
@@ -64,15 +64,14 @@ HRESULT updateReal(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, cons
     const CATUnicodeString type_name = typeNameOf(ipi_parameter);
     i_frame.write("Updating the Double property %s (%s)", i_name, type_name);
     if (type_name.IsNull()) return i_frame.missing("sp_type");
-    if (type_name == "Real") {
-        double number = 0.0;
-        const CATUnicodeString value = inSessionNotation(i_value, VornLocaleEnv::getDecimalSeparatorSymbol());
-        if (!value.ConvertToNum(&number, "%le")) return E_FAIL;
-        ipi_parameter->Valuate(number);
+    if (isPlainType(type_name)) {
+        ipi_parameter->Valuate(i_value);
         return S_OK;
     }
-    if (!isPlainType(type_name)) return updateDimension(i_frame, ipi_parameter, i_value);
-    ipi_parameter->Valuate(i_value);
+    double number = 0.0;
+    if (!readReal(inSessionNotation(i_value, VornLocaleEnv::getDecimalSeparatorSymbol()), number)) return E_FAIL;
+    if (type_name != "Real") return updateDimension(i_frame, ipi_parameter, i_value);
+    ipi_parameter->Valuate(number);
     return S_OK;
 }
 
@@ -149,9 +148,9 @@ HRESULT applyFlags(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, cons
     if (i_read_only) ipi_parameter->SetUserAccess(CATICkeParm::ReadOnly);
     const CATICkeParm::UserAccessMode access = i_read_only ? CATICkeParm::ReadOnly : CATICkeParm::User;
     if ((i_read_only || i_user_access) && ipi_parameter->UserAccess() != access)
-        return i_frame.platformFailed("SetUserAccess");
+        return i_frame.callFailed("SetUserAccess");
     if ((i_user_access || i_rename_to_name) && !i_name.IsNull() && !ipi_parameter->IsNamed())
-        return i_frame.platformFailed("Rename");
+        return i_frame.callFailed("Rename");
     return S_OK;
 }
 

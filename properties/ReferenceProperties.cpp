@@ -63,7 +63,7 @@ HRESULT writeThroughProduct(const JournalFrame& i_frame, CATIPrdProperties* ipi_
 
 HRESULT writeThroughProduct(const JournalFrame& i_frame, CATIProduct* ipi_product, const Names& i_names,
                             const Names& i_values, bool i_with_part_number) {
-    if (!ipi_product) return i_frame.badInput("ipi_product");
+    if (!ipi_product) return i_frame.missing("ipi_product");
     if (i_names.Size() != i_values.Size()) return i_frame.badInput("i_values");
     const auto sp_reference = referenceOf(ipi_product);
     if (!sp_reference) return i_frame.missing("sp_reference_product");
@@ -82,7 +82,7 @@ HRESULT writeThroughProduct(const JournalFrame& i_frame, CATIProduct* ipi_produc
 InterfacePtr<VornCATIxPDMItem> itemOf(const JournalFrame& i_frame, CATIProduct* ipi_product) {
     InterfacePtr<VornCATIxPDMItem> sp_item;
     if (!ipi_product)
-        i_frame.badInput("ipi_product");
+        i_frame.missing("ipi_product");
     else if (FAILED(sp_item.receive(
                  [&](VornCATIxPDMItem*& o_item) { return VornCATxPDMTools::getPDMItem(ipi_product, o_item); })))
         i_frame.callFailed("getPDMItem");
@@ -132,7 +132,7 @@ HRESULT VornToolsCADDOCPropertiesDflt::setReferencePropertiesForForeignFile(CATI
 
 HRESULT VornToolsCADDOCPropertiesDflt::updatePartNumber(CATIProduct* ipi_product, CATUnicodeString i_part_number) {
     JournalFrame frame(_CteCLASS_NAME, "updatePartNumber");
-    if (!ipi_product) return frame.endWith(frame.badInput("ipi_product"));
+    if (!ipi_product) return frame.endWith(frame.missing("ipi_product"));
     const auto sp_reference = referenceOf(ipi_product);
     if (!sp_reference) return frame.endWith(frame.missing("sp_reference_product"));
     writePartNumber(frame, sp_reference.get(), i_part_number);

@@ -71,15 +71,18 @@ InterfacePtr<CATICkeParmFactory> factoryOf(const JournalFrame& i_frame, CATIParm
     return sp_factory;
 }
 
-/** Appends the members from a position on; those before it are known already. */
+/** Appends the members from a position on; those before it are known already. Splitting tells whether a name is fit
+ * for it, no more: a file name ends at a slash, too, which the name of a property may hold ("km/h"). */
 void readMembers(CATIParmPublisher* ipi_publisher, std::vector<Member>& io_members, int i_from = 1) {
     CATListValCATISpecObject_var list;
     listParameters(ipi_publisher, list);
     for (int i = i_from; i <= list.Size(); ++i) {
         Member member{list[i], queryInterface<CATICkeParm>(static_cast<CATISpecObject*>(list[i])), {}, {}, false};
-        CATUnicodeString path;
+        CATUnicodeString path, file_name;
         if (member.parameter) member.full_name = member.parameter->Name();
-        member.has_short_name = SUCCEEDED(UTILFile::splitPathAndFileName(member.full_name, path, member.short_name));
+        member.has_short_name =
+            SUCCEEDED(UTILFile::splitPathAndFileName(member.full_name, path, file_name)) && !member.full_name.IsNull();
+        if (member.has_short_name) member.short_name = lastSegment(member.full_name);
         io_members.push_back(std::move(member));
     }
 }
@@ -88,6 +91,13 @@ std::vector<Member> membersOf(CATIParmPublisher* ipi_publisher) {
     std::vector<Member> members;
     readMembers(ipi_publisher, members);
     return members;
+}
+
+/** S_OK when every member tells its name; E_FAIL, reported, otherwise: one of them may be the one that is not found. */
+HRESULT checkNames(const JournalFrame& i_frame, const std::vector<Member>& i_members) {
+    for (const Member& member : i_members)
+        if (!member.parameter || !member.has_short_name) return i_frame.missing("sp_cke_parm");
+    return S_OK;
 }
 
 const Member* memberNamed(const std::vector<Member>& i_members, const CATUnicodeString& i_name) {
@@ -111,15 +121,15 @@ struct CreationRules {
     CATListValCATUnicodeString read_only_names;
 };
 
-CreationRules readCreationRules() {
-    CreationRules rules;
-    if (ENVManager* const p_environment = ENVManager::getInstance()) {
-        rules.creates = p_environment->createPropsForMapping() != 0;
-        p_environment->getReadOnlyPropertiesOnCreate(rules.read_only_names);
-    }
+/** E_FAIL, reported, when it is not to be had which new properties are read-only: nobody would make them so later. */
+HRESULT readCreationRules(const JournalFrame& i_frame, CreationRules& o_rules) {
+    ENVManager* const p_environment = ENVManager::getInstance();
+    o_rules.creates = p_environment && p_environment->createPropsForMapping() != 0;
+    if (o_rules.creates && FAILED(p_environment->getReadOnlyPropertiesOnCreate(o_rules.read_only_names)))
+        return i_frame.callFailed("getReadOnlyPropertiesOnCreate");
     if (PROCManager* const p_process = PROCManager::getInstance())
-        rules.ignores_oem = p_process->ignoreOEMProperties() != 0;
-    return rules;
+        o_rules.ignores_oem = p_process->ignoreOEMProperties() != 0;
+    return S_OK;
 }
 
 /** The member of a name, with every name on the way to it in the journal; null when there is none. */
@@ -192,7 +202,8 @@ HRESULT VornToolsCommon::setUserProperties(CATIProduct* ipi_catiproduct, CATList
     if (!sp_publisher) return E_FAIL;
     const auto sp_factory = factoryOf(frame, sp_publisher.get(), "sp_container");
     if (!sp_factory) return E_FAIL;
-    const CreationRules rules = readCreationRules();
+    CreationRules rules;
+    if (FAILED(readCreationRules(frame, rules))) return E_FAIL;
     std::vector<Member> members = membersOf(sp_publisher.get());
     HRESULT code = S_OK;
     for (int i = 1; i <= i_names.Size(); ++i) {
@@ -201,6 +212,8 @@ HRESULT VornToolsCommon::setUserProperties(CATIProduct* ipi_catiproduct, CATList
             code = VornToolsCADDOCProperties::updateParameter(p_member->parameter.get(), i_names[i], i_values[i],
                                                               i_types[i]);
         } else if (rules.creates && !(rules.ignores_oem && beginsWith(i_names[i], "OEM"))) {
+            code = checkNames(frame, members); // no second property of a name
+            if (FAILED(code)) continue;
             const unsigned char read_only = rules.read_only_names.Locate(i_names[i]) > 0 ? 1 : 0;
             code = VornToolsCADDOCProperties::createParameter(sp_factory.get(), sp_publisher.get(), i_names[i],
                                                               i_values[i], i_types[i], read_only, 0, 0);
@@ -219,7 +232,7 @@ HRESULT VornToolsCommon::RemoveProperty(CATIProduct* ipi_catiproduct, CATUnicode
     const Member* const p_member = memberNamed(members, i_name);
     if (!p_member) {
         frame.write("parameter to remove not found [%s]", i_name);
-        return S_FALSE;
+        return FAILED(checkNames(frame, members)) ? E_FAIL : S_FALSE;
     }
     sp_publisher->RemoveChild(p_member->object);
     frame.write("parameter removed [%s]", i_name);
@@ -230,14 +243,15 @@ HRESULT VornToolsCommon::removeEBSProperties(CATIProduct* ipi_catiproduct) {
     const JournalFrame frame(_CteCLASS_NAME, "removeEBSProperties");
     const auto sp_publisher = reachPublisher(frame, ipi_catiproduct, false);
     if (!sp_publisher || !factoryOf(frame, sp_publisher.get(), "spi_container")) return E_FAIL;
-    for (const Member& member : membersOf(sp_publisher.get())) {
+    const std::vector<Member> members = membersOf(sp_publisher.get());
+    for (const Member& member : members) {
         bool own = false;
         for (const char* const p_name : kOwnProperties) own = own || member.short_name == p_name;
         if (!own || !member.parameter) continue;
         sp_publisher->RemoveChild(member.object);
         frame.write("EBS parameter removed [%s]", member.short_name);
     }
-    return S_OK;
+    return checkNames(frame, members);
 }
 
 HRESULT VornToolsCommon::changePropertyAccess(CATIProduct* ipi_catiproduct, CATUnicodeString i_name,
@@ -255,7 +269,7 @@ HRESULT VornToolsCommon::changePropertyAccess(CATIProduct* ipi_catiproduct, CATU
     const Member* const p_member = memberNamed(members, i_name);
     if (!p_member) {
         frame.write(" propertie not found yet");
-        return S_FALSE;
+        return FAILED(checkNames(frame, members)) ? E_FAIL : S_FALSE;
     }
     frame.write("try to set access mode to %d for propertie = %s", i_user_access_mode, i_name);
     CATICkeParm::UserAccessMode access = CATICkeParm::NotSeen;
@@ -273,8 +287,7 @@ HRESULT VornToolsCommon::getNameProperty(CATICkeParm_var i_parameter, CATUnicode
     if (i_parameter == nullptr) return frame.badInput("i_parameter");
     const CATUnicodeString full_name = i_parameter->Name();
     if (full_name.IsNull()) return frame.platformFailed("Name");
-    const int separator = full_name.SearchSubString("\\", 0, CATUnicodeString::CATSearchModeBackward);
-    o_name = behind(full_name, separator + 1);
+    o_name = lastSegment(full_name);
     frame.write("Property name of [%s] is [%s]", full_name, o_name);
     return S_OK;
 }

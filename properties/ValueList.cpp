@@ -16,6 +16,8 @@ bool ValueList::split(const CATUnicodeString& i_text, const CATUnicodeString& i_
         return m_integers.Size() > 0;
     case Reals:
         if (FAILED(UTILString::split(inSessionNotation(i_text, i_separator), kValueSeparator, m_reals))) return false;
+        for (int i = 1; i <= m_reals.Size(); ++i)
+            if (!std::isfinite(m_reals[i])) return false;
         m_reals.RemoveDuplicates();
         return m_reals.Size() > 0;
     default:

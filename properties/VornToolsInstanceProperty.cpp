@@ -76,6 +76,19 @@ InterfacePtr<CATISpecAttrKey> keyForWriting(const JournalFrame& i_frame, CATIPro
     return sp_key;
 }
 
+/** Whether every component of a list tells that it is not the properties' set. Asked when the set is not found: a list
+ * that cannot be read may hold it. */
+bool holdsNoSet(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key) {
+    const int size = ipi_access->GetListSize(ipi_key);
+    for (int i = 1; i <= size; ++i) {
+        const auto sp_object = InterfacePtr<CATISpecObject>::adopt(ipi_access->GetSpecObject(ipi_key, i));
+        const CATUnicodeString type = sp_object ? sp_object->GetType() : CATUnicodeString();
+        const CATUnicodeString name = type == kSetType ? sp_object->GetDisplayName() : type;
+        if (name.IsNull() || name == kSetName) return false;
+    }
+    return size > 0 || !ipi_access->TestAttributeValue(ipi_key);
+}
+
 /** A new set at the end of the list; empty, and reported, when it cannot be put there. */
 InterfacePtr<CATICkeParameterSet> addSet(const JournalFrame& i_frame, const CATIContainer_var& i_container,
                                          CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key) {
@@ -103,14 +116,12 @@ CATUnicodeString nameOf(CATICkeParm* ipi_parameter) {
     return ipi_parameter->IsNamed() ? ipi_parameter->Name() : ipi_parameter->InternalRole();
 }
 
-/** The parameters of a set; null when it does not tell. */
+/** The parameters of a set; null when it does not tell or something in it does not answer. */
 ParameterList parametersOf(CATICkeParameterSet* ipi_set) {
-    const ParameterList members(ipi_set->Parameters());
-    if (!members) return nullptr;
-    ParameterList result = std::make_unique<CATListValCATBaseUnknown_var>();
-    for (int i = 1; i <= members->Size(); ++i)
-        if (queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*members)[i]))) result->Append((*members)[i]);
-    return result;
+    ParameterList members(ipi_set->Parameters());
+    for (int i = 1; members && i <= members->Size(); ++i)
+        if (!queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*members)[i]))) members.reset();
+    return members;
 }
 
 /** The first parameter of a name. @param o_readable false when a member that does not answer may have been it */
@@ -131,15 +142,15 @@ struct NamedParameter {
     InterfacePtr<CATICkeParm> parameter;
 };
 
-std::vector<NamedParameter> namedParameters(const CATListValCATBaseUnknown_var& i_list) {
-    std::vector<NamedParameter> result;
+/** @return false when a parameter or its name is not to be had */
+bool nameParameters(const CATListValCATBaseUnknown_var& i_list, std::vector<NamedParameter>& o_parameters) {
     for (int i = 1; i <= i_list.Size(); ++i) {
         auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>(i_list[i]));
-        if (!sp_parameter) continue;
-        const CATUnicodeString name = nameOf(sp_parameter.get());
-        result.push_back({name, std::move(sp_parameter)});
+        const CATUnicodeString name = sp_parameter ? nameOf(sp_parameter.get()) : CATUnicodeString();
+        if (name.IsNull()) return false;
+        o_parameters.push_back({name, std::move(sp_parameter)});
     }
-    return result;
+    return true;
 }
 
 VornToolsInstanceProperty::EnumPropertyType propertyTypeOf(const CATUnicodeString& i_type_name) {
@@ -212,7 +223,16 @@ HRESULT readParameter(CATICkeParm* ipi_parameter, const char* i_real_format,
     return S_OK;
 }
 
-/** The properties' set of an instance; empty when there is none. @return E_FAIL, reported, without attribute access */
+/** The properties' set in a list of components; empty when there is none. @return E_FAIL, reported, when the list may
+ * hold one that cannot be read */
+template <class Find>
+HRESULT setInList(const JournalFrame& i_frame, CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, Find&& i_find,
+                  InterfacePtr<CATICkeParameterSet>& o_set) {
+    o_set = InterfacePtr<CATICkeParameterSet>::adopt(i_find(ipi_access, ipi_key));
+    return o_set || holdsNoSet(ipi_access, ipi_key) ? S_OK : i_frame.missing("pi_set");
+}
+
+/** The properties' set of an instance; empty when there is none. @return E_FAIL, reported, when it cannot be read */
 template <class Find>
 HRESULT existingSet(const JournalFrame& i_frame, CATIProduct* ipi_instance, Find&& i_find,
                     InterfacePtr<CATICkeParameterSet>& o_set) {
@@ -220,8 +240,20 @@ HRESULT existingSet(const JournalFrame& i_frame, CATIProduct* ipi_instance, Find
     const auto sp_access = accessTo(i_frame, ipi_instance);
     if (!sp_access) return E_FAIL;
     const auto sp_key = keyOf(sp_access.get(), kAttribute);
-    if (sp_key) o_set = InterfacePtr<CATICkeParameterSet>::adopt(i_find(sp_access.get(), sp_key.get()));
-    return S_OK;
+    return sp_key ? setInList(i_frame, sp_access.get(), sp_key.get(), i_find, o_set) : S_OK;
+}
+
+/** The same, made when it is missing and may be. @return E_FAIL without a set; unreported when it may not be made */
+template <class Find>
+HRESULT setForWriting(const JournalFrame& i_frame, CATIProduct* ipi_instance, const CATIContainer_var& i_container,
+                      bool i_may_create, Find&& i_find, InterfacePtr<CATICkeParameterSet>& o_set) {
+    const auto sp_access = accessTo(i_frame, ipi_instance);
+    if (!sp_access) return E_FAIL;
+    auto sp_key = keyOf(sp_access.get(), kAttribute);
+    if (!sp_key && i_may_create) sp_key = keyForWriting(i_frame, ipi_instance, sp_access.get());
+    if (!sp_key || FAILED(setInList(i_frame, sp_access.get(), sp_key.get(), i_find, o_set))) return E_FAIL;
+    if (!o_set && i_may_create) o_set = addSet(i_frame, i_container, sp_access.get(), sp_key.get());
+    return o_set ? S_OK : E_FAIL;
 }
 
 /** Whether a parameter can take values of a type. Several truth values are kept as texts. */
@@ -266,23 +298,16 @@ HRESULT VornToolsInstanceProperty::createMaroInstanceProperty(CATIProduct* ipi_i
     const JournalFrame frame(_CteCLASS_NAME, "createMaroInstanceProperty");
     o_created = 1;
     if (!ipi_instance) return E_INVALIDARG;
+    if (i_name.IsNull()) return frame.badInput("i_name");
     const CATIContainer_var sp_container = sharedContainer(frame, ipi_instance);
     if (sp_container == nullptr) return E_FAIL;
-    const auto sp_access = accessTo(frame, ipi_instance);
-    if (!sp_access) return E_FAIL;
     const auto sp_factory = queryInterface<CATICkeParmFactory>(static_cast<CATIContainer*>(sp_container));
     if (!sp_factory) return frame.missing("pi_param_factory");
-
     const bool may_create = i_create_if_empty != 0 || !i_value.IsNull();
-    auto sp_key = keyOf(sp_access.get(), kAttribute);
-    if (!sp_key && may_create) sp_key = keyForWriting(frame, ipi_instance, sp_access.get());
-    if (!sp_key) return E_FAIL;
-    auto sp_set =
-        InterfacePtr<CATICkeParameterSet>::adopt(getUserInstancePropertiesParameterSet(sp_access.get(), sp_key.get()));
-    // A list with something in it that cannot be read must not get a second set.
-    if (!sp_set && sp_access->TestAttributeValue(sp_key.get())) return frame.missing("pi_set");
-    if (!sp_set && may_create) sp_set = addSet(frame, sp_container, sp_access.get(), sp_key.get());
-    if (!sp_set) return E_FAIL;
+    InterfacePtr<CATICkeParameterSet> sp_set;
+    const HRESULT code =
+        setForWriting(frame, ipi_instance, sp_container, may_create, &getUserInstancePropertiesParameterSet, sp_set);
+    if (FAILED(code)) return code;
 
     const CATUnicodeString type = propertyTypeToString(i_type);
     bool readable = true;
@@ -291,7 +316,8 @@ HRESULT VornToolsInstanceProperty::createMaroInstanceProperty(CATIProduct* ipi_i
         o_created = 0;
         return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value, type);
     }
-    if (!may_create || !readable) return E_FAIL; // no second one of a name
+    if (!readable) return frame.missing("pi_param"); // no second one of a name
+    if (!may_create) return E_FAIL;
     const auto sp_publisher = sp_set.query<CATIParmPublisher>();
     return VornToolsCADDOCProperties::createParameter(sp_factory.get(), sp_publisher.get(), i_name, i_value, type, 0, 0,
                                                       1);
@@ -329,14 +355,19 @@ HRESULT
 VornToolsInstanceProperty::getAllMaroInstancePropertiesOrderedByName(CATIProduct* ipi_instance,
                                                                      CATListValCATBaseUnknown_var*& op_properties) {
     const JournalFrame frame(_CteCLASS_NAME, "getAllMaroInstancePropertiesOrderedByName");
-    const HRESULT code = getAllMaroInstanceProperties(ipi_instance, op_properties);
+    op_properties = nullptr;
+    CATListValCATBaseUnknown_var* p_list = nullptr;
+    const HRESULT code = getAllMaroInstanceProperties(ipi_instance, p_list);
+    ParameterList list(p_list);
     if (FAILED(code)) return code;
-    std::vector<NamedParameter> parameters = namedParameters(*op_properties);
+    std::vector<NamedParameter> parameters;
+    if (!nameParameters(*list, parameters)) return frame.missing("pi_param");
     std::stable_sort(parameters.begin(), parameters.end(), [](const NamedParameter& i_a, const NamedParameter& i_b) {
         return std::strcmp(i_a.name.ConvertToChar(), i_b.name.ConvertToChar()) < 0;
     });
-    op_properties->RemoveAll();
-    for (const NamedParameter& each : parameters) op_properties->Append(CATBaseUnknown_var(each.parameter.get()));
+    list->RemoveAll();
+    for (const NamedParameter& each : parameters) list->Append(CATBaseUnknown_var(each.parameter.get()));
+    op_properties = list.release();
     return S_OK;
 }
 
@@ -350,8 +381,10 @@ HRESULT VornToolsInstanceProperty::getAllMaroInstancePropertiesNamesAndValues(CA
     const HRESULT code = getAllMaroInstanceProperties(ipi_instance, p_list);
     const ParameterList list(p_list);
     if (FAILED(code)) return code;
+    std::vector<NamedParameter> parameters;
+    if (!nameParameters(*list, parameters)) return frame.missing("pi_param");
     CATListValCATUnicodeString names, values;
-    for (const NamedParameter& each : namedParameters(*list)) {
+    for (const NamedParameter& each : parameters) {
         EnumPropertyType type = PropertyString;
         CATUnicodeString value;
         if (FAILED(readParameter(each.parameter.get(), kEveryDigit, type, value))) return frame.callFailed("Value");
@@ -375,8 +408,10 @@ HRESULT VornToolsInstanceProperty::getAttribute(CATIProduct* ipi_instance, const
     InterfacePtr<CATICkeParameterSet> sp_set;
     const HRESULT code = existingSet(frame, ipi_instance, &getUserInstancePropertiesParameterSet, sp_set);
     if (FAILED(code)) return code;
-    const auto sp_parameter = InterfacePtr<CATICkeParm>::adopt(getParameter(sp_set.get(), name));
-    if (!sp_parameter) return S_OK;
+    if (!sp_set) return S_OK;
+    bool readable = true;
+    const auto sp_parameter = lookFor(sp_set.get(), name, readable);
+    if (!sp_parameter) return readable ? S_OK : frame.missing("pi_param");
     EnumPropertyType type = PropertyString;
     if (FAILED(readParameter(sp_parameter.get(), kFewDigits, type, o_value))) return frame.callFailed("Value");
     o_type = type;

@@ -197,6 +197,23 @@ TEST_F(AttributesTest, MissingParametersAreCreatedWhereTheEnvironmentWantsThem) 
     }
 }
 
+TEST_F(AttributesTest, AnAttributeNeedsAName) {
+    const Entries entries = {{"", "x", "s"}, {"A", "1", "i"}, {"", "y", "s"}};
+    for (const Kind& kind : kKinds) {
+        const Publisher root = begin(kind);
+        environment().createsProperties = true;
+        EXPECT_EQ(set(kind, entries), S_OK) << "something was created and shown";
+        EXPECT_EQ(set(kind, entries), E_FAIL);
+        EXPECT_EQ(contents(root.sets().at(0)), (Texts{"A = 1"}));
+        EXPECT_EQ(reports(), Texts(4, kClass + kind.setName + " 9001 i_names"));
+    }
+    const Publisher product = parametersOf(session().product("/w/Root.CATProduct").root());
+    EXPECT_EQ(setProduct(product, entries), S_OK);
+    EXPECT_EQ(setProduct(product, entries), E_FAIL);
+    EXPECT_EQ(contents(product.sets().at(0)), (Texts{"A = 1"}));
+    EXPECT_EQ(reports(), Texts(4, kClass + "setReferenceProductParameters 9001 i_names"));
+}
+
 TEST_F(AttributesTest, StepsThatFailOnTheWayToTheSetAreReported) {
     CATListValCATUnicodeString none;
     EXPECT_EQ(Service::setAnalysisParameters(nullptr, none, none, none), E_FAIL);

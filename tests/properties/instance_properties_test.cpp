@@ -1,6 +1,9 @@
+#include "CATIAlias.h"
 #include "CATICkeParameterSet.h"
 #include "CATICkeParm.h"
 #include "CATIProduct.h"
+#include "CATISpecAttrAccess.h"
+#include "CATISpecObject.h"
 #include "VornToolsAssyConfig.h"
 #include "VornToolsCommon.h"
 #include "VornToolsInstanceProperty.h"
@@ -125,6 +128,59 @@ TEST_F(InstancePropertiesTest, PropertiesAreMadeUpdatedAndRead) {
     EXPECT_EQ(all(root), Texts()) << "each place has its own";
 }
 
+TEST_F(InstancePropertiesTest, TheSetIsPutBehindWhatElseTheListHolds) {
+    ASSERT_EQ(create(frame, Service::PropertyString, "A", "x", false, 1), S_OK);
+    const CATISpecAttrAccess_var access(static_cast<CATBaseUnknown*>(frame.get()));
+    CATISpecAttrKey* const key = access->GetAttrKey("_Maro");
+    CATISpecObject* const set = access->GetSpecObject(key, 1);
+    CATIAlias_var(static_cast<CATBaseUnknown*>(set))->SetAlias("SomebodyElses");
+    set->Release();
+    EXPECT_EQ(all(frame), Texts());
+    EXPECT_EQ(create(frame, Service::PropertyString, "A", "", false, 1), E_FAIL);
+    EXPECT_EQ(access->GetListSize(key), 1);
+    EXPECT_EQ(create(frame, Service::PropertyString, "A", "y", false, 1), S_OK);
+    EXPECT_EQ(access->GetListSize(key), 2);
+    EXPECT_EQ(all(frame), (Texts{"A=y"}));
+    key->Release();
+}
+
+TEST_F(InstancePropertiesTest, APropertyNeedsAName) {
+    EXPECT_EQ(create(frame, Service::PropertyString, "", "x", true, 1), E_FAIL);
+    EXPECT_EQ(set(frame, "", Service::PropertyString, "x"), E_FAIL);
+    EXPECT_EQ(reports(), Texts(2, "VornToolsInstanceProperty::createMaroInstanceProperty 9001 i_name"));
+    EXPECT_EQ(create(frame, Service::PropertyString, "A", "x", false, 1), S_OK);
+    EXPECT_EQ(all(frame), (Texts{"A=x"}));
+}
+
+TEST_F(InstancePropertiesTest, APropertyThatCannotBeReadIsNotTakenForAbsent) {
+    ASSERT_EQ(create(frame, Service::PropertyString, "A", "x", false, 1), S_OK);
+    auto& failures = embedded::Failures::get();
+    const std::pair<std::string, std::string> cases[] = {{"CATICkeParameterSet::Parameters", "pi_param"},
+                                                         {"QueryInterface(CATICkeParm)", "pi_param"},
+                                                         {"CATISpecAttrAccess::GetListSize", "pi_set"},
+                                                         {"CATISpecAttrAccess::GetSpecObject", "pi_set"},
+                                                         {"CATISpecObject::GetType", "pi_set"},
+                                                         {"CATISpecObject::GetDisplayName", "pi_set"},
+                                                         {"QueryInterface(CATICkeParameterSet)", "pi_set"}};
+    for (const auto& [call, missing] : cases) {
+        std::string met = "none yet";
+        for (int nth = 1; met != call && !met.empty(); ++nth) {
+            reports();
+            unsigned char found = 7;
+            Type type = Service::PropertyBoolean;
+            CATUnicodeString value("before");
+            failures.arm(nth, false, FaultFlavour::code);
+            const HRESULT code = Service::getAttribute(frame.get(), "A", found, type, value);
+            met = failures.firedAt();
+            failures.disarm();
+            if (met != call) continue;
+            EXPECT_EQ(code, E_FAIL) << call;
+            EXPECT_EQ(found, 0);
+        }
+        EXPECT_EQ(reports(), (Texts{"VornToolsInstanceProperty::getAttribute 9002 " + missing})) << call;
+    }
+}
+
 TEST_F(InstancePropertiesTest, AttributesAreSetInTheirOwnType) {
     environment().decimalSeparator = ",";
     EXPECT_EQ(set(frame, "R", Service::PropertyReal, "x"), E_FAIL);
@@ -136,6 +192,12 @@ TEST_F(InstancePropertiesTest, AttributesAreSetInTheirOwnType) {
     EXPECT_EQ(set(frame, "R", Service::PropertyBoolean, "1"), E_FAIL);
     EXPECT_EQ(set(frame, "R", Service::PropertyReal, ""), E_FAIL);
     EXPECT_EQ(one(frame, "R"), "1 2500");
+    EXPECT_EQ(set(frame, "R", Service::PropertyReal, "0.5@=@1234567,5"), S_OK);
+    EXPECT_EQ(one(frame, "R"), "1 0,5@=@1,23457e+06");
+    EXPECT_EQ(all(frame), (Texts{"R=0,5@=@1234567,5"}));
+    for (const char* const none : {"1,5,", "1.234,5", "nan", "1e999", "@=@", "0,5@=@"})
+        EXPECT_EQ(set(frame, "R", Service::PropertyReal, none), E_FAIL) << none;
+    EXPECT_EQ(all(frame), (Texts{"R=0,5@=@1234567,5"}));
     EXPECT_EQ(set(frame, "S", Service::PropertyString, ""), S_OK);
     EXPECT_EQ(set(frame, "B", Service::PropertyBoolean, "no"), S_OK);
     EXPECT_EQ(one(frame, "S"), "0 ");

@@ -139,7 +139,19 @@ TEST_F(PropertiesTest, ValuesAreReadByTheirType) {
                  {",", "1.234,5", "d", ""},
                  {".", "1e3 ", "d", "Real 1000"},
                  {".", "1e999", "d", ""},
-                 {".", "nan", "d", "Real nan"},
+                 {".", "-1e999", "d", ""},
+                 {".", "1e-999", "d", "Real 0"},
+                 {".", "1e308", "d", "Real 1e+308"},
+                 {",", "-4.9e-324", "d", "Real -4,94065645841247e-324"},
+                 {".", "-0", "d", "Real -0"},
+                 {".", "0x10", "d", "Real 16"},
+                 {".", "nan", "d", ""},
+                 {",", "-inf", "d", ""},
+                 {".", "1..5", "d", ""},
+                 {",", "1,5  ", "d", "Real 1,5"},
+                 {",", "1,5", "i", ""},
+                 {",", "1.5", "i", ""},
+                 {".", "-2147483648 ", "i", "Integer -2147483648"},
                  {".", "", "d", ""},
                  {".", "a@=@b@=@a", "s", "String a string: a, b"},
                  {".", "@=@", "s", "String  string: "},
@@ -152,6 +164,14 @@ TEST_F(PropertiesTest, ValuesAreReadByTheirType) {
                  {".", "1.5@=@2", "d", "Real 1.5 double: 1.5, 2"},
                  {",", "1.5@=@2,25", "d", "Real 1,5 double: 1,5, 2,25"},
                  {".", "1@=@2,5", "d", ""},
+                 {",", "1,5@=@1.5@=@15e-1@=@2", "d", "Real 1,5 double: 1,5, 2"},
+                 {",", "1,5@=@nan", "d", ""},
+                 {".", "@=@", "d", ""},
+                 {",", "@=@1", "d", ""},
+                 {".", "1@=@", "d", ""},
+                 {".", "1@=@@=@2", "d", ""},
+                 {".", "@=@", "i", ""},
+                 {".", "a@=@@=@b@=@", "s", "String a string: a, , b"},
                  {".", "a\\b\n\x1A\xC3\xA4", "s", "String a\\b\n\x1A\xC3\xA4"}};
     for (const auto& c : cases) {
         environment().decimalSeparator = c.separator;
@@ -169,6 +189,8 @@ TEST_F(PropertiesTest, ValuesAreReadByTheirType) {
     for (int i = 1; i < 10000; ++i) many += "@=@" + std::to_string(i);
     EXPECT_EQ(create("M", many, "i"), S_OK);
     EXPECT_EQ(last().size(), std::string("Integer 0 integer:").size() + 10000 * 2 - 1 + 38890);
+    EXPECT_EQ(create("M", many, "d"), S_OK);
+    EXPECT_EQ(last().size(), std::string("Real 0 double:").size() + 10000 * 2 - 1 + 38890);
 }
 
 TEST_F(PropertiesTest, TheJournalTellsWhyNothingWasMade) {
@@ -205,6 +227,30 @@ TEST_F(PropertiesTest, FlagsAreAppliedInTheirOrder) {
     }
 }
 
+TEST_F(PropertiesTest, AParameterThatDoesNotTakeAFlagIsNotPutAnywhere) {
+    const struct {
+        const char* setter;
+        int readOnly, rename;
+    } cases[] = {{"SetUserAccess", 1, 0}, {"Rename", 0, 1}};
+    auto& failures = embedded::Failures::get();
+    for (const auto& c : cases) {
+        const std::string call = std::string("CATICkeParm::") + c.setter;
+        std::string met = "none yet";
+        for (int nth = 1; met != call && !met.empty(); ++nth) {
+            const std::size_t before = set.parameters().size();
+            reports();
+            failures.arm(nth, false, embedded::FaultFlavour::code);
+            const HRESULT code = create("P", "x", "s", c.readOnly, 0, c.rename);
+            met = failures.firedAt();
+            failures.disarm();
+            if (met != call) continue;
+            EXPECT_EQ(code, E_FAIL);
+            EXPECT_EQ(set.parameters().size(), before);
+        }
+        EXPECT_EQ(reports(), (Texts{kClass + "createParameter 9003 " + c.setter}));
+    }
+}
+
 TEST_F(PropertiesTest, AParameterTakesAnotherValue) {
     Parameter string = set.add("S", "x"), integer = set.add("I", 3), real = set.add("R", 0.5);
     Parameter truth = set.add("B", true), length = set.add("Length", "L", 1.0);
@@ -218,10 +264,15 @@ TEST_F(PropertiesTest, AParameterTakesAnotherValue) {
     EXPECT_EQ(real.shown(), "0.5");
     EXPECT_EQ(update(length, "12.5", "d"), S_OK);
     EXPECT_EQ(length.shown(), "12.5mm");
+    for (const char* const none : {"x", "", "1,5", "nan", "1e999", "mm"}) EXPECT_EQ(update(length, none, "d"), E_FAIL);
+    EXPECT_EQ(length.shown(), "12.5mm");
     EXPECT_EQ(update(string, "z", "d"), S_OK);
     EXPECT_EQ(string.shown(), "z");
-    EXPECT_EQ(messages(), (Texts{"Updating the Double property P (Real)", "Updating the Double property P (Length)",
-                                 "    value applied : 12.5mm", "Updating the Double property P (String)"}));
+    Texts expected(7, "Updating the Double property P (Length)");
+    expected.insert(expected.begin() + 1, "    value applied : 12.5mm");
+    expected.insert(expected.begin(), "Updating the Double property P (Real)");
+    expected.push_back("Updating the Double property P (String)");
+    EXPECT_EQ(messages(), expected);
     environment().decimalSeparator = ",";
     EXPECT_EQ(update(real, "1.5", "d"), S_OK);
     EXPECT_EQ(update(length, "2.5", "d"), S_OK);
@@ -301,6 +352,31 @@ TEST_F(PropertiesTest, SetsAreReadAsTexts) {
     EXPECT_EQ(properties().getListOfParameters(nullptr, list, names, values, types, flags), E_FAIL);
     EXPECT_EQ(names.Size() + values.Size() + types.Size() + flags.Size(), 0);
     EXPECT_EQ(list, nullptr);
+}
+
+TEST_F(PropertiesTest, NumbersAreReadAndWrittenInTheSessionsNotation) {
+    for (const char mark : {'.', ','}) {
+        SCOPED_TRACE(mark);
+        environment().decimalSeparator = mark;
+        const auto noted = [mark](std::string text) {
+            for (char& character : text)
+                if (character == '.') character = mark;
+            return text;
+        };
+        const Publisher numbers = part.addSet("Numbers");
+        Parameter real = numbers.add("R", 1.5).list("ListOfValues", std::vector<double>{1.5, -1e-7});
+        Parameter length = numbers.add("Length", "L", 0.0125).list("ListOfValues", std::vector<double>{0.0205});
+        EXPECT_EQ(pairs(numbers), "kept|X.R|" + noted("1.5@=@-1e-07") + "|X.L|" + noted("12.5@=@20.5") + "|");
+        // What was read is given back behind the new value.
+        EXPECT_EQ(update(real, "0.25", "d"), S_OK);
+        EXPECT_EQ(real.shown() + " " + real.list(), noted("0.25 double: 0.25, 1.5, -1e-07"));
+        EXPECT_EQ(update(length, "7.5", "d"), S_OK);
+        EXPECT_EQ(length.shown() + " " + length.list(), noted("7.5mm double: 7.5, 12.5, 20.5"));
+        EXPECT_EQ(update(length, "2.5@=@3.75", "d"), S_OK);
+        EXPECT_EQ(length.shown() + " " + length.list(), noted("2.5mm double: 2.5, 3.75"));
+        EXPECT_EQ(update(length, "2.5@=@", "d"), E_FAIL);
+        EXPECT_EQ(length.shown() + " " + length.list(), noted("2.5mm double: 2.5, 3.75"));
+    }
 }
 
 TEST_F(PropertiesTest, TheSetOfAFeatureIsFoundByItsAttribute) {
@@ -464,7 +540,7 @@ TEST_F(PropertiesTest, ReferencePropertiesGoThroughTheProduct) {
     EXPECT_EQ(properties().setReferenceProperties(nullptr, names, names), E_FAIL);
     EXPECT_EQ(properties().updatePartNumber(root.addUnresolved("x.1").get(), "x"), E_FAIL);
     EXPECT_EQ(reports(),
-              (Texts{name + "setReferenceProperties 9001 i_values", name + "setReferenceProperties 9001 ipi_product",
+              (Texts{name + "setReferenceProperties 9001 i_values", name + "setReferenceProperties 9002 ipi_product",
                      name + "updatePartNumber 9002 sp_reference_product"}));
     CATListValCATUnicodeString one, value;
     one.Append("revision");
@@ -518,7 +594,7 @@ TEST_F(PropertiesTest, ReferencePropertiesGoThroughThePdmItem) {
     EXPECT_EQ(px1.updatePartNumber(root.get(), "x"), E_FAIL);
     environment().platformPdmConnection = true;
     EXPECT_EQ(reports(),
-              (Texts{name + "updatePartNumber 9001 ipi_product", name + "updatePartNumber 9003 getPDMItem"}));
+              (Texts{name + "updatePartNumber 9002 ipi_product", name + "updatePartNumber 9003 getPDMItem"}));
     CATListValCATUnicodeString one, value;
     one.Append("source");
     value.Append("s");

@@ -10,6 +10,8 @@
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
+#include <functional>
+
 namespace {
 
 const std::string kCommon = "VornToolsCommon::";
@@ -40,6 +42,26 @@ protected:
             result.push_back(std::string(names[i].ConvertToChar()) + "=" + values[i].ConvertToChar());
         return result;
     }
+    /** Runs an operation with its first call of a name failing, on a part with one user property; its code. */
+    HRESULT failAt(const std::string& call, const std::function<HRESULT()>& operation) {
+        auto& failures = embedded::Failures::get();
+        std::string met = "none yet";
+        for (int nth = 1; !met.empty(); ++nth) {
+            reports();
+            session().reset();
+            environment().createsProperties = true;
+            bolt = session().part("/w/Bolt.CATPart").root();
+            properties = embedded::userProperties(bolt);
+            properties.add("EBS_DatasetUid", "x");
+            failures.arm(nth, false, embedded::FaultFlavour::code);
+            const HRESULT code = operation();
+            met = failures.firedAt();
+            failures.disarm();
+            if (met == call) return code;
+        }
+        ADD_FAILURE() << "never called: " << call;
+        return S_OK;
+    }
     static HRESULT changeAccess(const embedded::Product& product, const char* name, int mode) {
         return VornToolsCommon::changePropertyAccess(product.get(), name, mode);
     }
@@ -56,9 +78,10 @@ TEST_F(UserPropertiesTest, ValuesAreReadAsOneLineEach) {
     properties.add("Unset", 1).withoutValue();
     properties.add("", "no name").userName("");
     properties.add("", "x").userName("a\\b\\Deep");
+    properties.add("km/h", 1);
     properties.addSet("Inner").add("hidden", 1);
     clearJournal();
-    EXPECT_EQ(read(bolt), (Texts{"Text=a b_ c", "True=1", "False=0", "Width=12.5mm", "=no name", "Deep=x"}));
+    EXPECT_EQ(read(bolt), (Texts{"Text=a b_ c", "True=1", "False=0", "Width=12.5mm", "=no name", "Deep=x", "km/h=1"}));
     EXPECT_EQ(messages(), (Texts{"This param is not set"}));
     EXPECT_EQ(read(root, E_FAIL), Texts()) << "nobody made user properties";
     EXPECT_EQ(read(embedded::Product(), E_FAIL), Texts());
@@ -89,6 +112,11 @@ TEST_F(UserPropertiesTest, ExistingPropertiesAreUpdatedAndMissingOnesMadeWhenAll
     EXPECT_EQ(set(bolt, {"B", "A"}, {"x", "later"}, {"i", "s"}), S_OK) << "the last one counts";
     EXPECT_EQ(set(bolt, {"A", "B"}, {"later", "x"}, {"s", "i"}), E_FAIL);
     EXPECT_EQ(read(bolt).front(), "A=later");
+    EXPECT_EQ(set(bolt, {"km/h"}, {"1"}, {"i"}), S_OK);
+    EXPECT_EQ(set(bolt, {"km/h"}, {"2"}, {"i"}), S_OK) << "a slash is no path";
+    EXPECT_EQ(read(bolt).back(), "km/h=2");
+    EXPECT_EQ(VornToolsCommon::RemoveProperty(bolt.get(), "km/h"), S_OK);
+    EXPECT_EQ(read(bolt).size(), 5U);
     environment().ignoresOemProperties = false;
     EXPECT_EQ(set(root, {"OEM_new"}, {"x"}, {"s"}), S_OK);
     EXPECT_EQ(read(root), (Texts{"OEM_new=x"}));
@@ -177,6 +205,29 @@ TEST_F(UserPropertiesTest, ANameIsTheLastPartOfThePath) {
         EXPECT_STREQ(name.ConvertToChar(), expected);
         EXPECT_EQ(messages(), (Texts{"Property name of [" + std::string(full) + "] is [" + expected + "]"}));
     }
+}
+
+TEST_F(UserPropertiesTest, NothingIsMadeWithoutKnowingWhatIsReadOnly) {
+    EXPECT_EQ(failAt("ENVManager::getReadOnlyPropertiesOnCreate", [&] { return set(bolt, {"A"}, {"x"}, {"s"}); }),
+              E_FAIL);
+    EXPECT_EQ(reports(), (Texts{kCommon + "setUserProperties 9003 getReadOnlyPropertiesOnCreate"}));
+    EXPECT_EQ(read(bolt), (Texts{"EBS_DatasetUid=x"}));
+}
+
+TEST_F(UserPropertiesTest, AMemberThatDoesNotTellItsNameMayBeTheOneLookedFor) {
+    const std::pair<const char*, std::function<HRESULT()>> operations[] = {
+        {"setUserProperties", [&] { return set(bolt, {"EBS_DatasetUid"}, {"x"}, {"s"}); }},
+        {"changePropertyAccess", [&] { return changeAccess(bolt, "EBS_DatasetUid", 1); }},
+        {"RemoveProperty", [&] { return VornToolsCommon::RemoveProperty(bolt.get(), "EBS_DatasetUid"); }},
+        {"removeEBSProperties", [&] { return VornToolsCommon::removeEBSProperties(bolt.get()); }}};
+    for (const auto& [method, operation] : operations)
+        for (const char* const call :
+             {"QueryInterface(CATICkeParm)", "CATICkeParm::Name", "UTILFile::splitPathAndFileName"}) {
+            SCOPED_TRACE(std::string(method) + " " + call);
+            EXPECT_EQ(failAt(call, operation), E_FAIL);
+            EXPECT_EQ(reports(), (Texts{kCommon + method + " 9002 sp_cke_parm"}));
+            EXPECT_EQ(read(bolt), (Texts{"EBS_DatasetUid=x"}));
+        }
 }
 
 TEST_F(UserPropertiesTest, ADrawingGivesItsParametersAtAnyDepth) {
