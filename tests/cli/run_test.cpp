@@ -25,18 +25,20 @@ protected:
 
 TEST_F(RunCommandTest, DocumentsWindowsAndSelection) {
     EXPECT_EQ(runExample("documents --json"), 0);
-    EXPECT_EQ(values({"document", "type", "managed", "in_window"}),
-              (Texts{R"("GearPump.CATProduct" | "CATProduct" | true | true)",
-                     R"("housing/Housing.CATPart" | "CATPart" | false | false)",
-                     R"("Shaft.CATPart" | "CATPart" | true | false)",
-                     R"("DriveGear.CATPart" | "CATPart" | true | false)", R"("Key.CATPart" | "CATPart" | true | false)",
-                     R"("GearPump.CATDrawing" | "CATDrawing" | true | true)"}));
+    EXPECT_EQ(
+        values({"document", "type", "managed", "in_window"}),
+        (Texts{R"("GearPump.CATProduct" | "CATProduct" | true | true)", R"("Shaft.CATPart" | "CATPart" | true | false)",
+               R"("DriveGear.CATPart" | "CATPart" | true | false)", R"("Key.CATPart" | "CATPart" | true | false)",
+               R"("GearPump.CATDrawing" | "CATDrawing" | true | true)"}));
     EXPECT_EQ(runExample("windows --json"), 0);
     EXPECT_EQ(values({"document", "active"}),
               (Texts{R"("GearPump.CATProduct" | true)", R"("GearPump.CATDrawing" | false)"}));
     EXPECT_EQ(runExample("windows --json --find DriveGear.CATPart"), 0);
     EXPECT_EQ(values({"found", "window", "document", "product"}),
               Texts{R"(true | "GearPump.CATProduct" | "DriveGear.CATPart" | "GP-100\\Drive\\DriveGear.1")"});
+    EXPECT_EQ(runExample("windows --json --find Housing.CATPart"), 0) << "only seen, and loaded for the answer";
+    EXPECT_EQ(values({"window", "document", "product"}),
+              Texts{R"("GearPump.CATProduct" | "housing/Housing.CATPart" | "GP-100\\Housing.1")"});
     EXPECT_EQ(runExample("windows --json --find Absent.CATPart"), 1);
     EXPECT_EQ(runExample("selection --json"), 0);
     EXPECT_EQ(values({"product", "document"}),

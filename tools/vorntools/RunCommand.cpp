@@ -1,6 +1,7 @@
 #include "tools/vorntools/RunCommand.h"
 
 #include "VornToolsCommon.h"
+#include "VornToolsWorkModeServices.h"
 
 #include "embedded/SessionFile.h"
 
@@ -22,6 +23,7 @@ int Topics::run() const {
         return ExitUnusable;
     }
     JournalFile journal(m_options->journal);
+    VornToolsWorkModeServices::setCatiaCacheActivated(1); // parts that are only seen can be loaded
     for (const auto& topic : m_topics) {
         if (!topic.first->parsed()) continue;
         const int code = topic.second();

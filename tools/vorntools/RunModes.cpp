@@ -46,7 +46,6 @@ int switchProducts(bool json, const SwitchOptions& options, bool restores) {
         if (!product) return ExitUnusable;
         products.push_back({product, path});
     }
-    Modes::setCatiaCacheActivated(1);
     VornToolsSwitchMgt switcher{1};
     std::vector<const char*> keys = {"product", "before", "switched"};
     if (restores) keys.push_back("restored");

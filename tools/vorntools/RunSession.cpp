@@ -21,6 +21,7 @@ int listDocuments(bool json) {
     const embedded::Session& session = embedded::Session::current();
     for (std::size_t i = 0; i < session.documentCount(); ++i) {
         const embedded::Document document = session.documentAt(i);
+        if (!document.loaded()) continue;
         listing.add(
             {document.name(), document.type(), contains(managed, document.get()), contains(roots, document.get())});
     }
