@@ -277,7 +277,7 @@ private:
 };
 
 TEST_F(SessionRoundTripTest, NothingIsLostByWritingAndReadingASession) {
-    for (unsigned seed = 1; seed <= 300 && !HasFailure(); ++seed) {
+    for (unsigned seed = 1; seed <= 150 && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Random random(seed);
         build(random);
