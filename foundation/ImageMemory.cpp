@@ -1,6 +1,5 @@
 #include "foundation/ImageMemory.h"
 
-#include <cstdint>
 #include <cstdlib>
 
 #if defined(__linux__)
@@ -11,28 +10,34 @@ namespace vorntools {
 
 namespace {
 
-/** Advice only: a system that does not take it serves small pages. */
-void adviseHugePages(const char* ip_buffer, std::size_t i_size) {
 #if defined(MADV_HUGEPAGE)
-    constexpr std::size_t worthwhile = std::size_t{32} << 20;
-    constexpr std::uintptr_t page = 4096;
-    if (i_size <= worthwhile) return;
-    const std::uintptr_t begin = (reinterpret_cast<std::uintptr_t>(ip_buffer) + page - 1) / page * page;
-    const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(ip_buffer) + i_size) / page * page;
-    ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
-#else
-    static_cast<void>(ip_buffer);
-    static_cast<void>(i_size);
-#endif
+
+constexpr std::size_t kWorthwhile = std::size_t{32} << 20;
+constexpr std::size_t kHugePage = std::size_t{2} << 20;
+
+/** Whole huge pages, which the system is advised to use: one that does not take the advice serves small ones. */
+char* allocateHugePages(std::size_t i_size) {
+    void* p_buffer = nullptr;
+    if (::posix_memalign(&p_buffer, kHugePage, i_size) != 0) return nullptr;
+    ::madvise(p_buffer, i_size, MADV_HUGEPAGE);
+    return static_cast<char*>(p_buffer);
 }
+
+char* allocate(std::size_t i_size) {
+    return i_size > kWorthwhile ? allocateHugePages(i_size) : static_cast<char*>(std::malloc(i_size));
+}
+
+#else
+
+char* allocate(std::size_t i_size) { return static_cast<char*>(std::malloc(i_size)); }
+
+#endif
 
 } // namespace
 
 char* allocateImage(std::size_t i_length) {
-    char* const p_buffer = static_cast<char*>(std::malloc(i_length + 1));
-    if (!p_buffer) return nullptr;
-    adviseHugePages(p_buffer, i_length + 1);
-    p_buffer[i_length] = '\0';
+    char* const p_buffer = allocate(i_length + 1);
+    if (p_buffer) p_buffer[i_length] = '\0';
     return p_buffer;
 }
 

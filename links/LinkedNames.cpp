@@ -174,10 +174,11 @@ std::string LinkedNames::findPath(const std::string& i_name) {
 }
 
 std::string LinkedNames::findByName(const std::string& i_name) {
-    if (m_folders.empty()) {
+    if (const char* const p_found = CATFindPath(i_name.c_str(), m_current_directory.c_str())) return p_found;
+    if (!m_folders_known) {
         restartSearch();
-        m_folders.push_back(m_current_directory);
         appendFoldersBelow(m_current_directory, m_folders);
+        m_folders_known = true;
     }
     for (const std::string& folder : m_folders)
         if (const char* const p_found = CATFindPath(i_name.c_str(), folder.c_str())) return p_found;

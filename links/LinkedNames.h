@@ -56,7 +56,8 @@ private:
     std::string m_saved_directory;   ///< of the document at its last save, separators made one
     std::string m_current_directory; ///< of the document now, separators made one
     std::string m_directory;
-    std::vector<std::string> m_folders; ///< the current directory and those below; empty until a name is looked for
+    std::vector<std::string> m_folders; ///< those below the current directory
+    bool m_folders_known = false;       ///< false until a name is looked for in them
     std::unordered_map<std::string, std::string> m_known;
 };
 

@@ -1,6 +1,7 @@
 #include "VornToolsLinks.h"
 
 #include "VornToolsCommon.h"
+#include "foundation/FirstPlaces.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentScan.h"
 #include "links/LinkedNames.h"
@@ -299,7 +300,7 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithPub(VornToolsSt
     Links links;
     if (isMissing(frame, image)) return links;
     LinkList list(kReference);
-    const std::size_t names = findMarker(viewOf(*image), marker::containerName, 0);
+    const std::size_t names = firstPlace(viewOf(*image), marker::containerName);
     for (const std::string& reference : publishedReferences(viewOf(*image), names))
         list.append({}, reference, false, links);
     return links;
@@ -326,6 +327,18 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getMMLDrawingLinks(VornToolsStrin
     const JournalFrame frame(_CteCLASS_NAME, "getMMLDrawingLinks");
     return groupOf(frame, image, fileName, directory,
                    [](LinkScan& io_scan, Links& io_links) { io_scan.appendDrawing(io_links); });
+}
+
+int VornToolsLinks::findStreams(VornToolsString* image, int& applicationPosition, int& propertyPosition) {
+    const JournalFrame frame(_CteCLASS_NAME, "findStreams");
+    applicationPosition = propertyPosition = -1;
+    if (isMissing(frame, image)) return 0;
+    // The other two are what the operations that take these positions look for next.
+    const auto places = firstPlaces<4>(viewOf(*image), {marker::applicationContainer, marker::documentProperty,
+                                                        marker::containerName, marker::summary});
+    applicationPosition = places[0] == notFound ? -1 : static_cast<int>(places[0]);
+    propertyPosition = places[1] == notFound ? -1 : static_cast<int>(places[1]);
+    return 0;
 }
 
 int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
@@ -374,7 +387,7 @@ int VornToolsLinks::getVersion(VornToolsString* image, int& version, int& releas
     version = release = servicePack = 0;
     if (isMissing(frame, image)) return 0;
     const std::string_view bytes = viewOf(*image);
-    const DocumentVersion found = readVersion(bytes, findMarker(bytes, marker::summary, 0));
+    const DocumentVersion found = readVersion(bytes, firstPlace(bytes, marker::summary));
     version = found.version;
     release = found.release;
     servicePack = found.servicePack;
