@@ -3,21 +3,17 @@
 #include "VornToolsString.h"
 #include "foundation/ImageMemory.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/OpenFile.h"
 
 #include "UTILFile.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <memory>
 
 using namespace vorntools;
 
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* ip_file) const { std::fclose(ip_file); }
-};
 
 /** Length of an open file, whose position is then its beginning; -1 when it cannot be told. */
 long lengthOf(std::FILE* ip_file) {
@@ -33,7 +29,7 @@ VornToolsString* VornToolsCommon::readBinaryFile(CATUnicodeString i_file_name) {
     long long size = 0;
     if (!UTILFile::existingFile(i_file_name) || FAILED(UTILFile::getFileSize(i_file_name, size)) || size == 0)
         return nullptr;
-    const std::unique_ptr<std::FILE, CloseFile> sp_file(std::fopen(i_file_name.ConvertToChar(), "rb"));
+    const OpenFile sp_file = openFile(i_file_name, "rb");
     if (!sp_file) return nullptr;
     const long length = lengthOf(sp_file.get());
     if (length < 1 || length >= std::numeric_limits<int>::max()) {
