@@ -8,7 +8,6 @@
 #include "UTILFile.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
 
 using namespace vorntools;
@@ -38,7 +37,7 @@ VornToolsString* VornToolsCommon::readBinaryFile(CATUnicodeString i_file_name) {
     }
     char* const p_bytes = allocateImage(static_cast<std::size_t>(length));
     if (!p_bytes || std::fread(p_bytes, static_cast<std::size_t>(length), 1, sp_file.get()) != 1) {
-        std::free(p_bytes);
+        releaseImage(p_bytes);
         frame.write("Error while reading [%s] (fread is failed). readBinaryFile return NULL.", i_file_name);
         return nullptr;
     }

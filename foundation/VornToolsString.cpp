@@ -2,6 +2,7 @@
 
 #include "CATUnicodeString.h"
 #include "foundation/FirstPlaces.h"
+#include "foundation/ImageMemory.h"
 #include "foundation/SearchKernel.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ char* duplicate(std::string_view i_bytes) {
 
 void release(char* ip_buffer) {
     vorntools::forgetPlaces(ip_buffer);
-    std::free(ip_buffer);
+    vorntools::releaseImage(ip_buffer);
 }
 
 int asResult(std::size_t i_position) { return static_cast<int>(static_cast<unsigned int>(i_position)); }

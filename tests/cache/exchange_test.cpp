@@ -426,6 +426,29 @@ TEST_F(ExchangeTest, WholeFilesAreReadAsTheyAre) {
     EXPECT_EQ(messages(), Texts({"Error while reading (ftell is failed) [" + huge + "]. readBinaryFile return NULL."}));
 }
 
+/** Memory that one large file leaves is taken for the next: nothing of the first shows in it. */
+TEST_F(ExchangeTest, LargeFilesAreReadOneAfterAnother) {
+    constexpr std::size_t kMega = std::size_t{1} << 20;
+    const auto read = [&](char letter, std::size_t size) {
+        const std::string name = write(std::string(1, letter), std::string(size, letter));
+        return std::unique_ptr<VornToolsString>(VornToolsCommon::readBinaryFile(name.c_str()));
+    };
+    const auto holds = [](const std::unique_ptr<VornToolsString>& text, char letter, std::size_t size) {
+        return text && text->size() == size && text->bytes()[size] == '\0' &&
+               std::string_view(text->bytes(), size).find_first_not_of(letter) == std::string_view::npos;
+    };
+    auto first = read('a', 40 * kMega);
+    const auto second = read('b', 36 * kMega + 1);
+    EXPECT_TRUE(holds(first, 'a', 40 * kMega));
+    EXPECT_TRUE(holds(second, 'b', 36 * kMega + 1));
+    first.reset();
+    first = read('c', 33 * kMega);
+    EXPECT_TRUE(holds(first, 'c', 33 * kMega));
+    first.reset();
+    EXPECT_TRUE(holds(read('d', 48 * kMega), 'd', 48 * kMega));
+    EXPECT_TRUE(holds(second, 'b', 36 * kMega + 1));
+}
+
 /** Names of any characters, also those that the system's 8-bit encodings lack. */
 TEST_F(ExchangeTest, FilesHaveNamesInEveryScript) {
     const std::string name = "\xD0\x94\xE6\xBC\xA2\xC3\x96 \xF0\x9F\x94\xA9/";
