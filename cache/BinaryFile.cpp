@@ -3,21 +3,16 @@
 #include "VornToolsString.h"
 #include "foundation/ImageMemory.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/OpenFile.h"
 
 #include "UTILFile.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
-#include <memory>
 
 using namespace vorntools;
 
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* ip_file) const { std::fclose(ip_file); }
-};
 
 /** Length of an open file, whose position is then its beginning; -1 when it cannot be told. */
 long lengthOf(std::FILE* ip_file) {
@@ -33,7 +28,7 @@ VornToolsString* VornToolsCommon::readBinaryFile(CATUnicodeString i_file_name) {
     long long size = 0;
     if (!UTILFile::existingFile(i_file_name) || FAILED(UTILFile::getFileSize(i_file_name, size)) || size == 0)
         return nullptr;
-    const std::unique_ptr<std::FILE, CloseFile> sp_file(std::fopen(i_file_name.ConvertToChar(), "rb"));
+    const OpenFile sp_file = openFile(i_file_name, "rb");
     if (!sp_file) return nullptr;
     const long length = lengthOf(sp_file.get());
     if (length < 1 || length >= std::numeric_limits<int>::max()) {
@@ -42,7 +37,7 @@ VornToolsString* VornToolsCommon::readBinaryFile(CATUnicodeString i_file_name) {
     }
     char* const p_bytes = allocateImage(static_cast<std::size_t>(length));
     if (!p_bytes || std::fread(p_bytes, static_cast<std::size_t>(length), 1, sp_file.get()) != 1) {
-        std::free(p_bytes);
+        releaseImage(p_bytes);
         frame.write("Error while reading [%s] (fread is failed). readBinaryFile return NULL.", i_file_name);
         return nullptr;
     }

@@ -2,8 +2,6 @@
 
 #include "ENVManager.h"
 
-#include <cstring>
-
 namespace vorntools {
 
 HRESULT findExchangeDirectory(const JournalFrame& i_frame, CATUnicodeString& o_directory) {
@@ -22,11 +20,8 @@ bool LineReader::next() {
 }
 
 bool NewTextFile::create(const CATUnicodeString& i_name) {
-    const char* const name = i_name.ConvertToChar();
-    // A name cut at a NUL would be that of another file.
-    if (std::strlen(name) != static_cast<std::size_t>(i_name.GetLengthInByte())) return false;
     m_name = i_name;
-    m_file.reset(std::fopen(name, "w"));
+    m_file = openFile(i_name, "w");
     return m_file != nullptr;
 }
 
@@ -43,8 +38,6 @@ bool NewTextFile::finish() {
     return false;
 }
 
-bool deleteFile(const CATUnicodeString& i_name) {
-    return !UTILFile::existingFile(i_name) || std::remove(i_name.ConvertToChar()) == 0;
-}
+bool deleteFile(const CATUnicodeString& i_name) { return !UTILFile::existingFile(i_name) || removeFile(i_name); }
 
 } // namespace vorntools

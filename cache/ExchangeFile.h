@@ -2,12 +2,10 @@
 #define CACHE_EXCHANGE_FILE_H
 
 #include "foundation/JournalFrame.h"
+#include "foundation/OpenFile.h"
 
 #include "CATUnicodeString.h"
 #include "UTILFile.h"
-
-#include <cstdio>
-#include <memory>
 
 namespace vorntools {
 
@@ -44,12 +42,8 @@ public:
     bool finish();
 
 private:
-    struct Close {
-        void operator()(std::FILE* ip_file) const { std::fclose(ip_file); }
-    };
-
     CATUnicodeString m_name;
-    std::unique_ptr<std::FILE, Close> m_file;
+    OpenFile m_file;
 };
 
 /** Deletes a file; a folder stays. @return whether no such file is left */

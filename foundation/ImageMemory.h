@@ -5,11 +5,15 @@
 
 namespace vorntools {
 
-/**
- * A buffer for the bytes of a file and a NUL behind them, for free(); null when there is no memory for it. Above 32 MiB
- * the system is advised to use huge pages where it can: making fresh small pages costs more than searching them.
- */
+// Fresh memory for a large image costs more than searching it: the system makes and clears every page. Above 32 MiB it
+// is advised to use huge pages where it can, and one buffer is kept from image to image, its pages for the system to
+// take back at any time.
+
+/** A buffer for the bytes of a file and a NUL behind them, for releaseImage; null when there is no memory for it. */
 char* allocateImage(std::size_t i_length);
+
+/** Releases such a buffer, or one that came from malloc. */
+void releaseImage(char* ip_buffer);
 
 } // namespace vorntools
 

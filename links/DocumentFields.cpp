@@ -1,8 +1,11 @@
 #include "links/DocumentFields.h"
 
+#include "links/ImageBytes.h"
 #include "links/Markers.h"
 #include "links/StoredText.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <unordered_set>
 

@@ -1,18 +1,12 @@
 #ifndef LINKS_DOCUMENT_FIELDS_H
 #define LINKS_DOCUMENT_FIELDS_H
 
-#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vorntools {
-
-/** First position of each marker, notFound where there is none. The image goes through the processor's cache once. */
-template <std::size_t count>
-std::array<std::size_t, count> findFirst(std::string_view i_image,
-                                         const std::array<std::string_view, count>& i_markers);
 
 /** Version of the program that saved the document last. */
 struct DocumentVersion {
@@ -43,27 +37,5 @@ std::vector<std::string> identifiersBehind(std::string_view i_image, std::string
 bool publishes(std::string_view i_image, const std::vector<std::string_view>& i_keys);
 
 } // namespace vorntools
-
-#include "links/ImageBytes.h"
-
-#include <algorithm>
-
-template <std::size_t count>
-std::array<std::size_t, count> vorntools::findFirst(std::string_view i_image,
-                                                    const std::array<std::string_view, count>& i_markers) {
-    constexpr std::size_t block = std::size_t{256} << 10;
-    std::array<std::size_t, count> positions;
-    positions.fill(notFound);
-    for (std::size_t begin = 0; begin < i_image.size(); begin += block) {
-        bool missing = false;
-        for (std::size_t k = 0; k < count; ++k) {
-            if (positions[k] != notFound) continue;
-            positions[k] = findMarker(i_image, i_markers[k], begin, begin + block + i_markers[k].size() - 1);
-            missing = missing || positions[k] == notFound;
-        }
-        if (!missing) break;
-    }
-    return positions;
-}
 
 #endif

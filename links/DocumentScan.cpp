@@ -1,5 +1,6 @@
 #include "links/DocumentScan.h"
 
+#include "foundation/FirstPlaces.h"
 #include "links/Markers.h"
 
 #include <algorithm>
@@ -21,15 +22,14 @@ std::size_t documentOf(const ImportedElement& i_element, const std::vector<Linke
 } // namespace
 
 DocumentScan::DocumentScan(std::string_view i_image) : m_image(i_image) {
-    const auto positions =
-        findFirst<3>(i_image, {marker::applicationContainer, marker::documentProperty, marker::containerName});
-    m_application = positions[0];
-    m_property = positions[1];
-    m_names = positions[2];
+    const auto places =
+        firstPlaces<3>(i_image, {marker::applicationContainer, marker::documentProperty, marker::containerName});
+    m_application = places[0];
+    m_property = places[1];
 }
 
 DocumentScan::DocumentScan(std::string_view i_image, std::size_t i_application, std::size_t i_property)
-    : m_image(i_image), m_application(i_application), m_property(i_property), m_names(notFound), m_names_known(false) {}
+    : m_image(i_image), m_application(i_application), m_property(i_property) {}
 
 const PropertyStream& DocumentScan::stream() {
     if (!m_stream_read && m_property != notFound) m_stream = PropertyStream(m_image, m_property);
@@ -45,7 +45,7 @@ std::vector<LinkedDocument> DocumentScan::used(LinkedDocument::Kind i_kind) {
 }
 
 int DocumentScan::release() {
-    if (m_release < 0) m_release = readVersion(m_image, findMarker(m_image, marker::summary, 0)).release;
+    if (m_release < 0) m_release = readVersion(m_image, firstPlace(m_image, marker::summary)).release;
     return m_release;
 }
 
@@ -53,11 +53,8 @@ void DocumentScan::setRelease(int i_release) { m_release = std::max(0, i_release
 
 std::vector<std::string> DocumentScan::references() {
     if (m_application == notFound || m_property == notFound || m_property < m_application) return {};
-    std::size_t names = m_names;
-    if (!m_names_known || (names != notFound && names < m_application))
-        names = findMarker(m_image, marker::containerName, m_application, m_property);
-    return names == notFound || names >= m_property ? std::vector<std::string>()
-                                                    : externalReferences(m_image, names, m_property);
+    const std::size_t names = firstPlaceBetween(m_image, marker::containerName, m_application, m_property);
+    return externalReferences(m_image, names, m_property);
 }
 
 const std::vector<ImportUse>& DocumentScan::contextPartUses() {
@@ -75,7 +72,7 @@ std::vector<MultiModelLink> DocumentScan::multiModelLinks() {
     const std::vector<LinkedDocument> part_files = used(LinkedDocument::PartFile);
     const std::vector<ImportUse>& uses = contextPartUses();
     std::vector<MultiModelLink> links;
-    for (const ImportedElement& element : importedElements(m_image, findMarker(m_image, marker::importRepository, 0)))
+    for (const ImportedElement& element : importedElements(m_image, firstPlace(m_image, marker::importRepository)))
         links.push_back({element.publication, element.tag, documentOf(element, part_files)});
     for (std::size_t i = 0; i < uses.size(); ++i) {
         if (uses[i].kind == ImportUse::OlderForm && !uses[i].tag.empty())

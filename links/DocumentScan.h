@@ -5,7 +5,6 @@
 #include "links/Imports.h"
 #include "links/PropertyStream.h"
 
-#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -54,8 +53,6 @@ private:
     std::string_view m_image;
     std::size_t m_application;
     std::size_t m_property;
-    std::size_t m_names; ///< of "_CntrName"; may lie in front of the application container
-    bool m_names_known = true;
     PropertyStream m_stream;
     bool m_stream_read = false;
     std::vector<ImportUse> m_uses;

@@ -1,5 +1,6 @@
 #include "links/Imports.h"
 
+#include "foundation/FirstPlaces.h"
 #include "links/ImageBytes.h"
 #include "links/Markers.h"
 
@@ -263,7 +264,7 @@ std::vector<ImportedElement> importedElements(std::string_view i_image, std::siz
 std::vector<ImportUse> importUses(std::string_view i_image, std::size_t i_end,
                                   const std::vector<std::string>& i_identities, const std::function<bool()>& i_older) {
     std::vector<ImportUse> uses(i_identities.size());
-    const bool has_proxy = findMarker(i_image, marker::importProxy, 0) != notFound;
+    const bool has_proxy = firstPlace(i_image, marker::importProxy) != notFound;
     if (!has_proxy && !i_older()) return uses;
     const auto pointers = pointersTo(i_image.substr(0, i_end), i_identities, !has_proxy);
     OwnContainers own(i_image, i_end);

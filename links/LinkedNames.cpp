@@ -2,6 +2,7 @@
 
 #include "CATLib.h"
 #include "UTILFile.h"
+#include "VornToolsFolderMemory.h"
 
 #include <algorithm>
 #include <cstring>
@@ -106,6 +107,26 @@ std::string firstFile(std::initializer_list<std::string> i_names) {
     return {};
 }
 
+void appendFoldersBelow(const std::string& i_directory, std::vector<std::string>& io_folders) {
+    const auto sp_folder = std::make_unique<Folder>(i_directory.c_str());
+    while (entriesRead < kMostEntries) {
+        const char* const p_entry = sp_folder->next();
+        if (!p_entry) break;
+        ++entriesRead;
+        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory.c_str(), p_entry);
+        if (!p_path || !Folder(p_path).isOpen()) continue;
+        io_folders.emplace_back(p_path);
+        appendFoldersBelow(p_path, io_folders);
+    }
+}
+
+/** What is kept while a memory for it exists. */
+std::unordered_map<std::string, std::shared_ptr<const FoldersBelow>>& keptFolders() {
+    static std::unordered_map<std::string, std::shared_ptr<const FoldersBelow>> kept;
+    return kept;
+}
+int memories = 0;
+
 /** Removes the path components at the end that both directories share. */
 void removeCommonEnd(std::string& io_saved, std::string& io_current) {
     while (!io_saved.empty() && !io_current.empty() && nameOf(io_saved) == nameOf(io_current)) {
@@ -134,17 +155,18 @@ const char* findBelow(const char* i_file_name, const char* i_directory) {
     return p_found;
 }
 
-void appendFoldersBelow(const std::string& i_directory, std::vector<std::string>& io_folders) {
-    const auto sp_folder = std::make_unique<Folder>(i_directory.c_str());
-    while (entriesRead < kMostEntries) {
-        const char* const p_entry = sp_folder->next();
-        if (!p_entry) break;
-        ++entriesRead;
-        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory.c_str(), p_entry);
-        if (!p_path || !Folder(p_path).isOpen()) continue;
-        io_folders.emplace_back(p_path);
-        appendFoldersBelow(p_path, io_folders);
+std::shared_ptr<const FoldersBelow> foldersBelow(const std::string& i_directory) {
+    restartSearch();
+    const auto kept = keptFolders().find(i_directory);
+    if (kept != keptFolders().end()) {
+        entriesRead = kept->second->entries;
+        return kept->second;
     }
+    const auto sp_below = std::make_shared<FoldersBelow>();
+    appendFoldersBelow(i_directory, sp_below->folders);
+    sp_below->entries = entriesRead;
+    if (memories > 0) keptFolders().emplace(i_directory, sp_below);
+    return sp_below;
 }
 
 LinkedNames::LinkedNames(std::string_view i_own_path, std::string_view i_file_name, std::string_view i_directory)
@@ -174,12 +196,9 @@ std::string LinkedNames::findPath(const std::string& i_name) {
 }
 
 std::string LinkedNames::findByName(const std::string& i_name) {
-    if (m_folders.empty()) {
-        restartSearch();
-        m_folders.push_back(m_current_directory);
-        appendFoldersBelow(m_current_directory, m_folders);
-    }
-    for (const std::string& folder : m_folders)
+    if (const char* const p_found = CATFindPath(i_name.c_str(), m_current_directory.c_str())) return p_found;
+    if (!m_sp_below) m_sp_below = foldersBelow(m_current_directory);
+    for (const std::string& folder : m_sp_below->folders)
         if (const char* const p_found = CATFindPath(i_name.c_str(), folder.c_str())) return p_found;
     return {};
 }
@@ -209,3 +228,9 @@ std::string LinkedNames::besideRoot(const std::string& i_path) const {
 }
 
 } // namespace vorntools
+
+VornToolsFolderMemory::VornToolsFolderMemory() { ++vorntools::memories; }
+
+VornToolsFolderMemory::~VornToolsFolderMemory() {
+    if (--vorntools::memories == 0) vorntools::keptFolders().clear();
+}

@@ -1,6 +1,7 @@
 #ifndef LINKS_LINKED_NAMES_H
 #define LINKS_LINKED_NAMES_H
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -22,7 +23,13 @@ void restartSearch();
 const char* findBelow(const char* i_file_name, const char* i_directory);
 
 /** The folders below a directory, in the order in which findBelow looks into them and with its bound on the entries. */
-void appendFoldersBelow(const std::string& i_directory, std::vector<std::string>& io_folders);
+struct FoldersBelow {
+    std::vector<std::string> folders;
+    int entries = 0; ///< that the search for them has read
+};
+
+/** Begins a search and reads them, or has them from a VornToolsFolderMemory. */
+std::shared_ptr<const FoldersBelow> foldersBelow(const std::string& i_directory);
 
 /**
  * Where the documents that one document names are to be looked for, all names in the platform's 8-bit form: the first
@@ -56,7 +63,7 @@ private:
     std::string m_saved_directory;   ///< of the document at its last save, separators made one
     std::string m_current_directory; ///< of the document now, separators made one
     std::string m_directory;
-    std::vector<std::string> m_folders; ///< the current directory and those below; empty until a name is looked for
+    std::shared_ptr<const FoldersBelow> m_sp_below; ///< the current directory; null until a name is looked for there
     std::unordered_map<std::string, std::string> m_known;
 };
 

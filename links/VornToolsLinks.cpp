@@ -1,6 +1,7 @@
 #include "VornToolsLinks.h"
 
 #include "VornToolsCommon.h"
+#include "foundation/FirstPlaces.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentScan.h"
 #include "links/LinkedNames.h"
@@ -40,6 +41,12 @@ VornToolsString stringOf(std::string_view i_bytes) {
 
 /** A position of the caller's; notFound for -1. */
 std::size_t positionOf(int i_position) { return i_position < 0 ? notFound : static_cast<std::size_t>(i_position); }
+
+/** A list that is empty stays as it is: making one allocates its hundred elements. */
+template <class List>
+void clear(List& io_list) {
+    if (io_list.size() > 0) io_list = List();
+}
 
 void append(std::string_view i_bytes, Strings& io_strings) { io_strings.append(stringOf(i_bytes)); }
 
@@ -228,7 +235,7 @@ int VornToolsLinks::searchLinks(CATUnicodeString filePath, CATUnicodeString link
     count = 0;
     for (CATListValCATUnicodeString* const list : {&linkedFileNames, &types, &references, &sixth, &seventh})
         list->RemoveAll();
-    tagFound = VornToolsVector<unsigned char>();
+    clear(tagFound);
     missingTag = 0;
 
     const std::unique_ptr<VornToolsString> sp_image(VornToolsCommon::readBinaryFile(filePath));
@@ -299,7 +306,7 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithPub(VornToolsSt
     Links links;
     if (isMissing(frame, image)) return links;
     LinkList list(kReference);
-    const std::size_t names = findMarker(viewOf(*image), marker::containerName, 0);
+    const std::size_t names = firstPlace(viewOf(*image), marker::containerName);
     for (const std::string& reference : publishedReferences(viewOf(*image), names))
         list.append({}, reference, false, links);
     return links;
@@ -328,13 +335,25 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getMMLDrawingLinks(VornToolsStrin
                    [](LinkScan& io_scan, Links& io_links) { io_scan.appendDrawing(io_links); });
 }
 
+int VornToolsLinks::findStreams(VornToolsString* image, int& applicationPosition, int& propertyPosition) {
+    const JournalFrame frame(_CteCLASS_NAME, "findStreams");
+    applicationPosition = propertyPosition = -1;
+    if (isMissing(frame, image)) return 0;
+    // The other two are what the operations that take these positions look for next.
+    const auto places = firstPlaces<4>(viewOf(*image), {marker::applicationContainer, marker::documentProperty,
+                                                        marker::containerName, marker::summary});
+    applicationPosition = places[0] == notFound ? -1 : static_cast<int>(places[0]);
+    propertyPosition = places[1] == notFound ? -1 : static_cast<int>(places[1]);
+    return 0;
+}
+
 int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
                                      CATUnicodeString directory, VornToolsVector<VornToolsString>& partFiles,
                                      VornToolsVector<VornToolsString>& contextProducts,
                                      VornToolsVector<VornToolsString>& contextParts,
                                      VornToolsVector<VornToolsString>& contextPartReferences) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedDocName");
-    for (Strings* const list : {&partFiles, &contextProducts, &contextParts, &contextPartReferences}) *list = Strings();
+    for (Strings* const list : {&partFiles, &contextProducts, &contextParts, &contextPartReferences}) clear(*list);
     if (isMissing(frame, image)) return 0;
     const PropertyStream stream(viewOf(*image), positionOf(position));
     LinkedNames names(stream.ownPath(), viewOf(fileName), viewOf(directory));
@@ -351,7 +370,7 @@ int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornT
 
 int VornToolsLinks::getGhosts(VornToolsString* image, int position, VornToolsVector<VornToolsString>& ghosts) {
     const JournalFrame frame(_CteCLASS_NAME, "getGhosts");
-    ghosts = Strings();
+    clear(ghosts);
     if (isMissing(frame, image)) return 0;
     const PropertyStream stream(viewOf(*image), positionOf(position));
     for (const LinkedDocument& document : stream.documents())
@@ -362,7 +381,7 @@ int VornToolsLinks::getGhosts(VornToolsString* image, int position, VornToolsVec
 int VornToolsLinks::getExternalReference(VornToolsString* image, int, int applicationPosition, int propertyPosition,
                                          VornToolsVector<VornToolsString>& references) {
     const JournalFrame frame(_CteCLASS_NAME, "getExternalReference");
-    references = Strings();
+    clear(references);
     if (isMissing(frame, image)) return 0;
     DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
     for (const std::string& reference : scan.references()) append(reference, references);
@@ -374,7 +393,7 @@ int VornToolsLinks::getVersion(VornToolsString* image, int& version, int& releas
     version = release = servicePack = 0;
     if (isMissing(frame, image)) return 0;
     const std::string_view bytes = viewOf(*image);
-    const DocumentVersion found = readVersion(bytes, findMarker(bytes, marker::summary, 0));
+    const DocumentVersion found = readVersion(bytes, firstPlace(bytes, marker::summary));
     version = found.version;
     release = found.release;
     servicePack = found.servicePack;
@@ -400,7 +419,7 @@ int VornToolsLinks::isKeyInFile(VornToolsString& image, VornToolsVector<VornTool
 int VornToolsLinks::getMMLTag(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
                               VornToolsVector<VornToolsString>& tags) {
     const JournalFrame frame(_CteCLASS_NAME, "getMMLTag");
-    tags = Strings();
+    clear(tags);
     if (isMissing(frame, image)) return 0;
     DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
     scan.setRelease(release);
@@ -411,7 +430,7 @@ int VornToolsLinks::getMMLTag(VornToolsString* image, int release, int applicati
 int VornToolsLinks::getMmlPublication(VornToolsString* image, int release, int applicationPosition,
                                       int propertyPosition, VornToolsVector<VornToolsString>& publications) {
     const JournalFrame frame(_CteCLASS_NAME, "getMmlPublication");
-    publications = Strings();
+    clear(publications);
     if (isMissing(frame, image)) return 0;
     DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
     scan.setRelease(release);
@@ -423,7 +442,7 @@ int VornToolsLinks::updateMMLLink(VornToolsVector<VornToolsString>& tags,
                                   VornToolsVector<VornToolsString>& publications,
                                   VornToolsVector<VornToolsString>& names, VornToolsVector<VornToolsLink>& links) {
     const JournalFrame frame(_CteCLASS_NAME, "updateMMLLink");
-    links = Links();
+    clear(links);
     pairMultiModelLinks(tags, publications, names, links);
     return 0;
 }
@@ -434,8 +453,8 @@ int VornToolsLinks::sortImportUnpublished_and_MMLR12(VornToolsString* image, int
                                                      VornToolsVector<VornToolsString>& unpublished,
                                                      VornToolsVector<VornToolsString>& olderForm) {
     const JournalFrame frame(_CteCLASS_NAME, "sortImportUnpublished_and_MMLR12");
-    unpublished = Strings();
-    olderForm = Strings();
+    clear(unpublished);
+    clear(olderForm);
     if (isMissing(frame, image)) return 0;
     DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
     scan.setRelease(release);

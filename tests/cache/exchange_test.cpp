@@ -8,10 +8,12 @@
 #include "tests/support/Sweep.h"
 
 #include <algorithm>
+#include <atomic>
 #include <fstream>
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <thread>
 
 namespace {
 
@@ -422,6 +424,67 @@ TEST_F(ExchangeTest, WholeFilesAreReadAsTheyAre) {
     fs::resize_file(folder() / "huge.bin", std::uintmax_t{1} << 31U);
     EXPECT_FALSE(read(huge)) << "longer than a string can be";
     EXPECT_EQ(messages(), Texts({"Error while reading (ftell is failed) [" + huge + "]. readBinaryFile return NULL."}));
+}
+
+/** Memory that one large file leaves is taken for the next: nothing of the first shows in it. */
+TEST_F(ExchangeTest, LargeFilesAreReadOneAfterAnother) {
+    constexpr std::size_t kMega = std::size_t{1} << 20;
+    const auto read = [&](char letter, std::size_t size) {
+        const std::string name = write(std::string(1, letter), std::string(size, letter));
+        return std::unique_ptr<VornToolsString>(VornToolsCommon::readBinaryFile(name.c_str()));
+    };
+    const auto holds = [](const std::unique_ptr<VornToolsString>& text, char letter, std::size_t size) {
+        return text && text->size() == size && text->bytes()[size] == '\0' &&
+               std::string_view(text->bytes(), size).find_first_not_of(letter) == std::string_view::npos;
+    };
+    auto first = read('a', 40 * kMega);
+    const auto second = read('b', 36 * kMega + 1);
+    EXPECT_TRUE(holds(first, 'a', 40 * kMega));
+    EXPECT_TRUE(holds(second, 'b', 36 * kMega + 1));
+    first.reset();
+    first = read('c', 33 * kMega);
+    EXPECT_TRUE(holds(first, 'c', 33 * kMega));
+    first.reset();
+    EXPECT_TRUE(holds(read('d', 48 * kMega), 'd', 48 * kMega));
+    EXPECT_TRUE(holds(second, 'b', 36 * kMega + 1));
+}
+
+/** Names of any characters, also those that the system's 8-bit encodings lack. */
+TEST_F(ExchangeTest, FilesHaveNamesInEveryScript) {
+    const std::string name = "\xD0\x94\xE6\xBC\xA2\xC3\x96 \xF0\x9F\x94\xA9/";
+    const std::string file = write(name + "part.bin", "bytes");
+    const std::unique_ptr<VornToolsString> sp_read(
+        VornToolsCommon::readBinaryFile(CATUnicodeString(file.data(), file.size())));
+    ASSERT_TRUE(sp_read);
+    EXPECT_EQ(std::string(sp_read->bytes(), sp_read->size()), "bytes");
+    environment().tempDirectory = path(name);
+    EXPECT_EQ(VornToolsCommon::createResultFile(":ok"), S_OK);
+    EXPECT_EQ(VornToolsCommon::getResultStatus(), VornToolsCommon::ResultStatusOk);
+    EXPECT_TRUE(fs::exists(folder() / fs::u8path(name) / "results"));
+}
+
+/** A file that another program writes, shortens and deletes in the meantime is read whole, as it was at some time, or
+ * not at all. */
+TEST_F(ExchangeTest, FilesMayChangeWhileTheyAreRead) {
+    constexpr std::size_t kLengths[] = {10, 300000, 70000};
+    const std::string name = write("busy.bin", "x");
+    const fs::path file = folder() / "busy.bin";
+    std::atomic<bool> done{false};
+    std::thread writer([&] {
+        for (int i = 0; !done; ++i) {
+            std::ofstream(file, std::ios::binary) << std::string(kLengths[i % 3], 'x');
+            std::error_code inUse;
+            if (i % 4 == 0) fs::remove(file, inUse);
+        }
+    });
+    for (int i = 0; i < 300; ++i) {
+        const std::unique_ptr<VornToolsString> sp_read(
+            VornToolsCommon::readBinaryFile(CATUnicodeString(name.data(), name.size())));
+        const std::string read = sp_read ? std::string(sp_read->bytes(), sp_read->size()) : std::string();
+        EXPECT_EQ(read, std::string(read.size(), 'x'));
+    }
+    done = true;
+    writer.join();
 }
 
 TEST_F(ExchangeTest, FailuresOfThePlatformAreMet) {

@@ -6,6 +6,7 @@
 
 #include "UTILFile.h"
 #include "VornToolsCommon.h"
+#include "VornToolsFolderMemory.h"
 
 #include <nlohmann/json.hpp>
 
@@ -526,6 +527,84 @@ TEST_F(LinksTest, SearchesReadAtMost260Entries) {
                                 "VornToolsLinks::findFileInPath 9001 ip_file_name"}));
 }
 
+TEST_F(LinksTest, FoldersAreReadOnceWhileAMemoryForThemExists) {
+    write("w/old/a.CATPart", "x");
+    const std::string own = path("w/own.CATProduct");
+    const auto find = [&](const char* name) { return located("", own, "\\gone\\"s + name); };
+    {
+        const VornToolsFolderMemory memory;
+        { const VornToolsFolderMemory another; }
+        EXPECT_EQ(find("b.CATPart"), "\\gone\\b.CATPart");
+        write("w/old/b.CATPart", "x");
+        write("w/new/c.CATPart", "x");
+        EXPECT_EQ(find("a.CATPart"), path("w/old/a.CATPart"));
+        EXPECT_EQ(find("b.CATPart"), path("w/old/b.CATPart")) << "files are noticed";
+        EXPECT_EQ(find("c.CATPart"), "\\gone\\c.CATPart") << "folders are not";
+    }
+    EXPECT_EQ(find("c.CATPart"), path("w/new/c.CATPart"));
+}
+
+TEST_F(LinksTest, SearchesFollowLinksButNotForever) {
+    write("elsewhere/far.CATPart", "x");
+    write("w/deep/Near.CATPart", "x");
+    std::filesystem::create_directories(folder() / "w" / "folder.CATPart");
+    std::error_code noLinksHere;
+    std::filesystem::create_directory_symlink(folder() / "elsewhere", folder() / "w" / "aside", noLinksHere);
+    const std::string own = path("w/own.CATProduct");
+    EXPECT_EQ(located("", own, "\\gone\\far.CATPart"),
+              noLinksHere ? "\\gone\\far.CATPart" : path("w/aside/far.CATPart"));
+    std::filesystem::create_directory_symlink(folder() / "w", folder() / "w" / "deep" / "loop", noLinksHere);
+    EXPECT_EQ(located("", own, "\\gone\\absent.CATPart"), "\\gone\\absent.CATPart");
+    EXPECT_EQ(located("", own, "\\gone\\folder.CATPart"), "\\gone\\folder.CATPart");
+    // Whether letter case tells names apart is the system's business.
+    const bool same = std::filesystem::exists(folder() / "w" / "deep" / "NEAR.CATPart");
+    EXPECT_EQ(located("", own, "\\gone\\NEAR.CATPart"), same ? path("w/deep/NEAR.CATPart") : "\\gone\\NEAR.CATPart");
+}
+
+TEST_F(LinksTest, FilesThatAreNoDocumentsHaveNoLinks) {
+    std::filesystem::create_directories(folder() / "folder.CATPart");
+    for (const std::string& name : {path("folder.CATPart"), path("absent.CATPart"), write("empty.CATPart", ""),
+                                    write("text.CATPart", "AppliCont_CntrNameCATDocumentProperty")}) {
+        double count = 7;
+        CATListValCATUnicodeString lists[5];
+        VornToolsVector<unsigned char> flags;
+        unsigned char missing = 7;
+        EXPECT_EQ(VornToolsLinks::searchLinks(name.c_str(), "", "", count, lists[0], lists[1], lists[2], lists[3],
+                                              lists[4], flags, missing),
+                  0);
+        EXPECT_EQ(count, 0) << name;
+        EXPECT_EQ(missing, 0) << name;
+    }
+}
+
+/** Places are remembered with an image: one that changes, or another in its memory, is searched anew. */
+TEST_F(LinksTest, StreamsAreFoundInTheImageAsItIs) {
+    const auto streams = [](VornToolsString& image) {
+        int application = 7, property = 7, version = 0, release = 0, servicePack = 0;
+        VornToolsLinks::findStreams(&image, application, property);
+        VornToolsLinks::getVersion(&image, version, release, servicePack);
+        return std::to_string(application) + "," + std::to_string(property) + "," + std::to_string(release);
+    };
+    const std::string summary = "CATSummaryInformation<Version>5/<Version><Release>21/<Release>";
+    VornToolsString image = stringOf(".AppliCont...CATDocumentProperty" + summary), other = stringOf("AppliCont");
+    EXPECT_EQ(streams(image), "1,13,21");
+    EXPECT_EQ(streams(other), "0,-1,0");
+    EXPECT_EQ(streams(image), "1,13,21");
+    image.replaceAll(stringOf("."), stringOf(".."));
+    EXPECT_EQ(streams(image), "2,17,21");
+    image.replaceAll(stringOf("A"), stringOf("B"));
+    EXPECT_EQ(streams(image), "-1,-1,0");
+    image = stringOf("CATDocumentProperty" + std::string(image.size() - 19U, ' '));
+    EXPECT_EQ(streams(image), "-1,0,0");
+    image = VornToolsString();
+    EXPECT_EQ(streams(image), "-1,-1,0");
+    for (int i = 0; i < 20; ++i) {
+        VornToolsString brief = stringOf(std::string(static_cast<std::size_t>(i), '.') + "AppliCont");
+        brief = stringOf(bytesOf(brief).substr(1) + ".");
+        EXPECT_EQ(streams(brief), std::to_string(i - 1) + ",-1,0");
+    }
+}
+
 TEST_F(LinksTest, NamesAndSeparators) {
     const std::pair<const char*, int> names[] = {{"a.CATPart", 1}, {"", 1}, {"d\\a", 0}, {"d/a", 0}, {"\\", 0}};
     for (const auto& name : names) EXPECT_EQ(VornToolsLinks::isAFilename(stringOf(name.first)), name.second);
@@ -543,6 +622,9 @@ TEST_F(LinksTest, AMissingImageIsReported) {
     EXPECT_EQ(VornToolsLinks::getAllLinks(nullptr, nullptr, "").size(), 0U);
     EXPECT_EQ(VornToolsLinks::getImportLinksWithPub(nullptr).size(), 0U);
     EXPECT_EQ(VornToolsLinks::getVersion(nullptr, number, number, number), 0);
+    EXPECT_EQ(VornToolsLinks::findStreams(nullptr, number, number), 0);
+    EXPECT_EQ(number, -1);
+    number = 0;
     EXPECT_EQ(VornToolsLinks::findKey(nullptr, key).size(), 0U);
     EXPECT_EQ(VornToolsLinks::getLinkedDocName(nullptr, 0, nullptr, "", list, other, third, fourth), 0);
     EXPECT_EQ(list.size(), 0U);
@@ -554,7 +636,7 @@ TEST_F(LinksTest, AMissingImageIsReported) {
     EXPECT_EQ(missing, 0);
     EXPECT_EQ(number, 0);
     const Texts reported = reports();
-    EXPECT_EQ(reported.size(), 11U);
+    EXPECT_EQ(reported.size(), 12U);
     for (const std::string& report : reported) EXPECT_NE(report.find(" 9001 ip_image"), std::string::npos) << report;
 }
 

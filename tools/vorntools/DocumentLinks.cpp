@@ -46,8 +46,9 @@ class Image {
 public:
     Image(VornToolsString& bytes, const std::string& document)
         : m_bytes(bytes), m_name(document.data(), static_cast<int>(document.size())),
-          m_folder(textOf(folderOf(document))), m_properties(positionOf("CATDocumentProperty")),
-          m_application(positionOf("AppliCont")) {}
+          m_folder(textOf(folderOf(document))) {
+        VornToolsLinks::findStreams(&m_bytes, m_application, m_properties);
+    }
 
     void readNames(DocumentLinks& links) {
         VornToolsLinks::getVersion(&m_bytes, links.version, links.release, links.servicePack);
@@ -74,16 +75,11 @@ public:
     }
 
 private:
-    int positionOf(const char* marker) const {
-        const std::string text = marker;
-        return m_bytes.indexOf(VornToolsString(text.data(), static_cast<int>(text.size())), 0, m_bytes.size(), 0);
-    }
-
     VornToolsString& m_bytes;
     VornToolsString m_name;
     CATUnicodeString m_folder;
-    int m_properties;
-    int m_application;
+    int m_properties = -1;
+    int m_application = -1;
 };
 
 } // namespace

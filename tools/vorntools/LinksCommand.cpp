@@ -3,6 +3,8 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/Output.h"
 
+#include "VornToolsFolderMemory.h"
+
 #include <cstdio>
 #include <memory>
 #include <set>
@@ -141,6 +143,7 @@ int runLinks(const LinksOptions& options) {
     bool usable = search.search(options.common.names);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);
+    const VornToolsFolderMemory memory;
     bool missing = false;
     if (options.dot) std::puts("digraph links {\n  rankdir=LR;\n  node [shape=box];");
     {
