@@ -1,20 +1,17 @@
 #include "VornToolsCommon.h"
 
 #include "cache/FileBackup.h"
+#include "cache/PlatformAnswers.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/Md5.h"
 #include "properties/ConfigurationText.h"
 
 #include "CATICkeOleSheet.h"
 #include "CATIDesignTable.h"
-#include "ENVManager.h"
-#include "UTILDLName.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
 
 using namespace vorntools;
@@ -32,17 +29,9 @@ int numberOf(const CATUnicodeString& i_text) {
     return static_cast<int>(std::min(std::max(number, least), most));
 }
 
-CATUnicodeString checkSumOf(const CATUnicodeString& i_text) {
-    const char* const bytes = i_text.ConvertToChar();
-    return md5Text(md5Digest(bytes, std::strlen(bytes))).data();
-}
-
-CATUnicodeString physicalName(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
-    ENVManager* const p_environment = ENVManager::getInstance();
-    if (!p_environment || !p_environment->getCATIAIsUsingDLName()) return i_name;
-    CATUnicodeString physical_name;
-    if (SUCCEEDED(UTILDLName::getPhysicalPathFromDLName(i_name, physical_name))) return physical_name;
-    i_frame.callFailed("UTILDLName::getPhysicalPathFromDLName");
+CATUnicodeString physicalName(const JournalFrame& i_frame, CATUnicodeString i_name) {
+    if (environmentSays(&ENVManager::getCATIAIsUsingDLName) && FAILED(makePhysical(i_name)))
+        i_frame.callFailed("UTILDLName::getPhysicalPathFromDLName");
     return i_name;
 }
 
@@ -92,7 +81,13 @@ private:
         CATUnicodeString old_date;
         CATUnicodeString new_date;
         if (m_sheet->IsFileModified(old_date, new_date) == 1) updateDesignTableCurrentSheet(m_sheet);
-        m_text = ConfigurationText(m_design_table);
+        readColumns();
+    }
+
+    void readColumns() {
+        DesignTableParameters parameters;
+        m_is_readable = SUCCEEDED(readAssociatedParameters(m_frame, m_design_table, parameters));
+        m_text = ConfigurationText(m_design_table, m_sheet, parameters);
     }
 
     /** Dropped entries give their place to the next one. Lists that are not as long as the others end the work. */
@@ -131,7 +126,7 @@ private:
     CATUnicodeString checkSumOfConfiguration(int i_configuration) const {
         const CATUnicodeString text = m_text.read(i_configuration);
         m_frame.write("%s String used to find CkSum : %s", m_frame.name(), text);
-        return m_text.isReadable() ? checkSumOf(text) : CATUnicodeString();
+        return m_is_readable ? checksumOf(text) : CATUnicodeString();
     }
 
     /** An entry without a checksum is dropped from lists that are updated. @return false when it was */
@@ -155,7 +150,7 @@ private:
         m_ole_sheet->SetSheetIndex(i_sheet);
         if (m_ole_sheet->GetSheetIndex() != i_sheet || FAILED(updateDesignTableCurrentSheet(m_sheet))) return false;
         m_selected = i_sheet;
-        m_text = ConfigurationText(m_design_table);
+        readColumns();
         return true;
     }
 
@@ -182,6 +177,7 @@ private:
     int m_first = 0;                           ///< selected when the call began
     int m_selected = 0;                        ///< the one whose cells are read
     ConfigurationText m_text;
+    bool m_is_readable = false; ///< whether the table told all its parameters
 };
 
 HRESULT VornToolsCommon::calculateCheckSums(CATDocument* ip_document, CATUnicodeString i_design_table_file,
