@@ -123,8 +123,8 @@ private:
     }
 
     /** Empty when the cells cannot be read: no checksum is better than that of nothing. */
-    CATUnicodeString checkSumOfConfiguration(int i_configuration) const {
-        const CATUnicodeString text = m_text.read(i_configuration);
+    CATUnicodeString checkSumOfConfiguration(int i_configuration) {
+        const CATUnicodeString& text = m_text.read(i_configuration);
         m_frame.write("%s String used to find CkSum : %s", m_frame.name(), text);
         return m_is_readable ? checksumOf(text) : CATUnicodeString();
     }

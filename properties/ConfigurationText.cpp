@@ -43,11 +43,11 @@ ConfigurationText::ConfigurationText(CATIDesignTable* ipi_design_table, const CA
     }
 }
 
-CATUnicodeString ConfigurationText::read(int i_configuration) const {
-    CATUnicodeString text;
-    if (i_configuration > std::numeric_limits<int>::max() - kTitleRows) return text;
-    for (const int column : m_columns) text.Append(m_sheet->Cell(i_configuration + kTitleRows, column));
-    return text;
+const CATUnicodeString& ConfigurationText::read(int i_configuration) {
+    m_text = "";
+    if (i_configuration > std::numeric_limits<int>::max() - kTitleRows) return m_text;
+    for (const int column : m_columns) m_text.Append(m_sheet->Cell(i_configuration + kTitleRows, column));
+    return m_text;
 }
 
 CATUnicodeString checksumOf(const CATUnicodeString& i_configuration_text) {

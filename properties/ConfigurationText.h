@@ -30,12 +30,14 @@ public:
     ConfigurationText(CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
                       const DesignTableParameters& i_parameters);
 
-    /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet. */
-    CATUnicodeString read(int i_configuration) const;
+    /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet. The text
+     * stays the reader's own until the next call: its memory serves all of them. */
+    const CATUnicodeString& read(int i_configuration);
 
 private:
     CATICkeSheet_var m_sheet;
     std::vector<int> m_columns;
+    CATUnicodeString m_text;
 };
 
 /** The checksum that tells configurations apart: MD5 of the text's 8-bit bytes, up to the first NUL. */
