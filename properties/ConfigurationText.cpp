@@ -5,8 +5,8 @@
 
 #include "CATICkeRelation.h"
 
-#include <cstring>
 #include <limits>
+#include <string_view>
 
 namespace vorntools {
 
@@ -43,16 +43,21 @@ ConfigurationText::ConfigurationText(CATIDesignTable* ipi_design_table, const CA
     }
 }
 
-const CATUnicodeString& ConfigurationText::read(int i_configuration) {
-    m_text = "";
-    if (i_configuration > std::numeric_limits<int>::max() - kTitleRows) return m_text;
-    for (const int column : m_columns) m_text.Append(m_sheet->Cell(i_configuration + kTitleRows, column));
-    return m_text;
+void ConfigurationText::read(int i_configuration, CATUnicodeString& o_text) const {
+    o_text = "";
+    if (i_configuration > std::numeric_limits<int>::max() - kTitleRows) return;
+    for (const int column : m_columns) o_text.Append(m_sheet->Cell(i_configuration + kTitleRows, column));
 }
 
 CATUnicodeString checksumOf(const CATUnicodeString& i_configuration_text) {
-    const char* const p_bytes = i_configuration_text.ConvertToChar();
-    return md5Text(md5Digest(p_bytes, std::strlen(p_bytes))).data();
+    const std::string_view bytes = i_configuration_text.ConvertToChar();
+    return md5Text(md5Digest(bytes.data(), bytes.size())).data();
+}
+
+std::pair<CATUnicodeString, CATUnicodeString> checksumsOf(const CATUnicodeString& i_first,
+                                                          const CATUnicodeString& i_second) {
+    const auto [first, second] = md5Digests(i_first.ConvertToChar(), i_second.ConvertToChar());
+    return {md5Text(first).data(), md5Text(second).data()};
 }
 
 } // namespace vorntools

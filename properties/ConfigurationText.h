@@ -7,6 +7,7 @@
 #include "CATICkeParm.h"
 #include "CATIDesignTable.h"
 
+#include <utility>
 #include <vector>
 
 namespace vorntools {
@@ -30,18 +31,20 @@ public:
     ConfigurationText(CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
                       const DesignTableParameters& i_parameters);
 
-    /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet. The text
-     * stays the reader's own until the next call: its memory serves all of them. */
-    const CATUnicodeString& read(int i_configuration);
+    /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet.
+     * @param o_text its memory serves again */
+    void read(int i_configuration, CATUnicodeString& o_text) const;
 
 private:
     CATICkeSheet_var m_sheet;
     std::vector<int> m_columns;
-    CATUnicodeString m_text;
 };
 
 /** The checksum that tells configurations apart: MD5 of the text's 8-bit bytes, up to the first NUL. */
 CATUnicodeString checksumOf(const CATUnicodeString& i_configuration_text);
+/** Those of two texts at once, which takes less time. */
+std::pair<CATUnicodeString, CATUnicodeString> checksumsOf(const CATUnicodeString& i_first,
+                                                          const CATUnicodeString& i_second);
 
 } // namespace vorntools
 

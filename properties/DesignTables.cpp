@@ -159,19 +159,21 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     CATUnicodeString file_name;
     if (FAILED(readFilePath(frame, sp_design_table.get(), path)) || FAILED(readFileName(frame, path, file_name)))
         return E_FAIL;
+    DesignTableParameters parameters;
+    if (FAILED(readAssociatedParameters(frame, sp_design_table.get(), parameters))) return E_FAIL;
+    CATUnicodeString associated_files;
+    if (ip_part_number_to_file_name)
+        associated_files = associatedFiles(frame, parameters, *ip_part_number_to_file_name);
     const CATICkeSheet_var sp_sheet = sp_design_table->Sheet();
     if (!sp_sheet) return frame.missing("sp_sheet");
     int sheet = 0;
     int configuration = 0;
     if (FAILED(readCurrent(frame, sp_design_table.get(), sp_sheet, sheet, configuration))) return E_FAIL;
-    DesignTableParameters parameters;
-    if (FAILED(readAssociatedParameters(frame, sp_design_table.get(), parameters))) return E_FAIL;
-    if (ip_part_number_to_file_name)
-        o_associated_files = associatedFiles(frame, parameters, *ip_part_number_to_file_name);
     // A file that cannot be read again leaves the values that the document was made with.
     if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
         frame.callFailed("updateDesignTableCurrentSheet");
-    const CATUnicodeString values = ConfigurationText(sp_design_table.get(), sp_sheet, parameters).read(configuration);
+    CATUnicodeString values;
+    ConfigurationText(sp_design_table.get(), sp_sheet, parameters).read(configuration, values);
     frame.write(" String used to find CkSum : %s", values);
 
     o_file_path = path;
@@ -179,6 +181,7 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     o_sheet = sheet;
     o_configuration = configuration;
     o_configuration_text = checksumOf(values);
+    o_associated_files = associated_files;
     if (FAILED(getDesignTableName(sp_design_table.get(), o_name))) frame.write("Cannot get design table name");
     return S_OK;
 }
@@ -196,7 +199,9 @@ CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_de
     }
     DesignTableParameters parameters;
     if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return CATUnicodeString();
-    return ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration);
+    CATUnicodeString values;
+    ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration, values);
+    return values;
 }
 
 HRESULT VornToolsCommon::updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet) {
