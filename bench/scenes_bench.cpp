@@ -145,7 +145,7 @@ void BM_HasParentHideInScene(benchmark::State& state) {
 }
 
 BENCHMARK(BM_BareList)->Arg(500)->Arg(5000)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ReadScenesData)->Arg(500)->Arg(5000)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReadScenesData)->Arg(500)->Arg(1250)->Arg(2500)->Arg(5000)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HasParentHideInScene)->Arg(500)->Arg(5000)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -1,21 +1,21 @@
 #include "VornToolsCommon.h"
 
 #include "cache/FileBackup.h"
+#include "cache/PlatformAnswers.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/Md5.h"
 #include "properties/ConfigurationText.h"
 
 #include "CATICkeOleSheet.h"
 #include "CATIDesignTable.h"
-#include "ENVManager.h"
-#include "UTILDLName.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
+#include <optional>
+#include <tuple>
+#include <utility>
 
 using namespace vorntools;
 
@@ -32,17 +32,9 @@ int numberOf(const CATUnicodeString& i_text) {
     return static_cast<int>(std::min(std::max(number, least), most));
 }
 
-CATUnicodeString checkSumOf(const CATUnicodeString& i_text) {
-    const char* const bytes = i_text.ConvertToChar();
-    return md5Text(md5Digest(bytes, std::strlen(bytes))).data();
-}
-
-CATUnicodeString physicalName(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
-    ENVManager* const p_environment = ENVManager::getInstance();
-    if (!p_environment || !p_environment->getCATIAIsUsingDLName()) return i_name;
-    CATUnicodeString physical_name;
-    if (SUCCEEDED(UTILDLName::getPhysicalPathFromDLName(i_name, physical_name))) return physical_name;
-    i_frame.callFailed("UTILDLName::getPhysicalPathFromDLName");
+CATUnicodeString physicalName(const JournalFrame& i_frame, CATUnicodeString i_name) {
+    if (environmentSays(&ENVManager::getCATIAIsUsingDLName) && FAILED(makePhysical(i_name)))
+        i_frame.callFailed("UTILDLName::getPhysicalPathFromDLName");
     return i_name;
 }
 
@@ -75,6 +67,12 @@ public:
     }
 
 private:
+    struct Computed {
+        std::optional<int> configuration;
+        CATUnicodeString text;
+        CATUnicodeString checksum;
+    };
+
     /** False when the sheet, or what chooses it among those of a spreadsheet, cannot be obtained. */
     bool findSheet() {
         m_sheet = m_design_table->Sheet();
@@ -92,7 +90,14 @@ private:
         CATUnicodeString old_date;
         CATUnicodeString new_date;
         if (m_sheet->IsFileModified(old_date, new_date) == 1) updateDesignTableCurrentSheet(m_sheet);
-        m_text = ConfigurationText(m_design_table);
+        readColumns();
+    }
+
+    void readColumns() {
+        DesignTableParameters parameters;
+        m_is_readable = SUCCEEDED(readAssociatedParameters(m_frame, m_design_table, parameters));
+        m_text = ConfigurationText(m_design_table, m_sheet, parameters);
+        m_next.configuration.reset();
     }
 
     /** Dropped entries give their place to the next one. Lists that are not as long as the others end the work. */
@@ -121,17 +126,39 @@ private:
             return true;
         }
         m_frame.write("%s Sheet n\260%d existe", m_frame.name(), sheet);
-        const CATUnicodeString checksum = checkSumOfConfiguration(configuration);
+        compute(i_index, configuration);
+        m_frame.write("%s String used to find CkSum : %s", m_frame.name(), m_computed.text);
+        const CATUnicodeString checksum = m_computed.checksum;
         const bool is_kept = setCheckSum(i_index, checksum);
         m_frame.write("%s checkSum calcul\351 : %s", m_frame.name(), checksum);
         return is_kept;
     }
 
-    /** Empty when the cells cannot be read: no checksum is better than that of nothing. */
-    CATUnicodeString checkSumOfConfiguration(int i_configuration) const {
-        const CATUnicodeString text = m_text.read(i_configuration);
-        m_frame.write("%s String used to find CkSum : %s", m_frame.name(), text);
-        return m_text.isReadable() ? checkSumOf(text) : CATUnicodeString();
+    /** Two checksums at a time: that of the next entry is ready when it is wanted. Without all its parameters a
+     * configuration has none: no checksum is better than that of something else. */
+    void compute(int i_index, int i_configuration) {
+        if (m_next.configuration == i_configuration) {
+            std::swap(m_computed, m_next);
+            m_next.configuration.reset();
+            return;
+        }
+        m_computed.checksum = "";
+        m_text.read(i_configuration, m_computed.text);
+        if (!m_is_readable) return;
+        if (!isComputedOnSheetOf(i_index, i_index + 1)) {
+            m_computed.checksum = checksumOf(m_computed.text);
+            return;
+        }
+        m_next.configuration = numberOf(m_configurations[i_index + 1]);
+        m_text.read(*m_next.configuration, m_next.text);
+        std::tie(m_computed.checksum, m_next.checksum) = checksumsOf(m_computed.text, m_next.text);
+    }
+
+    /** Whether an entry is to be computed from the cells of another one's sheet. */
+    bool isComputedOnSheetOf(int i_index, int i_next) const {
+        if (i_next > m_sheets.Size() || i_next > m_configurations.Size()) return false;
+        if (m_is_update && (i_next > m_checksums.Size() || m_checksums[i_next] != kToBeComputed)) return false;
+        return m_sheets[i_next] == m_sheets[i_index];
     }
 
     /** An entry without a checksum is dropped from lists that are updated. @return false when it was */
@@ -155,7 +182,7 @@ private:
         m_ole_sheet->SetSheetIndex(i_sheet);
         if (m_ole_sheet->GetSheetIndex() != i_sheet || FAILED(updateDesignTableCurrentSheet(m_sheet))) return false;
         m_selected = i_sheet;
-        m_text = ConfigurationText(m_design_table);
+        readColumns();
         return true;
     }
 
@@ -182,6 +209,9 @@ private:
     int m_first = 0;                           ///< selected when the call began
     int m_selected = 0;                        ///< the one whose cells are read
     ConfigurationText m_text;
+    Computed m_computed;
+    Computed m_next;            ///< without a configuration when nothing is ready
+    bool m_is_readable = false; ///< whether the table told all its parameters
 };
 
 HRESULT VornToolsCommon::calculateCheckSums(CATDocument* ip_document, CATUnicodeString i_design_table_file,

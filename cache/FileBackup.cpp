@@ -1,33 +1,30 @@
 #include "cache/FileBackup.h"
 
+#include "foundation/OpenFile.h"
+
 #include "UTILFile.h"
 
-#include <array>
 #include <cstdio>
 #include <cstring>
-#include <memory>
+#include <vector>
 
 namespace vorntools {
 
 namespace {
 
-struct CloseFile {
-    void operator()(std::FILE* ip_file) const { std::fclose(ip_file); }
-};
-using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
-
-OpenFile openBytes(const CATUnicodeString& i_name) { return OpenFile(std::fopen(i_name.ConvertToChar(), "rb")); }
+/** Large blocks: most of the time goes into the calls. */
+constexpr std::size_t kBlock = 65536;
 
 /** A file counts as absent when nobody sees it: one that is there would stay unprotected or be lost. */
-bool isThere(const CATUnicodeString& i_name) { return UTILFile::existingFile(i_name) || openBytes(i_name); }
+bool isThere(const CATUnicodeString& i_name) { return UTILFile::existingFile(i_name) || openFile(i_name, "rb"); }
 
 /** False as well when one of them cannot be read to its end. */
 bool haveSameBytes(const CATUnicodeString& i_first, const CATUnicodeString& i_second) {
-    const OpenFile sp_first = openBytes(i_first);
-    const OpenFile sp_second = openBytes(i_second);
+    const OpenFile sp_first = openFile(i_first, "rb");
+    const OpenFile sp_second = openFile(i_second, "rb");
     if (!sp_first || !sp_second) return false;
-    std::array<char, 16384> first;
-    std::array<char, 16384> second;
+    std::vector<char> first(kBlock);
+    std::vector<char> second(kBlock);
     for (;;) {
         const std::size_t count = std::fread(first.data(), 1, first.size(), sp_first.get());
         if (count != std::fread(second.data(), 1, second.size(), sp_second.get())) return false;

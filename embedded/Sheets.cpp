@@ -57,6 +57,8 @@ bool SheetBuilder::put(std::size_t row, std::size_t column, std::string text) {
     const std::size_t present = newRows > 0 ? 0 : m_rows[row].size();
     const std::size_t newCells = column < present ? 0 : column + 1 - present;
     if (row >= kMostCells || column >= kMostCells || m_cells + newRows + newCells > kMostCells) return false;
+    if (text.size() > kMostCellBytes - m_bytes) return false;
+    m_bytes += text.size();
     m_cells += newRows + newCells;
     if (newRows > 0) m_rows.resize(row + 1);
     if (newCells > 0) m_rows[row].resize(column + 1);

@@ -10,6 +10,10 @@ namespace embedded {
 
 namespace {
 
+/** What the format has room for. A damaged file may claim more. */
+constexpr unsigned kMostRows = 65536;
+constexpr unsigned kMostColumns = 256;
+
 /** An open file of the older kind, closed by its destructor. */
 class XlsFile {
 public:
@@ -51,7 +55,8 @@ std::optional<SheetRows> readXls(const std::string& file, int index) {
     unsigned short columns = 0;
     if (!opened || index > 0xFFFF ||
         freexl_select_active_worksheet(opened.get(), static_cast<unsigned short>(index - 1)) != FREEXL_OK ||
-        freexl_worksheet_dimensions(opened.get(), &rows, &columns) != FREEXL_OK)
+        freexl_worksheet_dimensions(opened.get(), &rows, &columns) != FREEXL_OK || rows > kMostRows ||
+        columns > kMostColumns)
         return std::nullopt;
     SheetBuilder sheet;
     for (unsigned row = 0; row < rows; ++row)

@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-// What the targets of the exchange files share.
+// What the targets that write files share.
 
 inline void require(bool condition, const char* what) {
     if (condition) return;
@@ -58,23 +58,29 @@ public:
     ExchangeFolder(const ExchangeFolder&) = delete;
     ExchangeFolder& operator=(const ExchangeFolder&) = delete;
 
-    void write(const char* name, const std::string& bytes) const {
+    void write(const std::string& name, const std::string& bytes) const {
         std::ofstream(m_folder / name, std::ios::binary)
             .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
-    std::string nameOf(const char* name) const { return (m_folder / name).u8string(); }
+    std::string nameOf(const std::string& name) const { return (m_folder / name).u8string(); }
 
 private:
     std::filesystem::path m_folder;
 };
 
-/** What holds behind every call. */
-inline void requireCleanliness() {
+/** What holds behind every call; what it reported and wrote to the journal is dropped. */
+inline void requireTidiness() {
     require(embedded::Accounting::get().live().files == 0, "files left open");
     require(embedded::Accounting::get().takeBreaches().empty(), "a rule of the platform");
     require(embedded::Journal::get().open() == 0, "journal frames left open");
-    require(embedded::ErrorReports::get().take().empty(), "a report where only the file's content is wrong");
     embedded::Journal::get().clear();
+    embedded::ErrorReports::get().take();
+}
+
+/** The same, behind calls that report no error whatever a file holds. */
+inline void requireCleanliness() {
+    require(embedded::ErrorReports::get().take().empty(), "a report where only the file's content is wrong");
+    requireTidiness();
 }
 
 #endif

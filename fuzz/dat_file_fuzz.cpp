@@ -1,54 +1,10 @@
 // Any bytes as the DAT file of a document: the cache reads them and answers every question on them.
 
+#include "ExchangeFolder.h"
+
 #include "VornCache.h"
 
-#include "embedded/Accounting.h"
-#include "embedded/Records.h"
-#include "embedded/Session.h"
-
-#include <chrono>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <string>
-
 namespace {
-
-void require(bool condition, const char* what) {
-    if (condition) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
-
-/** A document of this process with room for its DAT file, removed at the end. */
-class Document {
-public:
-    Document() {
-        const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-        m_folder = std::filesystem::temp_directory_path() / ("vorntools_fuzz_" + std::to_string(now));
-        std::filesystem::create_directories(m_folder);
-        m_name = (m_folder / "p.CATPart").u8string();
-        std::ofstream(m_folder / "p.CATPart").put('x');
-    }
-    ~Document() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_folder, ignored);
-    }
-    Document(const Document&) = delete;
-    Document& operator=(const Document&) = delete;
-
-    void writeDatFile(const std::uint8_t* data, std::size_t size) const {
-        std::ofstream file(m_folder / "p.CATPart.dat", std::ios::binary);
-        file.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
-    CATUnicodeString name() const { return m_name.c_str(); }
-
-private:
-    std::filesystem::path m_folder;
-    std::string m_name;
-};
 
 int sizeOf(VornCache& cache, const CATUnicodeString& name,
            HRESULT (VornCache::*getter)(CATUnicodeString, CATListValCATUnicodeString&)) {
@@ -113,9 +69,10 @@ void checkValues(VornCache& cache, const CATUnicodeString& name) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const Document document;
-    document.writeDatFile(data, size);
-    const CATUnicodeString name = document.name();
+    static const ExchangeFolder folder;
+    folder.write("p.CATPart", "x");
+    folder.write("p.CATPart.dat", std::string(data, data + size));
+    const CATUnicodeString name = folder.nameOf("p.CATPart").c_str();
     const long lists = embedded::Accounting::get().live().lists;
     {
         VornCache cache;
@@ -130,10 +87,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(!cache.isInCache(name) && cache.isInCache("renamed"), "a rename that moves nothing");
     }
     require(embedded::Accounting::get().live().lists == lists, "lists left alive");
-    require(embedded::Accounting::get().live().files == 0, "files left open");
-    require(embedded::Accounting::get().takeBreaches().empty(), "a rule of the platform");
-    require(embedded::Journal::get().open() == 0, "journal frames left open");
-    embedded::Journal::get().clear();
-    embedded::ErrorReports::get().take();
+    requireTidiness();
     return 0;
 }

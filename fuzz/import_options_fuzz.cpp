@@ -1,70 +1,19 @@
 // The import spreadsheet: any bytes, read by the library and by the few lines of model() below.
 
+#include "ExchangeFolder.h"
+
 #include "VornToolsSpreadsheet.h"
 
 #include "TYPMapCATUnicodeStringPVoid.h"
-#include "embedded/Accounting.h"
-#include "embedded/Records.h"
-#include "embedded/Session.h"
 
 #include <algorithm>
-#include <chrono>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace {
 
 using Lines = std::vector<std::string>;
 using Options = std::map<std::string, std::string>;
-
-void require(bool condition, const char* what) {
-    if (condition) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
-
-/** A spreadsheet of this process, removed at the end. */
-class Spreadsheet {
-public:
-    Spreadsheet() {
-        const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-        m_file = std::filesystem::temp_directory_path() / ("vorntools_fuzz_" + std::to_string(now) + ".txt");
-    }
-    ~Spreadsheet() {
-        std::error_code ignored;
-        std::filesystem::remove(m_file, ignored);
-    }
-    Spreadsheet(const Spreadsheet&) = delete;
-    Spreadsheet& operator=(const Spreadsheet&) = delete;
-
-    void write(const std::string& bytes) const {
-        std::ofstream(m_file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    }
-    std::string name() const { return m_file.u8string(); }
-
-private:
-    std::filesystem::path m_file;
-};
-
-/** LF or CR LF ends a line; the last one may lack its end. */
-Lines linesOf(const std::string& bytes) {
-    Lines lines;
-    for (std::size_t begin = 0; begin < bytes.size();) {
-        const std::size_t end = bytes.find('\n', begin);
-        std::string line = bytes.substr(begin, end == std::string::npos ? end : end - begin);
-        if (end != std::string::npos && !line.empty() && line.back() == '\r') line.pop_back();
-        lines.push_back(line);
-        begin = end == std::string::npos ? bytes.size() : end + 1;
-    }
-    return lines;
-}
 
 bool isPart(const std::string& name) {
     const std::size_t dot = name.rfind('.');
@@ -106,10 +55,6 @@ Model model(const Lines& lines) {
     return result;
 }
 
-std::string bytesOf(const CATUnicodeString& text) {
-    return std::string(text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte()));
-}
-
 void checkMenu(const std::optional<Lines>& menu) {
     const int size = menu ? static_cast<int>(menu->size()) : 0;
     for (const int index : {-1, 0, 1, 2, 4, 9, 10, size, size + 1}) {
@@ -138,17 +83,14 @@ void checkOptions(const std::optional<Options>& expected) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const Spreadsheet file;
+    static const ExchangeFolder folder;
     const std::string bytes(data, data + size);
-    file.write(bytes);
-    embedded::Session::current().environment().spreadsheetPath = file.name();
-    const Model expected = model(linesOf(bytes));
+    folder.write("import.txt", bytes);
+    embedded::Session::current().environment().spreadsheetPath = folder.nameOf("import.txt");
+    bool ended = false;
+    const Model expected = model(linesOf(bytes, ended));
     checkMenu(expected.menu);
     checkOptions(expected.options);
-    require(embedded::Accounting::get().live().files == 0, "files left open");
-    require(embedded::Accounting::get().takeBreaches().empty(), "a rule of the platform");
-    require(embedded::Journal::get().open() == 0, "journal frames left open");
-    embedded::Journal::get().clear();
-    embedded::ErrorReports::get().take();
+    requireTidiness();
     return 0;
 }

@@ -35,15 +35,13 @@ bool isPlain(const std::string& bytes) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::filesystem::path file =
-        std::filesystem::temp_directory_path() /
-        ("vorntools_sheet_" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()) + ".txt");
+    static const ExchangeFolder folder;
     const std::string bytes(reinterpret_cast<const char*>(data), size);
-    std::ofstream(file, std::ios::binary) << bytes;
+    folder.write("bolts.txt", bytes);
     {
         const auto part = embedded::Session::current().part("/w/Bolt.CATPart");
-        auto table =
-            embedded::addDesignTable(embedded::parametersOf(part, "MechanicalPart", "Bolt"), "T", file.u8string());
+        auto table = embedded::addDesignTable(embedded::parametersOf(part, "MechanicalPart", "Bolt"), "T",
+                                              folder.nameOf("bolts.txt"));
         require(table.rows() == 0 || bytes.find('\0') == std::string::npos, "cells of a binary file");
         if (isPlain(bytes)) {
             const Rows rows = rowsOf(bytes);
@@ -57,7 +55,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(table.update() == (table.rows() > 0), "a second reading");
     }
     embedded::Session::current().reset();
-    std::error_code ignored;
-    std::filesystem::remove(file, ignored);
+    requireCleanliness();
     return 0;
 }

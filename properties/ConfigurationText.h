@@ -1,11 +1,23 @@
 #ifndef PROPERTIES_CONFIGURATION_TEXT_H
 #define PROPERTIES_CONFIGURATION_TEXT_H
 
+#include "foundation/InterfacePtr.h"
+#include "foundation/JournalFrame.h"
+
+#include "CATICkeParm.h"
 #include "CATIDesignTable.h"
 
+#include <utility>
 #include <vector>
 
 namespace vorntools {
+
+using DesignTableParameters = std::vector<InterfacePtr<CATICkeParm>>;
+
+/** The parameters that a table sets, in the order of their association. @return E_FAIL, reported and without
+ * parameters, unless all can be had: without one of them the values would be those of another configuration */
+HRESULT readAssociatedParameters(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
+                                 DesignTableParameters& o_parameters);
 
 /**
  * Reads configurations of a design table as texts. The columns of the parameters are looked up once, which is most of
@@ -15,19 +27,24 @@ class ConfigurationText {
 public:
     /** Reads nothing. */
     ConfigurationText() = default;
-    /** @param ipi_design_table null reads nothing */
-    explicit ConfigurationText(CATIDesignTable* ipi_design_table);
+    /** @param isp_sheet of the table. @param i_parameters those that the table sets */
+    ConfigurationText(CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
+                      const DesignTableParameters& i_parameters);
 
-    /** Whether there is a sheet, and the table told all its parameters. */
-    bool isReadable() const { return m_is_readable; }
-    /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet. */
-    CATUnicodeString read(int i_configuration) const;
+    /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet.
+     * @param o_text its memory serves again */
+    void read(int i_configuration, CATUnicodeString& o_text) const;
 
 private:
     CATICkeSheet_var m_sheet;
     std::vector<int> m_columns;
-    bool m_is_readable = false;
 };
+
+/** The checksum that tells configurations apart: MD5 of the text's 8-bit bytes, up to the first NUL. */
+CATUnicodeString checksumOf(const CATUnicodeString& i_configuration_text);
+/** Those of two texts at once, which takes less time. */
+std::pair<CATUnicodeString, CATUnicodeString> checksumsOf(const CATUnicodeString& i_first,
+                                                          const CATUnicodeString& i_second);
 
 } // namespace vorntools
 

@@ -4,22 +4,18 @@
 #include "foundation/Guards.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/Md5.h"
+#include "properties/ConfigurationText.h"
 
 #include "CATIADesignTable.h"
 #include "CATIAlias.h"
 #include "CATICkeOleSheet.h"
-#include "CATICkeRelation.h"
 #include "CATIDesignTable.h"
 #include "CATISpecObject.h"
 #include "TYPMapCATUnicodeStringPVoid.h"
 #include "UTILFile.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
-#include <limits>
-#include <vector>
 
 using namespace vorntools;
 
@@ -43,24 +39,6 @@ HRESULT readAutomationText(const JournalFrame& i_frame, CATIDesignTable* ipi_des
     if (FAILED(text.receive([&](CATBSTR& o_received) { return i_call(*sp_automation.get(), o_received); })))
         return i_frame.platformFailed(i_name);
     o_text = text.text();
-    return S_OK;
-}
-
-using Parameters = std::vector<InterfacePtr<CATICkeParm>>;
-
-/** The parameters that a table sets, in the order of their association. @return E_FAIL, reported, unless all can be
- * had: without one of them the values would be those of another configuration */
-HRESULT readAssociatedParameters(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
-                                 Parameters& o_parameters) {
-    const auto sp_relation = queryInterface<CATICkeRelation>(ipi_design_table);
-    if (!sp_relation) return i_frame.missing("pi_relation");
-    const CATListValCATBaseUnknown_var* const p_list = sp_relation->OutParameters();
-    if (!p_list) return i_frame.platformFailed("OutParameters");
-    for (int i = 1; i <= p_list->Size(); ++i) {
-        auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATBaseUnknown*>((*p_list)[i]));
-        if (!sp_parameter) return i_frame.missing("pi_parameter");
-        o_parameters.push_back(std::move(sp_parameter));
-    }
     return S_OK;
 }
 
@@ -105,7 +83,7 @@ void addAssociatedFile(const JournalFrame& i_frame, const CATUnicodeString& i_pa
     if (io_files.SearchSubString(entry) < 0) io_files.Append(entry);
 }
 
-CATUnicodeString associatedFiles(const JournalFrame& i_frame, const Parameters& i_parameters,
+CATUnicodeString associatedFiles(const JournalFrame& i_frame, const DesignTableParameters& i_parameters,
                                  const TYPMapCATUnicodeStringPVoid& i_part_number_to_file_name) {
     CATUnicodeString files;
     for (const auto& sp_parameter : i_parameters)
@@ -127,25 +105,6 @@ HRESULT readCurrent(const JournalFrame& i_frame, CATIDesignTable* ipi_design_tab
     if (o_sheet < 1) return i_frame.platformFailed("GetSheetIndex");
     o_configuration = ipi_design_table->ConfigurationRow();
     return o_configuration < 1 ? i_frame.platformFailed("ConfigurationRow") : S_OK;
-}
-
-/** Texts of a configuration's cells, one a parameter, one behind the other. */
-CATUnicodeString valuesOf(CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
-                          const Parameters& i_parameters, int i_configuration) {
-    CATUnicodeString values;
-    if (i_configuration == std::numeric_limits<int>::max()) return values;
-    // The titles stand in the first row.
-    const int row = i_configuration + 1;
-    for (const auto& sp_parameter : i_parameters) {
-        const int column = ipi_design_table->ParameterColumn(CATICkeParm_var(sp_parameter.get()));
-        if (column >= 1) values.Append(isp_sheet->Cell(row, column));
-    }
-    return values;
-}
-
-CATUnicodeString checksumOf(const CATUnicodeString& i_text) {
-    const char* const p_bytes = i_text.ConvertToChar();
-    return md5Text(md5Digest(p_bytes, std::strlen(p_bytes))).data();
 }
 
 } // namespace
@@ -200,19 +159,21 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     CATUnicodeString file_name;
     if (FAILED(readFilePath(frame, sp_design_table.get(), path)) || FAILED(readFileName(frame, path, file_name)))
         return E_FAIL;
+    DesignTableParameters parameters;
+    if (FAILED(readAssociatedParameters(frame, sp_design_table.get(), parameters))) return E_FAIL;
+    CATUnicodeString associated_files;
+    if (ip_part_number_to_file_name)
+        associated_files = associatedFiles(frame, parameters, *ip_part_number_to_file_name);
     const CATICkeSheet_var sp_sheet = sp_design_table->Sheet();
     if (!sp_sheet) return frame.missing("sp_sheet");
     int sheet = 0;
     int configuration = 0;
     if (FAILED(readCurrent(frame, sp_design_table.get(), sp_sheet, sheet, configuration))) return E_FAIL;
-    Parameters parameters;
-    if (FAILED(readAssociatedParameters(frame, sp_design_table.get(), parameters))) return E_FAIL;
-    if (ip_part_number_to_file_name)
-        o_associated_files = associatedFiles(frame, parameters, *ip_part_number_to_file_name);
     // A file that cannot be read again leaves the values that the document was made with.
     if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
         frame.callFailed("updateDesignTableCurrentSheet");
-    const CATUnicodeString values = valuesOf(sp_design_table.get(), sp_sheet, parameters, configuration);
+    CATUnicodeString values;
+    ConfigurationText(sp_design_table.get(), sp_sheet, parameters).read(configuration, values);
     frame.write(" String used to find CkSum : %s", values);
 
     o_file_path = path;
@@ -220,6 +181,7 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     o_sheet = sheet;
     o_configuration = configuration;
     o_configuration_text = checksumOf(values);
+    o_associated_files = associated_files;
     if (FAILED(getDesignTableName(sp_design_table.get(), o_name))) frame.write("Cannot get design table name");
     return S_OK;
 }
@@ -235,9 +197,11 @@ CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_de
         frame.missing("sp_sheet");
         return CATUnicodeString();
     }
-    Parameters parameters;
+    DesignTableParameters parameters;
     if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return CATUnicodeString();
-    return valuesOf(ipi_design_table, sp_sheet, parameters, i_configuration);
+    CATUnicodeString values;
+    ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration, values);
+    return values;
 }
 
 HRESULT VornToolsCommon::updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet) {

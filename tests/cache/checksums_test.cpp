@@ -26,6 +26,7 @@ constexpr const char* kName = "VornToolsCommon::CalculateCheckSums";
 // Checksums of "M8x20", "M10x30" and of no text.
 constexpr const char* kM8 = "35b97ff6849735f881650d2bbf7fee55";
 constexpr const char* kM10 = "84fa91927a0905fab9ba4d2f7bbd467a";
+constexpr const char* kTitles = "f8298d1d35dbe324d24132615f3a88db"; // of "SizeLength"
 constexpr const char* kNoText = "d41d8cd98f00b204e9800998ecf8427e";
 
 std::string bytesOf(const std::string& name) {
@@ -168,6 +169,44 @@ TEST_F(CheckSumsTest, SelectsTheSheetsOfASpreadsheetAndTheFirstOneAgain) {
     EXPECT_EQ(textsOf(updated.checksums), Texts({kM10, "kept"}));
 }
 
+TEST_F(CheckSumsTest, AFileThatCannotBeReadAgainLeavesTheCellsOfBefore) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    auto made = spreadsheetTable();
+    const std::string content = bytesOf(file());
+    const struct {
+        const char* name;
+        std::string bytes;
+    } cases[] = {{"empty", ""},
+                 {"no spreadsheet", "Size\tLength\nM8\tx20\n"},
+                 {"truncated", content.substr(0, content.size() / 2)},
+                 {"without its directory", content.substr(0, content.size() - 22)}};
+    long long date = 1500000000;
+    for (const auto& c : cases) {
+        write("bolts.xlsx", c.bytes);
+        touch("bolts.xlsx", ++date);
+        Lists lists({"1", "2", "1"}, {"1", "1", "1"});
+        EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+        EXPECT_EQ(textsOf(lists.checksums), Texts({kM8, "", ""})) << c.name << ": sheet 1 is tried again, in vain";
+        EXPECT_EQ(bytesOf(file()), c.bytes) << c.name;
+        EXPECT_EQ(made.cell(2, 1), "M8") << c.name;
+    }
+    fs::remove(fs::u8path(file()));
+    Lists lists({"1", "2"}, {"1", "1"}, {"ERROR", "ERROR"});
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM8}));
+    EXPECT_EQ(filesInFolder(), 0);
+}
+
+TEST_F(CheckSumsTest, OneSheetOfTenThousandIsFound) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    std::vector<WorkbookSheet> sheets(10000, WorkbookSheet{{"Size"}});
+    sheets.front() = sheets.back() = {{"Size", "Length"}, {"M8", "x20"}};
+    table(write("many.xlsx", workbook(sheets)));
+    Lists lists({"10000", "10001", "1"}, {"1", "1", "1"});
+    EXPECT_EQ(lists.calculate(document(), path("many.xlsx")), S_OK);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM8, "", kM8}));
+}
+
 TEST_F(CheckSumsTest, SaysWhatItDidNotFind) {
     textTable().withoutSheet();
     Lists other({"1"}, {"1"});
@@ -189,9 +228,14 @@ TEST_F(CheckSumsTest, BadListsAndDocumentsAreNoHarm) {
     Lists uneven({"1", "1", "1"}, {"1", "99999999999999999999"}, {"ERROR"});
     EXPECT_EQ(uneven.calculate(document(), file()), S_OK);
     EXPECT_EQ(textsOf(uneven.checksums), Texts({kM8}));
-    Lists huge({"1", "99999999999999999999"}, {"99999999999999999999", "-1"});
-    EXPECT_EQ(huge.calculate(document(), file()), S_OK);
-    EXPECT_EQ(textsOf(huge.checksums), Texts({kNoText}));
+    const Texts numbers = {"99999999999999999999", "-1", "-99999999999999999999", "7"};
+    Lists outside({"1", "1", "1", "1", "-1", "", "99999999999999999999"}, numbers);
+    outside.configurations.Append(listOf({"1", "1", "1"}));
+    EXPECT_EQ(outside.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(outside.checksums), Texts(4, kNoText));
+    Lists notNumbers({" 1 ", "1.9", "1"}, {"1 and more", " 1", "x"});
+    EXPECT_EQ(notNumbers.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(notNumbers.checksums), Texts({kM8, kM8, kTitles})) << "numbers end where they end; none is 0";
 
     CATListValCATUnicodeString* none = nullptr;
     unsigned char found = 7;
@@ -304,6 +348,16 @@ TEST_F(FileBackupTest, PutsBackWhatOthersChanged) {
         EXPECT_EQ(bytesOf(backup.name().ConvertToChar()), "(none)") << c.name;
         EXPECT_EQ(UTILFile::getLastModificationDateOnFile(file.c_str()), 1500000000) << c.name;
     }
+    EXPECT_EQ(messages(), Texts());
+}
+
+TEST_F(FileBackupTest, NamesOfAnyLanguageAreFound) {
+    const std::string file = write("\xCE\xB1\xE6\x97\xA5\xC3\xA9.xls", content);
+    FileBackup backup(frame, file.c_str());
+    EXPECT_TRUE(backup.make());
+    fs::remove(fs::u8path(file));
+    EXPECT_TRUE(backup.restore());
+    EXPECT_EQ(bytesOf(file), content);
     EXPECT_EQ(messages(), Texts());
 }
 

@@ -47,4 +47,15 @@ TEST(Md5Test, TakesEveryByteForWhatItIs) {
     EXPECT_STREQ(vorntools::md5Text({0x00, 0x0f, 0xf0, 0xff, 0x9a, 0xa9}).data(), "000ff0ff9aa900000000000000000000");
 }
 
+TEST(Md5Test, TwoMessagesAtATimeHaveTheirOwnDigests) {
+    for (const std::size_t first : {0, 55, 56, 64, 500})
+        for (const std::size_t second : {0, 1, 63, 120, 1000}) {
+            const std::string one(first, 'y');
+            const std::string other(second, 'z');
+            const auto digests = vorntools::md5Digests(one, other);
+            EXPECT_EQ(vorntools::md5Text(digests[0]).data(), md5(one)) << first << " " << second;
+            EXPECT_EQ(vorntools::md5Text(digests[1]).data(), md5(other)) << first << " " << second;
+        }
+}
+
 } // namespace

@@ -149,6 +149,20 @@ TEST_F(ScenesTest, BeforeAnyPresentProductThePositionIsTheIdentity) {
     EXPECT_EQ(data(root)[12], "1 0 0 0 1 0 0 0 1 10 0 3") << "its parent's stands in for it";
 }
 
+TEST_F(ScenesTest, APositionThatIsNoNumberIsNotTold) {
+    auto scene = scenes(root).addFull("F");
+    for (const double bad : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+                             -std::numeric_limits<double>::infinity()}) {
+        embedded::Components broken = translation(10, 0, 0);
+        broken[4] = bad;
+        scene.move(group, broken).move(component, translation(1, 0, 0));
+        const Texts read = data(root);
+        EXPECT_EQ(read[4], "");
+        EXPECT_EQ(read[5], "FALSE");
+        EXPECT_EQ(read[8], "1 0 0 0 1 0 0 0 1 1 0 0") << "below it the root's position stands in";
+    }
+}
+
 TEST_F(ScenesTest, AnAssemblyWithoutScenesHasNoGroups) {
     EXPECT_EQ(data(root), Texts({"<CATProduct>", "r.a", "</CATProduct>"}));
     EXPECT_EQ(data(root, S_OK, "name"), Texts({"<CATProduct>", "name", "</CATProduct>"}));

@@ -201,7 +201,8 @@ TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {
     root.add(bolt, "Bolt.1");
     root.add(bolt, "Bolt.2");
     const auto own = embedded::parametersOf(root);
-    embedded::addDesignTable(own, "Top", file).associate("L", length).associate("N", own.add("Own", 1));
+    auto table = embedded::addDesignTable(own, "Top", file);
+    table.associate("L", length).associate("N", own.add("Own", 1));
     Sheets read;
     clearJournal();
     EXPECT_EQ(read.read(session().find(path("R.CATProduct"))), S_OK);
@@ -210,6 +211,12 @@ TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {
     EXPECT_TRUE(hasMessage(" Associated item retrieved in DesignTable : Bolt\\L"));
     EXPECT_TRUE(hasMessage(" PN de Part associ\351 (Bolt) - FileName : " + path("Bolt.CATPart")));
     EXPECT_TRUE(hasMessage(" PN de Part associ\351 (R) NON trouv\351 dans notre map de fileName"));
+    table.withoutSheet();
+    clearJournal();
+    EXPECT_EQ(read.read(session().find(path("R.CATProduct"))), S_OK);
+    EXPECT_EQ(read.associated.Size(), 0);
+    EXPECT_TRUE(hasMessage(" Associated item retrieved in DesignTable : Bolt\\L")) << "they come before the sheet";
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9002 sp_sheet"}));
 }
 
 TEST_F(DesignTablesTest, PartsAreReadInDesignModeAndPutBack) {

@@ -126,6 +126,28 @@ TEST_F(SpreadsheetTest, AnEntryWithoutBlockIsLeftOut) {
     EXPECT_EQ(messages(), Texts({"Invalid spreadsheet format"}));
 }
 
+TEST_F(SpreadsheetTest, TagsThatStandElsewhereAreLines) {
+    use(kMenu + "<doc>\n<doc>\nb.CATPart\n<opts>\n" + entry("a.CATPart", "<doc>\n<menu>\n"));
+    EXPECT_EQ(mainBody(), (Options{{"a.CATPart", "<doc>"}})) << "the first <doc> names a file that is no part";
+    use("<menu>\n<menu>\n<doc>\na.CATPart\n</menu>\n" + entry("b.CATPart", "yes\n"));
+    EXPECT_EQ(mainBody(), (Options{{"b.CATPart", "yes"}})) << "what stands in the menu is a value";
+    use("1\n");
+    EXPECT_EQ(mainBody(E_FAIL), Options());
+}
+
+TEST_F(SpreadsheetTest, AHundredThousandDocumentsAreRead) {
+    constexpr int kDocuments = 100000;
+    std::string bytes = kMenu;
+    for (int i = 0; i < kDocuments; ++i) bytes += entry("p" + std::to_string(i) + ".CATPart", i % 2 ? "" : "own\n");
+    use(bytes + entry("p1.CATPart", "late\n"));
+    const Options options = mainBody();
+    EXPECT_EQ(options.size(), static_cast<std::size_t>(kDocuments));
+    EXPECT_EQ(options.at("p99998.CATPart"), "own");
+    EXPECT_EQ(options.at("p1.CATPart"), "usual");
+    use(bytes + "<doc>\nopen.CATPart\n<opts>\n<main_body_only>\n");
+    EXPECT_EQ(mainBody(E_FAIL), Options());
+}
+
 TEST_F(SpreadsheetTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     use(kMenu + entry("a.CATPart", "yes\n") + entry("b.CATPart", "no\n"));
     sweepFailures({kSpreadsheet + "getOptionValueFromImportSprdSht", [] {
