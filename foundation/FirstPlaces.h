@@ -12,9 +12,9 @@ namespace vorntools {
 // Where markers stand first in a document image. A search through a large image costs as much as reading it from
 // memory, and the operations on one image follow each other and ask for the same few markers: the places found in the
 // image that was searched last are remembered until its bytes go. Images are the bytes of a VornToolsString, which
-// tells when they go; markers are constants.
+// tells when they go; markers are constants. Strings may be used in several threads at a time.
 
-/** Fills in the first place of each of the markers, notFound where there is none. */
+/** Fills in the first place of each of the markers, at most eight, notFound where there is none. */
 void findFirstPlaces(std::string_view i_image, const std::string_view* ip_markers, std::size_t i_count,
                      std::size_t* op_places);
 

@@ -1,6 +1,8 @@
 #include "foundation/ImageMemory.h"
 
+#include <atomic>
 #include <cstdlib>
+#include <mutex>
 
 #if defined(__linux__)
 #include <sys/mman.h>
@@ -17,11 +19,15 @@ constexpr std::size_t kHugePage = std::size_t{2} << 20;
 
 /** The large buffer that is kept for the next image when it is released. Never destroyed: strings may go after it. */
 struct LargeBuffer {
-    char* bytes = nullptr;
+    std::mutex lock;
+    std::atomic<char*> bytes{nullptr};
     std::size_t size = 0;
     bool isUsed = false;
 };
-LargeBuffer large;
+LargeBuffer& large() {
+    static LargeBuffer* const p_buffer = new LargeBuffer;
+    return *p_buffer;
+}
 
 /** Whole huge pages, which the system is advised to use: one that does not take the advice serves small ones. */
 char* allocateHugePages(std::size_t i_size) {
@@ -32,16 +38,18 @@ char* allocateHugePages(std::size_t i_size) {
 }
 
 char* allocateLarge(std::size_t i_size) {
-    if (large.isUsed) return allocateHugePages(i_size);
+    LargeBuffer& buffer = large();
+    const std::lock_guard<std::mutex> guard(buffer.lock);
+    if (buffer.isUsed) return allocateHugePages(i_size);
     // A buffer that is much too large would hold more memory than the image needs.
-    const bool fits = i_size <= large.size && i_size > large.size / 2;
+    const bool fits = i_size <= buffer.size && i_size > buffer.size / 2;
     if (!fits) {
-        std::free(large.bytes);
-        large.bytes = allocateHugePages(i_size);
-        large.size = large.bytes ? i_size : 0;
+        std::free(buffer.bytes);
+        buffer.bytes = allocateHugePages(i_size);
+        buffer.size = buffer.bytes ? i_size : 0;
     }
-    large.isUsed = large.bytes != nullptr;
-    return large.bytes;
+    buffer.isUsed = buffer.bytes != nullptr;
+    return buffer.bytes;
 }
 
 char* allocate(std::size_t i_size) {
@@ -50,14 +58,16 @@ char* allocate(std::size_t i_size) {
 
 /** Keeps the large buffer; the system may take its pages whenever it needs memory. */
 bool keep(const char* ip_buffer) {
-    if (!ip_buffer || ip_buffer != large.bytes) return false;
+    LargeBuffer& buffer = large();
+    if (!ip_buffer || ip_buffer != buffer.bytes.load(std::memory_order_relaxed)) return false;
+    const std::lock_guard<std::mutex> guard(buffer.lock);
     constexpr std::size_t page = 4096;
-    if (::madvise(large.bytes, large.size / page * page, MADV_FREE) != 0) {
-        std::free(large.bytes);
-        large.bytes = nullptr;
-        large.size = 0;
+    if (::madvise(buffer.bytes, buffer.size / page * page, MADV_FREE) != 0) {
+        std::free(buffer.bytes);
+        buffer.bytes = nullptr;
+        buffer.size = 0;
     }
-    large.isUsed = false;
+    buffer.isUsed = false;
     return true;
 }
 

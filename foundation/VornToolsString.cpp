@@ -172,8 +172,8 @@ int VornToolsString::lastIndexOf(const VornToolsString& pattern, const long long
 unsigned int VornToolsString::indexOfFirstDifferentChar(const VornToolsString& other) const {
     const std::string_view own = viewOf(*this);
     const std::string_view others = viewOf(other);
-    const auto differing = std::mismatch(own.begin(), own.end(), others.begin(), others.end()).first;
-    return static_cast<unsigned int>(differing - own.begin());
+    const auto position = std::mismatch(own.begin(), own.end(), others.begin(), others.end()).first - own.begin();
+    return static_cast<unsigned int>(position);
 }
 
 void VornToolsString::replaceAll(const VornToolsString& pattern, const VornToolsString& replacement) {

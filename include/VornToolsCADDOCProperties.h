@@ -39,6 +39,8 @@ public:
      * reference is given back with Release, and a later call makes a new one. Null when there is no memory. */
     static VornToolsCADDOCProperties* getInstance();
     ~VornToolsCADDOCProperties() override;
+    VornToolsCADDOCProperties(const VornToolsCADDOCProperties&) = delete;
+    VornToolsCADDOCProperties& operator=(const VornToolsCADDOCProperties&) = delete;
 
     // Parameter sets --------------------------------------------------------------------------------------------------
 
@@ -139,8 +141,6 @@ public:
 
 protected:
     VornToolsCADDOCProperties();
-    VornToolsCADDOCProperties(const VornToolsCADDOCProperties&) = delete;
-    VornToolsCADDOCProperties& operator=(const VornToolsCADDOCProperties&) = delete;
 
     HRESULT releaseClassVariables();
     /** The set behind one attribute; results as getParameterSet. */

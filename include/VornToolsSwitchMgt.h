@@ -65,7 +65,7 @@ public:
     /** Whether a part is, or was before its first switch, in visualisation or default mode; 0 for every other file.
      * @return E_FAIL for a part that is not remembered */
     HRESULT isInVisuMode(CATUnicodeString fileName, unsigned char& visu);
-    unsigned char isSwitchEnabled();
+    unsigned char isSwitchEnabled() const;
     void setSwitchEnabled(unsigned char enabled);
     /** Name of the default shape representation; a part in visualisation is switched to its default mode for that.
      * @param name empty when the product does not tell, which is S_OK. @return E_FAIL, reported, for a null product;

@@ -471,6 +471,7 @@ void VornToolsScenes::getMatrixString(double i_values[12], char* op_buffer) {
     *p_end = '\0';
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the signature that callers know
 void VornToolsScenes::multiplyPositionMatrix(double* ip_a, double* ip_b, double* op_result) {
     std::optional<JournalFrame> frame;
     if (VornDebugOptions::getDebugModeValue()) frame.emplace(_CteCLASS_NAME, "multiplyPositionMatrix");

@@ -22,7 +22,7 @@ HRESULT readAssociatedParameters(const JournalFrame& i_frame, CATIDesignTable* i
     o_parameters.clear();
     const auto sp_relation = queryInterface<CATICkeRelation>(ipi_design_table);
     if (!sp_relation) return i_frame.missing("pi_relation");
-    const CATCkeListOfParm p_list = sp_relation->OutParameters();
+    const CATListValCATBaseUnknown_var* const p_list = sp_relation->OutParameters();
     if (!p_list) return i_frame.platformFailed("OutParameters");
     DesignTableParameters parameters;
     for (int i = 1; i <= p_list->Size(); ++i) {

@@ -16,6 +16,7 @@
 #include "UTILLog.h"
 #include "VornToolsCommon.h"
 
+#include <algorithm>
 #include <memory>
 #include <unordered_map>
 #include <unordered_set>
@@ -142,6 +143,7 @@ InterfacePtr<CATICkeParameterSet> setInContainer(CATIContainer* ipi_container) {
     SEQUENCE(CATBaseUnknown_ptr) sequence;
     const CATLONG32 count = ipi_container->ListMembersHere(CATICkeParameterSet::ClassName(), sequence);
     std::vector<InterfacePtr<CATBaseUnknown>> members;
+    members.reserve(static_cast<std::size_t>(std::max<CATLONG32>(count, 0)));
     for (CATLONG32 i = 0; i < count; ++i) members.push_back(InterfacePtr<CATBaseUnknown>::adopt(sequence[i]));
     for (const auto& sp_member : members)
         if (auto sp_set = asSet(sp_member.get())) return sp_set;

@@ -400,7 +400,8 @@ HRESULT VornToolsInstanceProperty::getAttribute(CATIProduct* ipi_instance, const
                                                 unsigned char& o_found, EnumPropertyType& o_type,
                                                 CATUnicodeString& o_value) {
     const JournalFrame frame(_CteCLASS_NAME, "getAttribute");
-    const CATUnicodeString name = i_name; // may be the same text as the output
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): may be the same text as the output
+    const CATUnicodeString name = i_name;
     o_found = 0;
     o_type = PropertyString;
     o_value = "";

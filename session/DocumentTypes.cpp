@@ -49,5 +49,5 @@ int VornToolsCommon::returnDocumentType(CATUnicodeString i_file_name) {
     CATUnicodeString extension = behind(i_file_name, dot + 1);
     extension.ToUpper();
     std::string text = extension.ConvertToChar();
-    return getDocumentTypeFromExtension(&text[0]);
+    return getDocumentTypeFromExtension(text.data());
 }

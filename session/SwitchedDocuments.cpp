@@ -9,24 +9,24 @@ namespace {
 
 using Modes = VornToolsWorkModeServices;
 
-constexpr Modes::EnumWorkMode kReadMode = static_cast<Modes::EnumWorkMode>(0);
-constexpr Modes::EnumWorkMode kVisualisation = static_cast<Modes::EnumWorkMode>(1);
-constexpr Modes::EnumWorkMode kDesign = static_cast<Modes::EnumWorkMode>(4);
+/** The switcher then reads it. */
+constexpr Modes::EnumWorkMode kUnknown = Modes::WorkModeUnknown;
 
 } // namespace
 
 void loadForDesign(VornToolsSwitchMgt& i_switcher, CATIProduct* ipi_product) {
-    Modes::EnumWorkMode mode = kReadMode;
-    Modes::getWorkMode(ipi_product, mode);
-    if (mode != kDesign) i_switcher.setWorkMode(ipi_product, kDesign, mode, "", 0);
+    Modes::EnumWorkMode original_mode = kUnknown;
+    Modes::getWorkMode(ipi_product, original_mode);
+    if (original_mode != Modes::WorkModeDesign)
+        i_switcher.setWorkMode(ipi_product, Modes::WorkModeDesign, original_mode, "", 0);
 }
 
 void switchToDesign(VornToolsSwitchMgt& i_switcher, CATIProduct* ipi_product) {
-    i_switcher.setWorkMode(ipi_product, kDesign, kReadMode, "", 0);
+    i_switcher.setWorkMode(ipi_product, Modes::WorkModeDesign, kUnknown, "", 0);
 }
 
 void switchToVisualisation(VornToolsSwitchMgt& i_switcher, CATIProduct* ipi_product) {
-    i_switcher.setWorkMode(ipi_product, kVisualisation, kReadMode, "", 0);
+    i_switcher.setWorkMode(ipi_product, Modes::WorkModeVisu, kUnknown, "", 0);
 }
 
 void switchToDefault(VornToolsSwitchMgt& i_switcher, const CATUnicodeString& i_file_name, CATIProduct* ipi_product) {

@@ -86,6 +86,7 @@ VornToolsSwitchMgt::~VornToolsSwitchMgt() {
 HRESULT VornToolsSwitchMgt::release() {
     const JournalFrame frame(_CteCLASS_NAME, "release");
     std::vector<CATUnicodeString> names;
+    names.reserve(static_cast<std::size_t>(m_products->size()));
     for (int i = 0; i < m_products->size(); ++i) names.push_back(m_products->keyAt(i));
     for (const CATUnicodeString& name : names) m_products->erase(name);
     m_designs.RemoveAll();
@@ -253,7 +254,7 @@ HRESULT VornToolsSwitchMgt::isInVisuMode(CATUnicodeString fileName, unsigned cha
     return S_OK;
 }
 
-unsigned char VornToolsSwitchMgt::isSwitchEnabled() {
+unsigned char VornToolsSwitchMgt::isSwitchEnabled() const {
     const JournalFrame frame(_CteCLASS_NAME, "isSwitchEnabled");
     return m_switchEnabled;
 }

@@ -69,6 +69,7 @@ HRESULT readRepresentationName(CATIProduct* ipi_product, CATUnicodeString& o_nam
 /** The platform may throw one of its own errors, which then is a failure. */
 HRESULT switchGuarded(CATIProduct* ipi_product, PlatformMode i_mode) {
     CATTry { return CATPrsWorkModeServices::SetWorkMode(CATIProduct_var(ipi_product), i_mode); }
+    // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference): the platform throws pointers
     CATCatch(CATError, p_error) {
         p_error->Release();
         return E_FAIL;

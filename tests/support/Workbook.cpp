@@ -15,7 +15,7 @@ std::uint32_t crc32(const std::string& bytes) {
 
 std::string number(std::uint64_t value, int size) {
     std::string bytes;
-    for (int i = 0; i < size; ++i, value >>= 8) bytes += static_cast<char>(value & 0xFF);
+    for (int i = 0; i < size; ++i, value >>= 8) bytes += static_cast<char>(value);
     return bytes;
 }
 
@@ -52,15 +52,27 @@ std::string sheetPart(const WorkbookSheet& sheet) {
 
 } // namespace
 
+std::string archiveOf(const std::vector<std::pair<std::string, std::string>>& parts) {
+    Archive archive;
+    for (const auto& [name, content] : parts) archive.add(name, content);
+    return archive.bytes();
+}
+
 std::string workbook(const std::vector<WorkbookSheet>& sheets) {
+    std::vector<std::string> parts;
+    for (const WorkbookSheet& sheet : sheets) parts.push_back(sheetPart(sheet));
+    return workbookOfParts(parts);
+}
+
+std::string workbookOfParts(const std::vector<std::string>& sheetParts) {
     Archive archive;
     std::string list;
     std::string relations;
-    for (std::size_t i = 0; i < sheets.size(); ++i) {
+    for (std::size_t i = 0; i < sheetParts.size(); ++i) {
         const std::string index = std::to_string(i + 1);
         list += "<sheet name=\"S" + index + "\" r:id=\"r" + index + "\"/>";
         relations += "<Relationship Id=\"r" + index + "\" Target=\"sheet" + index + ".xml\"/>";
-        archive.add("xl/sheet" + index + ".xml", sheetPart(sheets[i]));
+        archive.add("xl/sheet" + index + ".xml", sheetParts[i]);
     }
     archive.add("xl/workbook.xml", "<workbook xmlns:r=\"r\"><sheets>" + list + "</sheets></workbook>");
     archive.add("xl/_rels/workbook.xml.rels", "<Relationships>" + relations + "</Relationships>");
