@@ -48,8 +48,8 @@ TEST(Md5Test, TakesEveryByteForWhatItIs) {
 }
 
 TEST(Md5Test, TwoMessagesAtATimeHaveTheirOwnDigests) {
-    for (const std::size_t first : {0, 55, 56, 64, 500})
-        for (const std::size_t second : {0, 1, 63, 120, 1000}) {
+    for (const std::size_t first : {0U, 55U, 56U, 64U, 500U})
+        for (const std::size_t second : {0U, 1U, 63U, 120U, 1000U}) {
             const std::string one(first, 'y');
             const std::string other(second, 'z');
             const auto digests = vorntools::md5Digests(one, other);
