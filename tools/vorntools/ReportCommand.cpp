@@ -5,6 +5,8 @@
 #include "tools/vorntools/LinkGraph.h"
 #include "tools/vorntools/Output.h"
 
+#include "VornToolsFolderMemory.h"
+
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -140,6 +142,7 @@ int runReport(const ReportOptions& options) {
     {
         Progress progress(search.found().size(), "documents");
         Examiner examiner;
+        const VornToolsFolderMemory folders;
         for (const FoundDocument& found : search.found()) {
             report.documents.push_back(examiner.examine(found));
             if (found.exists && isCatiaDocument(found.name)) report.addLinks(found.name);

@@ -4,6 +4,8 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/Output.h"
 
+#include "VornToolsFolderMemory.h"
+
 #include <memory>
 
 namespace {
@@ -75,6 +77,7 @@ int runStatus(const StatusOptions& statusOptions) {
     {
         Progress progress(documents.found().size(), "documents");
         Examiner examiner;
+        const VornToolsFolderMemory folders;
         for (const FoundDocument& found : documents.found()) {
             const DocumentStatus row = examiner.examine(found);
             const Json documentLinks = statusOptions.links ? countLinksOf(found) : Json();
