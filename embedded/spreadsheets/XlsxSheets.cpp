@@ -1,6 +1,4 @@
-#include "embedded/Sheets.h"
-
-#if defined(VORN_PLATFORM_XLSX)
+#include "embedded/spreadsheets/Readers.h"
 
 #include <pugixml.hpp>
 #include <zip.h>
@@ -9,7 +7,7 @@
 #include <cstring>
 #include <memory>
 
-namespace embedded {
+using namespace embedded;
 
 namespace {
 
@@ -128,30 +126,15 @@ bool readRows(const pugi::xml_node& data, const std::vector<std::string>& shared
 
 } // namespace
 
-bool readsXlsx() { return true; }
-
-std::optional<SheetRows> readXlsx(const std::string& file, int index) {
+bool vornReadXlsx(const std::string& file, int index, SheetRows& rows) {
     const Archive archive(zip_open(file.c_str(), ZIP_RDONLY, nullptr));
-    if (!archive) return std::nullopt;
+    if (!archive) return false;
     const std::string name = sheetPart(archive.get(), index);
     pugi::xml_document part;
-    if (name.empty() || !loadPart(archive.get(), name, part)) return std::nullopt;
+    if (name.empty() || !loadPart(archive.get(), name, part)) return false;
     SheetBuilder sheet;
     const std::vector<std::string> shared = sharedTexts(archive.get());
-    if (!readRows(childOf(childOf(part, "worksheet"), "sheetData"), shared, sheet)) return std::nullopt;
-    return sheet.take();
+    if (!readRows(childOf(childOf(part, "worksheet"), "sheetData"), shared, sheet)) return false;
+    rows = sheet.take();
+    return true;
 }
-
-} // namespace embedded
-
-#else
-
-namespace embedded {
-
-bool readsXlsx() { return false; }
-
-std::optional<SheetRows> readXlsx(const std::string&, int) { return std::nullopt; }
-
-} // namespace embedded
-
-#endif

@@ -1,12 +1,10 @@
-#include "embedded/Sheets.h"
-
-#if defined(VORN_PLATFORM_XLS)
+#include "embedded/spreadsheets/Readers.h"
 
 #include <freexl.h>
 
 #include <memory>
 
-namespace embedded {
+using namespace embedded;
 
 namespace {
 
@@ -47,38 +45,23 @@ std::string textOf(const FreeXL_CellValue& cell) {
 
 } // namespace
 
-bool readsXls() { return true; }
-
-std::optional<SheetRows> readXls(const std::string& file, int index) {
+bool vornReadXls(const std::string& file, int index, SheetRows& rows) {
     const XlsFile opened(file);
-    unsigned rows = 0;
+    unsigned rowCount = 0;
     unsigned short columns = 0;
     if (!opened || index > 0xFFFF ||
         freexl_select_active_worksheet(opened.get(), static_cast<unsigned short>(index - 1)) != FREEXL_OK ||
-        freexl_worksheet_dimensions(opened.get(), &rows, &columns) != FREEXL_OK || rows > kMostRows ||
+        freexl_worksheet_dimensions(opened.get(), &rowCount, &columns) != FREEXL_OK || rowCount > kMostRows ||
         columns > kMostColumns)
-        return std::nullopt;
+        return false;
     SheetBuilder sheet;
-    for (unsigned row = 0; row < rows; ++row)
+    for (unsigned row = 0; row < rowCount; ++row)
         for (unsigned short column = 0; column < columns; ++column) {
             FreeXL_CellValue cell{};
-            if (freexl_get_cell_value(opened.get(), row, column, &cell) != FREEXL_OK) return std::nullopt;
+            if (freexl_get_cell_value(opened.get(), row, column, &cell) != FREEXL_OK) return false;
             std::string text = textOf(cell);
-            if (!text.empty() && !sheet.put(row, column, std::move(text))) return std::nullopt;
+            if (!text.empty() && !sheet.put(row, column, std::move(text))) return false;
         }
-    return sheet.take();
+    rows = sheet.take();
+    return true;
 }
-
-} // namespace embedded
-
-#else
-
-namespace embedded {
-
-bool readsXls() { return false; }
-
-std::optional<SheetRows> readXls(const std::string&, int) { return std::nullopt; }
-
-} // namespace embedded
-
-#endif
