@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs every check, or only the stages named: ./test.sh [--tidy] [STAGE...]
-#   format words registered share      the sources
+#   format words layers registered share  the sources
 #   linux sanitize windows plain       build and test (windows: cross-compiled, under Wine)
 #   install                            projects built against the installed tree, the packages
 #   workstation                        the library built against given platform headers
@@ -15,10 +15,11 @@ logs=$root/build/logs
 passed=0
 failed=0
 
-default_stages=(format words registered share linux sanitize windows plain install workstation)
+default_stages=(format words layers registered share linux sanitize windows plain install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
+stage_layers() { cmake/check_layers.sh; }
 stage_registered() { cmake/check_tests_registered.sh; }
 stage_share() { cmake/check_test_share.sh; }
 

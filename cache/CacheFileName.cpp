@@ -1,9 +1,11 @@
 #include "VornToolsCommon.h"
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
 
+#include "UTILFile.h"
 #include "VornCache.h"
 
 #include <algorithm>

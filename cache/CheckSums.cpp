@@ -1,14 +1,16 @@
 #include "VornToolsCommon.h"
 
+#include "cache/ConfigurationText.h"
 #include "cache/FileBackup.h"
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "properties/ConfigurationText.h"
 
 #include "CATICkeOleSheet.h"
 #include "CATIDesignTable.h"
+#include "UTILDLName.h"
 
 #include <algorithm>
 #include <cstdlib>

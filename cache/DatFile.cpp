@@ -1,7 +1,9 @@
 #include "VornToolsCommon.h"
 
 #include "cache/DatLines.h"
-#include "cache/PlatformAnswers.h"
+#include "cache/StagingDirectory.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
 #include "UTILFile.h"

@@ -1,6 +1,6 @@
 #include "VornToolsCommon.h"
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
@@ -11,6 +11,7 @@
 #include "CATIDocId.h"
 #include "CATIDocRoots.h"
 #include "CATISpecObject.h"
+#include "UTILFile.h"
 #include "VornIHMMessageDialog.h"
 #include "VornToolsDocument.h"
 

@@ -1,6 +1,7 @@
 #include "cache/ExchangeFile.h"
 
 #include "ENVManager.h"
+#include "UTILFile.h"
 
 namespace vorntools {
 

@@ -1,11 +1,12 @@
 #include "VornToolsCommon.h"
 
 #include "cache/ExchangeFile.h"
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATListOfCATUnicodeString.h"
 #include "TYPVectorCATUnicodeString.h"
+#include "UTILFile.h"
 
 #include <algorithm>
 

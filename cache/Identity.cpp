@@ -1,9 +1,12 @@
 #include "VornToolsCommon.h"
 
-#include "cache/PlatformAnswers.h"
+#include "cache/StagingDirectory.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
+#include "UTILFile.h"
 #include "UTILString.h"
 #include "VornCache.h"
 

@@ -1,10 +1,11 @@
 #include "VornToolsCommon.h"
 
 #include "cache/ExchangeFile.h"
-#include "cache/PlatformAnswers.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocumentsInSession.h"
+#include "UTILFile.h"
 
 using namespace vorntools;
 

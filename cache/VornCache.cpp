@@ -2,7 +2,9 @@
 
 #include "cache/DatFields.h"
 #include "cache/DatLines.h"
-#include "cache/PlatformAnswers.h"
+#include "cache/StagingDirectory.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"

@@ -2,8 +2,10 @@
 
 #include "cache/DatFields.h"
 #include "cache/DatLines.h"
-#include "cache/PlatformAnswers.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
+
+#include "UTILFile.h"
 
 using namespace vorntools;
 

@@ -2,9 +2,11 @@
 
 #include "cache/DatFields.h"
 #include "cache/DatLines.h"
-#include "cache/PlatformAnswers.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
+
+#include "UTILFile.h"
 
 #include <cstring>
 #include <utility>

@@ -1,7 +1,7 @@
 #ifndef LINKS_ANCESTORS_H
 #define LINKS_ANCESTORS_H
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/FileNames.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"

@@ -1,6 +1,6 @@
 #include "VornToolsDocument.h"
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
 #include "foundation/JournalFrame.h"
 #include "links/LogicalNames.h"
 

@@ -1,11 +1,13 @@
 #include "VornToolsDummyPart.h"
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATIProduct.h"
+#include "UTILFile.h"
 #include "VornToolsCommon.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "VornToolsExportAsReference.h"
 
+#include "foundation/Environment.h"
 #include "links/Ancestors.h"
 
 using namespace vorntools;

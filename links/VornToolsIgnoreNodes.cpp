@@ -1,5 +1,6 @@
 #include "VornToolsIgnoreNodes.h"
 
+#include "foundation/Environment.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/Texts.h"
 #include "links/Ancestors.h"
@@ -7,6 +8,7 @@
 
 #include "CATIPrdProperties.h"
 #include "TYPVectorCATUnicodeString.h"
+#include "UTILFile.h"
 #include "VornEnvConfig.h"
 
 #include <cstring>

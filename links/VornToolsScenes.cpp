@@ -1,8 +1,8 @@
 #include "VornToolsScenes.h"
 
-#include "cache/PlatformAnswers.h"
-#include "foundation/Automation.h"
-#include "foundation/Guards.h"
+#include "foundation/AutomationText.h"
+#include "foundation/AutomationValue.h"
+#include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 

@@ -1,10 +1,11 @@
 #include "VornToolsCommon.h"
 
-#include "cache/PlatformAnswers.h"
-#include "foundation/Guards.h"
+#include "cache/ConfigurationText.h"
+#include "foundation/AutomationText.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
-#include "properties/ConfigurationText.h"
 
 #include "CATIADesignTable.h"
 #include "CATIAlias.h"

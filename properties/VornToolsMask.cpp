@@ -1,6 +1,6 @@
 #include "VornToolsMask.h"
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"

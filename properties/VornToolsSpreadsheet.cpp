@@ -1,9 +1,10 @@
 #include "VornToolsSpreadsheet.h"
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
 #include "foundation/JournalFrame.h"
 
 #include "TYPMapCATUnicodeStringPVoid.h"
+#include "UTILFile.h"
 
 #include <memory>
 

@@ -1,12 +1,14 @@
 #include "VornToolsCommon.h"
 
 #include "VornToolsDocument.h"
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
 #include "CATDocumentsInSession.h"
 #include "CATSessionServices.h"
+#include "UTILDLName.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,8 @@
 
 #include "VornCache.h"
 #include "VornToolsExportAsReference.h"
-#include "cache/PlatformAnswers.h"
+#include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "session/DescriptionText.h"
 #include "session/ProductHelpers.h"
@@ -13,6 +14,7 @@
 #include "CATIADocument.h"
 #include "CATIDocRoots.h"
 #include "CATILinkableObject.h"
+#include "UTILFile.h"
 #include "VornIHMMessageDialog.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "VornToolsCommon.h"
 
-#include "cache/PlatformAnswers.h"
-#include "foundation/Guards.h"
+#include "foundation/AutomationText.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
 #include "session/SwitchedDocuments.h"

@@ -1,6 +1,6 @@
 #include "VornToolsCommon.h"
 
-#include "foundation/Guards.h"
+#include "foundation/AutomationText.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
 

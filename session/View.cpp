@@ -1,6 +1,6 @@
 #include "VornToolsCommon.h"
 
-#include "foundation/Guards.h"
+#include "foundation/AutomationText.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 

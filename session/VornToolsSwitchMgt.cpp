@@ -1,7 +1,7 @@
 #include "VornToolsSwitchMgt.h"
 
-#include "cache/PlatformAnswers.h"
-#include "foundation/Guards.h"
+#include "foundation/AutomationText.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
 
@@ -9,6 +9,7 @@
 #include "CATIAProduct.h"
 #include "CATILinkableObject.h"
 #include "TYPMapCATUnicodeStringPVoid.h"
+#include "UTILFile.h"
 
 #include <vector>
 

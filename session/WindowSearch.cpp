@@ -1,6 +1,6 @@
 #include "VornToolsCommon.h"
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/FileNames.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 #include "session/SwitchedDocuments.h"
@@ -10,6 +10,7 @@
 #include "CATFrmLayout.h"
 #include "CATIProduct.h"
 #include "CATSessionServices.h"
+#include "UTILFile.h"
 
 #include <utility>
 

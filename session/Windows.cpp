@@ -1,12 +1,13 @@
 #include "VornToolsCommon.h"
 
-#include "cache/PlatformAnswers.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
 #include "CATDocumentsInSession.h"
 #include "CATFrmEditor.h"
 #include "CATFrmLayout.h"
+#include "UTILFile.h"
 
 #include <cstring>
 

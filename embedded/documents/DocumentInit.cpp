@@ -1,0 +1,30 @@
+#include "CATInit.h"
+#include "embedded/knowledge/Knowledge.h"
+
+EMBEDDED_INTERFACE(CATInit, CATBaseUnknown, 0x110);
+
+namespace embedded {
+
+EMBEDDED_IDENTITY(CATInit);
+
+namespace {
+
+class DocumentInit final : public Extends<DocumentObject, CATInit> {
+public:
+    explicit DocumentInit(DocumentObject& document) : Extends(document) {}
+
+    CATBaseUnknown* GetRootContainer(const CATIdent iInterfaceID) override {
+        const IID* const iid = interfaceNamed(iInterfaceID);
+        if (failing("CATInit::GetRootContainer") || !iid) return nullptr;
+        ContainerObject& container = KnowledgeData::get().container(owner());
+        void* const found = container.findInterface(*iid);
+        if (found) container.AddRef();
+        return static_cast<CATBaseUnknown*>(found);
+    }
+};
+
+const ExtensionOf<DocumentObject, DocumentInit> known;
+
+} // namespace
+
+} // namespace embedded

@@ -1,0 +1,182 @@
+#include "embedded/documents/Documents.h"
+
+#include "CATDocumentServices.h"
+#include "embedded/Session.h"
+#include "embedded/documents/SessionData.h"
+#include "embedded/text/Characters.h"
+
+#include <algorithm>
+
+namespace embedded {
+
+namespace {
+
+constexpr const char* kSeparators = "/\\";
+/** The class that every document's class derives from. */
+constexpr const char* kDocumentClass = "CATDocument";
+
+/** Whether documents of a type show as a product; the others (drawings, catalogs, results, texts) only have a root. */
+bool hasProductStructure(const std::string& type) {
+    static const char* const types[] = {"catproduct", "catpart", "catshape", "model", "cgr",  "wrl",
+                                        "jt",         "stp",     "step",     "igs",   "iges", "3dxml"};
+    return std::find(std::begin(types), std::end(types), foldedName(type)) != std::end(types);
+}
+
+} // namespace
+
+std::string foldedName(const std::string& name) {
+    std::string folded;
+    folded.reserve(name.size());
+    for (std::size_t offset = 0; offset < name.size();) {
+        const Character character = characterAt(name, offset);
+        appendCharacter(folded, toLower(toUpper(character.code)));
+        offset += character.length;
+    }
+    return folded;
+}
+
+std::string fileNameOf(const std::string& path) { return path.substr(path.find_last_of(kSeparators) + 1); }
+
+std::string suffixOf(const std::string& path) {
+    const std::string file = fileNameOf(path);
+    const std::size_t dot = file.rfind('.');
+    return dot == std::string::npos ? std::string() : file.substr(dot + 1);
+}
+
+bool hasDirectory(const std::string& path) { return path.find_first_of(kSeparators) != std::string::npos; }
+
+DocumentIdObject::DocumentIdObject(DocumentObject& document) : Implements("DocumentId"), m_document(document) {}
+
+std::string DocumentIdObject::objectName() const { return "identity of " + m_document.objectName(); }
+
+HRESULT DocumentIdObject::GetIdentifier(CATUnicodeString& oIdentifier) {
+    return textAnswer(called("CATIDocId::GetIdentifier"), m_document.name(), oIdentifier);
+}
+
+HRESULT DocumentIdObject::GetType(CATUnicodeString& oType) {
+    return textAnswer(called("CATIDocId::GetType"), m_document.type(), oType);
+}
+
+DescriptorObject::DescriptorObject(DocumentObject& document)
+    : Implements("CATDocumentDescriptor"), m_document(document) {
+    pin();
+}
+
+std::string DescriptorObject::objectName() const { return "descriptor of " + m_document.objectName(); }
+
+CATUuid DescriptorObject::GetUuid() const {
+    static char null[] = "0_0_0_0";
+    return failing("CATDocumentDescriptor::GetUuid") ? CATUuid(null) : m_document.uuid;
+}
+
+PlainRootObject::PlainRootObject(DocumentObject& document) : Implements("DocumentRoot"), m_document(document) {}
+
+std::string PlainRootObject::objectName() const { return "root of " + m_document.objectName(); }
+
+CATBoolean PlainRootObject::IsUpToDate(CATIDomain_var) const {
+    return !failing("CATISpecObject::IsUpToDate") && m_document.upToDate ? TRUE : FALSE;
+}
+
+DocumentObject::DocumentObject(SessionData& session, const std::string& storageName)
+    : Implements(kDocumentClass), onDisk(hasDirectory(storageName)), m_session(session), m_name(storageName) {
+    setType(suffixOf(storageName));
+    pin();
+}
+
+std::string DocumentObject::objectName() const { return "document " + m_name; }
+
+void DocumentObject::setType(const std::string& type) {
+    m_type = type;
+    if (type.empty())
+        setClass(kDocumentClass, CATBaseUnknown::ClassName());
+    else
+        setClass(type, kDocumentClass);
+}
+
+std::string DocumentObject::uuidText() const {
+    char text[256];
+    CATUuid(uuid).UUID_to_chaine(text);
+    return text;
+}
+
+ProductObject* DocumentObject::rootProduct() {
+    if (!hasProductStructure(m_type)) return nullptr;
+    if (!m_rootProduct) {
+        Reference& reference = m_session.newReference(*this, false);
+        const std::string file = fileNameOf(m_name);
+        reference.partNumber = file.substr(0, file.rfind('.'));
+        m_rootProduct = reference.node;
+    }
+    return m_rootProduct;
+}
+
+bool DocumentObject::answers(const IID& iid) const {
+    const bool automation = iid == IID_CATIADocument || iid == IID_CATIABase || iid == IID_CATBaseDispatch;
+    return hasAutomation || !automation;
+}
+
+CATUnicodeString DocumentObject::StorageName() const {
+    return failing("CATDocument::StorageName") ? CATUnicodeString() : toText(m_name);
+}
+
+CATUnicodeString DocumentObject::DisplayName() const {
+    return failing("CATDocument::DisplayName") ? CATUnicodeString() : toText(fileNameOf(m_name));
+}
+
+HRESULT DocumentObject::GetDocId(CATIDocId** oDocId) {
+    if (!oDocId) return E_POINTER;
+    if (!m_id) m_id = std::make_unique<DocumentIdObject>(*this);
+    const FaultFlavour flavour = called("CATDocument::GetDocId");
+    if (flavour != FaultFlavour::none) return failedAnswer<CATIDocId*>(flavour, *oDocId, nullptr, m_id.get());
+    *oDocId = m_id.get();
+    m_id->AddRef();
+    return S_OK;
+}
+
+CATBoolean DocumentObject::IsSaved() const { return !failing("CATDocument::IsSaved") && onDisk ? TRUE : FALSE; }
+
+CATDocumentDescriptor* DocumentObject::GetDocumentDescriptor() const {
+    if (failing("CATDocument::GetDocumentDescriptor") || !hasDescriptor) return nullptr;
+    if (!m_descriptor) m_descriptor = std::make_unique<DescriptorObject>(const_cast<DocumentObject&>(*this));
+    return m_descriptor.get();
+}
+
+HRESULT __stdcall DocumentObject::get_Name(CATBSTR& oName) {
+    return automationTextAnswer(called("CATIADocument::get_Name"), fileNameOf(m_name), oName);
+}
+
+HRESULT __stdcall DocumentObject::get_Saved(CAT_VARIANT_BOOL& oSaved) {
+    const FaultFlavour flavour = called("CATIADocument::get_Saved");
+    oSaved = (flavour == FaultFlavour::none && saved) || flavour == FaultFlavour::codeWithOutput ? -1 : 0;
+    return flavour == FaultFlavour::none ? S_OK : E_FAIL;
+}
+
+HRESULT __stdcall DocumentObject::get_FullName(CATBSTR& oFullName) {
+    return automationTextAnswer(called("CATIADocument::get_FullName"), m_name, oFullName);
+}
+
+CATBaseUnknown* DocumentObject::mainRoot() {
+    if (ProductObject* const product = rootProduct()) return product->unknown();
+    if (!m_plainRoot) m_plainRoot = std::make_unique<PlainRootObject>(*this);
+    return m_plainRoot->unknown();
+}
+
+CATListValCATBaseUnknown_var* DocumentObject::GiveDocRoots() {
+    if (failing("CATIDocRoots::GiveDocRoots") || !hasRoots) return nullptr;
+    auto roots = std::make_unique<CATListValCATBaseUnknown_var>();
+    roots->Append(CATBaseUnknown_var(mainRoot()));
+    return roots.release();
+}
+
+} // namespace embedded
+
+HRESULT CATDocumentServices::GetDocumentInSession(const CATUnicodeString& iStorageName, CATDocument*& oOpenedDoc) {
+    using namespace embedded;
+    oOpenedDoc = nullptr;
+    const FaultFlavour flavour = Failures::get().ask("CATDocumentServices::GetDocumentInSession");
+    Document document = Session::current().find(toBytes(iStorageName));
+    if (!document.loaded()) document = Document();
+    if (flavour != FaultFlavour::none) return failedAnswer<CATDocument*>(flavour, oOpenedDoc, nullptr, document.get());
+    oOpenedDoc = document.get();
+    return document ? S_OK : E_FAIL;
+}

@@ -1,0 +1,108 @@
+#ifndef EMBEDDED_DOCUMENTS_DOCUMENTS_H
+#define EMBEDDED_DOCUMENTS_DOCUMENTS_H
+
+#include "CATDocument.h"
+#include "CATDocumentDescriptor.h"
+#include "embedded/object/Object.h"
+
+#include <memory>
+#include <string>
+
+namespace embedded {
+
+class DocumentObject;
+class ProductObject;
+struct SessionData;
+
+/** The identity of a document as an object of its own. */
+class DocumentIdObject final : public Implements<CATIDocId> {
+public:
+    explicit DocumentIdObject(DocumentObject& document);
+
+    std::string objectName() const override;
+    HRESULT GetIdentifier(CATUnicodeString& oIdentifier) override;
+    HRESULT GetType(CATUnicodeString& oType) override;
+
+private:
+    DocumentObject& m_document;
+};
+
+/** The descriptor of a document. Nobody is given a reference to it. */
+class DescriptorObject final : public Implements<CATDocumentDescriptor> {
+public:
+    explicit DescriptorObject(DocumentObject& document);
+
+    std::string objectName() const override;
+    CATUuid GetUuid() const override;
+
+private:
+    DocumentObject& m_document;
+};
+
+/** The root of a document without product structure, such as a drawing. */
+class PlainRootObject final : public Implements<CATISpecObject> {
+public:
+    explicit PlainRootObject(DocumentObject& document);
+
+    std::string objectName() const override;
+    CATBoolean IsUpToDate(CATIDomain_var iDomain) const override;
+
+private:
+    DocumentObject& m_document;
+};
+
+/** A document. It may be called without a reference: nobody is given one, except by QueryInterface. */
+class DocumentObject final : public Implements<CATDocument, CATIADocument, CATIDocRoots, CATILinkableObject> {
+public:
+    DocumentObject(SessionData& session, const std::string& storageName);
+
+    std::string objectName() const override;
+    const std::string& name() const { return m_name; }
+    const std::string& type() const { return m_type; }
+    void setType(const std::string& type);
+    std::string uuidText() const;
+
+    /** The root product, made on first use; null for a document without product structure. */
+    ProductObject* rootProduct();
+    const ProductObject* existingRootProduct() const { return m_rootProduct; }
+
+    CATUuid uuid;
+    bool saved = true;
+    bool onDisk;
+    bool upToDate = true;
+    bool hasDescriptor = true;
+    bool hasAutomation = true;
+    bool hasRoots = true;
+    bool inSession = true; ///< false once closed
+
+    CATUnicodeString StorageName() const override;
+    CATUnicodeString DisplayName() const override;
+    HRESULT GetDocId(CATIDocId** oDocId) override;
+    CATBoolean IsSaved() const override;
+    CATDocumentDescriptor* GetDocumentDescriptor() const override;
+
+    HRESULT __stdcall get_Name(CATBSTR& oName) override;
+    HRESULT __stdcall get_Saved(CAT_VARIANT_BOOL& oSaved) override;
+    HRESULT __stdcall get_FullName(CATBSTR& oFullName) override;
+
+    CATListValCATBaseUnknown_var* GiveDocRoots() override;
+    CATDocument* GetDocument() override { return failing("CATILinkableObject::GetDocument") ? nullptr : this; }
+
+private:
+    bool answers(const IID& iid) const override;
+    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    CATBaseUnknown* mainRoot();
+
+    SessionData& m_session;
+    const std::string m_name;
+    std::string m_type;
+    ProductObject* m_rootProduct = nullptr;
+    // Made on first use: most documents of a large session are never asked for them.
+    std::unique_ptr<PlainRootObject> m_plainRoot;
+    std::unique_ptr<DocumentIdObject> m_id;
+    mutable std::unique_ptr<DescriptorObject> m_descriptor;
+};
+
+} // namespace embedded
+
+#endif

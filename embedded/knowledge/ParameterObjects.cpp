@@ -1,0 +1,173 @@
+#include "embedded/knowledge/Knowledge.h"
+#include "embedded/text/Numbers.h"
+
+namespace embedded {
+
+namespace {
+
+/** The node behind the root of a path; null for none. */
+const Node* rootOf(const CATIParmPublisher_var& root) {
+    return root == nullptr ? nullptr : nodeOf(CATISpecObject_var(static_cast<CATIParmPublisher*>(root)));
+}
+
+} // namespace
+
+ValueObject::ValueObject(const ParameterObject& parameter) : Implements("ParameterValue"), m_parameter(parameter) {}
+
+std::string ValueObject::objectName() const { return "value of " + m_parameter.objectName(); }
+
+int ValueObject::AsInteger() const { return failing("CATICkeInst::AsInteger") ? 0 : m_parameter.integer; }
+
+double ValueObject::AsReal() const { return failing("CATICkeInst::AsReal") ? 0.0 : m_parameter.real; }
+
+CATCke::Boolean ValueObject::AsBoolean() const { return failing("CATICkeInst::AsBoolean") ? 0 : m_parameter.integer; }
+
+CATUnicodeString ValueObject::AsString() const {
+    return failing("CATICkeInst::AsString") ? CATUnicodeString() : toText(m_parameter.text);
+}
+
+CATICkeType_var ValueObject::Type() const {
+    return failing("CATICkeInst::Type") ? CATICkeType_var()
+                                        : CATICkeType_var(static_cast<CATICkeType*>(&m_parameter.type()));
+}
+
+ParameterObject::ParameterObject(DocumentObject& document, TypeObject& type, const std::string& creationRole)
+    : WithAttributes("Parameter"), role(creationRole), m_document(document), m_type(type) {}
+
+bool ParameterObject::responds(const IID& iid) {
+    return iid == IID_CATICkeParm || iid == IID_CATISpecObject || iid == IID_CATISpecAttrAccess;
+}
+
+std::string ParameterObject::shown() const {
+    if (!isSet) return std::string();
+    if (m_type.isMagnitude()) return m_type.current().show(real);
+    if (m_type.name() == "Real") return shortestText(real);
+    if (m_type.name() == "Integer") return std::to_string(integer);
+    if (m_type.name() == "Boolean") return integer != 0 ? "true" : "false";
+    return text;
+}
+
+bool ParameterObject::changed() {
+    isSet = true;
+    return true;
+}
+
+bool ParameterObject::setText(const std::string& value) {
+    if (m_type.name() != "String") return false;
+    text = value;
+    return changed();
+}
+
+bool ParameterObject::setInteger(int value) {
+    if (m_type.isReal()) return setReal(value);
+    if (m_type.name() != "Integer") return false;
+    integer = value;
+    return changed();
+}
+
+bool ParameterObject::setReal(double value) {
+    if (!m_type.isReal()) return false;
+    real = value;
+    return changed();
+}
+
+bool ParameterObject::setBoolean(bool value) {
+    if (m_type.name() != "Boolean") return false;
+    integer = value ? 1 : 0;
+    return changed();
+}
+
+CATUnicodeString ParameterObject::Name() const {
+    return failing("CATICkeParm::Name") ? CATUnicodeString() : toText(userName.empty() ? path(nullptr) : userName);
+}
+
+CATUnicodeString ParameterObject::InternalRole() const {
+    return failing("CATICkeParm::InternalRole") ? CATUnicodeString() : toText(role);
+}
+
+CATUnicodeString ParameterObject::RelativeName(const CATIParmPublisher_var& iRoot) const {
+    if (failing("CATICkeParm::RelativeName")) return CATUnicodeString();
+    return toText(userName.empty() ? path(rootOf(iRoot)) : userName);
+}
+
+CATUnicodeString ParameterObject::Pathname(const CATIParmPublisher_var& iRoot) const {
+    return failing("CATICkeParm::Pathname") ? CATUnicodeString() : toText(path(rootOf(iRoot)));
+}
+
+CATCke::Boolean ParameterObject::IsNamed() const { return !failing("CATICkeParm::IsNamed") && !userName.empty(); }
+
+void ParameterObject::Rename(const CATUnicodeString& iName) {
+    if (!failing("CATICkeParm::Rename")) userName = toBytes(iName);
+}
+
+CATUnicodeString ParameterObject::Show() const {
+    return failing("CATICkeParm::Show") ? CATUnicodeString() : toText(shown());
+}
+
+CATICkeInst_var ParameterObject::Value() const {
+    if (failing("CATICkeParm::Value") || !isSet) return CATICkeInst_var();
+    if (!m_value) m_value = std::make_unique<ValueObject>(*this);
+    return CATICkeInst_var(static_cast<CATICkeInst*>(m_value.get()));
+}
+
+CATICkeType_var ParameterObject::Type() const {
+    return failing("CATICkeParm::Type") ? CATICkeType_var() : CATICkeType_var(static_cast<CATICkeType*>(&m_type));
+}
+
+CATCke::Boolean ParameterObject::IsSet() const { return !failing("CATICkeParm::IsSet") && isSet; }
+
+void ParameterObject::Valuate(const int iValue) {
+    if (!failing("CATICkeParm::Valuate")) setInteger(iValue);
+}
+
+void ParameterObject::Valuate(const double iValue) {
+    if (!failing("CATICkeParm::Valuate")) setReal(iValue);
+}
+
+void ParameterObject::Valuate(const CATCke::Boolean iValue) {
+    if (!failing("CATICkeParm::Valuate")) setBoolean(iValue != 0);
+}
+
+void ParameterObject::Valuate(const CATUnicodeString& iValue) {
+    if (!failing("CATICkeParm::Valuate")) setText(toBytes(iValue));
+}
+
+void ParameterObject::ValuateReal(const CATUnicodeString& iValue) {
+    double mks = 0.0;
+    if (!failing("CATICkeParm::ValuateReal") && m_type.read(toBytes(iValue), mks)) setReal(mks);
+}
+
+CATICkeParm::UserAccessMode ParameterObject::UserAccess() const {
+    return failing("CATICkeParm::UserAccess") ? NotSeen : access;
+}
+
+void ParameterObject::SetUserAccess(const UserAccessMode iMode) {
+    if (!failing("CATICkeParm::SetUserAccess")) access = iMode;
+}
+
+CATCke::Boolean ParameterObject::IsReadOnly() const {
+    return !failing("CATICkeParm::IsReadOnly") && (access == ReadOnly || access == NotSeen || driven);
+}
+
+CATUnicodeString ParameterObject::GetDisplayName() const {
+    return failing("CATISpecObject::GetDisplayName") ? CATUnicodeString() : toText(displayName());
+}
+
+CATUnicodeString ParameterObject::GetType() const {
+    return failing("CATISpecObject::GetType") ? CATUnicodeString() : toText(m_type.name());
+}
+
+CATIContainer_var ParameterObject::GetFeatContainer() const {
+    return failing("CATISpecObject::GetFeatContainer") ? CATIContainer_var() : AttributeCalls::containerOf(*this);
+}
+
+CATISpecAttribute* ParameterObject::AddAttribute(const CATUnicodeString& iName, CATAttrKind iKind,
+                                                 CATAttrKind iListKind, CATAttrInOut) {
+    return failing("CATISpecObject::AddAttribute") ? nullptr : AttributeCalls::add(*this, iName, iKind, iListKind);
+}
+
+CATBoolean ParameterObject::IsUpToDate(CATIDomain_var) const {
+    return !failing("CATISpecObject::IsUpToDate") && m_document.upToDate ? TRUE : FALSE;
+}
+
+} // namespace embedded

@@ -1,0 +1,34 @@
+#include "CATIPrtContainer.h"
+#include "embedded/knowledge/Knowledge.h"
+
+EMBEDDED_INTERFACE(CATIPrtContainer, CATBaseUnknown, 0x405);
+
+namespace embedded {
+
+EMBEDDED_IDENTITY(CATIPrtContainer);
+
+namespace {
+
+/** The container of a part document leads to the part, which every one has. */
+class PartContainer final : public Extends<ContainerObject, CATIPrtContainer> {
+public:
+    explicit PartContainer(ContainerObject& container) : Extends(container) {}
+
+    CATISpecObject_var GetPart() override {
+        if (failing("CATIPrtContainer::GetPart")) return CATISpecObject_var();
+        DocumentObject& document = owner().document();
+        const ProductObject* const root = document.rootProduct();
+        const std::string name = root ? root->partNumber() : std::string();
+        FeatureNode& part = KnowledgeData::get().impliedFeature(document, "MechanicalPart", name);
+        return CATISpecObject_var(static_cast<CATISpecObject*>(&part));
+    }
+
+private:
+    bool answers(const IID&) const override { return owner().document().type() == "CATPart"; }
+};
+
+const ExtensionOf<ContainerObject, PartContainer> known;
+
+} // namespace
+
+} // namespace embedded

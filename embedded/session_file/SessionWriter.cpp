@@ -1,0 +1,177 @@
+#include "embedded/session_file/SessionTree.h"
+
+#include "embedded/text/Characters.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+#include <vector>
+
+namespace embedded {
+
+namespace {
+
+/** Makes the tree of a session file. What has its default is left out. Throws SaveFault. */
+class Saver {
+public:
+    explicit Saver(const SessionData& session) : m_session(session), m_own(ownOccurrences(session)) {}
+
+    Json save() {
+        Json root = Json::object();
+        Json environment = writeEnvironment();
+        if (!environment.empty()) root["environment"] = std::move(environment);
+        Json documents = Json::array();
+        for (const auto& document : m_session.documents) {
+            m_place = "documents[" + std::to_string(documents.size()) + "]";
+            documents.push_back(writeDocument(*document));
+        }
+        root["documents"] = std::move(documents);
+        for (const SessionSection* section : SessionSection::all()) {
+            Json written = writeSection(*section);
+            if (!written.is_null()) root[section->key] = std::move(written);
+        }
+        return root;
+    }
+
+private:
+    static Json writeSection(const SessionSection& section) {
+        try {
+            return section.write(Session::current());
+        } catch (const SaveFault& fault) {
+            throw SaveFault{std::string(section.key) + ": " + fault.message};
+        }
+    }
+    const std::string& checked(const std::string& text) const {
+        if (!isWellFormed(text)) throw SaveFault{m_place + ": a text is not UTF-8"};
+        return text;
+    }
+    void write(Json& object, const char* key, const std::string& text, const std::string& usual = {}) const {
+        if (text != usual) object[key] = checked(text);
+    }
+    static void write(Json& object, const char* key, bool flag, bool usual) {
+        if (flag != usual) object[key] = flag;
+    }
+    static void writeWithout(Json& object, std::initializer_list<std::pair<bool, const char*>> parts) {
+        for (const auto& part : parts)
+            if (!part.first) object["without"].push_back(part.second);
+    }
+    void writeList(Json& object, const char* key, const std::vector<std::string>& texts) const {
+        for (const std::string& text : texts) object[key].push_back(checked(text));
+    }
+
+    Json writeEnvironment() {
+        m_place = "environment";
+        const Environment& environment = m_session.environment;
+        const Environment usual;
+        Json object = Json::object();
+        for (const FlagField& flag : kFlags) write(object, flag.key, environment.*flag.field, usual.*flag.field);
+        for (const DirectoryField& directory : kDirectories) write(object, directory.key, environment.*directory.field);
+        write(object, "reference_prefix", environment.referencePrefix);
+        writeList(object, "release_cache_directories", environment.releaseCacheDirectories);
+        for (const auto& name : environment.logicalNames)
+            object["logical_names"][checked(name.first)] = checked(name.second);
+        write(object, "separator", environment.separator);
+        for (const auto& variable : environment.variables)
+            object["variables"][checked(variable.first)] = checked(variable.second);
+        writeList(object, "missing_managers", environment.missingManagers);
+        write(object, "decimal_separator", environment.decimalSeparator, usual.decimalSeparator);
+        writeList(object, "properties_read_only_on_create", environment.propertiesReadOnlyOnCreate);
+        return object;
+    }
+
+    Json writeDocument(DocumentObject& document) {
+        Json object = Json::object();
+        object["name"] = checked(document.name());
+        write(object, "type", document.type(), suffixOf(document.name()));
+        object["uuid"] = document.uuidText();
+        write(object, "saved", document.saved, true);
+        write(object, "on_disk", document.onDisk, hasDirectory(document.name()));
+        write(object, "up_to_date", document.upToDate, true);
+        writeWithout(object, {{document.hasDescriptor, "descriptor"},
+                              {document.hasAutomation, "automation"},
+                              {document.hasRoots, "roots"}});
+        m_components.clear();
+        if (const ProductObject* const root = document.rootProduct()) writeReference(object, *root->reference(), 0);
+        return object;
+    }
+
+    void writeReference(Json& object, const Reference& reference, int depth) {
+        if (depth > kDeepestComponent) throw SaveFault{m_place + ": components nested too deeply"};
+        object["part_number"] = checked(reference.partNumber);
+        write(object, "description_ref", reference.description);
+        write(object, "master_shape", reference.masterShape);
+        for (const auto& shape : reference.shapes)
+            object["shapes"].push_back(Json{{"name", checked(shape.first)}, {"path", checked(shape.second)}});
+        writeWithout(object,
+                     {{reference.node->hasProperties(), "properties"}, {reference.linkable, "linkable_object"}});
+        if (reference.node->childCount() == 0) return;
+        Json& children = object["children"] = Json::array();
+        for (std::size_t i = 0; i < reference.node->childCount(); ++i)
+            children.push_back(writeInstance(*reference.node->child(i), depth));
+    }
+
+    Json writeInstance(const ProductObject& instance, int depth) {
+        Json object = Json::object();
+        object["instance"] = checked(instance.instanceName());
+        const Reference* const reference = instance.reference();
+        if (!reference)
+            object["unresolved"] = true;
+        else if (!reference->component)
+            object["document"] = checked(reference->document->name());
+        else
+            object["component"] = writeComponent(*reference, depth);
+        write(object, "description", instance.description());
+        writeWithout(object, {{instance.hasProperties(), "properties"}});
+        const auto own = m_own.find(&instance);
+        if (own == m_own.end()) return object;
+        for (const ProductObject* occurrence : own->second)
+            object["occurrences"].push_back(writeOccurrence(*occurrence));
+        return object;
+    }
+
+    /** The first time all about a component, later its id. */
+    Json writeComponent(const Reference& reference, int depth) {
+        const auto known = m_components.find(&reference);
+        if (known != m_components.end()) return known->second;
+        Json object = Json::object();
+        if (reference.usedIn.size() > 1)
+            object["id"] =
+                m_components.emplace(&reference, "c" + std::to_string(m_components.size() + 1)).first->second;
+        writeReference(object, reference, depth + 1);
+        return object;
+    }
+
+    Json writeOccurrence(const ProductObject& occurrence) const {
+        Json object = Json::object();
+        writeList(object, "path", pathBelowInstance(occurrence));
+        if (occurrence.ownDescription()) object["description"] = checked(*occurrence.ownDescription());
+        writeWithout(object, {{occurrence.hasProperties(), "properties"}});
+        return object;
+    }
+
+    const SessionData& m_session;
+    const std::unordered_map<const ProductObject*, std::vector<const ProductObject*>> m_own;
+    std::map<const Reference*, std::string> m_components; ///< ids of the document being written
+    std::string m_place;
+};
+
+} // namespace
+
+Json writeSession(const SessionData& session) { return Saver(session).save(); }
+
+const std::string& checkedText(const std::string& text) {
+    if (!isWellFormed(text)) throw SaveFault{"a text is not UTF-8"};
+    return text;
+}
+
+Json placeOf(const Product& product) {
+    std::vector<std::string> names;
+    const ProductObject* place = product.object();
+    for (; place && place->father(); place = place->father()) names.push_back(place->instanceName());
+    if (!place || place->reference()->component) throw SaveFault{"a component has no place of its own"};
+    Json json{{"document", checkedText(place->reference()->document->name())}};
+    for (auto name = names.rbegin(); name != names.rend(); ++name) json["path"].push_back(checkedText(*name));
+    return json;
+}
+
+} // namespace embedded

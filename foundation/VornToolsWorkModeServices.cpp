@@ -1,0 +1,139 @@
+#include "VornToolsWorkModeServices.h"
+
+#include "foundation/AutomationText.h"
+#include "foundation/InterfaceIds.h"
+#include "foundation/InterfacePtr.h"
+#include "foundation/JournalFrame.h"
+#include "foundation/Texts.h"
+
+#include "CATError.h"
+#include "CATErrorMacros.h"
+#include "CATIABase.h"
+#include "CATIAProduct.h"
+#include "CATIProduct.h"
+#include "CATPrsWorkModeServices.h"
+
+using namespace vorntools;
+
+const CATUnicodeString VornToolsWorkModeServices::_CteCLASS_NAME("VornToolsWorkModeServices::");
+unsigned char VornToolsWorkModeServices::_is_catia_cache_activated = 0;
+
+namespace {
+
+using EnumWorkMode = VornToolsWorkModeServices::EnumWorkMode;
+using PlatformMode = CATPrsWorkModeServices::WorkMode;
+
+/** Our numbers are the platform's plus one. */
+constexpr int kOffset = 1;
+
+constexpr const char* kSwitchLines[] = {"PERFX real switch VISU", "PERFX real switch DEFAULT", "PERFX real switch BREP",
+                                        "PERFX real switch DESIGN"};
+
+bool isMode(int i_mode) {
+    return i_mode >= VornToolsWorkModeServices::WorkModeVisu && i_mode <= VornToolsWorkModeServices::WorkModeDesign;
+}
+
+HRESULT reportOutOfRange(const JournalFrame& i_frame, int i_value) {
+    CATUnicodeString text;
+    text.BuildFromNum(i_value, "%d");
+    return i_frame.report(ErrorOutOfRange, text);
+}
+
+HRESULT readMode(const JournalFrame& i_frame, CATIProduct* ipi_catiproduct, EnumWorkMode& o_mode) {
+    if (!ipi_catiproduct) return i_frame.badInput("ipi_catiproduct");
+    auto platform_mode = static_cast<PlatformMode>(-1); // a success without an answer is none
+    const HRESULT code = CATPrsWorkModeServices::GetWorkMode(CATIProduct_var(ipi_catiproduct), platform_mode);
+    if (FAILED(code)) return code;
+    if (!isMode(static_cast<int>(platform_mode) + kOffset))
+        return reportOutOfRange(i_frame, static_cast<int>(platform_mode));
+    o_mode = static_cast<EnumWorkMode>(static_cast<int>(platform_mode) + kOffset);
+    return S_OK;
+}
+
+/** Name of the master shape representation, which is not loaded for that. */
+HRESULT readRepresentationName(CATIProduct* ipi_product, CATUnicodeString& o_name) {
+    const auto sp_automation = queryInterface<CATIAProduct>(ipi_product);
+    if (!sp_automation) return E_FAIL;
+    constexpr CAT_VARIANT_BOOL kDoNotLoad = 0;
+    InterfacePtr<CATBaseDispatch> sp_representation;
+    sp_representation.receive([&](CATBaseDispatch*& o_representation) {
+        return sp_automation->GetMasterShapeRepresentation(kDoNotLoad, o_representation);
+    });
+    const auto sp_named = sp_representation.query<CATIABase>();
+    AutomationText name;
+    if (!sp_named || FAILED(name.receive([&](CATBSTR& o_text) { return sp_named->get_Name(o_text); }))) return E_FAIL;
+    o_name = name.text();
+    return S_OK;
+}
+
+/** The platform may throw one of its own errors, which then is a failure. */
+HRESULT switchGuarded(CATIProduct* ipi_product, PlatformMode i_mode) {
+    CATTry { return CATPrsWorkModeServices::SetWorkMode(CATIProduct_var(ipi_product), i_mode); }
+    // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference): the platform throws pointers
+    CATCatch(CATError, p_error) {
+        p_error->Release();
+        return E_FAIL;
+    }
+    CATEndTry
+}
+
+} // namespace
+
+HRESULT VornToolsWorkModeServices::getWorkModeCAA(CATIProduct* product, EnumWorkMode& mode) {
+    JournalFrame frame(_CteCLASS_NAME, "getWorkModeCAA");
+    mode = WorkModeUnknown;
+    return frame.endWith(readMode(frame, product, mode));
+}
+
+HRESULT VornToolsWorkModeServices::getWorkMode(CATIProduct* product, EnumWorkMode& mode) {
+    JournalFrame frame(_CteCLASS_NAME, "getWorkMode");
+    mode = WorkModeUnknown;
+    EnumWorkMode found = WorkModeUnknown;
+    if (SUCCEEDED(getWorkModeCAA(product, found))) {
+        mode = found;
+        return frame.endWith(S_OK);
+    }
+    unsigned char visual = 0;
+    if (FAILED(isVisualWorkMode(product, visual))) return frame.endWith(frame.platformFailed("isVisualWorkMode"));
+    if (visual) mode = WorkModeVisu;
+    return frame.endWith(visual ? S_OK : E_FAIL);
+}
+
+HRESULT VornToolsWorkModeServices::isVisualWorkMode(CATIProduct* product, unsigned char& visual) {
+    const JournalFrame frame(_CteCLASS_NAME, "isVisualWorkMode");
+    visual = 0;
+    CATUnicodeString name;
+    if (FAILED(readRepresentationName(product, name))) return frame.platformFailed("isVisualWorkMode");
+    CATUnicodeString upper_name(name);
+    upper_name.ToUpper();
+    if (upper_name.SearchSubString(".CATPART") < 0) return E_FAIL;
+    visual = endsWith(name, ".cgr") ? 1 : 0;
+    return S_OK;
+}
+
+HRESULT VornToolsWorkModeServices::setCatiaCacheActivated(unsigned char activated) {
+    const JournalFrame frame(_CteCLASS_NAME, "setCatiaCacheActivated");
+    _is_catia_cache_activated = activated;
+    return S_OK;
+}
+
+HRESULT VornToolsWorkModeServices::setWorkMode(CATIProduct* product, EnumWorkMode mode) {
+    const JournalFrame frame(_CteCLASS_NAME, "setWorkMode");
+    if (!_is_catia_cache_activated) {
+        frame.write("CATIA cache is not activated, switch is not allowed");
+        return S_FALSE;
+    }
+    if (!product) return frame.badInput("ipi_catiproduct");
+    if (!isMode(mode)) return reportOutOfRange(frame, mode);
+
+    const int platform_mode = mode - kOffset;
+    frame.write(kSwitchLines[platform_mode]);
+    if (FAILED(switchGuarded(product, static_cast<PlatformMode>(platform_mode))))
+        return frame.platformFailed("SetWorkMode");
+    EnumWorkMode reached = WorkModeUnknown;
+    const HRESULT code = getWorkMode(product, reached);
+    if (FAILED(code)) return S_OK;
+    if (reached != mode) return E_FAIL;
+    frame.write("PERFX real switch");
+    return code;
+}
