@@ -4,7 +4,6 @@
 #include "foundation/FileNames.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/Texts.h"
 
 #include "CATIProduct.h"
 #include "VornToolsCommon.h"
@@ -12,6 +11,25 @@
 #include <utility>
 
 namespace vorntools {
+
+/**
+ * Calls `visit(CATIProduct* ancestor, bool& stop)` for each product above the given one, from its parent to the root.
+ * @return the code of the last getParent, or the negative one of a visit, which ends the walk
+ */
+template <class Visit>
+HRESULT forEachAncestor(CATIProduct* ipi_product, Visit&& i_visit) {
+    auto sp_product = InterfacePtr<CATIProduct>::share(ipi_product);
+    while (true) {
+        InterfacePtr<CATIProduct> sp_parent;
+        HRESULT code = sp_parent.receive(
+            [&](CATIProduct*& o_parent) { return VornToolsCommon::getParent(sp_product.get(), o_parent); });
+        if (FAILED(code) || !sp_parent) return code;
+        bool stop = false;
+        code = i_visit(sp_parent.get(), stop);
+        if (FAILED(code) || stop) return code;
+        sp_product = std::move(sp_parent);
+    }
+}
 
 /** File name, without directory, of the document that a product shows. */
 inline HRESULT readFileName(const JournalFrame& i_frame, CATIProduct* ipi_product, CATUnicodeString& o_file_name) {
@@ -25,29 +43,21 @@ inline HRESULT readFileName(const JournalFrame& i_frame, CATIProduct* ipi_produc
 }
 
 /**
- * Asks `test(product, fileName, unsigned char& answer)` of each product above the given one, from its parent to the
- * root, up to the first that answers yes.
+ * Asks `test(ancestor, fileName, unsigned char& answer)` of each product above the given one, up to the first that
+ * answers yes.
  * @return S_OK; the code of what failed, then nothing was found
  */
 template <class Test>
 HRESULT findAncestor(const JournalFrame& i_frame, CATIProduct* ipi_product, Test&& i_test, unsigned char& o_found) {
-    auto sp_product = InterfacePtr<CATIProduct>::share(ipi_product);
     o_found = 0;
-    while (true) {
-        InterfacePtr<CATIProduct> sp_parent;
-        const auto get_parent = [&](CATIProduct*& o_parent) {
-            return VornToolsCommon::getParent(sp_product.get(), o_parent);
-        };
-        if (FAILED(sp_parent.receive(get_parent))) return i_frame.callFailed("getParent");
-        if (!sp_parent) return S_OK;
-
+    return forEachAncestor(ipi_product, [&](CATIProduct* ipi_ancestor, bool& o_stop) {
         CATUnicodeString file_name;
-        HRESULT code = readFileName(i_frame, sp_parent.get(), file_name);
-        if (SUCCEEDED(code)) code = i_test(sp_parent.get(), file_name, o_found);
+        HRESULT code = readFileName(i_frame, ipi_ancestor, file_name);
+        if (SUCCEEDED(code)) code = i_test(ipi_ancestor, file_name, o_found);
         if (FAILED(code)) o_found = 0;
-        if (FAILED(code) || o_found) return code;
-        sp_product = std::move(sp_parent);
-    }
+        o_stop = o_found != 0;
+        return code;
+    });
 }
 
 } // namespace vorntools

@@ -1,6 +1,7 @@
 #include "VornToolsExportAsReference.h"
 
 #include "foundation/Environment.h"
+#include "foundation/Texts.h"
 #include "links/Ancestors.h"
 
 using namespace vorntools;
