@@ -4,14 +4,13 @@
 #include "foundation/InterfaceIds.h"
 #include "foundation/Texts.h"
 #include "links/Ancestors.h"
+#include "session/DescriptionText.h"
 #include "session/ProductHelpers.h"
 
 #include "CATIPrdProperties.h"
 #include "TYPVectorCATUnicodeString.h"
 #include "UTILFile.h"
 #include "VornEnvConfig.h"
-
-#include <cstring>
 
 using namespace vorntools;
 
@@ -20,10 +19,6 @@ const CATUnicodeString VornToolsIgnoreNodes::_CteCLASS_NAME("VornToolsIgnoreNode
 namespace {
 
 constexpr const char* kPrefixFile = "IgnoreNodesIdentifiers.txt";
-constexpr const char* kIgnoreNode = "IgnoreNode";
-constexpr const char* kOtherMarkers[] = {"BrokenIcon", "SecondaryPart"};
-constexpr const char* kIdentity = "KETO_ID_";
-constexpr const char* kLineEnd = "\n";
 
 /** Journal texts for the name that told an ignore node. */
 struct NameTexts {
@@ -238,17 +233,7 @@ HRESULT VornToolsIgnoreNodes::hasAnIgnoreNode(CATIProduct* product, unsigned cha
 
 HRESULT VornToolsIgnoreNodes::setFormatInstanceDescription(CATUnicodeString& description) {
     const JournalFrame frame(_CteCLASS_NAME, "setFormatInstanceDescription");
-    if (beginsWith(description, kIgnoreNode)) return S_OK;
-    int replaced = 0;
-    for (const char* const marker : kOtherMarkers)
-        if (beginsWith(description, marker)) replaced = static_cast<int>(std::strlen(marker));
-    if (beginsWith(description, kIdentity)) {
-        const int line_end = description.SearchSubString(kLineEnd, 1);
-        replaced = line_end < 0 ? description.GetLengthInChar() : line_end;
-    }
-    const bool on_own_line = replaced == 0 && !description.IsNull();
-    description = (on_own_line ? CATUnicodeString(kIgnoreNode) + kLineEnd : CATUnicodeString(kIgnoreNode)) +
-                  behind(description, replaced);
+    markAsIgnored(description);
     return S_OK;
 }
 

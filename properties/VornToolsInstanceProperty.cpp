@@ -25,7 +25,6 @@ namespace {
 constexpr const char* kAttribute = "_Maro";
 constexpr const char* kSetName = "UserInstanceProperties";
 constexpr const char* kSetType = "ParameterSet";
-constexpr const char* kSecondIdentity = "BBPC_ID_";
 constexpr const char* kEveryDigit = "%.16G";
 constexpr const char* kFewDigits = "%g";
 

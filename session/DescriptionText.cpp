@@ -9,7 +9,6 @@ namespace vorntools {
 namespace {
 
 constexpr const char* kContextIdentity = "Context KETO_ID_";
-constexpr const char* kSecondIdentity = "BBPC_ID_";
 
 /** Removes a marker from a description that begins with it. Kept because descriptions rely on it: in a text of several
  * lines that is the first place where the word ends a line, which need not be the first line. */
@@ -31,6 +30,15 @@ bool isMarker(const CATUnicodeString& i_line) {
 
 bool isIdentity(const CATUnicodeString& i_line) {
     return beginsWith(i_line, kIdentity) || beginsWith(i_line, kContextIdentity);
+}
+
+/** How many characters at the front an ignore marker takes the place of. */
+int countReplacedByIgnoreMarker(const CATUnicodeString& i_description) {
+    for (const CATUnicodeString marker : {kBrokenIcon, kSecondaryPart})
+        if (beginsWith(i_description, marker)) return marker.GetLengthInChar();
+    if (!beginsWith(i_description, kIdentity)) return 0;
+    const int line_end = i_description.SearchSubString(kLineEnd);
+    return line_end < 0 ? i_description.GetLengthInChar() : line_end;
 }
 
 /** How many lines at the front are the integration's own. Kept because users see the rest: an identity behind a marker
@@ -71,6 +79,13 @@ void markAsBroken(CATUnicodeString& io_description) {
     }
     io_description.ReplaceAll(io_description.SubString(0, line_end + 1), "");
     io_description = withFirstLine(kBrokenIcon, io_description);
+}
+
+void markAsIgnored(CATUnicodeString& io_description) {
+    if (beginsWith(io_description, kIgnoreNode)) return;
+    const int replaced = countReplacedByIgnoreMarker(io_description);
+    const CATUnicodeString rest = behind(io_description, replaced);
+    io_description = replaced == 0 && !rest.IsNull() ? withFirstLine(kIgnoreNode, rest) : kIgnoreNode + rest;
 }
 
 void removeIdentity(CATUnicodeString& io_description) {

@@ -12,6 +12,7 @@ constexpr const char* kBrokenIcon = "BrokenIcon";
 constexpr const char* kSecondaryPart = "SecondaryPart";
 constexpr const char* kIgnoreNode = "IgnoreNode";
 constexpr const char* kIdentity = "KETO_ID_";
+constexpr const char* kSecondIdentity = "BBPC_ID_";
 constexpr const char* kLineEnd = "\n";
 
 inline bool contains(const CATUnicodeString& i_text, const CATUnicodeString& i_part) {
@@ -23,6 +24,9 @@ CATUnicodeString withFirstLine(const CATUnicodeString& i_line, const CATUnicodeS
 /** Marks a description as that of a broken link. The marker takes the place of the first line when the description
  * holds an identity; a broken or secondary part stays as it is. */
 void markAsBroken(CATUnicodeString& io_description);
+/** Marks a description as that of an ignore node. The marker takes the place of another one or of an identity's line,
+ * and a line of its own before other text. */
+void markAsIgnored(CATUnicodeString& io_description);
 /** Removes the line of the broken marker, or failing that of the identity, from the keyword on and wherever the same
  * text stands again. Kept because descriptions rely on it: a line without a line feed behind it stays. */
 void removeIdentity(CATUnicodeString& io_description);
