@@ -19,9 +19,7 @@ void removeMarker(CATUnicodeString& io_description, const CATUnicodeString& i_ma
 }
 
 void removeCarriageReturn(CATUnicodeString& io_line) {
-    const int length = io_line.GetLengthInByte();
-    if (length > 0 && io_line.ConvertToChar()[length - 1] == '\r')
-        io_line = io_line.SubString(0, io_line.GetLengthInChar() - 1);
+    if (endsWith(io_line, "\r")) io_line = io_line.SubString(0, io_line.GetLengthInChar() - 1);
 }
 
 bool isMarker(const CATUnicodeString& i_line) {
