@@ -32,8 +32,8 @@ public:
      */
     static HRESULT getAllScenesOnRoot(CATIProduct* ipi_root, IEnumVARIANT*& opi_scenes, long& o_count);
 
-    /** Names of the scenes of a root product, in their order; a scene that does not tell its name is reported and left
-     * out. @return the code of getAllScenesOnRoot, or of a walk that breaks off */
+    /** Names of the scenes of a root product, in their order. A scene that does not tell its name is reported and left
+     * out; a walk that breaks off is reported and gives the names before. @return the code of getAllScenesOnRoot */
     static HRESULT readScenesNamesInAssy(CATIProduct* ipi_root, CATListValCATUnicodeString& o_names);
 
     /**
@@ -53,8 +53,9 @@ public:
                                         CATListValCATUnicodeString& o_data);
 
     /**
-     * @param o_path the product path. @param o_has_component_parent 1 when a parent is a component
-     * @return S_OK; E_FAIL for a null product and when a name cannot be read, the outputs are then empty and 0
+     * @param o_path the product path; a name that cannot be read is an empty one
+     * @param o_has_component_parent 1 when a parent is a component
+     * @return S_OK; E_FAIL for a null product, the outputs are then empty and 0
      */
     static HRESULT getParentsWithComponents(CATIProduct* ipi_product, CATUnicodeString& o_path,
                                             unsigned char& o_has_component_parent);
@@ -63,7 +64,7 @@ public:
      * Whether a parent of a product is hidden in a scene. Goes up to the first hidden parent that is no component.
      * @param o_hidden_by_parent "TRUE" when such a parent is hidden, else "FALSE"
      * @param o_hidden_by_component "TRUE" when a component below it, or any without it, is hidden, else "FALSE"
-     * @return S_OK; E_FAIL for a null product and when a path cannot be read, both are then "FALSE"
+     * @return S_OK; E_FAIL for a null product, both are then "FALSE"
      */
     static HRESULT hasParentHideInScene(CATIProduct* ipi_product, CATListValCATUnicodeString i_scenes_data,
                                         CATUnicodeString i_scene_name, CATUnicodeString& o_hidden_by_parent,

@@ -22,12 +22,12 @@ struct SceneGroups::Child {
 
 namespace {
 
-/** Whether a product is shown by a product document; components are, by that of their parent. */
+/** Whether a product is shown by a product document; components are, by that of their parent. One that is not loaded is
+ * reported. */
 bool isShownByProductDocument(CATIProduct* ipi_product) {
     CATDocument* p_document = nullptr;
-    CATUnicodeString name;
-    return SUCCEEDED(VornToolsCommon::getDocumentFileName(ipi_product, p_document, name)) && p_document &&
-           VornToolsCommon::returnDocumentType(name) == VornToolsCommon::DocumentTypeProduct;
+    return SUCCEEDED(VornToolsCommon::getCATDocument(ipi_product, p_document)) &&
+           VornToolsCommon::returnDocumentType(p_document->StorageName()) == VornToolsCommon::DocumentTypeProduct;
 }
 
 /** Whether a product is in a scene, and of which type the scene is.
@@ -54,8 +54,7 @@ const char* hiddenFlag(CATIASceneProduct* ipi_data) {
 void SceneGroups::append(CATIProduct* ipi_child) {
     Child child{queryInterface<CATIAProduct>(ipi_child), CATUnicodeString()};
     unsigned char has_component_parent = 0;
-    if (FAILED(VornToolsScenes::getParentsWithComponents(ipi_child, child.path, has_component_parent)))
-        m_frame.callFailed("getParentsWithComponents"); // its groups keep an empty path: the list stays in step
+    VornToolsScenes::getParentsWithComponents(ipi_child, child.path, has_component_parent);
     std::vector<CATMathTransformation> positions;
     forEachScene(m_frame, m_scenes, m_count, [&](CATBaseDispatch* ipi_scene, long i_index) {
         positions.emplace_back().SetCoefficients(appendGroup(child, ipi_scene, i_index).data());

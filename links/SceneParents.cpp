@@ -26,15 +26,18 @@ bool isComponent(CATIProduct* ipi_product) {
     return SUCCEEDED(VornToolsCommon::isComponent(ipi_product, is_component)) && is_component;
 }
 
-HRESULT isHiddenInScene(const JournalFrame& i_frame, CATIProduct* ipi_product, const CATListValCATUnicodeString& i_data,
-                        const CATUnicodeString& i_scene_name, bool& o_hidden) {
+CATUnicodeString readInstanceName(CATIProduct* ipi_product) {
+    CATUnicodeString name;
+    VornToolsCommon::getPrdInstanceNameWithoutNewLines(ipi_product, name);
+    return name;
+}
+
+bool isHiddenInScene(CATIProduct* ipi_product, const CATListValCATUnicodeString& i_data,
+                     const CATUnicodeString& i_scene_name) {
     CATUnicodeString path;
     unsigned char has_component_parent = 0;
-    o_hidden = false;
-    if (FAILED(VornToolsScenes::getParentsWithComponents(ipi_product, path, has_component_parent)))
-        return i_frame.callFailed("getParentsWithComponents");
-    o_hidden = isHidden(i_data, path, i_scene_name);
-    return S_OK;
+    return SUCCEEDED(VornToolsScenes::getParentsWithComponents(ipi_product, path, has_component_parent)) &&
+           isHidden(i_data, path, i_scene_name);
 }
 
 } // namespace
@@ -45,15 +48,10 @@ HRESULT VornToolsScenes::getParentsWithComponents(CATIProduct* ipi_product, CATU
     o_path = "";
     o_has_component_parent = 0;
     if (!ipi_product) return frame.badInput("ip_product");
-    CATUnicodeString path;
-    if (FAILED(VornToolsCommon::getPrdInstanceNameWithoutNewLines(ipi_product, path)))
-        return frame.callFailed("getPrdInstanceNameWithoutNewLines");
+    CATUnicodeString path = readInstanceName(ipi_product);
     bool has_component_parent = false;
     const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool&) {
-        CATUnicodeString name;
-        if (FAILED(VornToolsCommon::getPrdInstanceNameWithoutNewLines(ipi_parent, name)))
-            return frame.callFailed("getPrdInstanceNameWithoutNewLines");
-        path.Append(kPathSeparator).Append(name);
+        path.Append(kPathSeparator).Append(readInstanceName(ipi_parent));
         has_component_parent = isComponent(ipi_parent) || has_component_parent;
         return S_OK;
     });
@@ -74,11 +72,10 @@ HRESULT VornToolsScenes::hasParentHideInScene(CATIProduct* ipi_product, CATListV
     bool by_parent = false;
     bool by_component = false;
     const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool& o_stop) {
-        bool hidden = false;
-        const HRESULT result = isHiddenInScene(frame, ipi_parent, i_scenes_data, i_scene_name, hidden);
-        if (hidden) (isComponent(ipi_parent) ? by_component : by_parent) = true;
+        const bool is_component = isComponent(ipi_parent);
+        if (isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name)) (is_component ? by_component : by_parent) = true;
         o_stop = by_parent;
-        return result;
+        return S_OK;
     });
     if (FAILED(code)) return code;
     if (by_parent) o_hidden_by_parent = kTrueFlag;
@@ -94,11 +91,10 @@ HRESULT VornToolsScenes::hasParentComponentHideInScene(CATIProduct* ipi_product,
     if (!ipi_product) return frame.badInput("ip_product");
     bool hidden = false;
     const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool& o_stop) {
-        o_stop = !isComponent(ipi_parent);
-        if (o_stop) return S_OK;
-        const HRESULT result = isHiddenInScene(frame, ipi_parent, i_scenes_data, i_scene_name, hidden);
-        o_stop = hidden;
-        return result;
+        const bool is_component = isComponent(ipi_parent);
+        hidden = is_component && isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name);
+        o_stop = hidden || !is_component;
+        return S_OK;
     });
     if (SUCCEEDED(code) && hidden) o_hidden = kTrueFlag;
     return code;

@@ -85,17 +85,15 @@ HRESULT VornToolsScenes::readScenesNamesInAssy(CATIProduct* ipi_root, CATListVal
     o_names.RemoveAll();
     InterfacePtr<IEnumVARIANT> sp_scenes;
     long count = 0;
-    HRESULT code =
+    const HRESULT code =
         sp_scenes.receive([&](IEnumVARIANT*& o_scenes) { return getAllScenesOnRoot(ipi_root, o_scenes, count); });
     if (!sp_scenes) {
         frame.badInput("list_scenes_enum");
         return code;
     }
-    CATListValCATUnicodeString names;
-    code = forEachScene(frame, sp_scenes.get(), count, [&](CATBaseDispatch* ipi_scene, long) {
+    forEachScene(frame, sp_scenes.get(), count, [&](CATBaseDispatch* ipi_scene, long) {
         CATUnicodeString name;
-        if (SUCCEEDED(readSceneName(frame, ipi_scene, name))) names.Append(name);
+        if (SUCCEEDED(readSceneName(frame, ipi_scene, name))) o_names.Append(name);
     });
-    if (SUCCEEDED(code)) o_names = names;
-    return code;
+    return S_OK;
 }

@@ -8,19 +8,18 @@
 
 namespace vorntools {
 
-/** Calls `visit(CATBaseDispatch* scene, long index)` for each scene from where the walk stands, index from 1.
- * @return the code, reported, of a walk that breaks off */
+/** Calls `visit(CATBaseDispatch* scene, long index)` for each scene from where the walk stands, index from 1. A walk
+ * that breaks off is reported; the scenes before count. */
 template <class Visit>
-HRESULT forEachScene(const JournalFrame& i_frame, IEnumVARIANT* ipi_scenes, long i_count, Visit&& i_visit) {
+void forEachScene(const JournalFrame& i_frame, IEnumVARIANT* ipi_scenes, long i_count, Visit&& i_visit) {
     for (long index = 1; index <= i_count; ++index) {
         AutomationValue scene;
         ULONG fetched = 0;
         const HRESULT code = scene.receive([&](CATVariant& o_item) { return ipi_scenes->Next(1, &o_item, &fetched); });
         if (FAILED(code)) i_frame.callFailed("Next");
-        if (code != S_OK) return FAILED(code) ? code : S_OK;
+        if (code != S_OK) return;
         if (fetched == 1) i_visit(scene.object(), index);
     }
-    return S_OK;
 }
 
 /** @return E_FAIL, reported, for a scene that does not tell its name */

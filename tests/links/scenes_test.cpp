@@ -4,6 +4,7 @@
 #include "CATMathTransformation.h"
 #include "IEnumVARIANT.h"
 #include "embedded/Scenes.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -213,26 +214,60 @@ TEST_F(ScenesTest, AGroupEndsWhereItsSceneDoesNotAnswer) {
         {"IEnumVARIANT::Next", " 9003 Next", {}},
     };
     const Texts others = {"c.1!g.1!", "F", "", "TRUE", "p.1!c.1!g.1!", "F", "", "TRUE", "b.1!", "F", "", "TRUE"};
-    auto& failures = embedded::Failures::get();
     for (const auto& c : cases) {
-        Texts read;
-        for (int nth = 1; nth < 200; ++nth) {
-            reports();
-            failures.arm(nth, false, embedded::FaultFlavour::codeWithOutput);
-            CATListValCATUnicodeString list;
-            VornToolsScenes::readScenesDataInAssy("/w/r.a.CATProduct", root.get(), nullptr, {}, 0, list);
-            failures.disarm();
-            read = toTexts(list);
-            if (failures.firedAt() == c.site) break;
-        }
+        CATListValCATUnicodeString read;
+        const auto readAll = [&] {
+            VornToolsScenes::readScenesDataInAssy("/w/r.a.CATProduct", root.get(), nullptr, {}, 0, read);
+        };
+        EXPECT_TRUE(failAt(c.site, 1, readAll));
         Texts expected = {"<CATProduct>", "r.a"};
         expected.insert(expected.end(), c.group.begin(), c.group.end());
         expected.insert(expected.end(), others.begin(), others.end());
         expected.emplace_back("</CATProduct>");
-        EXPECT_EQ(read, expected) << c.site;
+        EXPECT_EQ(toTexts(read), expected) << c.site;
         const Texts none;
         EXPECT_EQ(reports(), *c.report ? Texts({kScenes + "readScenesDataInAssy" + c.report}) : none) << c.site;
     }
+}
+
+TEST_F(ScenesTest, NamesReadBeforeTheWalkBreaksOffAreKept) {
+    addScenes();
+    HRESULT code = S_FALSE;
+    CATListValCATUnicodeString list;
+    EXPECT_TRUE(
+        failAt("IEnumVARIANT::Next", 2, [&] { code = VornToolsScenes::readScenesNamesInAssy(root.get(), list); }));
+    EXPECT_EQ(code, S_OK);
+    EXPECT_EQ(toTexts(list), Texts({"F"}));
+    EXPECT_EQ(reports(), Texts({kScenes + "readScenesNamesInAssy 9003 Next"}));
+}
+
+TEST_F(ScenesTest, AChildThatIsNotLoadedIsReportedAndHasItsGroups) {
+    root.addUnresolved("u.1");
+    scenes(root).addPartial("P");
+    EXPECT_EQ(data(root), Texts({"<CATProduct>",
+                                 "r.a",
+                                 "g.1!",
+                                 "P",
+                                 "",
+                                 "",
+                                 "c.1!g.1!",
+                                 "P",
+                                 "",
+                                 "",
+                                 "p.1!c.1!g.1!",
+                                 "P",
+                                 "",
+                                 "",
+                                 "b.1!",
+                                 "P",
+                                 "",
+                                 "",
+                                 "u.1!",
+                                 "P",
+                                 "",
+                                 "",
+                                 "</CATProduct>"}));
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getCATDocument 9002 sp_reference"}));
 }
 
 TEST_F(ScenesTest, APartOfAnAssemblyTakesThePositionsOfItsParent) {
@@ -269,6 +304,21 @@ TEST_F(ScenesTest, PathsLeadFromTheProductToTheRoot) {
     EXPECT_EQ(messages(), Texts({"getParent is failed."}));
     EXPECT_EQ(path(component, 0), "c.1!g.1!") << "the product itself does not count";
     EXPECT_EQ(path(root, 0), "");
+}
+
+TEST_F(ScenesTest, ANameThatIsNotToldIsEmptyInThePath) {
+    const Texts expected = {"!c.1!g.1!", "p.1!!g.1!", "p.1!c.1!!", "p.1!c.1!g.1!"};
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        HRESULT code = E_FAIL;
+        CATUnicodeString read;
+        unsigned char hasComponent = 7;
+        EXPECT_TRUE(failAt("CATIProduct::GetPrdInstanceName", static_cast<int>(i) + 1,
+                           [&] { code = VornToolsScenes::getParentsWithComponents(pin.get(), read, hasComponent); }));
+        EXPECT_EQ(code, S_OK);
+        EXPECT_EQ(read.ConvertToChar(), expected[i]);
+        EXPECT_EQ(hasComponent, 1);
+        EXPECT_EQ(reports(), Texts());
+    }
 }
 
 TEST_F(ScenesTest, ParentsHideWhatIsBelowThem) {
