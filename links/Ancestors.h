@@ -36,9 +36,9 @@ inline HRESULT readFileName(const JournalFrame& i_frame, CATIProduct* ipi_produc
     CATDocument* p_document = nullptr;
     CATUnicodeString full_name;
     if (FAILED(VornToolsCommon::getDocumentFileName(ipi_product, p_document, full_name)))
-        return i_frame.callFailed("getDocumentFileName");
+        return i_frame.platformFailed("getDocumentFileName");
     CATUnicodeString directory;
-    if (FAILED(splitFullName(full_name, directory, o_file_name))) return i_frame.callFailed("splitPathAndFileName");
+    if (FAILED(splitFullName(full_name, directory, o_file_name))) return i_frame.platformFailed("splitPathAndFileName");
     return S_OK;
 }
 

@@ -180,7 +180,7 @@ HRESULT VornToolsDummyPart::selectionContainsADummyPart(const CATListPtrCATBaseU
         if (sp_product)
             result = isADummyPart(sp_product.get(), 1);
         else
-            frame.callFailed("QueryInterface IID_CATIProduct");
+            frame.platformFailed("QueryInterface IID_CATIProduct");
     }
     return S_OK;
 }

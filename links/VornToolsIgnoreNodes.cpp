@@ -90,11 +90,11 @@ template <class Format>
 void markAsIgnoreNode(const JournalFrame& i_frame, CATIPrdProperties& io_properties, Format&& i_format) {
     CATUnicodeString description;
     if (FAILED(io_properties.GetDescriptionInst(description))) {
-        i_frame.callFailed("GetDescriptionInst");
+        i_frame.platformFailed("GetDescriptionInst");
         return;
     }
     i_format(description);
-    if (FAILED(writeDescription(&io_properties, description))) i_frame.callFailed("SetDescriptionInst");
+    if (FAILED(writeDescription(&io_properties, description))) i_frame.platformFailed("SetDescriptionInst");
 }
 
 } // namespace
@@ -151,7 +151,7 @@ HRESULT VornToolsIgnoreNodes::isActiveDocumentAnIgnoreNode(CATIProduct* product,
     const JournalFrame frame(_CteCLASS_NAME, "isActiveDocumentAnIgnoreNode");
     result = 0;
     const CATUnicodeString part_number = product->GetPartNumber();
-    if (part_number.IsNull()) frame.callFailed("GetPartNumber");
+    if (part_number.IsNull()) frame.platformFailed("GetPartNumber");
     if (startsWithPrefix(part_number))
         result = say(frame, "the ActiveDocument is an Ignore Node (by PartNumber)");
     else if (startsWithPrefix(fileName))
@@ -171,7 +171,7 @@ HRESULT VornToolsIgnoreNodes::isBrokenIconAnIgnoreNode(CATIProduct* product, con
     if (!m_prefixesManaged) return S_OK;
     CATUnicodeString instance_name;
     if (FAILED(VornToolsCommon::getPrdInstanceNameWithoutNewLines(product, instance_name)))
-        return frame.callFailed("VornToolsCommon::getPrdInstanceNameWithoutNewLines");
+        return frame.platformFailed("VornToolsCommon::getPrdInstanceNameWithoutNewLines");
     if (startsWithPrefix(instance_name)) result = say(frame, "the BrokenIcon is an Ignore Node (by Instance Name)");
     return S_OK;
 }
@@ -197,7 +197,7 @@ HRESULT VornToolsIgnoreNodes::isAnIgnoreNode(CATIProduct* product, CATUnicodeStr
     }
     if (!product) {
         frame.write("ip_product is NULL. Exit.");
-        return E_FAIL;
+        return frame.badInput("ip_product");
     }
     HRESULT code = S_OK;
     if (mode == NodeKindActiveDocument && m_prefixesManaged) {
@@ -246,7 +246,7 @@ HRESULT VornToolsIgnoreNodes::updateInstanceDescription(CATIProduct* product) {
         return VornToolsCommon::getInstanceInFirstProductParent(product, o_instance);
     });
     if (!sp_instance) {
-        frame.callFailed("getInstanceInFirstProductParent");
+        frame.platformFailed("getInstanceInFirstProductParent");
         return S_OK;
     }
     const auto sp_properties = sp_instance.query<CATIPrdProperties>();

@@ -2,6 +2,7 @@
 
 #include "CATDocument.h"
 #include "CATIProduct.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -101,6 +102,20 @@ TEST_F(DummyPartTest, AProductIsTestedByItsDocument) {
     EXPECT_EQ(reports(), Texts({"VornToolsDummyPart::isADummyPart 9001 ip_product"}));
 }
 
+TEST_F(DummyPartTest, AComponentWhoseShapeIsNotToldIsReported) {
+    auto root = session().product(path("r.CATProduct")).root();
+    auto component = root.addComponent("c", "c.1").masterShape(path("c.model"));
+    EXPECT_EQ(tester().isADummyPart(component.get(), 1), 0);
+    EXPECT_EQ(reports(), Texts());
+    unsigned char answer = 7;
+    EXPECT_TRUE(failAt("CATIAProduct::GetMasterShapeRepresentationPathName", 2,
+                       [&] { answer = tester().isADummyPart(component.get(), 1); }));
+    EXPECT_EQ(answer, 0);
+    EXPECT_EQ(reports(),
+              Texts({"VornToolsCommon::getMasterShapeRepresentationPathName 9004 GetMasterShapeRepresentationPathName",
+                     "VornToolsDummyPart::isADummyPart 9004 VornToolsCommon::getMasterShapeRepresentationPathName"}));
+}
+
 TEST_F(DummyPartTest, ListsAndSelectionsAreSearchedForTheFirst) {
     auto document = session().part(writeLoaded("d.CATPart"));
     auto root = session().product(path("r.CATProduct")).root();
@@ -136,7 +151,7 @@ TEST_F(DummyPartTest, ListsAndSelectionsAreSearchedForTheFirst) {
     EXPECT_EQ(selected({root.get()}), 0);
     EXPECT_EQ(selected({nullptr, document.get(), root.get(), dummy.get()}), 1);
     EXPECT_EQ(reports(),
-              Texts(2, "VornToolsDummyPart::selectionContainsADummyPart 9003 QueryInterface IID_CATIProduct"));
+              Texts(2, "VornToolsDummyPart::selectionContainsADummyPart 9004 QueryInterface IID_CATIProduct"));
 }
 
 TEST_F(DummyPartTest, TheInstanceIsAnObjectOfThePlatform) {

@@ -1,6 +1,7 @@
 #include "VornToolsExportAsReference.h"
 
 #include "CATIProduct.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -38,6 +39,11 @@ TEST_F(ExportAsReferenceTest, TheFileNameBeginsWithThePrefix) {
         Texts({"> VornToolsExportAsReference:: isAnExportAsReference", "test for component : /lib/REF_a.CATPart",
                " the Component is a REFERENCE by file_name", "< VornToolsExportAsReference:: isAnExportAsReference"}));
 
+    environment().referencePrefix = "R\xC3";
+    VornToolsExportAsReference others;
+    EXPECT_EQ(is(others, "R\xC3-.CATPart"), 1);
+    EXPECT_EQ(is(others, "R\xC3\xA4.CATPart"), 0) << "half a character is none";
+
     environment().referencePrefix = "";
     EXPECT_EQ(is(references, "REF_a.CATPart"), 1) << "read once";
     references.initClassVariables();
@@ -63,10 +69,18 @@ TEST_F(ExportAsReferenceTest, AncestorsAreTestedUpToTheRoot) {
     EXPECT_EQ(result, 0);
     EXPECT_EQ(reports(), Texts({"VornToolsExportAsReference::hasAnEAR 9001 ip_product"}));
 
+    HRESULT code = S_OK;
+    EXPECT_TRUE(failAt("UTILFile::splitPathAndFileName", 1, [&] {
+        code = references.hasAnEAR(root.at({"g.1", "p.1"}).get(), result);
+    }));
+    EXPECT_EQ(code, E_FAIL);
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(reports(), Texts({"VornToolsExportAsReference::hasAnEAR 9004 splitPathAndFileName"}));
+
     sweepFailures({"VornToolsExportAsReference::hasAnEAR", [&] {
                        unsigned char answer = 7;
-                       const HRESULT code = references.hasAnEAR(root.at({"g.1", "p.1"}).get(), answer);
-                       return SweepOutcome{code, answer == 0};
+                       const HRESULT found = references.hasAnEAR(root.at({"g.1", "p.1"}).get(), answer);
+                       return SweepOutcome{found, answer == 0};
                    }});
     sweepFailures({"VornToolsExportAsReference::isAnExportAsReference", [&] {
                        unsigned char answer = 7;

@@ -1,6 +1,7 @@
 #include "VornToolsIgnoreNodes.h"
 
 #include "CATIProduct.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -55,6 +56,15 @@ TEST_F(IgnoreNodesTest, PrefixesAreReadLineByLineAsTheyStand) {
     EXPECT_EQ(Access::load(nodes), S_OK);
     EXPECT_FALSE(Access::startsWithPrefix(nodes, "AB")) << "loading starts over";
     EXPECT_TRUE(Access::startsWithPrefix(nodes, "Q"));
+}
+
+TEST_F(IgnoreNodesTest, PrefixesAreMadeOfCharactersNotOfBytes) {
+    writePrefixes("x\xC3\n\xC3\x84rger");
+    VornToolsIgnoreNodes nodes;
+    EXPECT_TRUE(Access::startsWithPrefix(nodes, "x\xC3-"));
+    EXPECT_FALSE(Access::startsWithPrefix(nodes, "x\xC3\xA4")) << "half a character is none";
+    EXPECT_TRUE(Access::startsWithPrefix(nodes, "\xC3\x84rger 1"));
+    EXPECT_FALSE(Access::startsWithPrefix(nodes, "\xC3\x96rger 1"));
 }
 
 TEST_F(IgnoreNodesTest, WithoutUsablePrefixesOnlyDescriptionsCount) {
@@ -133,6 +143,7 @@ TEST_F(IgnoreNodesTest, EachKindOfNodeIsToldByItsOwnTexts) {
     }
     EXPECT_EQ(ask(nodes, embedded::Product(), "x", 0, E_FAIL), 0);
     EXPECT_EQ(decision, "ip_product is NULL. Exit.");
+    EXPECT_EQ(reports(), Texts({"VornToolsIgnoreNodes::isAnIgnoreNode 9001 ip_product"}));
 
     environment().instanceDescriptionMarksIgnoreNodes = false;
     VornToolsIgnoreNodes prefixesOnly;
@@ -201,12 +212,53 @@ TEST_F(IgnoreNodesTest, AnInstanceIsMarked) {
     EXPECT_EQ(nodes.updateInstanceDescription(root.get()), S_OK);
     part.withoutProperties();
     EXPECT_EQ(nodes.updateInstanceDescription(part.get()), S_OK);
-    const Texts found = reports();
     const std::string method = "VornToolsIgnoreNodes::updateInstanceDescription ";
-    ASSERT_GE(found.size(), 3U);
-    EXPECT_EQ(found.front(), method + "9001 ip_catiproduct");
-    EXPECT_EQ(found.back(), method + "9002 p_product_child_properties");
-    EXPECT_NE(std::find(found.begin(), found.end(), method + "9003 getInstanceInFirstProductParent"), found.end());
+    EXPECT_EQ(reports(), Texts({method + "9001 ip_catiproduct", method + "9004 getInstanceInFirstProductParent",
+                                method + "9002 p_product_child_properties"}));
+}
+
+TEST_F(IgnoreNodesTest, FailedCallsAreReported) {
+    writePrefixes("AB");
+    auto root = session().product("r.CATProduct").root();
+    auto part = root.add(session().part("p.CATPart"), "p.1");
+    VornToolsIgnoreNodes nodes;
+    const auto mark = [&] {
+        part.description("foo");
+        return nodes.updateInstanceDescription(part.get());
+    };
+    const auto ask = [&](int mode) {
+        unsigned char result = 7;
+        const HRESULT code = nodes.isAnIgnoreNode(part.get(), "p.CATPart", mode, result);
+        EXPECT_EQ(result, 0);
+        return code;
+    };
+    const auto askAncestors = [&] {
+        unsigned char result = 7;
+        const HRESULT code = nodes.hasAnIgnoreNode(part.get(), result);
+        EXPECT_EQ(result, 0);
+        return code;
+    };
+    const struct {
+        const char* site;
+        std::function<HRESULT()> call;
+        HRESULT code;
+        const char* report;
+    } cases[] = {
+        {"CATIPrdProperties::GetDescriptionInst", mark, S_OK, "updateInstanceDescription 9004 GetDescriptionInst"},
+        {"CATIPrdProperties::SetDescriptionInst", mark, S_OK, "updateInstanceDescription 9004 SetDescriptionInst"},
+        {"QueryInterface(CATIPrdProperties)", mark, S_OK, "updateInstanceDescription 9002 p_product_child_properties"},
+        {"CATIProduct::GetPartNumber", [&] { return ask(1); }, S_OK, "isActiveDocumentAnIgnoreNode 9004 GetPartNumber"},
+        {"CATIProduct::GetPrdInstanceName", [&] { return ask(2); }, E_FAIL,
+         "isBrokenIconAnIgnoreNode 9004 VornToolsCommon::getPrdInstanceNameWithoutNewLines"},
+        {"UTILFile::splitPathAndFileName", askAncestors, E_FAIL, "hasAnIgnoreNode 9004 splitPathAndFileName"},
+    };
+    for (const auto& c : cases) {
+        HRESULT code = S_FALSE;
+        EXPECT_TRUE(failAt(c.site, 1, [&] { code = c.call(); }));
+        EXPECT_EQ(code, c.code) << c.site;
+        EXPECT_EQ(part.description(), "foo") << c.site;
+        EXPECT_EQ(reports(), Texts({std::string("VornToolsIgnoreNodes::") + c.report}));
+    }
 }
 
 TEST_F(IgnoreNodesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
