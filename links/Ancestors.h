@@ -2,6 +2,7 @@
 #define LINKS_ANCESTORS_H
 
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 
@@ -14,7 +15,8 @@ namespace vorntools {
 
 /**
  * Calls `visit(CATIProduct* ancestor, bool& stop)` for each product above the given one, from its parent to the root.
- * @return the code of the last getParent, or the negative one of a visit, which ends the walk
+ * @return the code of the last getParent, or the negative one of a visit, which ends the walk; E_FAIL for a visit that
+ * throws
  */
 template <class Visit>
 HRESULT forEachAncestor(CATIProduct* ipi_product, Visit&& i_visit) {
@@ -25,7 +27,7 @@ HRESULT forEachAncestor(CATIProduct* ipi_product, Visit&& i_visit) {
             [&](CATIProduct*& o_parent) { return VornToolsCommon::getParent(sp_product.get(), o_parent); });
         if (FAILED(code) || !sp_parent) return code;
         bool stop = false;
-        code = i_visit(sp_parent.get(), stop);
+        code = guarded([&] { return i_visit(sp_parent.get(), stop); }, E_FAIL);
         if (FAILED(code) || stop) return code;
         sp_product = std::move(sp_parent);
     }

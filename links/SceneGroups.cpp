@@ -51,7 +51,7 @@ const char* hiddenFlag(CATIASceneProduct* ipi_data) {
 
 } // namespace
 
-void SceneGroups::append(CATIProduct* ipi_child) {
+HRESULT SceneGroups::append(CATIProduct* ipi_child) {
     Child child{queryInterface<CATIAProduct>(ipi_child), CATUnicodeString()};
     unsigned char has_component_parent = 0;
     VornToolsScenes::getParentsWithComponents(ipi_child, child.path, has_component_parent);
@@ -60,13 +60,13 @@ void SceneGroups::append(CATIProduct* ipi_child) {
         positions.emplace_back().SetCoefficients(appendGroup(child, ipi_scene, i_index).data());
     });
     if (FAILED(m_scenes->Reset())) m_frame.callFailed("Reset");
-    if (isShownByProductDocument(ipi_child)) appendBelow(ipi_child, positions);
+    return isShownByProductDocument(ipi_child) ? appendBelow(ipi_child, positions) : S_OK;
 }
 
-void SceneGroups::appendBelow(CATIProduct* ipi_child, std::vector<CATMathTransformation>& i_positions) {
+HRESULT SceneGroups::appendBelow(CATIProduct* ipi_child, std::vector<CATMathTransformation>& i_positions) {
     CATListPtrCATMathTransformation positions;
     for (CATMathTransformation& position : i_positions) positions.Append(&position);
-    VornToolsScenes::readScenesDataInAssy("", ipi_child, m_scenes, positions, m_count, m_data);
+    return VornToolsScenes::readScenesDataInAssy("", ipi_child, m_scenes, positions, m_count, m_data);
 }
 
 Position SceneGroups::appendGroup(const Child& i_child, CATBaseDispatch* ipi_scene, long i_index) {

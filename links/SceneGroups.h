@@ -27,13 +27,13 @@ public:
                 const CATListPtrCATMathTransformation* ip_parents, CATListValCATUnicodeString& io_data)
         : m_frame(i_frame), m_scenes(ipi_scenes), m_count(i_count), m_parents(ip_parents), m_data(io_data) {}
 
-    /** The groups of a child and of everything below it. */
-    void append(CATIProduct* ipi_child);
+    /** The groups of a child and of everything below it. @return E_FAIL when there is no memory for them */
+    HRESULT append(CATIProduct* ipi_child);
 
 private:
     struct Child;
 
-    void appendBelow(CATIProduct* ipi_child, std::vector<CATMathTransformation>& i_positions);
+    HRESULT appendBelow(CATIProduct* ipi_child, std::vector<CATMathTransformation>& i_positions);
     /** @return what the child's own children take as its position in this scene */
     Position appendGroup(const Child& i_child, CATBaseDispatch* ipi_scene, long i_index);
     Position appendPresent(const Child& i_child, CATIAScene* ipi_scene, long i_index);

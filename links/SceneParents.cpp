@@ -32,12 +32,13 @@ CATUnicodeString readInstanceName(CATIProduct* ipi_product) {
     return name;
 }
 
-bool isHiddenInScene(CATIProduct* ipi_product, const CATListValCATUnicodeString& i_data,
-                     const CATUnicodeString& i_scene_name) {
+HRESULT isHiddenInScene(CATIProduct* ipi_product, const CATListValCATUnicodeString& i_data,
+                        const CATUnicodeString& i_scene_name, bool& o_hidden) {
     CATUnicodeString path;
     unsigned char has_component_parent = 0;
-    return SUCCEEDED(VornToolsScenes::getParentsWithComponents(ipi_product, path, has_component_parent)) &&
-           isHidden(i_data, path, i_scene_name);
+    const HRESULT code = VornToolsScenes::getParentsWithComponents(ipi_product, path, has_component_parent);
+    o_hidden = SUCCEEDED(code) && isHidden(i_data, path, i_scene_name);
+    return code;
 }
 
 } // namespace
@@ -48,17 +49,16 @@ HRESULT VornToolsScenes::getParentsWithComponents(CATIProduct* ipi_product, CATU
     o_path = "";
     o_has_component_parent = 0;
     if (!ipi_product) return frame.badInput("ip_product");
-    CATUnicodeString path = readInstanceName(ipi_product);
-    bool has_component_parent = false;
+    o_path = readInstanceName(ipi_product);
     const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool&) {
-        path.Append(kPathSeparator).Append(readInstanceName(ipi_parent));
-        has_component_parent = isComponent(ipi_parent) || has_component_parent;
+        o_path.Append(kPathSeparator).Append(readInstanceName(ipi_parent));
+        if (isComponent(ipi_parent)) o_has_component_parent = 1;
         return S_OK;
     });
     frame.write("getParent is failed.");
-    if (FAILED(code)) return code;
-    o_path = path;
-    o_has_component_parent = has_component_parent ? 1 : 0;
+    if (SUCCEEDED(code)) return code;
+    o_path = "";
+    o_has_component_parent = 0;
     return code;
 }
 
@@ -73,9 +73,11 @@ HRESULT VornToolsScenes::hasParentHideInScene(CATIProduct* ipi_product, CATListV
     bool by_component = false;
     const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool& o_stop) {
         const bool is_component = isComponent(ipi_parent);
-        if (isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name)) (is_component ? by_component : by_parent) = true;
+        bool hidden = false;
+        const HRESULT result = isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name, hidden);
+        if (hidden) (is_component ? by_component : by_parent) = true;
         o_stop = by_parent;
-        return S_OK;
+        return result;
     });
     if (FAILED(code)) return code;
     if (by_parent) o_hidden_by_parent = kTrueFlag;
@@ -91,10 +93,11 @@ HRESULT VornToolsScenes::hasParentComponentHideInScene(CATIProduct* ipi_product,
     if (!ipi_product) return frame.badInput("ip_product");
     bool hidden = false;
     const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool& o_stop) {
-        const bool is_component = isComponent(ipi_parent);
-        hidden = is_component && isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name);
-        o_stop = hidden || !is_component;
-        return S_OK;
+        o_stop = !isComponent(ipi_parent);
+        if (o_stop) return S_OK;
+        const HRESULT result = isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name, hidden);
+        o_stop = hidden;
+        return result;
     });
     if (SUCCEEDED(code) && hidden) o_hidden = kTrueFlag;
     return code;

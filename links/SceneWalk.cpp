@@ -2,6 +2,7 @@
 
 #include "VornToolsScenes.h"
 #include "foundation/AutomationText.h"
+#include "foundation/Guarded.h"
 #include "links/Obtain.h"
 
 #include "CATIACollection.h"
@@ -91,9 +92,11 @@ HRESULT VornToolsScenes::readScenesNamesInAssy(CATIProduct* ipi_root, CATListVal
         frame.badInput("list_scenes_enum");
         return code;
     }
-    forEachScene(frame, sp_scenes.get(), count, [&](CATBaseDispatch* ipi_scene, long) {
+    const auto append_name = [&](CATBaseDispatch* ipi_scene, long) {
         CATUnicodeString name;
         if (SUCCEEDED(readSceneName(frame, ipi_scene, name))) o_names.Append(name);
-    });
-    return S_OK;
+    };
+    if (guarded([&] { forEachScene(frame, sp_scenes.get(), count, append_name); })) return S_OK;
+    o_names.RemoveAll();
+    return E_FAIL;
 }

@@ -1,6 +1,7 @@
 #include "VornToolsDocument.h"
 
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/LogicalNames.h"
 
@@ -15,11 +16,13 @@ HRESULT VornToolsDocument::getDocumentInSession(const CATUnicodeString& name, CA
     document = nullptr;
     if (name.IsNull()) return frame.badInput("name");
 
-    CATUnicodeString session_name(name);
-    if (environmentSays(&ENVManager::getCATIAIsUsingDLName)) makeLogical(session_name);
-    CATDocument* p_found = nullptr;
-    const HRESULT code = CATDocumentServices::GetDocumentInSession(session_name, p_found);
-    if (FAILED(code)) return code;
-    document = p_found;
-    return p_found ? code : E_FAIL;
+    const auto look_up = [&] {
+        CATUnicodeString session_name(name);
+        if (environmentSays(&ENVManager::getCATIAIsUsingDLName)) makeLogical(session_name);
+        return CATDocumentServices::GetDocumentInSession(session_name, document);
+    };
+    HRESULT code = guarded(look_up, E_FAIL);
+    if (SUCCEEDED(code) && !document) code = E_FAIL;
+    if (FAILED(code)) document = nullptr;
+    return code;
 }

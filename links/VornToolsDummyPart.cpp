@@ -2,6 +2,7 @@
 
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
@@ -22,6 +23,7 @@ VornToolsDummyPart* VornToolsDummyPart::_singleton = nullptr;
 
 namespace {
 
+constexpr unsigned char kNo = 0;
 constexpr const char* kPartTypes[] = {"CATPart", "model", "CATShape", "jt"};
 
 bool isOfPartType(const CATUnicodeString& i_full_name) {
@@ -117,14 +119,17 @@ unsigned char VornToolsDummyPart::isAFileDummyPart(const CATUnicodeString& fullF
         frame.badInput("i_full_file_name");
         return 0;
     }
-    long long size = 0;
-    if (FAILED(UTILFile::getFileSize(fullFileName, size))) {
-        frame.write("getFileSize returns failed for : %s", fullFileName);
-        return 0;
-    }
-    if (size != 0 || !isMarkedAsDummyPart(frame, fullFileName)) return 0;
-    if (!m_dummyParts.Locate(fullFileName)) m_dummyParts.Append(fullFileName);
-    return 1;
+    const auto test = [&]() -> unsigned char {
+        long long size = 0;
+        if (FAILED(UTILFile::getFileSize(fullFileName, size))) {
+            frame.write("getFileSize returns failed for : %s", fullFileName);
+            return 0;
+        }
+        if (size != 0 || !isMarkedAsDummyPart(frame, fullFileName)) return 0;
+        if (!m_dummyParts.Locate(fullFileName)) m_dummyParts.Append(fullFileName);
+        return 1;
+    };
+    return guarded(test, kNo);
 }
 
 unsigned char VornToolsDummyPart::isADummyPart(const CATUnicodeString& fullFileName) {
@@ -144,31 +149,36 @@ unsigned char VornToolsDummyPart::isADummyPart(CATIProduct* product, unsigned ch
         frame.badInput("ip_product");
         return 0;
     }
-    CATDocument* p_document = nullptr;
-    CATUnicodeString full_name;
-    if (FAILED(VornToolsCommon::getDocumentFileName(product, p_document, full_name))) {
-        frame.write("getDocumentFileName is failed: goto EXIT_HERE.");
-        return 0;
-    }
-    if (UTILFile::isACATProduct(UTILFile::getExtension(full_name))) {
-        checkShapeOfComponent(frame, product);
-        return 0;
-    }
-    if (full_name.IsNull()) return 0;
-    if (!(useCache && m_dummyParts.Locate(full_name)) && !isAFileDummyPart(full_name)) return 0;
-    frame.write("Is a dummy part");
-    return 1;
+    const auto test = [&]() -> unsigned char {
+        CATDocument* p_document = nullptr;
+        CATUnicodeString full_name;
+        if (FAILED(VornToolsCommon::getDocumentFileName(product, p_document, full_name))) {
+            frame.write("getDocumentFileName is failed: goto EXIT_HERE.");
+            return 0;
+        }
+        if (UTILFile::isACATProduct(UTILFile::getExtension(full_name))) {
+            checkShapeOfComponent(frame, product);
+            return 0;
+        }
+        if (full_name.IsNull()) return 0;
+        if (!(useCache && m_dummyParts.Locate(full_name)) && !isAFileDummyPart(full_name)) return 0;
+        frame.write("Is a dummy part");
+        return 1;
+    };
+    return guarded(test, kNo);
 }
 
 HRESULT VornToolsDummyPart::listOfFilesContainsADummyPart(const CATListValCATUnicodeString& files,
                                                           unsigned char& result) {
     const JournalFrame frame(_CteCLASS_NAME, "listOfFilesContainsADummyPart");
     result = 0;
-    for (int i = 1; i <= files.Size() && !result; ++i) {
-        CATUnicodeString name = files[i];
-        if (completeName(frame, name)) result = isADummyPart(name);
-    }
-    return S_OK;
+    const auto test_all = [&] {
+        for (int i = 1; i <= files.Size() && !result; ++i) {
+            CATUnicodeString name = files[i];
+            if (completeName(frame, name)) result = isADummyPart(name);
+        }
+    };
+    return guarded(test_all) ? S_OK : E_FAIL;
 }
 
 HRESULT VornToolsDummyPart::selectionContainsADummyPart(const CATListPtrCATBaseUnknown& objects,

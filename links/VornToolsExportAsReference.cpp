@@ -1,6 +1,7 @@
 #include "VornToolsExportAsReference.h"
 
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/Texts.h"
 #include "links/Ancestors.h"
 
@@ -21,14 +22,16 @@ HRESULT VornToolsExportAsReference::isAnExportAsReference(CATUnicodeString fullF
     // The blank is kept because the journals are searched for this very name.
     const JournalFrame frame(_CteCLASS_NAME, " isAnExportAsReference");
     result = 0;
-    frame.write("test for component : %s", fullFileName);
-    CATUnicodeString directory;
-    CATUnicodeString file_name;
-    if (m_referencePrefix.IsNull() || FAILED(splitFullName(fullFileName, directory, file_name))) return S_OK;
-    if (!beginsWith(file_name, m_referencePrefix)) return S_OK;
-    frame.write(" the Component is a REFERENCE by file_name");
-    result = 1;
-    return S_OK;
+    const auto test = [&] {
+        frame.write("test for component : %s", fullFileName);
+        CATUnicodeString directory;
+        CATUnicodeString file_name;
+        if (m_referencePrefix.IsNull() || FAILED(splitFullName(fullFileName, directory, file_name))) return;
+        if (!beginsWith(file_name, m_referencePrefix)) return;
+        frame.write(" the Component is a REFERENCE by file_name");
+        result = 1;
+    };
+    return guarded(test) ? S_OK : E_FAIL;
 }
 
 HRESULT VornToolsExportAsReference::hasAnEAR(CATIProduct* product, unsigned char& result) {

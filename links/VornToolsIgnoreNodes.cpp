@@ -1,6 +1,7 @@
 #include "VornToolsIgnoreNodes.h"
 
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/Texts.h"
 #include "links/Ancestors.h"
@@ -40,10 +41,12 @@ CATUnicodeString prefixFileName() {
 }
 
 /** Reads the lines that are not empty. A file that breaks off gives a failure. */
-HRESULT readPrefixes(UTILFile& io_file, TYPVectorCATUnicodeString& o_prefixes) {
+HRESULT readPrefixes(const CATUnicodeString& i_file_name, TYPVectorCATUnicodeString& o_prefixes) {
+    UTILFile file;
+    HRESULT code = file.open(i_file_name, "r");
+    if (FAILED(code)) return code;
     CATUnicodeString line;
-    HRESULT code = io_file.readLine(line);
-    for (; code == S_OK; code = io_file.readLine(line))
+    for (code = file.readLine(line); code == S_OK; code = file.readLine(line))
         if (!line.IsNull()) o_prefixes.push_back(line);
     return code;
 }
@@ -127,8 +130,7 @@ HRESULT VornToolsIgnoreNodes::loadPrefixIgnoreNodes() {
         frame.write("the ignore nodes prefix file %s does not exist", file_name);
         return E_FAIL;
     }
-    UTILFile file;
-    if (FAILED(file.open(file_name, "r")) || FAILED(readPrefixes(file, *m_prefixes))) {
+    if (FAILED(guarded([&] { return readPrefixes(file_name, *m_prefixes); }, E_FAIL))) {
         frame.badInput("p_prefix_file");
         frame.write("unable to read the ignore nodes prefix file %s", file_name);
         return E_FAIL;
@@ -199,21 +201,21 @@ HRESULT VornToolsIgnoreNodes::isAnIgnoreNode(CATIProduct* product, CATUnicodeStr
         frame.write("ip_product is NULL. Exit.");
         return frame.badInput("ip_product");
     }
-    HRESULT code = S_OK;
-    if (mode == NodeKindActiveDocument && m_prefixesManaged) {
-        code = isActiveDocumentAnIgnoreNode(product, fileName, result);
-    } else {
+    const auto test = [&]() -> HRESULT {
+        if (mode == NodeKindActiveDocument && m_prefixesManaged)
+            return isActiveDocumentAnIgnoreNode(product, fileName, result);
         const CATUnicodeString description = readDescription(frame, product);
-        if (mode == NodeKindBrokenIcon)
-            code = isBrokenIconAnIgnoreNode(product, description, result);
-        else if (mode == NodeKindComponent)
-            code = isComponentAnIgnoreNode(product, description, result);
-        else if (m_instanceDescriptionManaged && beginsWith(description, kIgnoreNode))
+        if (mode == NodeKindBrokenIcon) return isBrokenIconAnIgnoreNode(product, description, result);
+        if (mode == NodeKindComponent) return isComponentAnIgnoreNode(product, description, result);
+        if (m_instanceDescriptionManaged && beginsWith(description, kIgnoreNode))
             result = say(frame, kComponentByDescription);
         else if (m_prefixesManaged)
             result = testNames(frame, product, fileName, kElementTexts,
                                [this](auto& text) { return startsWithPrefix(text); });
-    }
+        return S_OK;
+    };
+    const HRESULT code = guarded(test, E_FAIL);
+    if (FAILED(code)) result = 0;
     if (!result) frame.write("the element is NOT an ignore node");
     return code;
 }
@@ -250,11 +252,14 @@ HRESULT VornToolsIgnoreNodes::updateInstanceDescription(CATIProduct* product) {
         return S_OK;
     }
     const auto sp_properties = sp_instance.query<CATIPrdProperties>();
-    if (sp_properties)
-        markAsIgnoreNode(frame, *sp_properties.get(), [this](auto& text) { setFormatInstanceDescription(text); });
-    else
+    if (!sp_properties) {
         frame.missing("p_product_child_properties");
-    return S_OK;
+        return S_OK;
+    }
+    const auto mark = [&] {
+        markAsIgnoreNode(frame, *sp_properties.get(), [this](auto& text) { setFormatInstanceDescription(text); });
+    };
+    return guarded(mark) ? S_OK : E_FAIL;
 }
 
 bool VornToolsIgnoreNodes::startsWithPrefix(const CATUnicodeString& text) {

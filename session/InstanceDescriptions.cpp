@@ -1,5 +1,6 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
 #include "session/DescriptionText.h"
@@ -25,7 +26,7 @@ InterfacePtr<CATIPrdProperties> carrierProperties(CATIProduct* ipi_product) {
 
 /** What a failing read leaves in the text is dropped. */
 HRESULT readDescription(CATIPrdProperties* ipi_properties, CATUnicodeString& o_description) {
-    const HRESULT code = ipi_properties->GetDescriptionInst(o_description);
+    const HRESULT code = guarded([&] { return ipi_properties->GetDescriptionInst(o_description); }, E_FAIL);
     if (FAILED(code)) o_description = "";
     return code;
 }
@@ -75,6 +76,46 @@ void updateIdentity(const JournalFrame& i_frame, const CATUnicodeString& i_ident
     i_frame.write("New instance description is = [%s]", io_description);
 }
 
+/** What processInstanceDescription makes of a description. */
+void process(const JournalFrame& i_frame, const CATUnicodeString& i_value, bool i_clears_markers,
+             CATUnicodeString& io_description) {
+    UTILString::removeContextKeyWord(io_description);
+    if (i_value == kBrokenIcon)
+        markAsBroken(io_description);
+    else if (i_value.IsNull())
+        removeIdentity(io_description);
+    else if (i_clears_markers)
+        replaceIdentity(io_description, i_value);
+    else
+        updateIdentity(i_frame, i_value, io_description);
+}
+
+HRESULT cleanRelativeOccurrence(const JournalFrame& i_frame, CATIProduct* ipi_product) {
+    const auto sp_properties = relativeProperties(i_frame, ipi_product);
+    if (!sp_properties) return E_FAIL;
+    CATUnicodeString description;
+    if (FAILED(readDescription(sp_properties.get(), description))) return i_frame.callFailed("GetDescriptionInst");
+    if (description.IsNull()) return S_OK;
+    if (FAILED(VornToolsCommon::cleanInstanceDescription(description)))
+        return i_frame.callFailed("cleanInstanceDescription");
+    if (FAILED(writeDescription(sp_properties.get(), description))) return i_frame.callFailed("SetDescriptionInst");
+    return S_OK;
+}
+
+HRESULT addSecondaryMarker(const JournalFrame& i_frame, CATIProduct* ipi_product) {
+    InterfacePtr<CATIPrdProperties> sp_properties;
+    CATUnicodeString description;
+    const HRESULT code = readOwnDescription(i_frame, ipi_product, sp_properties, description);
+    if (FAILED(code)) return code;
+    if (contains(description, kIgnoreNode)) {
+        i_frame.write("It is an ignore node, instance description will not be updated");
+        return S_OK;
+    }
+    if (beginsWith(description, kSecondaryPart)) return S_OK;
+    const CATUnicodeString marked = description.IsNull() ? kSecondaryPart : withFirstLine(kSecondaryPart, description);
+    return FAILED(writeDescription(sp_properties.get(), marked)) ? i_frame.callFailed(kWriteCall) : S_OK;
+}
+
 /** Answers for a description that was read; the journal tells the reason. */
 bool tellSecondaryPart(const JournalFrame& i_frame, const CATUnicodeString& i_description, bool i_dat_file_missing,
                        const CATUnicodeString& i_item_rev_uid) {
@@ -94,6 +135,34 @@ bool tellSecondaryPart(const JournalFrame& i_frame, const CATUnicodeString& i_de
     return false;
 }
 
+HRESULT askForSecondaryPart(const JournalFrame& i_frame, CATIProduct* ipi_product, bool i_dat_file_missing,
+                            const CATUnicodeString& i_item_rev_uid, bool& o_is_secondary_part) {
+    CATUnicodeString description;
+    const HRESULT code = VornToolsCommon::getInstanceDescription(ipi_product, description);
+    if (FAILED(code)) {
+        i_frame.callFailed("VornToolsCommon::getInstanceDescription");
+    } else {
+        CATUnicodeString name;
+        VornToolsCommon::getPrdInstanceNameWithoutNewLines(ipi_product, name); // for the journal only
+        i_frame.write("instance name is %s", name);
+        i_frame.write("instance description is %s", description);
+        o_is_secondary_part = tellSecondaryPart(i_frame, description, i_dat_file_missing, i_item_rev_uid);
+    }
+    i_frame.write("%d", static_cast<int>(code));
+    return code;
+}
+
+/** @return S_OK when line breaks were removed, S_FALSE when there were none */
+HRESULT readInstanceName(CATIProduct* ipi_product, CATUnicodeString& o_name) {
+    CATUnicodeString name;
+    const HRESULT code = ipi_product->GetPrdInstanceName(name);
+    if (FAILED(code)) return code;
+    const bool has_pairs = contains(name, "\r\n");
+    name.ReplaceAll("\r\n", "");
+    o_name = name;
+    return has_pairs ? S_OK : S_FALSE;
+}
+
 } // namespace
 
 HRESULT VornToolsCommon::getInstanceDescription(CATIProduct* ipi_product, CATUnicodeString& o_description) {
@@ -108,7 +177,8 @@ HRESULT VornToolsCommon::setInstanceDescription(CATIProduct* ipi_product, const 
     const JournalFrame frame(_CteCLASS_NAME, "setInstanceDescription");
     if (!ipi_product) return E_INVALIDARG;
     const auto sp_properties = carrierProperties(ipi_product);
-    return sp_properties ? writeDescription(sp_properties.get(), i_description) : E_FAIL;
+    if (!sp_properties) return E_FAIL;
+    return guarded([&] { return writeDescription(sp_properties.get(), i_description); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getProductInstanceDescription(CATIProduct* ipi_cati_product, CATUnicodeString& o_description) {
@@ -121,69 +191,40 @@ HRESULT VornToolsCommon::getProductInstanceDescription(CATIProduct* ipi_cati_pro
 HRESULT VornToolsCommon::processInstanceDescription(CATUnicodeString i_value, CATUnicodeString& io_description,
                                                     unsigned char i_mode) {
     const JournalFrame frame(_CteCLASS_NAME, "processInstanceDescription");
-    UTILString::removeContextKeyWord(io_description);
-    if (i_value == kBrokenIcon)
-        markAsBroken(io_description);
-    else if (i_value.IsNull())
-        removeIdentity(io_description);
-    else if (i_mode != 0)
-        replaceIdentity(io_description, i_value);
-    else
-        updateIdentity(frame, i_value, io_description);
-    return S_OK;
+    const auto work = [&] {
+        CATUnicodeString description = io_description;
+        process(frame, i_value, i_mode != 0, description);
+        io_description = description;
+    };
+    return guarded(work) ? S_OK : E_FAIL;
 }
 
 HRESULT VornToolsCommon::cleanInstanceDescription(CATUnicodeString& io_description) {
     const JournalFrame frame(_CteCLASS_NAME, "cleanInstanceDescription");
-    cleanDescription(io_description);
-    return S_OK;
+    return guarded([&] { cleanDescription(io_description); }) ? S_OK : E_FAIL;
 }
 
 HRESULT VornToolsCommon::cleanDescriptionForRelativeOccUnderComponent(CATIProduct* ipi_catiproduct) {
     const JournalFrame frame(_CteCLASS_NAME, "cleanDescriptionForRelativeOccUnderComponent");
     if (!ipi_catiproduct) return frame.badInput("ipi_catiproduct");
-    const auto sp_properties = relativeProperties(frame, ipi_catiproduct);
-    if (!sp_properties) return E_FAIL;
-
-    CATUnicodeString description;
-    if (FAILED(readDescription(sp_properties.get(), description))) return frame.callFailed("GetDescriptionInst");
-    if (description.IsNull()) return S_OK;
-    if (FAILED(cleanInstanceDescription(description))) return frame.callFailed("cleanInstanceDescription");
-    if (FAILED(writeDescription(sp_properties.get(), description))) return frame.callFailed("SetDescriptionInst");
-    return S_OK;
+    return guarded([&] { return cleanRelativeOccurrence(frame, ipi_catiproduct); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::addSecondaryPartInInstanceDescription(CATIProduct* ipi_cati_product) {
     const JournalFrame frame(_CteCLASS_NAME, "addSecondaryPartInInstanceDescription");
-    InterfacePtr<CATIPrdProperties> sp_properties;
-    CATUnicodeString description;
-    const HRESULT code = readOwnDescription(frame, ipi_cati_product, sp_properties, description);
-    if (FAILED(code)) return code;
-    if (contains(description, kIgnoreNode)) {
-        frame.write("It is an ignore node, instance description will not be updated");
-        return S_OK;
-    }
-    if (beginsWith(description, kSecondaryPart)) return S_OK;
-    const CATUnicodeString marked = description.IsNull() ? kSecondaryPart : withFirstLine(kSecondaryPart, description);
-    return FAILED(writeDescription(sp_properties.get(), marked)) ? frame.callFailed(kWriteCall) : S_OK;
+    return guarded([&] { return addSecondaryMarker(frame, ipi_cati_product); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::isElementSecondaryPart(CATIProduct* ipi_product, unsigned char i_dat_file_missing,
                                                 CATUnicodeString i_item_rev_uid, unsigned char& o_is_secondary_part) {
     const JournalFrame frame(_CteCLASS_NAME, "isElementSecondaryPart");
     o_is_secondary_part = 0;
-    CATUnicodeString description;
-    const HRESULT code = getInstanceDescription(ipi_product, description);
-    if (FAILED(code)) {
-        frame.callFailed("VornToolsCommon::getInstanceDescription");
-    } else {
-        CATUnicodeString name;
-        getPrdInstanceNameWithoutNewLines(ipi_product, name); // for the journal only
-        frame.write("instance name is %s", name);
-        frame.write("instance description is %s", description);
-        o_is_secondary_part = tellSecondaryPart(frame, description, i_dat_file_missing != 0, i_item_rev_uid) ? 1 : 0;
-    }
-    frame.write("%d", static_cast<int>(code));
+    bool is_secondary = false;
+    const auto ask = [&] {
+        return askForSecondaryPart(frame, ipi_product, i_dat_file_missing != 0, i_item_rev_uid, is_secondary);
+    };
+    const HRESULT code = guarded(ask, E_FAIL);
+    if (SUCCEEDED(code) && is_secondary) o_is_secondary_part = 1;
     return code;
 }
 
@@ -191,11 +232,5 @@ HRESULT VornToolsCommon::getPrdInstanceNameWithoutNewLines(CATIProduct* ipi_prod
     const JournalFrame frame(_CteCLASS_NAME, "getPrdInstanceNameWithoutNewLines");
     o_name = "";
     if (!ipi_product) return E_FAIL;
-    CATUnicodeString name;
-    const HRESULT code = ipi_product->GetPrdInstanceName(name);
-    if (FAILED(code)) return code;
-    const bool has_pairs = contains(name, "\r\n");
-    name.ReplaceAll("\r\n", "");
-    o_name = name;
-    return has_pairs ? S_OK : S_FALSE;
+    return guarded([&] { return readInstanceName(ipi_product, o_name); }, E_FAIL);
 }

@@ -2,6 +2,7 @@
 
 #include "CATDocument.h"
 #include "UTILDLName.h"
+#include "tests/support/Allocations.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -68,6 +69,17 @@ TEST_F(DocumentTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        const HRESULT code = VornToolsDocument::getDocumentInSession("/data/lib/p.CATPart", document);
                        return SweepOutcome{code, document == nullptr};
                    }});
+}
+
+TEST_F(DocumentTest, WithoutMemoryACallFails) {
+    const std::string rest = std::string(200000, 'n') + ".CATPart";
+    session().part("\x01\x02\\LIB/" + rest);
+    const CATUnicodeString name(("/data/lib/" + rest).c_str());
+    sweepAllocations("getDocumentInSession", [&] {
+        CATDocument* document = reinterpret_cast<CATDocument*>(16);
+        const HRESULT code = VornToolsDocument::getDocumentInSession(name, document);
+        return SweepOutcome{code, document == nullptr};
+    });
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "CATDocument.h"
 #include "CATIProduct.h"
+#include "tests/support/Allocations.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
@@ -200,6 +201,33 @@ TEST_F(DummyPartTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        return answer(result);
                    },
                    forget});
+}
+
+TEST_F(DummyPartTest, WithoutMemoryNothingIsADummyPart) {
+    const std::string name = writeLoaded("d.CATPart");
+    write("d.CATPart.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n<LoadType>\nDummyPart\n</LoadType>\n" +
+                               std::string(kLargeAllocation, 'x'));
+    auto part = session().part(name).root();
+    const auto answer = [](unsigned char yes) { return SweepOutcome{yes ? S_OK : E_FAIL}; };
+    const CATUnicodeString text(name.c_str());
+    const auto forget = [] {
+        VornToolsDummyPart::kill();
+        VornToolsDummyPart::getInstance();
+    };
+    sweepAllocations("isAFileDummyPart", [&] {
+        forget();
+        return answer(tester().isAFileDummyPart(text));
+    });
+    sweepAllocations("isADummyPart", [&] {
+        forget();
+        return answer(tester().isADummyPart(part.get(), 1));
+    });
+    CATListValCATUnicodeString list;
+    list.Append(std::string(2 * kLargeAllocation, 'n').c_str());
+    sweepAllocations("listOfFilesContainsADummyPart", [&] {
+        unsigned char result = 7;
+        return SweepOutcome{tester().listOfFilesContainsADummyPart(list, result), result == 0};
+    });
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "VornToolsExportAsReference.h"
 
 #include "CATIProduct.h"
+#include "tests/support/Allocations.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
@@ -88,6 +89,24 @@ TEST_F(ExportAsReferenceTest, AncestorsAreTestedUpToTheRoot) {
                    }});
     const auto start = [&] { return references.initClassVariables(); };
     sweepFailures({"VornToolsExportAsReference::initClassVariables", [&] { return SweepOutcome{start()}; }, start});
+}
+
+TEST_F(ExportAsReferenceTest, WithoutMemoryACallFails) {
+    const std::string name = "/lib/REF_" + std::string(200000, 'n') + ".CATProduct";
+    auto root = session().product(name).root();
+    auto part = root.add(session().part("/w/p.CATPart"), "p.1");
+    VornToolsExportAsReference references;
+    const CATUnicodeString text(name.c_str());
+    sweepAllocations("isAnExportAsReference", [&] {
+        unsigned char result = 7;
+        const HRESULT code = references.isAnExportAsReference(text, result);
+        return SweepOutcome{code, result == 0};
+    });
+    sweepAllocations("hasAnEAR", [&] {
+        unsigned char result = 7;
+        const HRESULT code = references.hasAnEAR(part.get(), result);
+        return SweepOutcome{code, result == 0};
+    });
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "VornToolsIgnoreNodes.h"
 
 #include "CATIProduct.h"
+#include "tests/support/Allocations.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
@@ -287,6 +288,39 @@ TEST_F(IgnoreNodesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepFailures({"VornToolsIgnoreNodes::updateInstanceDescription",
                    [&] { return SweepOutcome{nodes.updateInstanceDescription(instance.get())}; },
                    [&] { instance.description("KETO_ID_1"); }});
+}
+
+TEST_F(IgnoreNodesTest, WithoutMemoryACallFails) {
+    const std::string text(200000, 'n');
+    writePrefixes("x\n" + text + "x");
+    auto group = session().product("g.CATProduct").root();
+    group.partNumber(text);
+    auto part = group.add(session().part("p.CATPart"), "p.1");
+    auto root = session().product("r.CATProduct").root();
+    auto instance = root.add(session().product("g.CATProduct"), "g.1").instanceName("g" + text).description(text);
+    VornToolsIgnoreNodes nodes;
+    for (const int mode : {0, 1, 2, 3})
+        sweepAllocations("isAnIgnoreNode", [&] {
+            unsigned char result = 7;
+            const HRESULT code = nodes.isAnIgnoreNode(instance.get(), "g.CATProduct", mode, result);
+            return SweepOutcome{code, result == 0};
+        });
+    sweepAllocations("hasAnIgnoreNode", [&] {
+        unsigned char result = 7;
+        const HRESULT code = nodes.hasAnIgnoreNode(root.at({"g" + text, "p.1"}).get(), result);
+        return SweepOutcome{code, result == 0};
+    });
+    sweepAllocations("updateInstanceDescription", [&] {
+        instance.description(text);
+        const HRESULT code = nodes.updateInstanceDescription(instance.get());
+        return SweepOutcome{code, instance.description() == text};
+    });
+    sweepAllocations("initClassVariables", [&] {
+        const HRESULT code = nodes.initClassVariables();
+        unsigned char result = 7;
+        nodes.isAnIgnoreNode(part.get(), "xp.CATPart", 0, result);
+        return SweepOutcome{code, result == 0};
+    });
 }
 
 } // namespace

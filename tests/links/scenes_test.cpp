@@ -4,6 +4,7 @@
 #include "CATMathTransformation.h"
 #include "IEnumVARIANT.h"
 #include "embedded/Scenes.h"
+#include "tests/support/Allocations.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
@@ -428,6 +429,50 @@ TEST_F(ScenesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        const HRESULT code = VornToolsScenes::hasParentComponentHideInScene(lowest, list, "F", answer);
                        return SweepOutcome{code, isFalse(answer) != 0};
                    }});
+}
+
+TEST_F(ScenesTest, WithoutMemoryACallFails) {
+    const std::string name(kLargeAllocation, 'n');
+    scenes(root).addPartial(name).take(group).take(component).take(pin);
+    group.instanceName("g" + name);
+    component.instanceName("c" + name);
+    pin.instanceName("p" + name);
+    sweepAllocations("readScenesNamesInAssy", [&] {
+        CATListValCATUnicodeString list = toList({"before"});
+        const HRESULT code = VornToolsScenes::readScenesNamesInAssy(root.get(), list);
+        return SweepOutcome{code, list.Size() == 0};
+    });
+    for (const char* file : {"/w/r.a.CATProduct", ""})
+        sweepAllocations("readScenesDataInAssy", [&] {
+            IEnumVARIANT* walk = nullptr;
+            long count = 0;
+            VornToolsScenes::getAllScenesOnRoot(root.get(), walk, count);
+            CATListValCATUnicodeString list = toList({"before"});
+            const HRESULT code = VornToolsScenes::readScenesDataInAssy(file, root.get(), walk, {}, count, list);
+            walk->Release();
+            return SweepOutcome{code, toTexts(list) == (*file ? Texts() : Texts({"before"}))};
+        });
+    sweepAllocations("getParentsWithComponents", [&] {
+        CATUnicodeString read("before");
+        unsigned char answer = 7;
+        const HRESULT code = VornToolsScenes::getParentsWithComponents(pin.get(), read, answer);
+        return SweepOutcome{code, read.IsNull() && answer == 0};
+    });
+    sweepAllocations("hasParentHideInScene", [&] {
+        CATUnicodeString byParent;
+        CATUnicodeString byComponent;
+        const HRESULT code = VornToolsScenes::hasParentHideInScene(pin.get(), {}, "F", byParent, byComponent);
+        return SweepOutcome{code, true};
+    });
+    sweepAllocations("hasParentComponentHideInScene", [&] {
+        CATUnicodeString byComponent;
+        return SweepOutcome{VornToolsScenes::hasParentComponentHideInScene(pin.get(), {}, "F", byComponent), true};
+    });
+    const CATUnicodeString text(name.c_str());
+    sweepAllocations("replaceAll", [&] {
+        const CATUnicodeString replaced = VornToolsScenes::replaceAll("n", "n", text);
+        return SweepOutcome{replaced == text ? S_OK : E_FAIL, replaced.GetLengthInChar() == 1};
+    });
 }
 
 } // namespace

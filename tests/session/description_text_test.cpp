@@ -1,9 +1,13 @@
+#include "tests/support/Allocations.h"
 #include "tests/support/Fixture.h"
 
 #include "CATUnicodeString.h"
 #include "VornToolsCommon.h"
 
 struct VornToolsCommonTestAccess {
+    static HRESULT process(const char* value, CATUnicodeString& description, unsigned char mode) {
+        return VornToolsCommon::processInstanceDescription(value, description, mode);
+    }
     static std::string processed(const std::string& value, const std::string& description, int mode) {
         CATUnicodeString text(description.data(), description.size());
         EXPECT_EQ(VornToolsCommon::processInstanceDescription(CATUnicodeString(value.data(), value.size()), text,
@@ -170,6 +174,22 @@ TEST_F(DescriptionTextTest, HugeTextsAreWorkedThroughOnce) {
     EXPECT_EQ(cleaned(text).size(), user.size() - user.size() / 11);
     const std::string lines(10U << 20, '\n');
     EXPECT_EQ(Access::processed("BrokenIcon", lines + "KETO_ID_7", 0), "BrokenIcon\nKETO_ID_7");
+}
+
+TEST_F(DescriptionTextTest, WithoutMemoryTheDescriptionStays) {
+    const std::string text = "Context KETO_ID_7\r\n" + std::string(200000, 'x');
+    const auto sweep = [&](const char* name, const auto& change) {
+        sweepAllocations(name, [&] {
+            CATUnicodeString description(text.data(), text.size());
+            const HRESULT code = change(description);
+            return SweepOutcome{code, description.ConvertToChar() == text};
+        });
+    };
+    sweep("cleanInstanceDescription",
+          [](auto& description) { return VornToolsCommon::cleanInstanceDescription(description); });
+    for (const char* value : {"", "BrokenIcon", "42"})
+        for (const bool replaces : {false, true})
+            sweep(value, [=](auto& description) { return Access::process(value, description, replaces); });
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "tests/support/Allocations.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -231,6 +232,40 @@ TEST_F(InstanceDescriptionsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepFailures({kCommon + "isElementSecondaryPart", isSecondary});
     direct.description("user's text");
     sweepFailures({kCommon + "isElementSecondaryPart", isSecondary, {}, {}, {0}});
+}
+
+TEST_F(InstanceDescriptionsTest, WithoutMemoryACallFails) {
+    const std::string text = "KETO_ID_7\r\n" + std::string(200000, 'x');
+    direct.description(text).instanceName("p\r\n" + text);
+    using Read = HRESULT (*)(CATIProduct*, CATUnicodeString&);
+    const std::pair<const char*, Read> reads[] = {
+        {"getInstanceDescription", &VornToolsCommon::getInstanceDescription},
+        {"getProductInstanceDescription", &VornToolsCommon::getProductInstanceDescription},
+        {"getPrdInstanceNameWithoutNewLines", &VornToolsCommon::getPrdInstanceNameWithoutNewLines}};
+    for (const auto& [name, method] : reads)
+        sweepAllocations(name, [this, call = method] {
+            CATUnicodeString read("before");
+            const HRESULT code = call(direct.get(), read);
+            return SweepOutcome{code, read.IsNull() != 0};
+        });
+    sweepAllocations("isElementSecondaryPart", [this] {
+        unsigned char result = 7;
+        const HRESULT code = VornToolsCommon::isElementSecondaryPart(direct.get(), 1, "", result);
+        return SweepOutcome{code, result == 0};
+    });
+    const auto sweepChange = [&](const char* name, const auto& change) {
+        sweepAllocations(name, [&] {
+            direct.description(text);
+            const HRESULT code = change(direct.get());
+            return SweepOutcome{code, direct.description() == text};
+        });
+    };
+    const CATUnicodeString other(text.c_str());
+    sweepChange("setInstanceDescription",
+                [&](auto* p) { return VornToolsCommon::setInstanceDescription(p, other + "x"); });
+    sweepChange("addSecondaryPart", [](auto* p) { return VornToolsCommon::addSecondaryPartInInstanceDescription(p); });
+    sweepChange("cleanDescription",
+                [](auto* p) { return VornToolsCommon::cleanDescriptionForRelativeOccUnderComponent(p); });
 }
 
 } // namespace
