@@ -9,6 +9,7 @@
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cmath>
 #include <limits>
@@ -135,6 +136,9 @@ TEST_F(ScenesTest, EveryProductHasAGroupInEveryScene) {
                                  "</CATProduct>"}));
     EXPECT_TRUE(embedded::Journal::get().contains("it is a full scene"));
     EXPECT_TRUE(embedded::Journal::get().contains("it is a partial scene"));
+    const Texts lines = embedded::Journal::get().lines();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "> VornToolsScenes::readScenesDataInAssy"), 3)
+        << "parts are not looked into";
     EXPECT_EQ(session().digest(), before) << "reading takes nothing into a scene";
     EXPECT_EQ(names(root), Texts({"F", "P"}));
 }
@@ -203,10 +207,12 @@ TEST_F(ScenesTest, AGroupEndsWhereItsSceneDoesNotAnswer) {
         const char* site;
         const char* report;
         Texts group; ///< the first one, where the call fails once
+        int nth = 1;
     } cases[] = {
         {"CATIAScene::get_Name", " 9003 get_Name", {"g.1!"}},
         {"QueryInterface(CATIAScene)", " 9001 catia_scene_object", {"g.1!", "F"}},
         {"CATIAScene::get_Type", " 9003 get_Type", {"g.1!", "F"}},
+        {"QueryInterface(CATIAProduct)", " 9001 p_child_catiaproduct", {"g.1!", "F"}, 2}, // the first one is the root
         {"CATIAScene::ExistsInScene", " 9003 ExistsInScene", {"g.1!", "F"}},
         {"CATIAScene::GetSceneProductData", " 9001 scene_product_data", {"g.1!", "F"}},
         {"CATIASceneProduct::get_Position", "", {"g.1!", "F", "", "TRUE"}},
@@ -220,7 +226,7 @@ TEST_F(ScenesTest, AGroupEndsWhereItsSceneDoesNotAnswer) {
         const auto readAll = [&] {
             VornToolsScenes::readScenesDataInAssy("/w/r.a.CATProduct", root.get(), nullptr, {}, 0, read);
         };
-        EXPECT_TRUE(failAt(c.site, 1, readAll));
+        EXPECT_TRUE(failAt(c.site, c.nth, readAll));
         Texts expected = {"<CATProduct>", "r.a"};
         expected.insert(expected.end(), c.group.begin(), c.group.end());
         expected.insert(expected.end(), others.begin(), others.end());
@@ -231,15 +237,82 @@ TEST_F(ScenesTest, AGroupEndsWhereItsSceneDoesNotAnswer) {
     }
 }
 
-TEST_F(ScenesTest, NamesReadBeforeTheWalkBreaksOffAreKept) {
+TEST_F(ScenesTest, WhatDoesNotAnswerIsPassedOver) {
+    scenes(root).addPartial("P");
+    const Texts top = {"g.1!", "P", "", ""};
+    const Texts below = {"c.1!g.1!", "P", "", "", "p.1!c.1!g.1!", "P", "", ""};
+    const Texts last = {"b.1!", "P", "", ""};
+    const auto data9001 = kScenes + "readScenesDataInAssy 9001 ";
+    const struct {
+        const char* site;
+        std::string report;
+        std::vector<Texts> groups;
+    } cases[] = {
+        {"QueryInterface(CATIProduct)", data9001 + "p_child_catiproduct", {last}},
+        {"IEnumVARIANT::Reset",
+         kScenes + "readScenesDataInAssy 9003 Reset",
+         {top, {below.begin() + 4, below.end()}, last}},
+        {"CATILinkableObject::GetDocument", "VornToolsCommon::getCATDocument 9002 pi_linkable_object", {top, last}},
+        {"CATDocument::StorageName", "", {top, last}},
+    };
+    for (const auto& c : cases) {
+        CATListValCATUnicodeString read;
+        HRESULT code = E_FAIL;
+        const auto readAll = [&] {
+            code = VornToolsScenes::readScenesDataInAssy("/w/r.a.CATProduct", root.get(), nullptr, {}, 0, read);
+        };
+        EXPECT_TRUE(failAt(c.site, 1, readAll));
+        Texts expected = {"<CATProduct>", "r.a"};
+        for (const Texts& part : c.groups) expected.insert(expected.end(), part.begin(), part.end());
+        expected.emplace_back("</CATProduct>");
+        EXPECT_EQ(code, S_OK);
+        EXPECT_EQ(toTexts(read), expected) << c.site;
+        EXPECT_EQ(reports(), c.report.empty() ? Texts() : Texts({c.report})) << c.site;
+    }
+}
+
+TEST_F(ScenesTest, NamesThatAreToldAreKept) {
     addScenes();
-    HRESULT code = S_FALSE;
-    CATListValCATUnicodeString list;
-    EXPECT_TRUE(
-        failAt("IEnumVARIANT::Next", 2, [&] { code = VornToolsScenes::readScenesNamesInAssy(root.get(), list); }));
-    EXPECT_EQ(code, S_OK);
-    EXPECT_EQ(toTexts(list), Texts({"F"}));
-    EXPECT_EQ(reports(), Texts({kScenes + "readScenesNamesInAssy 9003 Next"}));
+    const struct {
+        const char* site;
+        int nth;
+        Texts names;
+        const char* report;
+    } cases[] = {{"IEnumVARIANT::Next", 2, {"F"}, "9003 Next"}, {"CATIAScene::get_Name", 1, {"P"}, "9003 get_Name"}};
+    for (const auto& c : cases) {
+        HRESULT code = S_FALSE;
+        CATListValCATUnicodeString list;
+        EXPECT_TRUE(failAt(c.site, c.nth, [&] { code = VornToolsScenes::readScenesNamesInAssy(root.get(), list); }));
+        EXPECT_EQ(code, S_OK);
+        EXPECT_EQ(toTexts(list), c.names);
+        EXPECT_EQ(reports(), Texts({kScenes + "readScenesNamesInAssy " + c.report}));
+    }
+}
+
+TEST_F(ScenesTest, EachStepToTheScenesIsNamedWhenItFails) {
+    const struct {
+        const char* site;
+        HRESULT code;
+        const char* report;
+    } cases[] = {{"QueryInterface(CATIAProduct)", E_NOINTERFACE, "9001 p_base_dispatch"},
+                 {"CATIAProduct::GetItem", E_FAIL, "9001 p_base_dispatch"},
+                 {"QueryInterface(CATIACollection)", E_NOINTERFACE, "9001 catia_collection_scenes"},
+                 {"CATIACollection::get_Count", E_FAIL, "9003 get_Count"},
+                 {"CATIACollection::get__NewEnum", E_FAIL, "9001 o_list_scenes_enum"},
+                 {"QueryInterface(IEnumVARIANT)", E_NOINTERFACE, "9001 o_list_scenes_enum"}};
+    for (const auto& c : cases) {
+        IEnumVARIANT* walk = nullptr;
+        long count = 7;
+        HRESULT code = S_OK;
+        EXPECT_TRUE(failAt(c.site, 1, [&] {
+            if (walk) walk->Release();
+            code = VornToolsScenes::getAllScenesOnRoot(root.get(), walk, count);
+        }));
+        EXPECT_EQ(code, c.code) << c.site;
+        EXPECT_EQ(walk, nullptr);
+        EXPECT_EQ(count, 0);
+        EXPECT_EQ(reports(), Texts({kScenes + "getAllScenesOnRoot " + c.report}));
+    }
 }
 
 TEST_F(ScenesTest, AChildThatIsNotLoadedIsReportedAndHasItsGroups) {
@@ -336,6 +409,12 @@ TEST_F(ScenesTest, ParentsHideWhatIsBelowThem) {
     EXPECT_EQ(hiddenByComponent(pin, byComponent), "TRUE");
     EXPECT_EQ(hiddenByComponent(pin, byGroup), "FALSE");
     EXPECT_EQ(hiddenByComponent(component, byGroup), "FALSE") << "its parent is no component";
+    auto outer = root.addComponent("outer", "o.1");
+    outer.add(session().product("/w/g.CATProduct"), "g.1");
+    const auto lowest = root.at({"o.1", "g.1", "c.1", "p.1"});
+    const Texts byOuter = {"o.1!", "F", "", "TRUE"};
+    EXPECT_EQ(hidden(lowest, byOuter), "FALSE TRUE");
+    EXPECT_EQ(hiddenByComponent(lowest, byOuter), "FALSE") << "a product that is none stands between";
     const Texts none[] = {{"g.1!", "G", "", "TRUE"},  {"g.1!", "F", "", "true"}, {"g.1!", "F", "TRUE"},
                           {"g.1!", "F", "", "FALSE"}, {"G.1!", "F", "", "TRUE"}, {"c.1!g.1", "F", "", "TRUE"}};
     for (const Texts& list : none) EXPECT_EQ(hidden(pin, list), "FALSE FALSE") << testing::PrintToString(list);
