@@ -24,7 +24,7 @@ constexpr const char* kPrefixFile = "IgnoreNodesIdentifiers.txt";
 /** Journal texts for the name that told an ignore node. */
 struct NameTexts {
     const char* by_part_number;
-    const char* by_file_name; ///< null: the file name does not count
+    const char* by_file_name; ///< a component is tested without one
     const char* by_instance_name;
 };
 constexpr NameTexts kElementTexts = {"the element is an ignore node (by PartNumber)",
@@ -83,7 +83,7 @@ unsigned char testNames(const JournalFrame& i_frame, CATIProduct* ipi_product, c
     const CATUnicodeString part_number = readPartNumber(i_frame, ipi_product);
     const CATUnicodeString instance_name = readInstanceName(i_frame, ipi_product);
     if (i_starts_with_prefix(part_number)) return say(i_frame, i_texts.by_part_number);
-    if (i_texts.by_file_name && i_starts_with_prefix(i_file_name)) return say(i_frame, i_texts.by_file_name);
+    if (i_starts_with_prefix(i_file_name)) return say(i_frame, i_texts.by_file_name);
     if (i_starts_with_prefix(instance_name)) return say(i_frame, i_texts.by_instance_name);
     return 0;
 }
@@ -215,7 +215,6 @@ HRESULT VornToolsIgnoreNodes::isAnIgnoreNode(CATIProduct* product, CATUnicodeStr
         return S_OK;
     };
     const HRESULT code = guarded(test, E_FAIL);
-    if (FAILED(code)) result = 0;
     if (!result) frame.write("the element is NOT an ignore node");
     return code;
 }

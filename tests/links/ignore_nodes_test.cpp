@@ -153,6 +153,44 @@ TEST_F(IgnoreNodesTest, EachKindOfNodeIsToldByItsOwnTexts) {
     EXPECT_EQ(ask(prefixesOnly, part, "x", 2), 1) << "a broken icon's description always counts";
 }
 
+TEST_F(IgnoreNodesTest, WhatCannotBeReadIsJournalled) {
+    const std::string description = "VornToolsCommon::getInstanceDescription is failed.";
+    const std::string partNumber = "product_part_number is empty.";
+    const std::string name = "getPrdInstanceNameWithoutNewLines is failed.";
+    const std::string none = "the element is NOT an ignore node";
+    writePrefixes("AB");
+    auto root = session().product("r.CATProduct").root();
+    auto part = root.add(session().part("p.CATPart"), "p.1");
+    VornToolsIgnoreNodes nodes;
+    const struct {
+        const char* site;
+        Texts lines, debugLines;
+    } cases[] = {{"CATIPrdProperties::GetDescriptionInst", {none}, {description, none}},
+                 {"CATIProduct::GetPartNumber", {partNumber, none}, {partNumber, none}},
+                 {"CATIProduct::GetPrdInstanceName", {none}, {name, none}}};
+    for (const auto& c : cases)
+        for (const int mode : {0, 3})
+            for (const bool debug : {false, true}) {
+                environment().debugMode = debug;
+                EXPECT_TRUE(failAt(c.site, 1, [&] { EXPECT_EQ(ask(nodes, part, "p.CATPart", mode), 0); }));
+                EXPECT_EQ(messages(), debug ? c.debugLines : c.lines) << c.site;
+            }
+    EXPECT_EQ(reports(), Texts());
+}
+
+TEST_F(IgnoreNodesTest, NamesAreReadOnlyWhereTheyCount) {
+    auto part = session().product("r.CATProduct").root().add(session().part("p.CATPart"), "p.1");
+    VornToolsIgnoreNodes nodes; // without prefixes
+    for (const int mode : {0, 2, 3}) {
+        EXPECT_EQ(ask(nodes, part, "p.CATPart", mode), 0);
+        EXPECT_EQ(messages(), Texts({"the element is NOT an ignore node"}));
+        EXPECT_FALSE(embedded::Journal::get().contains("> VornToolsCommon::getPrdInstanceNameWithoutNewLines"));
+        part.description("IgnoreNode");
+        EXPECT_EQ(ask(nodes, part, "p.CATPart", mode), 1);
+        part.description("");
+    }
+}
+
 TEST_F(IgnoreNodesTest, AncestorsAreTestedUpToTheRoot) {
     writePrefixes("AB");
     auto part = session().part("ABpart.CATPart");
@@ -160,7 +198,7 @@ TEST_F(IgnoreNodesTest, AncestorsAreTestedUpToTheRoot) {
     auto ignored = session().product("ABgroup.CATProduct");
     auto root = session().product("r.CATProduct").root();
     inner.root().add(part, "p.1");
-    ignored.root().add(inner, "i.1");
+    ignored.root().partNumber("group").add(inner, "i.1"); // told by its file name
     root.add(ignored, "g.1");
     root.add(inner, "i.1");
     VornToolsIgnoreNodes nodes;
