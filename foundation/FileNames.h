@@ -6,11 +6,19 @@
 
 namespace vorntools {
 
-/** Splits a full name; a success that gives neither part counts as failure. */
+/** Splits a full name. A success that gives neither part counts as failure, and a failure gives neither. */
 inline HRESULT splitFullName(const CATUnicodeString& i_full_name, CATUnicodeString& o_directory,
                              CATUnicodeString& o_file_name) {
-    const HRESULT code = UTILFile::splitPathAndFileName(i_full_name, o_directory, o_file_name);
-    return SUCCEEDED(code) && o_directory.IsNull() && o_file_name.IsNull() ? E_FAIL : code;
+    HRESULT code = UTILFile::splitPathAndFileName(i_full_name, o_directory, o_file_name);
+    if (SUCCEEDED(code) && o_directory.IsNull() && o_file_name.IsNull()) code = E_FAIL;
+    if (FAILED(code)) o_directory = o_file_name = "";
+    return code;
+}
+
+/** The file name of a full name, split in the same way. */
+inline HRESULT fileNameOf(const CATUnicodeString& i_full_name, CATUnicodeString& o_file_name) {
+    CATUnicodeString directory;
+    return splitFullName(i_full_name, directory, o_file_name);
 }
 
 /** Replaces a logical name by its path on disk. A success without a path counts as failure; the name then stays. */
