@@ -9,9 +9,9 @@
 
 namespace vorntools {
 
-/** Directory of the files exchanged with the PDM client, with a separator at its end; empty while it is not set.
+/** Full name of a file in the directory of the files exchanged with the PDM client; empty while that is not set.
  * @return E_FAIL, reported, without an environment */
-HRESULT findExchangeDirectory(const JournalFrame& i_frame, CATUnicodeString& o_directory);
+HRESULT findExchangeFile(const JournalFrame& i_frame, const CATUnicodeString& i_name, CATUnicodeString& o_full_name);
 
 /** Reads a file line by line and remembers how the last read ended. */
 class LineReader {

@@ -28,15 +28,6 @@ int valuesPerSelection(bool i_any_command) {
     return i_any_command ? 1 : 0;
 }
 
-/** Full name of the highlight file; empty while its directory is not set. E_FAIL, reported, without an environment. */
-HRESULT findHighlightFile(const JournalFrame& i_frame, CATUnicodeString& o_name) {
-    o_name = "";
-    CATUnicodeString directory;
-    const HRESULT code = findExchangeDirectory(i_frame, directory);
-    if (SUCCEEDED(code) && !directory.IsNull()) o_name = directory + UTILFile::getPathSeparator() + kFileName;
-    return code;
-}
-
 /** Whether the file has done its duty once it was read. */
 bool isToBeDeleted() {
     return processSays(&PROCManager::manageDocumentsOfStatusWindowFileDeletion) &&
@@ -161,7 +152,7 @@ HRESULT VornToolsCommon::readHighlightFile(unsigned char i_any_command, CATListV
         return E_FAIL;
     }
     CATUnicodeString name;
-    const HRESULT named = findHighlightFile(frame, name);
+    const HRESULT named = findExchangeFile(frame, UTILFile::getPathSeparator() + kFileName, name);
     if (FAILED(named)) return named;
 
     HighlightReader reader(frame, name);

@@ -1,13 +1,11 @@
 #include "VornToolsCommon.h"
 
-#include "cache/StagingDirectory.h"
+#include "cache/DatTags.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
-#include "CATDocument.h"
 #include "UTILFile.h"
-#include "UTILString.h"
 #include "VornCache.h"
 
 using namespace vorntools;
@@ -25,9 +23,9 @@ struct RecordedIdentity {
 HRESULT readRecordedFields(const JournalFrame& i_frame, VornCache& io_cache, const CATUnicodeString& i_name,
                            RecordedIdentity& o_identity) {
     if (FAILED(io_cache.addDocument(i_name, nullptr))) return i_frame.callFailed("VornCache::::addDocument");
-    if (FAILED(io_cache.getDataAtLine(i_name, "<ItemRevUID>", o_identity.item_rev_uid)) ||
-        FAILED(io_cache.getDataAtLine(i_name, "<DatasetUID>", o_identity.dataset_uid)) ||
-        FAILED(io_cache.getDataAtLine(i_name, "<NamedRefUID>", o_identity.named_ref_uid)))
+    if (FAILED(io_cache.getDataAtLine(i_name, tagText(DatTag::ItemRevUID), o_identity.item_rev_uid)) ||
+        FAILED(io_cache.getDataAtLine(i_name, tagText(DatTag::DatasetUID), o_identity.dataset_uid)) ||
+        FAILED(io_cache.getDataAtLine(i_name, tagText(DatTag::NamedRefUID), o_identity.named_ref_uid)))
         return i_frame.callFailed("VornCache::getDataAtLine");
     return S_OK;
 }
@@ -77,15 +75,6 @@ HRESULT readFileNameOfProduct(const JournalFrame& i_frame, CATIProduct* ipi_prod
     return S_OK;
 }
 
-/** The one place that relies on the platform telling whether a document has a file of its own. */
-bool wasNeverSaved(const CATDocument* ip_document) { return ip_document && !ip_document->IsSaved(); }
-
-bool hasDatFile(const CATUnicodeString& i_name) { return UTILFile::existingFile(i_name + ".dat") != 0; }
-
-CATUnicodeString inStagingDirectory(const CATUnicodeString& i_rest) {
-    return environmentText(&ENVManager::getStagingDirectory) + UTILFile::getPathSeparator() + i_rest;
-}
-
 } // namespace
 
 HRESULT VornToolsCommon::getOrvaneInformationsFromDatFile(const CATUnicodeString& i_file_name, VornCache* ip_cache,
@@ -118,29 +107,4 @@ HRESULT VornToolsCommon::getOrvaneInformations(CATIProduct* ipi_product, VornCac
     if (SUCCEEDED(code)) code = readIdentity(frame, file_name, ip_cache, identity);
     if (SUCCEEDED(code)) o_file_name = file_name;
     return giveIdentity(frame, code, identity, o_item_rev_uid, o_dataset_uid, o_named_ref_uid, o_exist_in_ov);
-}
-
-CATUnicodeString VornToolsCommon::getCATIA_UUID() {
-    static CATUnicodeString s_uuid;
-    const JournalFrame frame(_CteCLASS_NAME, "getCATIA_UUID");
-    if (s_uuid.IsNull()) s_uuid = UTILString::genUuid();
-    frame.write("CATIA session UUID = [%s]", s_uuid);
-    return s_uuid;
-}
-
-unsigned char VornToolsCommon::isAOvElement(CATDocument* ip_document, CATUnicodeString i_file_name,
-                                            CATUnicodeString& o_managed_name) {
-    const JournalFrame frame(_CteCLASS_NAME, "isAOvElement");
-    o_managed_name = "";
-    const bool never_saved = wasNeverSaved(ip_document);
-    if (never_saved && !stagingDirectoryCounts()) return 0;
-
-    CATUnicodeString candidate = never_saved ? inStagingDirectory(i_file_name) : i_file_name;
-    bool managed = hasDatFile(candidate);
-    if (!managed && never_saved && processSays(&PROCManager::isProcessLifeCycleFactory)) {
-        candidate = inStagingDirectory("LFC" + UTILFile::getPathSeparator() + i_file_name);
-        managed = hasDatFile(candidate);
-    }
-    if (managed) o_managed_name = candidate;
-    return managed ? 1 : 0;
 }

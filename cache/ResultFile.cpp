@@ -17,15 +17,6 @@ const CATUnicodeString kHostedClient("SK");
 
 using Status = VornToolsCommon::EnumResultStatus;
 
-/** Full name of the result file; empty while its directory is not set. E_FAIL, reported, without an environment. */
-HRESULT findResultFile(const JournalFrame& i_frame, CATUnicodeString& o_name) {
-    o_name = "";
-    CATUnicodeString directory;
-    const HRESULT code = findExchangeDirectory(i_frame, directory);
-    if (SUCCEEDED(code) && !directory.IsNull()) o_name = directory + kFileName;
-    return code;
-}
-
 HRESULT openFailed(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
     i_frame.write("Unable to open result file %s", i_name);
     return E_FAIL;
@@ -43,7 +34,7 @@ Status statusOf(const CATUnicodeString& i_first_line) {
 
 /** Opens the result file and reads the status in its first line. @param o_status set on success only */
 HRESULT readStatus(const JournalFrame& i_frame, LineReader& o_reader, CATUnicodeString& o_name, Status& o_status) {
-    const HRESULT found = findResultFile(i_frame, o_name);
+    const HRESULT found = findExchangeFile(i_frame, kFileName, o_name);
     if (FAILED(found)) return found;
     if (o_name.IsNull()) return i_frame.missing("result_file");
     if (!o_reader.open(o_name)) return openFailed(i_frame, o_name);
@@ -58,7 +49,7 @@ HRESULT readStatus(const JournalFrame& i_frame, LineReader& o_reader, CATUnicode
 HRESULT VornToolsCommon::createResultFile(CATUnicodeString i_text) {
     const JournalFrame frame(_CteCLASS_NAME, "createResultFile");
     CATUnicodeString name;
-    const HRESULT found = findResultFile(frame, name);
+    const HRESULT found = findExchangeFile(frame, kFileName, name);
     if (FAILED(found)) return found;
     NewTextFile file;
     if (!file.create(name)) return S_OK;
@@ -71,7 +62,7 @@ HRESULT VornToolsCommon::readResultFileAndGetClient(unsigned char& o_ok, unsigne
     o_ok = 0;
     o_hosted_client = 0;
     CATUnicodeString name;
-    const HRESULT found = findResultFile(frame, name);
+    const HRESULT found = findExchangeFile(frame, kFileName, name);
     if (FAILED(found)) return found;
     LineReader reader;
     if (!reader.open(name)) return openFailed(frame, name);

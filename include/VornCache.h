@@ -93,9 +93,9 @@ private:
     friend struct VornCacheTestAccess;
 
     HRESULT readDataInDATFile(const CATUnicodeString& name, TYPMapCATUnicodeStringPVoid* fieldMap, CATDocument* doc);
-    /** Lines of blocks move from the list into the map. */
     HRESULT fillDatMapFromStringList(const CATUnicodeString& directory, const CATUnicodeString& fileName,
-                                     const CATUnicodeString& name, CATDocument* doc, CATListValCATUnicodeString& lines,
+                                     const CATUnicodeString& name, CATDocument* doc,
+                                     const CATListValCATUnicodeString& lines,
                                      const CATListValCATUnicodeString& positionalTags,
                                      const CATListValCATUnicodeString& taggedTags,
                                      TYPMapCATUnicodeStringPVoid* fieldMap);
@@ -103,16 +103,9 @@ private:
                               CATListValCATUnicodeString& list);
     HRESULT getLastModificationDateOnFile(const char* path, int* date);
 
-    EnumModifiedFlag statusOf(const CATUnicodeString& name) const;
-    /** Visits the entries of the linked documents. */
-    template <class Visit>
-    void forEachLink(const CATUnicodeString& name, Visit&& visit) const;
-    int countUnresolved(const CATUnicodeString& name);
-
     TYPMapCATUnicodeStringPVoid* m_cacheMap;    ///< name to its field map (owned), "MAP_CACHE"
     TYPMapCATUnicodeStringPVoid* m_statusMap;   ///< name to its status (an int, owned), "MAP_OF_MF"
     TYPMapCATUnicodeStringPVoid* m_documentMap; ///< name to its document (not owned), "MAP_OF_CATDOCUMENT"
-    CATListValCATUnicodeString m_lines;         ///< of the DAT file in hand; a member so that its memory is used again
 };
 
 #endif

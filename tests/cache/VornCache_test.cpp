@@ -375,17 +375,6 @@ TEST_F(VornCacheTest, DatesOfFiles) {
     EXPECT_EQ(textFrom(cache, &VornCache::getLocalLastModifiedDate, name), std::to_string(kDate));
     EXPECT_EQ(textFrom(cache, &VornCache::getLocalLastModifiedDate, path("none")), "-1");
     EXPECT_EQ(Access::date(cache, name), kDate);
-
-    struct Case {
-        const char* name;
-        int answer;
-    };
-    const Case cases[] = {{"Part1.2024-01-31-12.05.59.cgr", 1},  {"x.dddd-dd-dd-dd.dd.dd.cgr", 1},
-                          {".2024-01-31-12.05.59.cgr", 0},       {"Part1.2024-01-31-12.05.59.CGR", 0},
-                          {"Part1.2024-01-31-12.05.5a.cgr", 0},  {"Part1.2024-01-31-12-05.59.cgr", 0},
-                          {"Part1.2024-01-31-12.05.59.cgr ", 0}, {"", 0}};
-    for (const Case& test : cases)
-        EXPECT_EQ(VornCache::cgrFileNameContainsLastModificationDateField(test.name), test.answer) << test.name;
 }
 
 TEST_F(VornCacheTest, Sweep) {
