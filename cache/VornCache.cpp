@@ -49,15 +49,18 @@ void releaseValues(TextMap& io_map, const char* i_class, void (*i_delete)(Value*
     }
 }
 
-/** Moves an entry to another key; the value that it replaces there is freed. */
+/** Moves an entry to another key, where nothing stays of what was there, be there an entry to move or not. */
 template <class Value>
 void moveEntry(TextMap& io_map, const char* i_class, const CATUnicodeString& i_old_key,
                const CATUnicodeString& i_new_key, void (*i_delete)(Value*)) {
-    if (!io_map.contains(i_old_key)) return;
-    Value* const p_moved = valueIn<Value>(io_map, i_old_key, i_class);
-    i_delete(valueIn<Value>(io_map, i_new_key, i_class));
-    io_map.insert(i_new_key, p_moved, i_class);
-    io_map.erase(i_old_key);
+    Value* const p_replaced = valueIn<Value>(io_map, i_new_key, i_class);
+    if (io_map.contains(i_old_key)) {
+        io_map.insert(i_new_key, valueIn<Value>(io_map, i_old_key, i_class), i_class);
+        io_map.erase(i_old_key);
+    } else {
+        io_map.erase(i_new_key);
+    }
+    i_delete(p_replaced);
 }
 
 } // namespace
@@ -106,7 +109,7 @@ unsigned char VornCache::isInCache(const CATUnicodeString& name) {
 HRESULT VornCache::setNewFullFileName(const CATUnicodeString& oldName, const CATUnicodeString& newName) {
     const JournalFrame frame(_CteCLASS_NAME, "setNewFullFileName", 0);
     constexpr int kIdentical = 2;
-    if (oldName.Compare(newName) == kIdentical) return S_OK;
+    if (oldName.Compare(newName) == kIdentical || !m_cacheMap->contains(oldName)) return S_OK;
     moveEntry(*m_cacheMap, kFieldMapClass, oldName, newName, deleteFields);
     moveEntry(*m_statusMap, kStatusClass, oldName, newName, deleteStatus);
     moveEntry<CATDocument>(*m_documentMap, kDocumentClass, oldName, newName, [](CATDocument*) {});

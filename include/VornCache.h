@@ -84,7 +84,8 @@ public:
      * front. */
     static unsigned char cgrFileNameContainsLastModificationDateField(CATUnicodeString name);
 
-    /** Moves everything known of a document to its new name, after a rename or a save under another name. */
+    /** Moves everything known of a document to its new name, after a rename or a save under another name. Of a document
+     * that had this name before nothing stays; an unknown old name changes nothing. */
     HRESULT setNewFullFileName(const CATUnicodeString& oldName, const CATUnicodeString& newName);
     /** Frees every value held. Afterwards the cache may only be destroyed. */
     HRESULT release();

@@ -366,7 +366,40 @@ TEST_F(VornCacheTest, RenameMovesEverythingAndFreesWhatItReplaces) {
     EXPECT_EQ(found, document.get());
 
     EXPECT_EQ(cache.release(), S_OK);
+    EXPECT_EQ(cache.release(), S_OK) << "and again";
     EXPECT_EQ(Access::cacheMap(cache).size(), 1) << "keys stay until the cache is destroyed";
+}
+
+TEST_F(VornCacheTest, NothingStaysOfTheOldBearerOfAName) {
+    const std::string known = writePart(tagged(std::to_string(kDate)));
+    auto document = session().part(known);
+    VornCache cache;
+    cache.addDocument(known.c_str(), document.get());
+    environment().commandImport = true;
+    cache.addDocument("seed.CATPart", session().part("seed.CATPart").get());
+    environment().commandImport = false;
+    cache.addDocument("", nullptr);
+    reports();
+    const auto documentOf = [&](const std::string& name) {
+        VornCache::EnumModifiedFlag flag = VornCache::ModifiedFlagNew;
+        CATDocument* found = nullptr;
+        cache.getModifiedStatus(name.c_str(), flag, found);
+        return found;
+    };
+    EXPECT_EQ(cache.setNewFullFileName("unknown", known.c_str()), S_OK);
+    EXPECT_EQ(documentOf(known), document.get()) << "nobody takes the name";
+
+    // Neither a status nor a document: the empty name cannot even be split.
+    EXPECT_EQ(cache.setNewFullFileName("", known.c_str()), S_OK);
+    EXPECT_EQ(documentOf(known), nullptr);
+    EXPECT_EQ(statusIn(cache, known), 3);
+    EXPECT_EQ(textFrom(cache, &VornCache::getItemRevUID, known), "");
+    EXPECT_FALSE(cache.isInCache(""));
+
+    CATDocument* const seed = documentOf("seed.CATPart");
+    EXPECT_EQ(cache.setNewFullFileName(known.c_str(), "seed.CATPart"), S_OK);
+    EXPECT_NE(seed, nullptr);
+    EXPECT_EQ(documentOf("seed.CATPart"), nullptr);
 }
 
 TEST_F(VornCacheTest, DatesOfFiles) {
