@@ -17,7 +17,7 @@ const CATUnicodeString kNullUuid("0_0_0_0");
 
 /** The name on disk where the platform may be speaking of logical names; otherwise, and where nobody knows it, the name
  * itself. */
-CATUnicodeString nameOnDisk(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
+CATUnicodeString physicalName(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
     if (environmentSays(&ENVManager::isEnvInitilized) && !environmentSays(&ENVManager::getCATIAIsUsingDLName))
         return i_name;
     CATUnicodeString name(i_name);
@@ -53,14 +53,14 @@ HRESULT findElsewhere(const JournalFrame& i_frame, const CATUnicodeString& i_fil
 /** Opens the DAT file of a document. Trying to open it first spares every file that is there a look-up of its name. */
 HRESULT openDatFile(const JournalFrame& i_frame, const CATUnicodeString& i_file_name, UTILFile& o_file,
                     CATUnicodeString& o_dat_name) {
-    o_dat_name = nameOnDisk(i_frame, i_file_name) + kDatSuffix;
+    o_dat_name = physicalName(i_frame, i_file_name) + kDatSuffix;
     if (SUCCEEDED(o_file.open(o_dat_name, "r"))) return S_OK;
 
     bool exists = UTILFile::existingFile(o_dat_name) != 0;
     if (!exists && environmentSays(&ENVManager::isEnvInitilized)) {
         const HRESULT code = findElsewhere(i_frame, i_file_name, o_dat_name, exists);
         if (FAILED(code)) return code;
-        if (exists && SUCCEEDED(o_file.open(o_dat_name, "r"))) return S_OK;
+        if (exists && SUCCEEDED(o_file.open(nameOnDisk(o_dat_name), "r"))) return S_OK;
     }
     i_frame.write(exists ? "Failed to open %s " : " file : %s does not exists  ", o_dat_name);
     return E_FAIL;

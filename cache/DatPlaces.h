@@ -4,6 +4,7 @@
 // Where the DAT file of a document may stand.
 
 #include "foundation/Environment.h"
+#include "foundation/FileNames.h"
 
 #include "UTILFile.h"
 
@@ -12,9 +13,7 @@ namespace vorntools {
 constexpr const char* kDatSuffix = ".dat";
 
 /** Whether a DAT file stands beside a document, which need not be there itself. */
-inline bool hasDatFile(const CATUnicodeString& i_document) {
-    return UTILFile::existingFile(i_document + kDatSuffix) != 0;
-}
+inline bool hasDatFile(const CATUnicodeString& i_document) { return fileExists(i_document + kDatSuffix); }
 
 /** Whether documents without a directory have their DAT file in the staging directory just now: users do not type part
  * numbers, and no command is running that makes the documents itself. */
@@ -29,7 +28,7 @@ inline CATUnicodeString inStagingDirectory(const CATUnicodeString& i_rest) {
 
 /** Whether a DAT file waits in the staging directory for a document that has no file yet. */
 inline bool isOnlyStaged(const CATUnicodeString& i_staged_document) {
-    return hasDatFile(i_staged_document) && !UTILFile::existingFile(i_staged_document);
+    return hasDatFile(i_staged_document) && !fileExists(i_staged_document);
 }
 
 } // namespace vorntools

@@ -1,11 +1,9 @@
 #include "VornToolsCommon.h"
 
 #include "cache/DatTags.h"
-#include "foundation/Environment.h"
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
-#include "UTILFile.h"
 #include "VornCache.h"
 
 using namespace vorntools;
@@ -34,13 +32,12 @@ HRESULT readRecordedFields(const JournalFrame& i_frame, VornCache& io_cache, con
 HRESULT readIdentity(const JournalFrame& i_frame, CATUnicodeString& io_name, VornCache* ip_cache,
                      RecordedIdentity& o_identity) {
     if (io_name.IsNull()) return i_frame.badInput("VornToolsCommon::getPhysicalPathFromDLName");
-    if (environmentSays(&ENVManager::getCATIAIsUsingDLName) && FAILED(makePhysical(io_name)))
-        return i_frame.callFailed("VornToolsCommon::getPhysicalPathFromDLName");
+    if (FAILED(makePhysicalIfLogical(io_name))) return i_frame.callFailed("VornToolsCommon::getPhysicalPathFromDLName");
 
     CATUnicodeString dat_name;
     if (FAILED(VornToolsCommon::getDatFileFullFileName(io_name, dat_name)))
         return i_frame.callFailed("VornToolsCommon::::getDatFileFullFileName");
-    if (!UTILFile::existingFile(dat_name)) return S_OK;
+    if (!fileExists(dat_name)) return S_OK;
 
     o_identity.exists = 1;
     if (!ip_cache) return E_FAIL;

@@ -1,10 +1,10 @@
 #include "cache/SavedState.h"
 
+#include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
-#include "UTILFile.h"
 #include "VornToolsCommon.h"
 #include "VornToolsDocument.h"
 
@@ -13,7 +13,7 @@ using namespace vorntools;
 HRESULT VornToolsCommon::isModifiedStatusInCATIA(CATUnicodeString i_file_name, unsigned char& o_modified) {
     const JournalFrame frame(_CteCLASS_NAME, "isModifiedStatusInCATIA");
     o_modified = 0;
-    if (!UTILFile::existingFile(i_file_name)) return S_OK;
+    if (!fileExists(i_file_name)) return S_OK;
 
     CATDocument* p_document = nullptr;
     const HRESULT code = VornToolsDocument::getDocumentInSession(i_file_name, p_document);

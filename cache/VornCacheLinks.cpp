@@ -53,11 +53,11 @@ bool takeMultiModelAssembly(const CATUnicodeString& i_entry, CATUnicodeString& o
  */
 class FullNames {
 public:
-    FullNames(const CATUnicodeString& i_document, const CATUnicodeString& i_directory)
-        : m_document(i_document), m_directory(i_directory) {}
+    FullNames(const JournalFrame& i_frame, const CATUnicodeString& i_document, const CATUnicodeString& i_directory)
+        : m_frame(i_frame), m_document(i_document), m_directory(i_directory) {}
 
     /** Makes the list one of the files that a selection takes from a block.
-     * @return the code of splitting the document's name; S_OK when there was nothing to list */
+     * @return the code of splitting the document's name, a failure is reported; S_OK when there was nothing to list */
     HRESULT list(const DatField& i_block, Selection i_takes, CATListValCATUnicodeString& o_list) {
         o_list.RemoveAll();
         CATUnicodeString file;
@@ -70,9 +70,8 @@ public:
 private:
     void append(const CATUnicodeString& i_file, CATListValCATUnicodeString& io_list) {
         if (!m_begun) begin();
-        CATUnicodeString name;
-        if (!m_beside.IsNull()) name = m_beside + i_file;
-        if (m_beside.IsNull() || !UTILFile::existingFile(name)) name = m_given + i_file;
+        const bool beside = !m_beside.IsNull() && UTILFile::existingFile(m_beside_on_disk + i_file);
+        CATUnicodeString name = (beside ? m_beside : m_given) + i_file;
         const int position = io_list.Size() + 1;
         io_list.Size(position);
         io_list[position] = std::move(name);
@@ -83,16 +82,21 @@ private:
         m_begun = true;
         const CATUnicodeString separator = UTILFile::getPathSeparator();
         m_given = m_directory + separator;
-        CATUnicodeString document_directory, ignored;
-        m_code = splitFullName(m_document, document_directory, ignored);
-        if (SUCCEEDED(m_code) && !document_directory.IsNull() && document_directory != m_directory)
-            m_beside = document_directory + separator;
+        CATUnicodeString directory, directory_on_disk, ignored;
+        m_code = splitFullName(m_document, directory, ignored);
+        if (SUCCEEDED(m_code)) m_code = splitFullName(nameOnDisk(m_document), directory_on_disk, ignored);
+        if (FAILED(m_code)) m_frame.callFailed("UTILFile::splitPathAndFileName");
+        if (FAILED(m_code) || directory.IsNull() || directory == m_directory) return;
+        m_beside = directory + separator;
+        m_beside_on_disk = directory_on_disk + separator;
     }
 
+    const JournalFrame& m_frame;
     const CATUnicodeString& m_document;
     const CATUnicodeString m_directory; ///< a copy: the caller's may be an element of the list
     CATUnicodeString m_given;
-    CATUnicodeString m_beside;
+    CATUnicodeString m_beside;         ///< empty unless it is another one than the given
+    CATUnicodeString m_beside_on_disk; ///< the same as the file services know it
     HRESULT m_code = S_OK;
     bool m_begun = false;
 };
@@ -115,27 +119,27 @@ HRESULT VornCache::getDesignTableFiles(CATUnicodeString name, const CATUnicodeSt
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableFiles");
     const DatField files(fieldsOf(*m_cacheMap, name), tagText(DatTag::DesignTableFiles));
-    FullNames(name, dir).list(files, takeEvery, list);
+    FullNames(frame, name, dir).list(files, takeEvery, list);
     return S_OK;
 }
 
 HRESULT VornCache::getLinkedDoc(CATUnicodeString name, const CATUnicodeString& dir, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedDoc");
-    FullNames(name, dir).list(linksOf(*m_cacheMap, name), takeEvery, list);
+    FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeEvery, list);
     return S_OK;
 }
 
 HRESULT VornCache::getLinkedMMLDoc(CATUnicodeString name, const CATUnicodeString& dir,
                                    CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLDoc");
-    FullNames(name, dir).list(linksOf(*m_cacheMap, name), takeMultiModel, list);
+    FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeMultiModel, list);
     return S_OK;
 }
 
 HRESULT VornCache::getLinkedMMLAssyDoc(CATUnicodeString name, const CATUnicodeString& dir,
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLAssyDoc");
-    const HRESULT code = FullNames(name, dir).list(linksOf(*m_cacheMap, name), takeMultiModelAssembly, list);
+    const HRESULT code = FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeMultiModelAssembly, list);
     if (FAILED(code)) list.RemoveAll();
     return code;
 }

@@ -5,7 +5,6 @@
 #include "cache/DatLines.h"
 #include "cache/DatPlaces.h"
 #include "cache/SavedState.h"
-#include "foundation/Environment.h"
 #include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
@@ -111,7 +110,7 @@ bool decideStatus(const JournalFrame& i_frame, const StatusQuestion& i_question,
         i_frame.write("Modified Status to Modified for %s (dynamic seed)", i_question.name);
         return true;
     }
-    if (UTILTime::compareFileTime(i_question.name, i_question.date) != 0) {
+    if (UTILTime::compareFileTime(nameOnDisk(i_question.name), i_question.date) != 0) {
         i_frame.write("Modified Status to Modified Case 1 for %s ", i_question.name);
         return true;
     }
@@ -133,8 +132,7 @@ HRESULT readLinesOf(const JournalFrame& i_frame, const CATUnicodeString& i_name,
 /** Name of a document in the staging directory as the file services know it. */
 CATUnicodeString stagedName(const JournalFrame& i_frame, const CATUnicodeString& i_file_name) {
     CATUnicodeString name = inStagingDirectory(i_file_name);
-    if (environmentSays(&ENVManager::getCATIAIsUsingDLName) && FAILED(makePhysical(name)))
-        i_frame.write("ERROR : getPhysicalPathFromDLName is failed.");
+    if (FAILED(makePhysicalIfLogical(name))) i_frame.write("ERROR : getPhysicalPathFromDLName is failed.");
     return name;
 }
 

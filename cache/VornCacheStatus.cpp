@@ -1,6 +1,7 @@
 #include "VornCache.h"
 
 #include "cache/DatFields.h"
+#include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
 #include "UTILFile.h"
@@ -49,9 +50,7 @@ HRESULT VornCache::isModified(CATUnicodeString name, unsigned char& answer) {
 
 HRESULT VornCache::getLocalLastModifiedDate(CATUnicodeString path, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getLocalLastModifiedDate");
-    int date = -1;
-    getLastModificationDateOnFile(path.ConvertToChar(), &date);
-    value.BuildFromNum(date, "%d");
+    value.BuildFromNum(UTILFile::getLastModificationDateOnFile(nameOnDisk(path)), "%d");
     return S_OK;
 }
 

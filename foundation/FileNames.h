@@ -1,6 +1,8 @@
 #ifndef FOUNDATION_FILE_NAMES_H
 #define FOUNDATION_FILE_NAMES_H
 
+#include "foundation/Environment.h"
+
 #include "UTILDLName.h"
 #include "UTILFile.h"
 
@@ -30,6 +32,22 @@ inline HRESULT makePhysical(CATUnicodeString& io_name) {
     io_name = physical;
     return code;
 }
+
+/** The same where the platform uses logical names; elsewhere a name is physical. */
+inline HRESULT makePhysicalIfLogical(CATUnicodeString& io_name) {
+    return environmentSays(&ENVManager::getCATIAIsUsingDLName) ? makePhysical(io_name) : S_OK;
+}
+
+/** The name under which the file services find a document: not all of them know logical names. A name that cannot be
+ * made physical stays what it is. */
+inline CATUnicodeString nameOnDisk(const CATUnicodeString& i_name) {
+    CATUnicodeString name(i_name);
+    makePhysicalIfLogical(name);
+    return name;
+}
+
+/** Whether there is a file of a name, logical or not. */
+inline bool fileExists(const CATUnicodeString& i_name) { return UTILFile::existingFile(nameOnDisk(i_name)) != 0; }
 
 } // namespace vorntools
 

@@ -79,6 +79,23 @@ TEST_F(DatFileNameTest, ManagedFilesAreKnownByTheirDatFile) {
     }
 }
 
+TEST_F(DatFileNameTest, LogicalNamesAreLookedUpByTheirPathOnDisk) {
+    writeManaged("p.CATPart");
+    writeManaged("LFC/made.CATPart");
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    const std::string library = "\x01\x02\\LIB" + separator();
+    const std::string logical = library + "p.CATPart";
+    CATUnicodeString name("stale");
+    EXPECT_EQ(VornToolsCommon::isAOvElement(nullptr, logical.c_str(), name), 1);
+    EXPECT_EQ(name.ConvertToChar(), logical);
+    EXPECT_EQ(VornToolsCommon::isAOvElement(nullptr, (library + "q.CATPart").c_str(), name), 0);
+    EXPECT_TRUE(name.IsNull());
+    environment().filesDirectory = library;
+    EXPECT_EQ(datName("made.CATPart"), library + "LFC" + separator() + "made.CATPart.dat");
+    EXPECT_EQ(datName("p.CATPart"), library + "p.CATPart.dat");
+}
+
 TEST_F(DatFileNameTest, Sweep) {
     environment().stagingDirectory = path("staging");
     environment().processLifeCycleFactory = true;

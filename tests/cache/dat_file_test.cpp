@@ -125,6 +125,14 @@ TEST_F(DatFileTest, LogicalNamesBecomePhysical) {
     environment().usesLogicalNames = true;
     environment().logicalNames["Models"] = path("models");
     EXPECT_EQ(read(logical).lines.front(), "found");
+    environment().stagingDirectory = environment().filesDirectory = "\x01\x02\\Models";
+    environment().filesDirectory += separator();
+    write("models/new.CATPart.dat", "staged\n");
+    write("models/notes.pdf.dat", "foreign\n");
+    EXPECT_EQ(read("new.CATPart").lines.front(), "staged");
+    EXPECT_EQ(read("notes.pdf").lines.front(), "foreign");
+    write("models/new.CATPart", "");
+    EXPECT_EQ(read("new.CATPart").code, E_FAIL) << "the document itself is staged already";
     environment().usesLogicalNames = false;
     environment().initialized = false;
     EXPECT_EQ(read(logical).lines.front(), "found");

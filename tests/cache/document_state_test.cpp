@@ -1,6 +1,7 @@
 #include "VornToolsCommon.h"
 
 #include "CATDocument.h"
+#include "UTILFile.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -45,6 +46,13 @@ TEST_F(DocumentStateTest, TheSessionTellsWhatIsNotSaved) {
     EXPECT_EQ(toBeSaved(nullptr), 1);
     EXPECT_EQ(modified(path("nofile.CATPart"), S_OK), 0) << "without a file nobody is asked";
     EXPECT_EQ(modified(elsewhere, E_FAIL), 0);
+
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    const std::string logical =
+        std::string("\x01\x02\\LIB") + UTILFile::getPathSeparator().ConvertToChar() + "p.CATPart";
+    session().part(logical).saved(false);
+    EXPECT_EQ(modified(logical, S_OK), 1);
 }
 
 TEST_F(DocumentStateTest, DrawingsAreUpdatedWhenTheEnvironmentAsksForIt) {

@@ -92,6 +92,9 @@ TEST_F(RecordedIdentityTest, LogicalNamesAreReadByTheirPathOnDisk) {
     Identity identity;
     EXPECT_EQ(identity.ofFile("\x01\x02\\LIB" + separator() + "p.CATPart", &cache), S_OK);
     EXPECT_EQ(identity.text(), "rev1,set1,ref1,1");
+    environment().filesDirectory = "\x01\x02\\LIB" + separator();
+    EXPECT_EQ(identity.ofFile("p.CATPart", nullptr), E_FAIL) << "the DAT file is found in the files directory";
+    EXPECT_EQ(identity.text(), ",,,1");
     EXPECT_EQ(identity.ofFile("\x01\x02\\UNKNOWN" + separator() + "p.CATPart", &cache), E_FAIL);
     EXPECT_EQ(identity.text(), ",,,0");
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::getOrvaneInformationsFromDatFile 9003 "
