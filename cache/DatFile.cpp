@@ -4,6 +4,7 @@
 #include "cache/DatPlaces.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 
 #include "UTILFile.h"
 #include "VornToolsCommon.h"
@@ -98,20 +99,15 @@ void checkConformity(const JournalFrame& i_frame, const CATUnicodeString& i_file
         i_frame.write("It seems to be a truncate issue");
 }
 
-} // namespace
-
-HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUnicodeString& i_catia_uuid,
-                                      CATListValCATUnicodeString& o_lines) {
-    const JournalFrame frame(_CteCLASS_NAME, "readDatTools");
-    o_lines.RemoveAll(CATCollec::KeepAllocation);
+/** Reads the DAT file and names its version, if need be. @param o_lines empty */
+HRESULT readVersionedLines(const JournalFrame& i_frame, const CATUnicodeString& i_file_name,
+                           const CATUnicodeString& i_catia_uuid, CATListValCATUnicodeString& o_lines) {
     UTILFile file;
     CATUnicodeString dat_name;
-    const HRESULT opened = openDatFile(frame, i_file_name, file, dat_name);
+    const HRESULT opened = openDatFile(i_frame, i_file_name, file, dat_name);
     if (FAILED(opened)) return opened;
-
     if (FAILED(readLines(file, o_lines))) {
-        o_lines.RemoveAll();
-        frame.write("Failed to read %s ", dat_name);
+        i_frame.write("Failed to read %s ", dat_name);
         return E_FAIL;
     }
     const CATUnicodeString& version_tag = tagText(DatTag::DatFileVersion);
@@ -122,9 +118,21 @@ HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUni
         o_lines.Append("</DatFileVersion>");
     } else if (version < o_lines.Size() && o_lines[version + 1] == kConformingVersion &&
                VornDebugOptions::getDebugModeValue()) {
-        checkConformity(frame, i_file_name, dat_name, i_catia_uuid, DatLines(o_lines).valueOf(DatTag::CatiaUUID));
+        checkConformity(i_frame, i_file_name, dat_name, i_catia_uuid, DatLines(o_lines).valueOf(DatTag::CatiaUUID));
     }
     return S_OK;
+}
+
+} // namespace
+
+HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUnicodeString& i_catia_uuid,
+                                      CATListValCATUnicodeString& o_lines) {
+    const JournalFrame frame(_CteCLASS_NAME, "readDatTools");
+    const CATUnicodeString catia_uuid(i_catia_uuid); // the caller's text may be an element of the list
+    o_lines.RemoveAll(CATCollec::KeepAllocation);
+    const HRESULT code = guarded([&] { return readVersionedLines(frame, i_file_name, catia_uuid, o_lines); }, E_FAIL);
+    if (FAILED(code)) o_lines.RemoveAll();
+    return code;
 }
 
 HRESULT vorntools::readDatFile(const JournalFrame& i_frame, const CATUnicodeString& i_name, CATDocument* ip_document,

@@ -23,7 +23,6 @@ public:
     bool hasFailed() const { return FAILED(m_code); }
     /** Whether a read has met the end of the file; false behind a line that has its line end, even the last one. */
     bool isAtEnd() const { return m_file.isAtEnd() != 0; }
-    void close() { m_file.close(); }
 
 private:
     UTILFile m_file;
@@ -31,7 +30,7 @@ private:
     HRESULT m_code = S_OK;
 };
 
-/** A text file that is written anew. What is not finished is no file: it is deleted. */
+/** A text file that is written anew. One that cannot be finished is deleted. */
 class NewTextFile {
 public:
     /** A folder or an empty name cannot be created; an existing file loses its content. */

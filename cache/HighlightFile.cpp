@@ -2,6 +2,7 @@
 
 #include "cache/ExchangeFile.h"
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATListOfCATUnicodeString.h"
@@ -44,7 +45,6 @@ public:
         m_reader.next();
         return readResult();
     }
-    void close() { m_reader.close(); }
 
     /** Appends the context, if the file has one. */
     HRESULT readContext(CATListValCATUnicodeString& io_contexts) {
@@ -155,11 +155,17 @@ HRESULT VornToolsCommon::readHighlightFile(unsigned char i_any_command, CATListV
     const HRESULT named = findExchangeFile(frame, UTILFile::getPathSeparator() + kFileName, name);
     if (FAILED(named)) return named;
 
-    HighlightReader reader(frame, name);
-    HRESULT code = reader.open();
-    if (SUCCEEDED(code)) code = reader.readContext(o_contexts);
-    if (SUCCEEDED(code)) code = readSelections(frame, reader, most, o_part_numbers, o_file_names);
-    reader.close();
+    const auto read = [&] {
+        HighlightReader reader(frame, name);
+        HRESULT code = reader.open();
+        if (SUCCEEDED(code)) code = reader.readContext(o_contexts);
+        return SUCCEEDED(code) ? readSelections(frame, reader, most, o_part_numbers, o_file_names) : code;
+    };
+    const HRESULT code = guarded(read, E_FAIL);
+    // Memory may have run out between the two.
+    const int count = std::min(o_part_numbers.Size(), o_file_names.Size());
+    o_part_numbers.Size(count);
+    o_file_names.Size(count);
     if (SUCCEEDED(code) && isToBeDeleted() && !deleteFile(name)) frame.write("Failed to delete %s ", name);
     return code;
 }

@@ -2,9 +2,12 @@
 
 #include "cache/DatTags.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "VornCache.h"
+
+#include <utility>
 
 using namespace vorntools;
 
@@ -45,15 +48,15 @@ HRESULT readIdentity(const JournalFrame& i_frame, CATUnicodeString& io_name, Vor
 }
 
 /** Hands the identity out, the identifiers only after a success. @return the code */
-HRESULT giveIdentity(const JournalFrame& i_frame, HRESULT i_code, const RecordedIdentity& i_identity,
+HRESULT giveIdentity(const JournalFrame& i_frame, HRESULT i_code, RecordedIdentity& io_identity,
                      CATUnicodeString& o_item_rev_uid, CATUnicodeString& o_dataset_uid,
                      CATUnicodeString& o_named_ref_uid, unsigned char& o_exist_in_ov) {
     if (SUCCEEDED(i_code)) {
-        o_item_rev_uid = i_identity.item_rev_uid;
-        o_dataset_uid = i_identity.dataset_uid;
-        o_named_ref_uid = i_identity.named_ref_uid;
+        o_item_rev_uid = std::move(io_identity.item_rev_uid);
+        o_dataset_uid = std::move(io_identity.dataset_uid);
+        o_named_ref_uid = std::move(io_identity.named_ref_uid);
     }
-    o_exist_in_ov = i_identity.exists;
+    o_exist_in_ov = io_identity.exists;
     i_frame.writeInDebug(
         "%s : rc=[%d], o_itemrev_uid=[%s], o_dataset_uid=[%s], o_named_ref_uid=[%s], o_exist_in_ov=[%s]",
         i_frame.name(), static_cast<int>(i_code), o_item_rev_uid, o_dataset_uid, o_named_ref_uid,
@@ -85,7 +88,7 @@ HRESULT VornToolsCommon::getOrvaneInformationsFromDatFile(const CATUnicodeString
     o_exist_in_ov = 0;
 
     RecordedIdentity identity;
-    const HRESULT code = readIdentity(frame, file_name, ip_cache, identity);
+    const HRESULT code = guarded([&] { return readIdentity(frame, file_name, ip_cache, identity); }, E_FAIL);
     return giveIdentity(frame, code, identity, o_item_rev_uid, o_dataset_uid, o_named_ref_uid, o_exist_in_ov);
 }
 
@@ -100,8 +103,11 @@ HRESULT VornToolsCommon::getOrvaneInformations(CATIProduct* ipi_product, VornCac
 
     CATUnicodeString file_name;
     RecordedIdentity identity;
-    HRESULT code = readFileNameOfProduct(frame, ipi_product, file_name);
-    if (SUCCEEDED(code)) code = readIdentity(frame, file_name, ip_cache, identity);
+    const auto read = [&] {
+        const HRESULT named = readFileNameOfProduct(frame, ipi_product, file_name);
+        return SUCCEEDED(named) ? readIdentity(frame, file_name, ip_cache, identity) : named;
+    };
+    const HRESULT code = guarded(read, E_FAIL);
     if (SUCCEEDED(code)) o_file_name = file_name;
     return giveIdentity(frame, code, identity, o_item_rev_uid, o_dataset_uid, o_named_ref_uid, o_exist_in_ov);
 }

@@ -1,6 +1,7 @@
 #include "VornCache.h"
 
 #include "cache/DatFields.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include <cstring>
@@ -78,21 +79,25 @@ VornCache::~VornCache() {
 
 HRESULT VornCache::release() {
     const JournalFrame frame(_CteCLASS_NAME, "release");
-    releaseValues(*m_cacheMap, kFieldMapClass, deleteFields);
-    releaseValues(*m_statusMap, kStatusClass, deleteStatus);
-    return S_OK;
+    const auto release_all = [&] {
+        releaseValues(*m_cacheMap, kFieldMapClass, deleteFields);
+        releaseValues(*m_statusMap, kStatusClass, deleteStatus);
+    };
+    return guarded(release_all) ? S_OK : E_FAIL;
 }
 
 HRESULT VornCache::addDocument(CATUnicodeString name, CATDocument* doc) {
     const JournalFrame frame(_CteCLASS_NAME, "addDocument");
-    if (!m_cacheMap->contains(name)) {
-        Fields sp_fields(new TextMap);
-        readDataInDATFile(name, sp_fields.get(), doc);
-        m_cacheMap->insert(name, sp_fields.get(), kFieldMapClass);
-        sp_fields.release();
-    }
-    if (doc) m_documentMap->insert(name, doc, kDocumentClass);
-    return S_OK;
+    const auto add = [&] {
+        if (!m_cacheMap->contains(name)) {
+            Fields sp_fields(new TextMap);
+            readDataInDATFile(name, sp_fields.get(), doc);
+            m_cacheMap->insert(name, sp_fields.get(), kFieldMapClass);
+            sp_fields.release();
+        }
+        if (doc) m_documentMap->insert(name, doc, kDocumentClass);
+    };
+    return guarded(add) ? S_OK : E_FAIL;
 }
 
 HRESULT VornCache::fileHasCache(CATUnicodeString name, unsigned char& has) {

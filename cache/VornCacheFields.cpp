@@ -3,6 +3,7 @@
 #include "cache/DatFields.h"
 #include "cache/DatTags.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "UTILFile.h"
@@ -13,16 +14,21 @@ namespace {
 
 using TextMap = TYPMapCATUnicodeStringPVoid;
 
-/** The first value of an identifier; `i_what` is its name in the journal's lines. */
-void readIdentifier(const JournalFrame& i_frame, const DatField& i_field, const char* i_what,
-                    const CATUnicodeString& i_name, CATUnicodeString& o_value) {
+/** Hands a value out; without one the output is empty. */
+HRESULT giveValue(const CATUnicodeString* ip_value, CATUnicodeString& o_value) {
     o_value = "";
+    return !ip_value || guarded([&] { o_value = *ip_value; }) ? S_OK : E_FAIL;
+}
+
+/** Hands the first value of an identifier out; `i_what` is its name in the journal's lines. */
+HRESULT giveIdentifier(const JournalFrame& i_frame, const DatField& i_field, const char* i_what,
+                       const CATUnicodeString& i_name, CATUnicodeString& o_value) {
     const CATUnicodeString* const p_value = i_field.first();
-    if (p_value) o_value = *p_value;
     if (!i_field.exists())
         i_frame.write("%s balise in cache file is NULL for file [%s]", i_what, i_name);
-    else if (o_value.IsNull())
+    else if (!p_value || p_value->IsNull())
         i_frame.write("%s balise in cache file is empty for file [%s]", i_what, i_name);
+    return giveValue(p_value, o_value);
 }
 
 /** The lines of a field. @return E_FAIL, and none, when the document or the field is not there */
@@ -39,8 +45,9 @@ HRESULT readLines(const TextMap& i_cache, const CATUnicodeString& i_name, const 
 HRESULT answerBlock(const char* i_method, const TextMap& i_cache, const CATUnicodeString& i_name, DatTag i_tag,
                     CATListValCATUnicodeString& o_list) {
     const JournalFrame frame(VornCache::_CteCLASS_NAME, i_method);
-    readLines(i_cache, i_name, tagText(i_tag), o_list);
-    return S_OK;
+    const bool read = guarded([&] { readLines(i_cache, i_name, tagText(i_tag), o_list); });
+    if (!read) o_list.RemoveAll();
+    return read ? S_OK : E_FAIL;
 }
 
 /** An attribute as the PDM calls it and the tag that it comes from. */
@@ -100,11 +107,9 @@ HRESULT VornCache::getDataAtLine(CATUnicodeString name, CATUnicodeString tag, CA
         frame.write("failed to get file name [%s]", name);
         return S_OK;
     }
-    if (const CATUnicodeString* const p_value = DatField(p_fields, tag).text())
-        value = *p_value;
-    else
-        frame.write("failed to get line [%s]", tag);
-    return S_OK;
+    const CATUnicodeString* const p_value = DatField(p_fields, tag).text();
+    if (!p_value) frame.write("failed to get line [%s]", tag);
+    return giveValue(p_value, value);
 }
 
 HRESULT VornCache::getDataListAtLine(const CATUnicodeString& name, const CATUnicodeString& tag,
@@ -115,15 +120,13 @@ HRESULT VornCache::getDataListAtLine(const CATUnicodeString& name, const CATUnic
 HRESULT VornCache::getItemRevUID(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getItemRevUID");
     const DatField field(fieldsOf(*m_cacheMap, name), tagText(DatTag::ItemRevUID));
-    readIdentifier(frame, field, "ItemRevUID", name, value);
-    return S_OK;
+    return giveIdentifier(frame, field, "ItemRevUID", name, value);
 }
 
 HRESULT VornCache::getDatasetUID(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getDatasetUID");
     const DatField field(fieldsOf(*m_cacheMap, name), tagText(DatTag::DatasetUID));
-    readIdentifier(frame, field, "DatasetUID", name, value);
-    return S_OK;
+    return giveIdentifier(frame, field, "DatasetUID", name, value);
 }
 
 HRESULT VornCache::getCacheLastModifiedDate(CATUnicodeString name, CATUnicodeString& value) {
@@ -133,11 +136,7 @@ HRESULT VornCache::getCacheLastModifiedDate(CATUnicodeString name, CATUnicodeStr
 
 HRESULT VornCache::getBVRDate(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getBVRDate");
-    value = "";
-    const CATUnicodeString* const p_first =
-        DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::StructLastModDate)).first();
-    if (p_first) value = *p_first;
-    return S_OK;
+    return giveValue(DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::StructLastModDate)).first(), value);
 }
 
 HRESULT VornCache::getConfiguration(CATUnicodeString name, CATListValCATUnicodeString& list) {
@@ -185,11 +184,13 @@ unsigned char VornCache::isDesignTable(const CATUnicodeString& name) {
 HRESULT VornCache::getAttributeList(CATUnicodeString name, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getAttributeList");
     const TYPMapCATUnicodeStringPVoid* const p_fields = fieldsOf(*m_cacheMap, name);
-    if (isPositional(p_fields))
-        appendAttributes(p_fields, kPositionalAttributes, list);
-    else
-        appendAttributes(p_fields, kTaggedAttributes, list);
-    list.Append("PartNumber");
-    list.Append(partNumber(frame, p_fields, name));
-    return S_OK;
+    const auto append = [&] {
+        if (isPositional(p_fields))
+            appendAttributes(p_fields, kPositionalAttributes, list);
+        else
+            appendAttributes(p_fields, kTaggedAttributes, list);
+        list.Append("PartNumber");
+        list.Append(partNumber(frame, p_fields, name));
+    };
+    return guarded(append) ? S_OK : E_FAIL;
 }

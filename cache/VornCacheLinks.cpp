@@ -3,6 +3,7 @@
 #include "cache/DatFields.h"
 #include "cache/DatTags.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
 
@@ -56,16 +57,21 @@ public:
     FullNames(const JournalFrame& i_frame, const CATUnicodeString& i_document, const CATUnicodeString& i_directory)
         : m_frame(i_frame), m_document(i_document), m_directory(i_directory) {}
 
-    /** Makes the list one of the files that a selection takes from a block.
-     * @return the code of splitting the document's name, a failure is reported; S_OK when there was nothing to list */
+    /** Makes the list one of the files that a selection takes from a block. @return E_FAIL when memory runs out */
     HRESULT list(const DatField& i_block, Selection i_takes, CATListValCATUnicodeString& o_list) {
         o_list.RemoveAll();
         CATUnicodeString file;
-        i_block.forEach([&](const CATUnicodeString& i_entry) {
-            if (i_takes(i_entry, file)) append(file, o_list);
-        });
-        return m_code;
+        const auto append_all = [&] {
+            i_block.forEach([&](const CATUnicodeString& i_entry) {
+                if (i_takes(i_entry, file)) append(file, o_list);
+            });
+        };
+        if (guarded(append_all)) return S_OK;
+        o_list.RemoveAll();
+        return E_FAIL;
     }
+    /** Of splitting the document's name, a failure is reported; S_OK while there was nothing to list. */
+    HRESULT code() const { return m_code; }
 
 private:
     void append(const CATUnicodeString& i_file, CATListValCATUnicodeString& io_list) {
@@ -119,47 +125,46 @@ HRESULT VornCache::getDesignTableFiles(CATUnicodeString name, const CATUnicodeSt
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableFiles");
     const DatField files(fieldsOf(*m_cacheMap, name), tagText(DatTag::DesignTableFiles));
-    FullNames(frame, name, dir).list(files, takeEvery, list);
-    return S_OK;
+    return FullNames(frame, name, dir).list(files, takeEvery, list);
 }
 
 HRESULT VornCache::getLinkedDoc(CATUnicodeString name, const CATUnicodeString& dir, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedDoc");
-    FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeEvery, list);
-    return S_OK;
+    return FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeEvery, list);
 }
 
 HRESULT VornCache::getLinkedMMLDoc(CATUnicodeString name, const CATUnicodeString& dir,
                                    CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLDoc");
-    FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeMultiModel, list);
-    return S_OK;
+    return FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeMultiModel, list);
 }
 
 HRESULT VornCache::getLinkedMMLAssyDoc(CATUnicodeString name, const CATUnicodeString& dir,
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLAssyDoc");
-    const HRESULT code = FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeMultiModelAssembly, list);
-    if (FAILED(code)) list.RemoveAll();
-    return code;
+    FullNames full_names(frame, name, dir);
+    const HRESULT listed = full_names.list(linksOf(*m_cacheMap, name), takeMultiModelAssembly, list);
+    if (FAILED(full_names.code())) list.RemoveAll();
+    return FAILED(listed) ? listed : full_names.code();
 }
 
 HRESULT VornCache::getExistingMMLAssyContextDocName(CATUnicodeString name, CATUnicodeString& ctx) {
     const JournalFrame frame(_CteCLASS_NAME, "getExistingMMLAssyContextDocName");
     ctx = "";
-    linksOf(*m_cacheMap, name).forEach([&](const CATUnicodeString& i_entry) {
-        CATUnicodeString context;
-        if (!ctx.IsNull() || !takeMultiModelAssembly(i_entry, context)) return;
-        if (UTILFile::getExtension(context).Compare("CATProduct") != 0) ctx = context;
-    });
-    return S_OK;
+    const auto look_through = [&] {
+        linksOf(*m_cacheMap, name).forEach([&](const CATUnicodeString& i_entry) {
+            CATUnicodeString context;
+            if (!ctx.IsNull() || !takeMultiModelAssembly(i_entry, context)) return;
+            if (UTILFile::getExtension(context).Compare("CATProduct") != 0) ctx = context;
+        });
+    };
+    return guarded(look_through) ? S_OK : E_FAIL;
 }
 
 HRESULT VornCache::getLinkedUnresolvedDoc(CATUnicodeString name, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedUnresolvedDoc");
     list.RemoveAll();
-    for (int count = countUnresolved(*m_cacheMap, name); count > 0; --count) list.Append(CATUnicodeString());
-    return S_OK;
+    return guarded([&] { list.Size(countUnresolved(*m_cacheMap, name)); }) ? S_OK : E_FAIL;
 }
 
 HRESULT VornCache::hasLinkedUnresolvedDoc(CATUnicodeString name, unsigned char& has) {

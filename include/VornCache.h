@@ -14,7 +14,8 @@ class TYPMapCATUnicodeStringPVoid;
  * the decision whether the document is new, modified or unchanged since it was loaded.
  *
  * Documents are named by their full file name exactly as given to addDocument: letter case and separators count. Unless
- * its comment says otherwise a method returns S_OK, and an output that has no value is empty.
+ * its comment says otherwise a method returns S_OK, and an output that has no value is empty. When memory runs out, for
+ * a DAT file may have any size, a method returns E_FAIL and its outputs are empty.
  */
 class ExportedByVornTools VornCache {
 public:
