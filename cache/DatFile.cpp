@@ -1,25 +1,24 @@
-#include "VornToolsCommon.h"
+#include "cache/DatFile.h"
 
 #include "cache/DatLines.h"
-#include "cache/StagingDirectory.h"
+#include "cache/DatPlaces.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
-#include "foundation/JournalFrame.h"
+#include "foundation/Guarded.h"
 
 #include "UTILFile.h"
-#include "VornToolsExportAsReference.h"
+#include "VornToolsCommon.h"
 
 using namespace vorntools;
 
 namespace {
 
-const CATUnicodeString kSuffix(".dat");
 const CATUnicodeString kConformingVersion("2");
 const CATUnicodeString kNullUuid("0_0_0_0");
 
 /** The name on disk where the platform may be speaking of logical names; otherwise, and where nobody knows it, the name
  * itself. */
-CATUnicodeString nameOnDisk(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
+CATUnicodeString physicalName(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
     if (environmentSays(&ENVManager::isEnvInitilized) && !environmentSays(&ENVManager::getCATIAIsUsingDLName))
         return i_name;
     CATUnicodeString name(i_name);
@@ -41,13 +40,13 @@ HRESULT findElsewhere(const JournalFrame& i_frame, const CATUnicodeString& i_fil
         return i_frame.callFailed("UTILFile::splitPathAndFileName");
 
     if (VornToolsCommon::returnDocumentType(i_file_name) == VornToolsCommon::DocumentTypeUnknown) {
-        io_dat_name = environmentText(&ENVManager::getFilesDirectory) + name + kSuffix;
-        o_found = UTILFile::existingFile(io_dat_name) != 0;
+        const CATUnicodeString foreign = environmentText(&ENVManager::getFilesDirectory) + name;
+        io_dat_name = foreign + kDatSuffix;
+        o_found = hasDatFile(foreign);
     } else if (directory.IsNull() && stagingDirectoryCounts()) {
-        const CATUnicodeString staged =
-            environmentText(&ENVManager::getStagingDirectory) + UTILFile::getPathSeparator() + name;
-        io_dat_name = staged + kSuffix;
-        o_found = UTILFile::existingFile(io_dat_name) && !UTILFile::existingFile(staged);
+        const CATUnicodeString staged = inStagingDirectory(name);
+        io_dat_name = staged + kDatSuffix;
+        o_found = isOnlyStaged(staged);
     }
     return S_OK;
 }
@@ -55,14 +54,14 @@ HRESULT findElsewhere(const JournalFrame& i_frame, const CATUnicodeString& i_fil
 /** Opens the DAT file of a document. Trying to open it first spares every file that is there a look-up of its name. */
 HRESULT openDatFile(const JournalFrame& i_frame, const CATUnicodeString& i_file_name, UTILFile& o_file,
                     CATUnicodeString& o_dat_name) {
-    o_dat_name = nameOnDisk(i_frame, i_file_name) + kSuffix;
+    o_dat_name = physicalName(i_frame, i_file_name) + kDatSuffix;
     if (SUCCEEDED(o_file.open(o_dat_name, "r"))) return S_OK;
 
     bool exists = UTILFile::existingFile(o_dat_name) != 0;
     if (!exists && environmentSays(&ENVManager::isEnvInitilized)) {
         const HRESULT code = findElsewhere(i_frame, i_file_name, o_dat_name, exists);
         if (FAILED(code)) return code;
-        if (exists && SUCCEEDED(o_file.open(o_dat_name, "r"))) return S_OK;
+        if (exists && SUCCEEDED(o_file.open(nameOnDisk(o_dat_name), "r"))) return S_OK;
     }
     i_frame.write(exists ? "Failed to open %s " : " file : %s does not exists  ", o_dat_name);
     return E_FAIL;
@@ -100,33 +99,15 @@ void checkConformity(const JournalFrame& i_frame, const CATUnicodeString& i_file
         i_frame.write("It seems to be a truncate issue");
 }
 
-/** Reads the DAT file of a document for a method that asks it one question. */
-HRESULT readForQuestion(const JournalFrame& i_frame, const CATUnicodeString& i_file_name, CATDocument* ip_document,
-                        CATListValCATUnicodeString& o_lines) {
-    CATUnicodeString uuid;
-    if (FAILED(VornToolsCommon::getDocUUID(ip_document, uuid))) {
-        i_frame.write("catia_doc_uuid sets to empty.");
-        uuid = "";
-    }
-    const HRESULT code = VornToolsCommon::readDatTools(i_file_name, uuid, o_lines);
-    if (FAILED(code)) i_frame.write("readDatTools returns failed for :  %s ", i_file_name);
-    return code;
-}
-
-} // namespace
-
-HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUnicodeString& i_catia_uuid,
-                                      CATListValCATUnicodeString& o_lines) {
-    const JournalFrame frame(_CteCLASS_NAME, "readDatTools");
-    o_lines.RemoveAll(CATCollec::KeepAllocation);
+/** Reads the DAT file and names its version, if need be. @param o_lines empty */
+HRESULT readVersionedLines(const JournalFrame& i_frame, const CATUnicodeString& i_file_name,
+                           const CATUnicodeString& i_catia_uuid, CATListValCATUnicodeString& o_lines) {
     UTILFile file;
     CATUnicodeString dat_name;
-    const HRESULT opened = openDatFile(frame, i_file_name, file, dat_name);
+    const HRESULT opened = openDatFile(i_frame, i_file_name, file, dat_name);
     if (FAILED(opened)) return opened;
-
     if (FAILED(readLines(file, o_lines))) {
-        o_lines.RemoveAll();
-        frame.write("Failed to read %s ", dat_name);
+        i_frame.write("Failed to read %s ", dat_name);
         return E_FAIL;
     }
     const CATUnicodeString& version_tag = tagText(DatTag::DatFileVersion);
@@ -137,67 +118,29 @@ HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUni
         o_lines.Append("</DatFileVersion>");
     } else if (version < o_lines.Size() && o_lines[version + 1] == kConformingVersion &&
                VornDebugOptions::getDebugModeValue()) {
-        checkConformity(frame, i_file_name, dat_name, i_catia_uuid, DatLines(o_lines).valueOf(DatTag::CatiaUUID));
+        checkConformity(i_frame, i_file_name, dat_name, i_catia_uuid, DatLines(o_lines).valueOf(DatTag::CatiaUUID));
     }
     return S_OK;
 }
 
-HRESULT VornToolsCommon::getDatFileFullFileName(const CATUnicodeString& i_file_name, CATUnicodeString& o_dat_name) {
-    const JournalFrame frame(_CteCLASS_NAME, "getDatFileFullFileName");
-    // The output may be the very text that is asked about.
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
-    const CATUnicodeString file_name(i_file_name);
-    o_dat_name = "";
-    CATUnicodeString directory, name;
-    const HRESULT split = splitFullName(file_name, directory, name);
-    if (FAILED(split)) {
-        frame.callFailed("UTILFile::splitPathAndFileName");
-        return split;
-    }
-    if (!directory.IsNull()) {
-        o_dat_name = file_name + kSuffix;
-        return S_OK;
-    }
+} // namespace
 
-    unsigned char exported_as_reference = 0;
-    const HRESULT asked = VornToolsExportAsReference().isAnExportAsReference(name, exported_as_reference);
-    if (FAILED(asked)) {
-        frame.callFailed("VornToolsExportAsReference::isAnExportAsReference");
-        return asked;
-    }
-    if (exported_as_reference) {
-        o_dat_name = environmentText(&ENVManager::getReferencePath) + name + kSuffix;
-        return S_OK;
-    }
-    const CATUnicodeString files = environmentText(&ENVManager::getFilesDirectory);
-    const CATUnicodeString in_life_cycle_folder = files + "LFC" + UTILFile::getPathSeparator() + name + kSuffix;
-    o_dat_name = UTILFile::existingFile(in_life_cycle_folder) ? in_life_cycle_folder : files + name + kSuffix;
-    return S_OK;
-}
-
-HRESULT VornToolsCommon::itemRevUIDExistsInDatFile(CATUnicodeString i_file_name, CATDocument* ip_document,
-                                                   unsigned char& o_exists) {
-    const JournalFrame frame(_CteCLASS_NAME, "itemRevUIDExistsInDatFile");
-    o_exists = 0;
-    CATListValCATUnicodeString lines;
-    const HRESULT code = readForQuestion(frame, i_file_name, ip_document, lines);
-    if (FAILED(code)) return code;
-
-    const DatLines dat(lines);
-    o_exists = dat.isPositional() ? !dat.fileLine(1).IsNull() : dat.has(DatTag::ItemRevUID);
+HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUnicodeString& i_catia_uuid,
+                                      CATListValCATUnicodeString& o_lines) {
+    const JournalFrame frame(_CteCLASS_NAME, "readDatTools");
+    const CATUnicodeString catia_uuid(i_catia_uuid); // the caller's text may be an element of the list
+    o_lines.RemoveAll(CATCollec::KeepAllocation);
+    const HRESULT code = guarded([&] { return readVersionedLines(frame, i_file_name, catia_uuid, o_lines); }, E_FAIL);
+    if (FAILED(code)) o_lines.RemoveAll();
     return code;
 }
 
-HRESULT VornToolsCommon::isDesignTableInfoInDatFile(CATUnicodeString i_file_name, CATDocument* ip_document,
-                                                    unsigned char& o_is_design_table) {
-    const JournalFrame frame(_CteCLASS_NAME, "isDesignTableInfoInDatFile");
-    o_is_design_table = 0;
-    CATListValCATUnicodeString lines;
-    const HRESULT code = readForQuestion(frame, i_file_name, ip_document, lines);
-    if (FAILED(code)) return code;
-
-    const DatLines dat(lines);
-    o_is_design_table =
-        dat.has(DatTag::DesignTableSheets) && dat.has(DatTag::DesignTableConfigs) && dat.has(DatTag::DesignTableCksums);
-    return code;
+HRESULT vorntools::readDatFile(const JournalFrame& i_frame, const CATUnicodeString& i_name, CATDocument* ip_document,
+                               const char* i_without_identifier, CATListValCATUnicodeString& o_lines) {
+    CATUnicodeString uuid;
+    if (FAILED(VornToolsCommon::getDocUUID(ip_document, uuid))) {
+        i_frame.write(i_without_identifier);
+        uuid = "";
+    }
+    return VornToolsCommon::readDatTools(i_name, uuid, o_lines);
 }

@@ -5,34 +5,27 @@
 namespace vorntools {
 namespace {
 
-constexpr std::size_t kTagCount = static_cast<std::size_t>(DatTag::Count);
 constexpr int kPositionOfLocalLastModDate = 8;
 
 const CATUnicodeString kEmpty;
 const CATUnicodeString kMapOpening("<DT_Map>");
 const CATUnicodeString kMapClosing("</DT_Map>");
 
-/** In the order of DatTag. */
-const CATUnicodeString kTagTexts[] = {"<DatFileVersion>", "<ItemRevUID>",        "<DatasetUID>",   "<NamedRefUID>",
-                                      "<LoadType>",       "<LocalLastModDate>",  "<CatiaUUID>",    "<Configuration>",
-                                      "<LinkedDocs>",     "<DT_Files>",          "<DT_Sheets>",    "<DT_Cfgs>",
-                                      "<DT_CfgCksums>",   "<StructLastModDate>", "<OVSkippedOcc>", "<DT_Maps>"};
-static_assert(sizeof kTagTexts / sizeof *kTagTexts == kTagCount, "every tag has its text");
-
 std::string_view bytesOf(const CATUnicodeString& i_text) {
     return {i_text.ConvertToChar(), static_cast<std::size_t>(i_text.GetLengthInByte())};
 }
 
-/** Index of the tag whose name stands in front of the closing bracket; kTagCount when there is none. */
+/** Index of the tag whose name stands in front of the closing bracket; kDatTagsInFiles when there is none. */
 std::size_t indexOfTag(std::string_view i_name_and_bracket) {
+    const auto is_tag = [&](std::size_t i_index) {
+        return bytesOf(tagText(static_cast<DatTag>(i_index))).substr(1) == i_name_and_bracket;
+    };
     std::size_t index = 0;
-    while (index < kTagCount && bytesOf(kTagTexts[index]).substr(1) != i_name_and_bracket) ++index;
+    while (index < kDatTagsInFiles && !is_tag(index)) ++index;
     return index;
 }
 
 } // namespace
-
-const CATUnicodeString& tagText(DatTag i_tag) { return kTagTexts[static_cast<std::size_t>(i_tag)]; }
 
 DatLines::DatLines(const CATListValCATUnicodeString& i_lines) : m_lines(i_lines), m_marks() {
     for (int number = 1; number <= m_lines.Size(); ++number) note(number);
@@ -46,7 +39,7 @@ void DatLines::note(int i_number) {
     const bool closing = line[1] == '/';
     line.remove_prefix(closing ? 2 : 1);
     const std::size_t index = indexOfTag(line);
-    if (index == kTagCount) return;
+    if (index == kDatTagsInFiles) return;
     Mark& mark = m_marks[index];
     if (!closing && !mark.opening) mark.opening = i_number;
     if (closing && mark.opening && !mark.closing) mark.closing = i_number;
@@ -65,8 +58,8 @@ const CATUnicodeString& DatLines::lineOrEmpty(int i_number, int i_count) const {
 
 const CATUnicodeString& DatLines::valueOf(const CATUnicodeString& i_tag) const {
     const std::string_view tag = bytesOf(i_tag);
-    const std::size_t index = tag.empty() || tag.front() != '<' ? kTagCount : indexOfTag(tag.substr(1));
-    return index == kTagCount ? kEmpty : valueOf(static_cast<DatTag>(index));
+    const std::size_t index = tag.empty() || tag.front() != '<' ? kDatTagsInFiles : indexOfTag(tag.substr(1));
+    return index == kDatTagsInFiles ? kEmpty : valueOf(static_cast<DatTag>(index));
 }
 
 const CATUnicodeString& DatLines::localLastModDate() const {
@@ -76,15 +69,6 @@ const CATUnicodeString& DatLines::localLastModDate() const {
 DatRange DatLines::block(DatTag i_tag) const {
     const Mark& found = mark(i_tag);
     return found.closing ? DatRange{found.opening + 1, found.closing - 1} : DatRange();
-}
-
-bool DatLines::blocksStandApart() const {
-    for (const Mark& outer : m_marks) {
-        if (!outer.closing) continue;
-        for (const Mark& inner : m_marks)
-            if (inner.opening > outer.opening && inner.opening < outer.closing) return false;
-    }
-    return true;
 }
 
 bool DatLines::designTableMaps(CATListValCATUnicodeString& o_maps) const {

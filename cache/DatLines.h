@@ -1,6 +1,8 @@
 #ifndef CACHE_DAT_LINES_H
 #define CACHE_DAT_LINES_H
 
+#include "cache/DatTags.h"
+
 #include "CATListOfCATUnicodeString.h"
 #include "CATUnicodeString.h"
 
@@ -8,30 +10,6 @@
 #include <cstddef>
 
 namespace vorntools {
-
-/** Fields of a DAT file that have a tag of their own. */
-enum class DatTag {
-    DatFileVersion,
-    ItemRevUID,
-    DatasetUID,
-    NamedRefUID,
-    LoadType,
-    LocalLastModDate,
-    CatiaUUID,
-    Configuration,
-    LinkedDocs,
-    DesignTableFiles,
-    DesignTableSheets,
-    DesignTableConfigs,
-    DesignTableCksums,
-    StructLastModDate,
-    SkippedOcc,
-    DesignTableMaps,
-    Count
-};
-
-/** The opening tag with its angle brackets; also the key of the field in memory. */
-const CATUnicodeString& tagText(DatTag i_tag);
 
 /** Lines first .. last, counted from 1. */
 struct DatRange {
@@ -56,8 +34,6 @@ public:
     const CATUnicodeString& valueOf(const CATUnicodeString& i_tag) const;
     /** The lines between opening and closing tag; none while one of the two is missing. */
     DatRange block(DatTag i_tag) const;
-    /** Whether no line lies in two blocks, as in every file that is well formed. */
-    bool blocksStandApart() const;
 
     /** Whether the file has no tags for its single values, only an order. */
     bool isPositional() const { return m_positional; }
@@ -83,7 +59,7 @@ private:
     int countFileLines() const;
 
     const CATListValCATUnicodeString& m_lines;
-    std::array<Mark, static_cast<std::size_t>(DatTag::Count)> m_marks;
+    std::array<Mark, kDatTagsInFiles> m_marks;
     bool m_positional;
     int m_file_line_count;
 };

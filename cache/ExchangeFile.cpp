@@ -5,11 +5,12 @@
 
 namespace vorntools {
 
-HRESULT findExchangeDirectory(const JournalFrame& i_frame, CATUnicodeString& o_directory) {
-    o_directory = "";
+HRESULT findExchangeFile(const JournalFrame& i_frame, const CATUnicodeString& i_name, CATUnicodeString& o_full_name) {
+    o_full_name = "";
     ENVManager* const p_environment = ENVManager::getInstance();
     if (!p_environment) return i_frame.missing("p_env");
-    o_directory = p_environment->getTempDirectory();
+    const CATUnicodeString directory = p_environment->getTempDirectory();
+    if (!directory.IsNull()) o_full_name = directory + i_name;
     return S_OK;
 }
 

@@ -9,9 +9,9 @@
 
 namespace vorntools {
 
-/** Directory of the files exchanged with the PDM client, with a separator at its end; empty while it is not set.
+/** Full name of a file in the directory of the files exchanged with the PDM client; empty while that is not set.
  * @return E_FAIL, reported, without an environment */
-HRESULT findExchangeDirectory(const JournalFrame& i_frame, CATUnicodeString& o_directory);
+HRESULT findExchangeFile(const JournalFrame& i_frame, const CATUnicodeString& i_name, CATUnicodeString& o_full_name);
 
 /** Reads a file line by line and remembers how the last read ended. */
 class LineReader {
@@ -23,7 +23,6 @@ public:
     bool hasFailed() const { return FAILED(m_code); }
     /** Whether a read has met the end of the file; false behind a line that has its line end, even the last one. */
     bool isAtEnd() const { return m_file.isAtEnd() != 0; }
-    void close() { m_file.close(); }
 
 private:
     UTILFile m_file;
@@ -31,7 +30,7 @@ private:
     HRESULT m_code = S_OK;
 };
 
-/** A text file that is written anew. What is not finished is no file: it is deleted. */
+/** A text file that is written anew. One that cannot be finished is deleted. */
 class NewTextFile {
 public:
     /** A folder or an empty name cannot be created; an existing file loses its content. */

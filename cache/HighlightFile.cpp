@@ -2,6 +2,7 @@
 
 #include "cache/ExchangeFile.h"
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATListOfCATUnicodeString.h"
@@ -28,15 +29,6 @@ int valuesPerSelection(bool i_any_command) {
     return i_any_command ? 1 : 0;
 }
 
-/** Full name of the highlight file; empty while its directory is not set. E_FAIL, reported, without an environment. */
-HRESULT findHighlightFile(const JournalFrame& i_frame, CATUnicodeString& o_name) {
-    o_name = "";
-    CATUnicodeString directory;
-    const HRESULT code = findExchangeDirectory(i_frame, directory);
-    if (SUCCEEDED(code) && !directory.IsNull()) o_name = directory + UTILFile::getPathSeparator() + kFileName;
-    return code;
-}
-
 /** Whether the file has done its duty once it was read. */
 bool isToBeDeleted() {
     return processSays(&PROCManager::manageDocumentsOfStatusWindowFileDeletion) &&
@@ -53,7 +45,6 @@ public:
         m_reader.next();
         return readResult();
     }
-    void close() { m_reader.close(); }
 
     /** Appends the context, if the file has one. */
     HRESULT readContext(CATListValCATUnicodeString& io_contexts) {
@@ -161,14 +152,20 @@ HRESULT VornToolsCommon::readHighlightFile(unsigned char i_any_command, CATListV
         return E_FAIL;
     }
     CATUnicodeString name;
-    const HRESULT named = findHighlightFile(frame, name);
+    const HRESULT named = findExchangeFile(frame, UTILFile::getPathSeparator() + kFileName, name);
     if (FAILED(named)) return named;
 
-    HighlightReader reader(frame, name);
-    HRESULT code = reader.open();
-    if (SUCCEEDED(code)) code = reader.readContext(o_contexts);
-    if (SUCCEEDED(code)) code = readSelections(frame, reader, most, o_part_numbers, o_file_names);
-    reader.close();
+    const auto read = [&] {
+        HighlightReader reader(frame, name);
+        HRESULT code = reader.open();
+        if (SUCCEEDED(code)) code = reader.readContext(o_contexts);
+        return SUCCEEDED(code) ? readSelections(frame, reader, most, o_part_numbers, o_file_names) : code;
+    };
+    const HRESULT code = guarded(read, E_FAIL);
+    // Memory may have run out between the two.
+    const int count = std::min(o_part_numbers.Size(), o_file_names.Size());
+    o_part_numbers.Size(count);
+    o_file_names.Size(count);
     if (SUCCEEDED(code) && isToBeDeleted() && !deleteFile(name)) frame.write("Failed to delete %s ", name);
     return code;
 }

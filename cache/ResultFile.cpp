@@ -1,6 +1,7 @@
 #include "VornToolsCommon.h"
 
 #include "cache/ExchangeFile.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "TYPVectorCATUnicodeString.h"
@@ -16,15 +17,6 @@ const CATUnicodeString kUserCancel(":user_cancel");
 const CATUnicodeString kHostedClient("SK");
 
 using Status = VornToolsCommon::EnumResultStatus;
-
-/** Full name of the result file; empty while its directory is not set. E_FAIL, reported, without an environment. */
-HRESULT findResultFile(const JournalFrame& i_frame, CATUnicodeString& o_name) {
-    o_name = "";
-    CATUnicodeString directory;
-    const HRESULT code = findExchangeDirectory(i_frame, directory);
-    if (SUCCEEDED(code) && !directory.IsNull()) o_name = directory + kFileName;
-    return code;
-}
 
 HRESULT openFailed(const JournalFrame& i_frame, const CATUnicodeString& i_name) {
     i_frame.write("Unable to open result file %s", i_name);
@@ -43,7 +35,7 @@ Status statusOf(const CATUnicodeString& i_first_line) {
 
 /** Opens the result file and reads the status in its first line. @param o_status set on success only */
 HRESULT readStatus(const JournalFrame& i_frame, LineReader& o_reader, CATUnicodeString& o_name, Status& o_status) {
-    const HRESULT found = findResultFile(i_frame, o_name);
+    const HRESULT found = findExchangeFile(i_frame, kFileName, o_name);
     if (FAILED(found)) return found;
     if (o_name.IsNull()) return i_frame.missing("result_file");
     if (!o_reader.open(o_name)) return openFailed(i_frame, o_name);
@@ -53,12 +45,48 @@ HRESULT readStatus(const JournalFrame& i_frame, LineReader& o_reader, CATUnicode
     return S_OK;
 }
 
+/** @param o_ok, o_hosted_client set to 1 where it is so */
+HRESULT readClient(const JournalFrame& i_frame, unsigned char& o_ok, unsigned char& o_hosted_client) {
+    CATUnicodeString name;
+    const HRESULT found = findExchangeFile(i_frame, kFileName, name);
+    if (FAILED(found)) return found;
+    LineReader reader;
+    if (!reader.open(name)) return openFailed(i_frame, name);
+    reader.next();
+    if (reader.line().IsNull()) return readFailed(i_frame, name);
+    if (!reader.line().Compare(kOk)) return S_OK;
+
+    reader.next();
+    if (reader.hasFailed()) return readFailed(i_frame, name);
+    o_ok = 1;
+    if (!reader.line().Compare(kHostedClient)) return S_OK;
+    i_frame.write("Current client is hosted skylane");
+    o_hosted_client = 1;
+    return S_OK;
+}
+
+/** Reads the status and all further lines. @param o_status set on success only. @param o_lines empty */
+HRESULT readInfo(const JournalFrame& i_frame, Status& o_status, TYPVectorCATUnicodeString& o_lines) {
+    LineReader reader;
+    CATUnicodeString name;
+    Status status = VornToolsCommon::ResultStatusFailed;
+    const HRESULT code = readStatus(i_frame, reader, name, status);
+    if (FAILED(code)) return code;
+    while (!reader.isAtEnd()) {
+        reader.next();
+        if (reader.hasFailed()) return readFailed(i_frame, name);
+        o_lines.push_back(reader.line());
+    }
+    o_status = status;
+    return S_OK;
+}
+
 } // namespace
 
 HRESULT VornToolsCommon::createResultFile(CATUnicodeString i_text) {
     const JournalFrame frame(_CteCLASS_NAME, "createResultFile");
     CATUnicodeString name;
-    const HRESULT found = findResultFile(frame, name);
+    const HRESULT found = findExchangeFile(frame, kFileName, name);
     if (FAILED(found)) return found;
     NewTextFile file;
     if (!file.create(name)) return S_OK;
@@ -70,51 +98,26 @@ HRESULT VornToolsCommon::readResultFileAndGetClient(unsigned char& o_ok, unsigne
     const JournalFrame frame(_CteCLASS_NAME, "readResultFileAndGetClient");
     o_ok = 0;
     o_hosted_client = 0;
-    CATUnicodeString name;
-    const HRESULT found = findResultFile(frame, name);
-    if (FAILED(found)) return found;
-    LineReader reader;
-    if (!reader.open(name)) return openFailed(frame, name);
-    reader.next();
-    if (reader.line().IsNull()) return readFailed(frame, name);
-    if (!reader.line().Compare(kOk)) return S_OK;
-
-    reader.next();
-    if (reader.hasFailed()) return readFailed(frame, name);
-    o_ok = 1;
-    if (!reader.line().Compare(kHostedClient)) return S_OK;
-    frame.write("Current client is hosted skylane");
-    o_hosted_client = 1;
-    return S_OK;
+    return guarded([&] { return readClient(frame, o_ok, o_hosted_client); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getResultInfo(EnumResultStatus& o_status, TYPVectorCATUnicodeString& o_lines) {
     const JournalFrame frame(_CteCLASS_NAME, "getResultInfo");
     o_status = ResultStatusFailed;
     o_lines.clear();
-    LineReader reader;
-    CATUnicodeString name;
-    EnumResultStatus status = ResultStatusFailed;
-    const HRESULT code = readStatus(frame, reader, name, status);
-    if (FAILED(code)) return code;
-    while (!reader.isAtEnd()) {
-        reader.next();
-        if (reader.hasFailed()) {
-            o_lines.clear();
-            return readFailed(frame, name);
-        }
-        o_lines.push_back(reader.line());
-    }
-    o_status = status;
-    return S_OK;
+    const HRESULT code = guarded([&] { return readInfo(frame, o_status, o_lines); }, E_FAIL);
+    if (FAILED(code)) o_lines.clear();
+    return code;
 }
 
 VornToolsCommon::EnumResultStatus VornToolsCommon::getResultStatus() {
     const JournalFrame frame(_CteCLASS_NAME, "getResultStatus");
-    LineReader reader;
-    CATUnicodeString name;
     EnumResultStatus status = ResultStatusFailed;
-    readStatus(frame, reader, name, status);
+    guarded([&] {
+        LineReader reader;
+        CATUnicodeString name;
+        readStatus(frame, reader, name, status);
+    });
     frame.writeReturn(status);
     return status;
 }

@@ -1,8 +1,9 @@
 #include "VornCache.h"
 
 #include "cache/DatFields.h"
-#include "cache/DatLines.h"
+#include "cache/DatTags.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "UTILFile.h"
@@ -13,36 +14,60 @@ namespace {
 
 using TextMap = TYPMapCATUnicodeStringPVoid;
 
-/** The first value of an identifier; `i_what` is its name in the journal's lines. */
-void readIdentifier(const JournalFrame& i_frame, const DatField& i_field, const char* i_what,
-                    const CATUnicodeString& i_name, CATUnicodeString& o_value) {
+/** Hands a value out; without one the output is empty. */
+HRESULT giveValue(const CATUnicodeString* ip_value, CATUnicodeString& o_value) {
     o_value = "";
+    return !ip_value || guarded([&] { o_value = *ip_value; }) ? S_OK : E_FAIL;
+}
+
+/** Hands the first value of an identifier out; `i_what` is its name in the journal's lines. */
+HRESULT giveIdentifier(const JournalFrame& i_frame, const DatField& i_field, const char* i_what,
+                       const CATUnicodeString& i_name, CATUnicodeString& o_value) {
     const CATUnicodeString* const p_value = i_field.first();
-    if (p_value) o_value = *p_value;
     if (!i_field.exists())
         i_frame.write("%s balise in cache file is NULL for file [%s]", i_what, i_name);
-    else if (o_value.IsNull())
+    else if (!p_value || p_value->IsNull())
         i_frame.write("%s balise in cache file is empty for file [%s]", i_what, i_name);
+    return giveValue(p_value, o_value);
+}
+
+/** The lines of a field. @return E_FAIL, and none, when the document or the field is not there */
+HRESULT readLines(const TextMap& i_cache, const CATUnicodeString& i_name, const CATUnicodeString& i_tag,
+                  CATListValCATUnicodeString& o_list) {
+    o_list.RemoveAll();
+    const DatField field(fieldsOf(i_cache, i_name), i_tag);
+    if (!field.exists()) return E_FAIL;
+    field.appendTo(o_list);
+    return S_OK;
+}
+
+/** A method that answers with the lines of a block. What is not there has none. */
+HRESULT answerBlock(const char* i_method, const TextMap& i_cache, const CATUnicodeString& i_name, DatTag i_tag,
+                    CATListValCATUnicodeString& o_list) {
+    const JournalFrame frame(VornCache::_CteCLASS_NAME, i_method);
+    const bool read = guarded([&] { readLines(i_cache, i_name, tagText(i_tag), o_list); });
+    if (!read) o_list.RemoveAll();
+    return read ? S_OK : E_FAIL;
 }
 
 /** An attribute as the PDM calls it and the tag that it comes from. */
 struct AttributeRule {
     const char* attribute;
-    const char* tag;
+    DatTag tag;
 };
-constexpr AttributeRule kPositionalAttributes[] = {{"Definition", "<ItemId>"},
-                                                   {"Revision", "<ItemRevId>"},
-                                                   {"EBS_ItemRevName", "<ItemRevName>"},
-                                                   {"EBS_DatasetUid", "<DatasetUID>"},
-                                                   {"EBS_DatasetLastVersion", "<DatasetVersion>"}};
+constexpr AttributeRule kPositionalAttributes[] = {{"Definition", DatTag::ItemId},
+                                                   {"Revision", DatTag::ItemRevId},
+                                                   {"EBS_ItemRevName", DatTag::ItemRevName},
+                                                   {"EBS_DatasetUid", DatTag::DatasetUID},
+                                                   {"EBS_DatasetLastVersion", DatTag::DatasetVersion}};
 constexpr AttributeRule kTaggedAttributes[] = {
-    {"ItemRevUID", "<ItemRevUID>"}, {"EBS_DatasetUid", "<DatasetUID>"}, {"NamedRefUID", "<NamedRefUID>"}};
+    {"ItemRevUID", DatTag::ItemRevUID}, {"EBS_DatasetUid", DatTag::DatasetUID}, {"NamedRefUID", DatTag::NamedRefUID}};
 
 template <std::size_t N>
 void appendAttributes(const TextMap* ip_fields, const AttributeRule (&i_rules)[N],
                       CATListValCATUnicodeString& io_list) {
     for (const AttributeRule& rule : i_rules) {
-        const CATUnicodeString* const p_value = DatField(ip_fields, rule.tag).first();
+        const CATUnicodeString* const p_value = DatField(ip_fields, tagText(rule.tag)).first();
         if (!p_value) continue;
         io_list.Append(rule.attribute);
         io_list.Append(*p_value);
@@ -55,8 +80,8 @@ bool isPositional(const TextMap* ip_fields) {
 }
 
 CATUnicodeString fileNameWithoutExtension(const JournalFrame& i_frame, const CATUnicodeString& i_full_name) {
-    CATUnicodeString directory, name;
-    if (FAILED(splitFullName(i_full_name, directory, name))) {
+    CATUnicodeString name;
+    if (FAILED(fileNameOf(i_full_name, name))) {
         i_frame.callFailed("UTILFile::splitPathAndFileName");
         return CATUnicodeString();
     }
@@ -67,23 +92,12 @@ CATUnicodeString fileNameWithoutExtension(const JournalFrame& i_frame, const CAT
 
 /** The part number of the PDM's item; without one the file's name stands for it. */
 CATUnicodeString partNumber(const JournalFrame& i_frame, const TextMap* ip_fields, const CATUnicodeString& i_name) {
-    const CATUnicodeString* const p_item = DatField(ip_fields, "<ItemId>").first();
-    const CATUnicodeString* const p_revision = DatField(ip_fields, "<ItemRevId>").first();
+    const CATUnicodeString* const p_item = DatField(ip_fields, tagText(DatTag::ItemId)).first();
+    const CATUnicodeString* const p_revision = DatField(ip_fields, tagText(DatTag::ItemRevId)).first();
     return p_item && p_revision ? *p_item + "_" + *p_revision : fileNameWithoutExtension(i_frame, i_name);
 }
 
 } // namespace
-
-HRESULT VornCache::fileHasCache(CATUnicodeString name, unsigned char& has) {
-    const JournalFrame frame(_CteCLASS_NAME, "fileHasCache");
-    has = m_cacheMap->contains(name);
-    return S_OK;
-}
-
-unsigned char VornCache::isInCache(const CATUnicodeString& name) {
-    const JournalFrame frame(_CteCLASS_NAME, "isInCache");
-    return m_cacheMap->contains(name);
-}
 
 HRESULT VornCache::getDataAtLine(CATUnicodeString name, CATUnicodeString tag, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getDataAtLine");
@@ -93,34 +107,26 @@ HRESULT VornCache::getDataAtLine(CATUnicodeString name, CATUnicodeString tag, CA
         frame.write("failed to get file name [%s]", name);
         return S_OK;
     }
-    if (const CATUnicodeString* const p_value = DatField(p_fields, tag).text())
-        value = *p_value;
-    else
-        frame.write("failed to get line [%s]", tag);
-    return S_OK;
+    const CATUnicodeString* const p_value = DatField(p_fields, tag).text();
+    if (!p_value) frame.write("failed to get line [%s]", tag);
+    return giveValue(p_value, value);
 }
 
 HRESULT VornCache::getDataListAtLine(const CATUnicodeString& name, const CATUnicodeString& tag,
                                      CATListValCATUnicodeString& list) {
-    list.RemoveAll();
-    const DatField field(fieldsOf(*m_cacheMap, name), tag);
-    if (!field.exists()) return E_FAIL;
-    field.appendTo(list);
-    return S_OK;
+    return readLines(*m_cacheMap, name, tag, list);
 }
 
 HRESULT VornCache::getItemRevUID(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getItemRevUID");
     const DatField field(fieldsOf(*m_cacheMap, name), tagText(DatTag::ItemRevUID));
-    readIdentifier(frame, field, "ItemRevUID", name, value);
-    return S_OK;
+    return giveIdentifier(frame, field, "ItemRevUID", name, value);
 }
 
 HRESULT VornCache::getDatasetUID(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getDatasetUID");
     const DatField field(fieldsOf(*m_cacheMap, name), tagText(DatTag::DatasetUID));
-    readIdentifier(frame, field, "DatasetUID", name, value);
-    return S_OK;
+    return giveIdentifier(frame, field, "DatasetUID", name, value);
 }
 
 HRESULT VornCache::getCacheLastModifiedDate(CATUnicodeString name, CATUnicodeString& value) {
@@ -130,47 +136,31 @@ HRESULT VornCache::getCacheLastModifiedDate(CATUnicodeString name, CATUnicodeStr
 
 HRESULT VornCache::getBVRDate(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getBVRDate");
-    value = "";
-    const CATUnicodeString* const p_first =
-        DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::StructLastModDate)).first();
-    if (p_first) value = *p_first;
-    return S_OK;
+    return giveValue(DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::StructLastModDate)).first(), value);
 }
 
 HRESULT VornCache::getConfiguration(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    const JournalFrame frame(_CteCLASS_NAME, "getConfiguration");
-    getDataListAtLine(name, tagText(DatTag::Configuration), list);
-    return S_OK;
+    return answerBlock("getConfiguration", *m_cacheMap, name, DatTag::Configuration, list);
 }
 
 HRESULT VornCache::getSkippedOccList(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    const JournalFrame frame(_CteCLASS_NAME, "getSkippedOccList");
-    getDataListAtLine(name, tagText(DatTag::SkippedOcc), list);
-    return S_OK;
+    return answerBlock("getSkippedOccList", *m_cacheMap, name, DatTag::SkippedOcc, list);
 }
 
 HRESULT VornCache::getDesignTableSheets(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    const JournalFrame frame(_CteCLASS_NAME, "getDesignTableSheets");
-    getDataListAtLine(name, tagText(DatTag::DesignTableSheets), list);
-    return S_OK;
+    return answerBlock("getDesignTableSheets", *m_cacheMap, name, DatTag::DesignTableSheets, list);
 }
 
 HRESULT VornCache::getDesignTableConfigs(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    const JournalFrame frame(_CteCLASS_NAME, "getDesignTableConfigs");
-    getDataListAtLine(name, tagText(DatTag::DesignTableConfigs), list);
-    return S_OK;
+    return answerBlock("getDesignTableConfigs", *m_cacheMap, name, DatTag::DesignTableConfigs, list);
 }
 
 HRESULT VornCache::getDesignTableCksums(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    const JournalFrame frame(_CteCLASS_NAME, "getDesignTableCksums");
-    getDataListAtLine(name, tagText(DatTag::DesignTableCksums), list);
-    return S_OK;
+    return answerBlock("getDesignTableCksums", *m_cacheMap, name, DatTag::DesignTableCksums, list);
 }
 
 HRESULT VornCache::getDesignTableMaps(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    const JournalFrame frame(_CteCLASS_NAME, "getDesignTableMaps");
-    getDataListAtLine(name, tagText(DatTag::DesignTableMaps), list);
-    return S_OK;
+    return answerBlock("getDesignTableMaps", *m_cacheMap, name, DatTag::DesignTableMaps, list);
 }
 
 unsigned char VornCache::isCatalogComp(const CATUnicodeString& name) {
@@ -194,38 +184,13 @@ unsigned char VornCache::isDesignTable(const CATUnicodeString& name) {
 HRESULT VornCache::getAttributeList(CATUnicodeString name, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getAttributeList");
     const TYPMapCATUnicodeStringPVoid* const p_fields = fieldsOf(*m_cacheMap, name);
-    if (isPositional(p_fields))
-        appendAttributes(p_fields, kPositionalAttributes, list);
-    else
-        appendAttributes(p_fields, kTaggedAttributes, list);
-    list.Append("PartNumber");
-    list.Append(partNumber(frame, p_fields, name));
-    return S_OK;
-}
-
-HRESULT VornCache::getLocalLastModifiedDate(CATUnicodeString path, CATUnicodeString& value) {
-    const JournalFrame frame(_CteCLASS_NAME, "getLocalLastModifiedDate");
-    int date = -1;
-    getLastModificationDateOnFile(path.ConvertToChar(), &date);
-    value.BuildFromNum(date, "%d");
-    return S_OK;
-}
-
-HRESULT VornCache::getLastModificationDateOnFile(const char* path, int* date) {
-    *date = UTILFile::getLastModificationDateOnFile(path);
-    return S_OK;
-}
-
-unsigned char VornCache::cgrFileNameContainsLastModificationDateField(CATUnicodeString name) {
-    const JournalFrame frame(_CteCLASS_NAME, "cgrFileNameContainsLastModificationDateField");
-    constexpr char kPattern[] = ".dddd-dd-dd-dd.dd.dd.cgr";
-    constexpr int kLength = sizeof kPattern - 1;
-    const int surplus = name.GetLengthInByte() - kLength;
-    if (surplus <= 0) return 0;
-    const char* const p_field = name.ConvertToChar() + surplus;
-    for (int i = 0; i < kLength; ++i) {
-        const bool digit = kPattern[i] == 'd' && p_field[i] >= '0' && p_field[i] <= '9';
-        if (!digit && p_field[i] != kPattern[i]) return 0;
-    }
-    return 1;
+    const auto append = [&] {
+        if (isPositional(p_fields))
+            appendAttributes(p_fields, kPositionalAttributes, list);
+        else
+            appendAttributes(p_fields, kTaggedAttributes, list);
+        list.Append("PartNumber");
+        list.Append(partNumber(frame, p_fields, name));
+    };
+    return guarded(append) ? S_OK : E_FAIL;
 }

@@ -1,8 +1,9 @@
 #include "VornCache.h"
 
 #include "cache/DatFields.h"
-#include "cache/DatLines.h"
+#include "cache/DatTags.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
 
@@ -27,125 +28,148 @@ CATUnicodeString behindWord(const CATUnicodeString& i_entry, const char* i_word)
     return count > 0 ? i_entry.SubString(first, count) : CATUnicodeString();
 }
 
+/** Which entries of a block a list takes, and the file that such an entry names. */
+using Selection = bool (*)(const CATUnicodeString& i_entry, CATUnicodeString& o_file);
+
+bool takeEvery(const CATUnicodeString& i_entry, CATUnicodeString& o_file) {
+    o_file = i_entry;
+    return true;
+}
+
+bool takeMultiModel(const CATUnicodeString& i_entry, CATUnicodeString& o_file) {
+    if (!beginsWith(i_entry, kMultiModel) || i_entry.SearchSubString(kMultiModelAssembly) >= 0) return false;
+    o_file = behindWord(i_entry, kMultiModel);
+    return true;
+}
+
+bool takeMultiModelAssembly(const CATUnicodeString& i_entry, CATUnicodeString& o_file) {
+    if (!beginsWith(i_entry, kMultiModelAssembly)) return false;
+    o_file = behindWord(i_entry, kMultiModelAssembly);
+    return true;
+}
+
 /**
  * Full names of files that a DAT file gives without a directory: beside its document when they exist there, else in a
  * given directory.
  */
 class FullNames {
 public:
-    FullNames(const CATUnicodeString& i_document, const CATUnicodeString& i_directory,
-              CATListValCATUnicodeString& o_list)
-        : m_document(i_document), m_directory(i_directory), m_list(o_list) {}
+    FullNames(const JournalFrame& i_frame, const CATUnicodeString& i_document, const CATUnicodeString& i_directory)
+        : m_frame(i_frame), m_document(i_document), m_directory(i_directory) {}
 
-    void append(const CATUnicodeString& i_file) {
-        if (!m_begun) begin();
-        CATUnicodeString name;
-        if (!m_beside.IsNull()) name = m_beside + i_file;
-        if (m_beside.IsNull() || !UTILFile::existingFile(name)) name = m_given + i_file;
-        const int position = m_list.Size() + 1;
-        m_list.Size(position);
-        m_list[position] = std::move(name);
+    /** Makes the list one of the files that a selection takes from a block. @return E_FAIL when memory runs out */
+    HRESULT list(const DatField& i_block, Selection i_takes, CATListValCATUnicodeString& o_list) {
+        o_list.RemoveAll();
+        CATUnicodeString file;
+        const auto append_all = [&] {
+            i_block.forEach([&](const CATUnicodeString& i_entry) {
+                if (i_takes(i_entry, file)) append(file, o_list);
+            });
+        };
+        if (guarded(append_all)) return S_OK;
+        o_list.RemoveAll();
+        return E_FAIL;
     }
-    /** Of splitting the document's name; S_OK when there was nothing to append. */
+    /** Of splitting the document's name, a failure is reported; S_OK while there was nothing to list. */
     HRESULT code() const { return m_code; }
 
 private:
+    void append(const CATUnicodeString& i_file, CATListValCATUnicodeString& io_list) {
+        if (!m_begun) begin();
+        const bool beside = !m_beside.IsNull() && UTILFile::existingFile(m_beside_on_disk + i_file);
+        CATUnicodeString name = (beside ? m_beside : m_given) + i_file;
+        const int position = io_list.Size() + 1;
+        io_list.Size(position);
+        io_list[position] = std::move(name);
+    }
+
     /** Everything that the names have in common. */
     void begin() {
         m_begun = true;
         const CATUnicodeString separator = UTILFile::getPathSeparator();
         m_given = m_directory + separator;
-        CATUnicodeString document_directory, ignored;
-        m_code = splitFullName(m_document, document_directory, ignored);
-        if (SUCCEEDED(m_code) && !document_directory.IsNull() && document_directory != m_directory)
-            m_beside = document_directory + separator;
+        CATUnicodeString directory, directory_on_disk, ignored;
+        m_code = splitFullName(m_document, directory, ignored);
+        if (SUCCEEDED(m_code)) m_code = splitFullName(nameOnDisk(m_document), directory_on_disk, ignored);
+        if (FAILED(m_code)) m_frame.callFailed("UTILFile::splitPathAndFileName");
+        if (FAILED(m_code) || directory.IsNull() || directory == m_directory) return;
+        m_beside = directory + separator;
+        m_beside_on_disk = directory_on_disk + separator;
     }
 
+    const JournalFrame& m_frame;
     const CATUnicodeString& m_document;
-    const CATUnicodeString& m_directory;
-    CATListValCATUnicodeString& m_list;
+    const CATUnicodeString m_directory; ///< a copy: the caller's may be an element of the list
     CATUnicodeString m_given;
-    CATUnicodeString m_beside;
+    CATUnicodeString m_beside;         ///< empty unless it is another one than the given
+    CATUnicodeString m_beside_on_disk; ///< the same as the file services know it
     HRESULT m_code = S_OK;
     bool m_begun = false;
 };
 
-} // namespace
-
-template <class Visit>
-void VornCache::forEachLink(const CATUnicodeString& name, Visit&& visit) const {
-    DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::LinkedDocs)).forEach(visit);
+DatField linksOf(const TYPMapCATUnicodeStringPVoid& i_cache, const CATUnicodeString& i_name) {
+    return DatField(fieldsOf(i_cache, i_name), tagText(DatTag::LinkedDocs));
 }
+
+int countUnresolved(const TYPMapCATUnicodeStringPVoid& i_cache, const CATUnicodeString& i_name) {
+    int count = 0;
+    linksOf(i_cache, i_name).forEach([&](const CATUnicodeString& i_entry) {
+        count += beginsWith(i_entry, kUnresolved);
+    });
+    return count;
+}
+
+} // namespace
 
 HRESULT VornCache::getDesignTableFiles(CATUnicodeString name, const CATUnicodeString& dir,
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableFiles");
-    list.RemoveAll();
-    FullNames full_names(name, dir, list);
-    DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::DesignTableFiles))
-        .forEach([&](const CATUnicodeString& i_file) { full_names.append(i_file); });
-    return S_OK;
+    const DatField files(fieldsOf(*m_cacheMap, name), tagText(DatTag::DesignTableFiles));
+    return FullNames(frame, name, dir).list(files, takeEvery, list);
 }
 
 HRESULT VornCache::getLinkedDoc(CATUnicodeString name, const CATUnicodeString& dir, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedDoc");
-    list.RemoveAll();
-    FullNames full_names(name, dir, list);
-    forEachLink(name, [&](const CATUnicodeString& i_entry) { full_names.append(i_entry); });
-    return S_OK;
+    return FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeEvery, list);
 }
 
 HRESULT VornCache::getLinkedMMLDoc(CATUnicodeString name, const CATUnicodeString& dir,
                                    CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLDoc");
-    list.RemoveAll();
-    FullNames full_names(name, dir, list);
-    forEachLink(name, [&](const CATUnicodeString& i_entry) {
-        if (beginsWith(i_entry, kMultiModel) && i_entry.SearchSubString(kMultiModelAssembly) < 0)
-            full_names.append(behindWord(i_entry, kMultiModel));
-    });
-    return S_OK;
+    return FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeMultiModel, list);
 }
 
 HRESULT VornCache::getLinkedMMLAssyDoc(CATUnicodeString name, const CATUnicodeString& dir,
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLAssyDoc");
-    list.RemoveAll();
-    FullNames full_names(name, dir, list);
-    forEachLink(name, [&](const CATUnicodeString& i_entry) {
-        if (beginsWith(i_entry, kMultiModelAssembly)) full_names.append(behindWord(i_entry, kMultiModelAssembly));
-    });
+    FullNames full_names(frame, name, dir);
+    const HRESULT listed = full_names.list(linksOf(*m_cacheMap, name), takeMultiModelAssembly, list);
     if (FAILED(full_names.code())) list.RemoveAll();
-    return full_names.code();
+    return FAILED(listed) ? listed : full_names.code();
 }
 
 HRESULT VornCache::getExistingMMLAssyContextDocName(CATUnicodeString name, CATUnicodeString& ctx) {
     const JournalFrame frame(_CteCLASS_NAME, "getExistingMMLAssyContextDocName");
     ctx = "";
-    forEachLink(name, [&](const CATUnicodeString& i_entry) {
-        if (!ctx.IsNull() || !beginsWith(i_entry, kMultiModelAssembly)) return;
-        const CATUnicodeString context = behindWord(i_entry, kMultiModelAssembly);
-        if (UTILFile::getExtension(context).Compare("CATProduct") != 0) ctx = context;
-    });
-    return S_OK;
+    const auto look_through = [&] {
+        linksOf(*m_cacheMap, name).forEach([&](const CATUnicodeString& i_entry) {
+            CATUnicodeString context;
+            if (!ctx.IsNull() || !takeMultiModelAssembly(i_entry, context)) return;
+            if (UTILFile::getExtension(context).Compare("CATProduct") != 0) ctx = context;
+        });
+    };
+    return guarded(look_through) ? S_OK : E_FAIL;
 }
 
 HRESULT VornCache::getLinkedUnresolvedDoc(CATUnicodeString name, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedUnresolvedDoc");
     list.RemoveAll();
-    for (int count = countUnresolved(name); count > 0; --count) list.Append(CATUnicodeString());
-    return S_OK;
+    return guarded([&] { list.Size(countUnresolved(*m_cacheMap, name)); }) ? S_OK : E_FAIL;
 }
 
 HRESULT VornCache::hasLinkedUnresolvedDoc(CATUnicodeString name, unsigned char& has) {
     const JournalFrame frame(_CteCLASS_NAME, "hasLinkedUnresolvedDoc");
-    has = countUnresolved(name) > 0;
+    has = countUnresolved(*m_cacheMap, name) > 0;
     if (has) frame.write("file [%s] has unresolved context", name);
     return S_OK;
-}
-
-int VornCache::countUnresolved(const CATUnicodeString& name) {
-    int count = 0;
-    forEachLink(name, [&](const CATUnicodeString& i_entry) { count += beginsWith(i_entry, kUnresolved); });
-    return count;
 }

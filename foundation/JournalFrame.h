@@ -41,9 +41,7 @@ public:
      * once for all calls; it outlives the frame */
     explicit JournalFrame(const CATUnicodeString& i_name) : m_name(i_name), m_end_code(-1) { writeBegin(); }
     explicit JournalFrame(const CATUnicodeString&& i_name) = delete;
-    ~JournalFrame() {
-        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionEnd(m_name, m_end_code);
-    }
+    ~JournalFrame() { writeEnd(); }
     JournalFrame(const JournalFrame&) = delete;
     JournalFrame& operator=(const JournalFrame&) = delete;
 
@@ -53,6 +51,11 @@ public:
     HRESULT endWith(HRESULT i_code) {
         m_end_code = static_cast<int>(i_code);
         return i_code;
+    }
+
+    /** Writes the closing line ahead of the destructor, which writes it as well. */
+    void writeEnd() const {
+        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionEnd(m_name, m_end_code);
     }
 
     /** Writes a line, printf style; texts may be CATUnicodeString. */

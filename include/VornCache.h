@@ -14,7 +14,8 @@ class TYPMapCATUnicodeStringPVoid;
  * the decision whether the document is new, modified or unchanged since it was loaded.
  *
  * Documents are named by their full file name exactly as given to addDocument: letter case and separators count. Unless
- * its comment says otherwise a method returns S_OK, and an output that has no value is empty.
+ * its comment says otherwise a method returns S_OK, and an output that has no value is empty. When memory runs out, for
+ * a DAT file may have any size, a method returns E_FAIL and its outputs are empty.
  */
 class ExportedByVornTools VornCache {
 public:
@@ -84,7 +85,8 @@ public:
      * front. */
     static unsigned char cgrFileNameContainsLastModificationDateField(CATUnicodeString name);
 
-    /** Moves everything known of a document to its new name, after a rename or a save under another name. */
+    /** Moves everything known of a document to its new name, after a rename or a save under another name. Of a document
+     * that had this name before nothing stays; an unknown old name changes nothing. */
     HRESULT setNewFullFileName(const CATUnicodeString& oldName, const CATUnicodeString& newName);
     /** Frees every value held. Afterwards the cache may only be destroyed. */
     HRESULT release();
@@ -93,9 +95,9 @@ private:
     friend struct VornCacheTestAccess;
 
     HRESULT readDataInDATFile(const CATUnicodeString& name, TYPMapCATUnicodeStringPVoid* fieldMap, CATDocument* doc);
-    /** Lines of blocks move from the list into the map. */
     HRESULT fillDatMapFromStringList(const CATUnicodeString& directory, const CATUnicodeString& fileName,
-                                     const CATUnicodeString& name, CATDocument* doc, CATListValCATUnicodeString& lines,
+                                     const CATUnicodeString& name, CATDocument* doc,
+                                     const CATListValCATUnicodeString& lines,
                                      const CATListValCATUnicodeString& positionalTags,
                                      const CATListValCATUnicodeString& taggedTags,
                                      TYPMapCATUnicodeStringPVoid* fieldMap);
@@ -103,16 +105,9 @@ private:
                               CATListValCATUnicodeString& list);
     HRESULT getLastModificationDateOnFile(const char* path, int* date);
 
-    EnumModifiedFlag statusOf(const CATUnicodeString& name) const;
-    /** Visits the entries of the linked documents. */
-    template <class Visit>
-    void forEachLink(const CATUnicodeString& name, Visit&& visit) const;
-    int countUnresolved(const CATUnicodeString& name);
-
     TYPMapCATUnicodeStringPVoid* m_cacheMap;    ///< name to its field map (owned), "MAP_CACHE"
     TYPMapCATUnicodeStringPVoid* m_statusMap;   ///< name to its status (an int, owned), "MAP_OF_MF"
     TYPMapCATUnicodeStringPVoid* m_documentMap; ///< name to its document (not owned), "MAP_OF_CATDOCUMENT"
-    CATListValCATUnicodeString m_lines;         ///< of the DAT file in hand; a member so that its memory is used again
 };
 
 #endif

@@ -90,7 +90,7 @@ public:
 
     /** Lines of the DAT file of a document; positional files get the three lines of version 0 at their end.
      * @param i_catia_uuid the document's identifier, compared with the file's in debug mode (the journal tells)
-     * @return S_OK; E_FAIL when no DAT file was found or it cannot be read */
+     * @return S_OK; E_FAIL when no DAT file was found, it cannot be read or memory does not suffice for it */
     static HRESULT readDatTools(CATUnicodeString i_file_name, const CATUnicodeString& i_catia_uuid,
                                 CATListValCATUnicodeString& o_lines);
     /** Name of the DAT file for a document's file name. The file need not exist. */

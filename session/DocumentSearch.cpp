@@ -17,12 +17,10 @@ using namespace vorntools;
 
 namespace {
 
-/** Splits a full name into its parts; a failure is reported and leaves them empty. */
+/** Splits a full name into its parts; a failure is reported. */
 HRESULT splitName(const JournalFrame& i_frame, const CATUnicodeString& i_full_name, CATUnicodeString& o_directory,
                   CATUnicodeString& o_file_name) {
     if (SUCCEEDED(splitFullName(i_full_name, o_directory, o_file_name))) return S_OK;
-    o_directory = "";
-    o_file_name = "";
     return i_frame.callFailed("splitPathAndFileName");
 }
 

@@ -1,5 +1,6 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 
@@ -11,7 +12,6 @@
 #include "CATInit.h"
 #include "CATListOfCATBaseUnknown.h"
 #include "CATPathElement.h"
-#include "UTILFile.h"
 #include "VornIHMMessageDialog.h"
 
 #include <algorithm>
@@ -112,9 +112,8 @@ HRESULT readSelectedName(const JournalFrame& i_frame, CATIProduct* ipi_product, 
 
 HRESULT appendFileName(const JournalFrame& i_frame, const CATUnicodeString& i_name,
                        CATListValCATUnicodeString& io_names) {
-    CATUnicodeString directory;
     CATUnicodeString file_name;
-    const HRESULT code = UTILFile::splitPathAndFileName(i_name, directory, file_name);
+    const HRESULT code = fileNameOf(i_name, file_name);
     if (FAILED(code) || file_name.IsNull()) return i_frame.callFailed("UTILFile::splitPathAndFileName");
     if (io_names.Locate(i_name) == 0) io_names.Append(file_name);
     return code;
@@ -128,9 +127,8 @@ bool hasFileName(const JournalFrame& i_frame, CATIProduct* ipi_product, const CA
         i_frame.write("getDocumentFileName is Failed. goto NEXT_ELEMENT");
         return false;
     }
-    CATUnicodeString directory;
     CATUnicodeString file_name;
-    if (FAILED(UTILFile::splitPathAndFileName(full_name, directory, file_name))) {
+    if (FAILED(fileNameOf(full_name, file_name))) {
         i_frame.write("splitPathAndFileName is Failed. goto NEXT_ELEMENT");
         return false;
     }

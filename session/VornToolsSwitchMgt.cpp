@@ -34,12 +34,8 @@ HRESULT readFileName(const JournalFrame& i_frame, CATIProduct* ipi_product, CATU
     const auto sp_linkable = referenceOf(ipi_product).query<CATILinkableObject>();
     CATDocument* const p_document = sp_linkable ? sp_linkable->GetDocument() : nullptr;
     if (!p_document) return S_OK;
-    CATUnicodeString directory;
-    const HRESULT code = splitFullName(p_document->StorageName(), directory, o_file_name);
-    if (FAILED(code)) {
-        o_file_name = "";
-        i_frame.write("UTILFile::splitPathAndFileName has failed");
-    }
+    const HRESULT code = fileNameOf(p_document->StorageName(), o_file_name);
+    if (FAILED(code)) i_frame.write("UTILFile::splitPathAndFileName has failed");
     return code;
 }
 

@@ -127,14 +127,10 @@ HRESULT VornToolsCommon::analyzeSingleWindow(CATDocument* ip_root_document, CATU
     }
     CATDocument* p_document = nullptr;
     CATUnicodeString root_name;
-    CATUnicodeString directory;
     CATUnicodeString root_file_name;
     getDocumentFileName(sp_root.get(), p_document, root_name);
     // The four colons are kept because error lists are searched for this text.
-    if (FAILED(splitFullName(root_name, directory, root_file_name))) {
-        frame.callFailed("UTILFile::::splitPathAndFileName");
-        root_file_name = "";
-    }
+    if (FAILED(fileNameOf(root_name, root_file_name))) frame.callFailed("UTILFile::::splitPathAndFileName");
     frame.write("-->document in session [%s]\n", ip_root_document->StorageName());
 
     if (!root_file_name.IsNull() && i_file_name.Compare(root_file_name) != 0) {

@@ -298,6 +298,14 @@ TEST_F(VornCacheTest, LinksAreLookedUpBesideTheDocumentFirst) {
     write("t.xls", "");
     EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableFiles, name, dir), Texts{path("t.xls")});
 
+    CATListValCATUnicodeString list;
+    list.Append(dir.c_str());
+    cache.getDesignTableFiles("none", list[1], list);
+    list.Append(dir.c_str());
+    cache.getLinkedMMLAssyDoc(name.c_str(), list[1], list);
+    EXPECT_EQ(toTexts(list), (Texts{joined(dir, "d.CATPart"), joined(dir, "c.CATProduct")}))
+        << "the directory may be an element of the list";
+
     clearJournal();
     unsigned char has = 7;
     cache.hasLinkedUnresolvedDoc("none", has);
@@ -366,7 +374,40 @@ TEST_F(VornCacheTest, RenameMovesEverythingAndFreesWhatItReplaces) {
     EXPECT_EQ(found, document.get());
 
     EXPECT_EQ(cache.release(), S_OK);
+    EXPECT_EQ(cache.release(), S_OK) << "and again";
     EXPECT_EQ(Access::cacheMap(cache).size(), 1) << "keys stay until the cache is destroyed";
+}
+
+TEST_F(VornCacheTest, NothingStaysOfTheOldBearerOfAName) {
+    const std::string known = writePart(tagged(std::to_string(kDate)));
+    auto document = session().part(known);
+    VornCache cache;
+    cache.addDocument(known.c_str(), document.get());
+    environment().commandImport = true;
+    cache.addDocument("seed.CATPart", session().part("seed.CATPart").get());
+    environment().commandImport = false;
+    cache.addDocument("", nullptr);
+    reports();
+    const auto documentOf = [&](const std::string& name) {
+        VornCache::EnumModifiedFlag flag = VornCache::ModifiedFlagNew;
+        CATDocument* found = nullptr;
+        cache.getModifiedStatus(name.c_str(), flag, found);
+        return found;
+    };
+    EXPECT_EQ(cache.setNewFullFileName("unknown", known.c_str()), S_OK);
+    EXPECT_EQ(documentOf(known), document.get()) << "nobody takes the name";
+
+    // Neither a status nor a document: the empty name cannot even be split.
+    EXPECT_EQ(cache.setNewFullFileName("", known.c_str()), S_OK);
+    EXPECT_EQ(documentOf(known), nullptr);
+    EXPECT_EQ(statusIn(cache, known), 3);
+    EXPECT_EQ(textFrom(cache, &VornCache::getItemRevUID, known), "");
+    EXPECT_FALSE(cache.isInCache(""));
+
+    CATDocument* const seed = documentOf("seed.CATPart");
+    EXPECT_EQ(cache.setNewFullFileName(known.c_str(), "seed.CATPart"), S_OK);
+    EXPECT_NE(seed, nullptr);
+    EXPECT_EQ(documentOf("seed.CATPart"), nullptr);
 }
 
 TEST_F(VornCacheTest, DatesOfFiles) {
@@ -376,16 +417,46 @@ TEST_F(VornCacheTest, DatesOfFiles) {
     EXPECT_EQ(textFrom(cache, &VornCache::getLocalLastModifiedDate, path("none")), "-1");
     EXPECT_EQ(Access::date(cache, name), kDate);
 
-    struct Case {
-        const char* name;
-        int answer;
-    };
-    const Case cases[] = {{"Part1.2024-01-31-12.05.59.cgr", 1},  {"x.dddd-dd-dd-dd.dd.dd.cgr", 1},
-                          {".2024-01-31-12.05.59.cgr", 0},       {"Part1.2024-01-31-12.05.59.CGR", 0},
-                          {"Part1.2024-01-31-12.05.5a.cgr", 0},  {"Part1.2024-01-31-12-05.59.cgr", 0},
-                          {"Part1.2024-01-31-12.05.59.cgr ", 0}, {"", 0}};
-    for (const Case& test : cases)
-        EXPECT_EQ(VornCache::cgrFileNameContainsLastModificationDateField(test.name), test.answer) << test.name;
+    // The text, not its 8-bit form: that would end at the NUL and name the file.
+    CATUnicodeString value("stale");
+    cache.getLocalLastModifiedDate(CATUnicodeString(name.c_str()) + CATUnicodeString("\0x", 2), value);
+    EXPECT_STREQ(value.ConvertToChar(), "-1");
+}
+
+/** File services need not know logical names; what is stored and answered keeps them. */
+TEST_F(VornCacheTest, LogicalNamesAreLookedUpByTheirPathOnDisk) {
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    writePart(tagged(std::to_string(kDate)) +
+              "<LinkedDocs>\na.CATPart\nMML|b.CATPart\nMMLAssy|b.CATPart\nb.CATPart\n</LinkedDocs>\n"
+              "<DT_Files>\nb.CATPart\n</DT_Files>\n");
+    write("b.CATPart", "");
+    const std::string library = "\x01\x02\\LIB";
+    const std::string name = joined(library, "p.CATPart");
+    const std::string beside = joined(library, "b.CATPart");
+    const std::string dir = "/elsewhere";
+    auto document = session().part(name);
+    VornCache cache;
+    cache.addDocument(name.c_str(), document.get());
+    EXPECT_EQ(statusLines(), Texts{"Modified Status to Not Modified for " + name + " "});
+    EXPECT_EQ(statusIn(cache, name), 0);
+    EXPECT_FALSE(cache.isInCache(path("p.CATPart").c_str()));
+    EXPECT_EQ(
+        listFrom(cache, &VornCache::getLinkedDoc, name, dir),
+        (Texts{joined(dir, "a.CATPart"), joined(dir, "MML|b.CATPart"), joined(dir, "MMLAssy|b.CATPart"), beside}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedMMLDoc, name, dir), Texts{beside});
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedMMLAssyDoc, name, dir), Texts{beside});
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableFiles, name, dir), Texts{beside});
+    EXPECT_EQ(textFrom(cache, &VornCache::getLocalLastModifiedDate, name), std::to_string(kDate));
+
+    touch("p.CATPart", kDate + 1);
+    VornCache later;
+    later.addDocument(name.c_str(), document.get());
+    EXPECT_EQ(statusIn(later, name), 1);
+
+    environment().logicalNames.clear();
+    EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableFiles, name, dir), Texts{joined(dir, "b.CATPart")});
+    EXPECT_EQ(textFrom(cache, &VornCache::getLocalLastModifiedDate, name), "-1");
 }
 
 TEST_F(VornCacheTest, Sweep) {
@@ -427,6 +498,15 @@ TEST_F(VornCacheTest, Sweep) {
     sweepLinks("VornCache::getLinkedMMLDoc", &VornCache::getLinkedMMLDoc);
     sweepLinks("VornCache::getLinkedMMLAssyDoc", &VornCache::getLinkedMMLAssyDoc);
     sweepLinks("VornCache::getDesignTableFiles", &VornCache::getDesignTableFiles);
+    embedded::Failures& failures = embedded::Failures::get();
+    CATListValCATUnicodeString files;
+    for (int nth = 1; nth < 9 && failures.firedAt() != "UTILFile::splitPathAndFileName"; ++nth) {
+        failures.arm(nth, false, embedded::FaultFlavour::code);
+        cache.getDesignTableFiles(name.c_str(), "/elsewhere", files);
+        failures.disarm();
+    }
+    EXPECT_EQ(toTexts(files), Texts{joined("/elsewhere", "t")});
+    EXPECT_EQ(reports(), Texts{"VornCache::getDesignTableFiles 9003 UTILFile::splitPathAndFileName"});
     sweepFailures({"VornCache::getAttributeList",
                    [&] {
                        CATListValCATUnicodeString list;

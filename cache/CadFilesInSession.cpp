@@ -15,10 +15,9 @@ const CATUnicodeString kFileName("CADFilesInSession.txt");
 
 /** Makes an empty session file in place of an existing one. */
 HRESULT createSessionFile(const JournalFrame& i_frame, NewTextFile& o_file) {
-    CATUnicodeString directory;
-    const HRESULT found = findExchangeDirectory(i_frame, directory);
+    CATUnicodeString name;
+    const HRESULT found = findExchangeFile(i_frame, kFileName, name);
     if (FAILED(found)) return found;
-    const CATUnicodeString name = directory.IsNull() ? directory : directory + kFileName;
     // A file that cannot be deleted may still be written.
     deleteFile(name);
     return o_file.create(name) ? S_OK : i_frame.callFailed("fopen");
@@ -28,8 +27,8 @@ HRESULT createSessionFile(const JournalFrame& i_frame, NewTextFile& o_file) {
 HRESULT writeFileNames(const JournalFrame& i_frame, const CATListPtrCATDocument& i_documents, NewTextFile& io_file) {
     HRESULT code = S_OK;
     for (int i = 1; i <= i_documents.Size(); ++i) {
-        CATUnicodeString directory, file_name;
-        code = splitFullName(i_documents[i]->StorageName(), directory, file_name);
+        CATUnicodeString file_name;
+        code = fileNameOf(i_documents[i]->StorageName(), file_name);
         if (SUCCEEDED(code))
             io_file.writeLine(file_name);
         else

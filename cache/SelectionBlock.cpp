@@ -1,8 +1,11 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "TYPVectorCATUnicodeString.h"
+
+#include <utility>
 
 using namespace vorntools;
 
@@ -33,28 +36,35 @@ bool readValues(const TYPVectorCATUnicodeString& i_block, TYPVectorCATUnicodeStr
     return true;
 }
 
+/** Reads the values of both kinds. @return E_FAIL, journalled, for a block of another form */
+HRESULT readBlock(const JournalFrame& i_frame, const TYPVectorCATUnicodeString& i_block,
+                  TYPVectorCATUnicodeString& o_part_numbers, TYPVectorCATUnicodeString& o_file_names) {
+    if (!readValues(i_block, o_part_numbers, o_file_names)) {
+        i_frame.write("ERROR : There is no end balise.");
+        return E_FAIL;
+    }
+    if (o_part_numbers.at(0).IsNull() && o_file_names.at(0).IsNull()) {
+        i_frame.write("ERROR : filename and partnumber are empty.");
+        return E_FAIL;
+    }
+    return S_OK;
+}
+
 } // namespace
 
 HRESULT VornToolsCommon::readSelectionBalise(TYPVectorCATUnicodeString* ip_block,
                                              TYPVectorCATUnicodeString* op_part_numbers,
                                              TYPVectorCATUnicodeString* op_file_names) {
     const JournalFrame frame(_CteCLASS_NAME, "readSelectionBalise");
-    // The block may be one of the outputs.
-    const TYPVectorCATUnicodeString block = ip_block ? *ip_block : TYPVectorCATUnicodeString();
+    TYPVectorCATUnicodeString part_numbers, file_names;
+    const bool asked = ip_block && op_part_numbers && op_file_names;
+    const HRESULT code =
+        asked ? guarded([&] { return readBlock(frame, *ip_block, part_numbers, file_names); }, E_FAIL) : E_FAIL;
+    // Not before the block is read, which may be one of the outputs.
     if (op_part_numbers) op_part_numbers->clear();
     if (op_file_names) op_file_names->clear();
-    if (!ip_block || !op_part_numbers || !op_file_names) return E_FAIL;
-
-    TYPVectorCATUnicodeString part_numbers, file_names;
-    if (!readValues(block, part_numbers, file_names)) {
-        frame.write("ERROR : There is no end balise.");
-        return E_FAIL;
-    }
-    if (part_numbers.at(0).IsNull() && file_names.at(0).IsNull()) {
-        frame.write("ERROR : filename and partnumber are empty.");
-        return E_FAIL;
-    }
-    *op_part_numbers = part_numbers;
-    *op_file_names = file_names;
-    return S_OK;
+    if (FAILED(code)) return code;
+    *op_part_numbers = std::move(part_numbers);
+    *op_file_names = std::move(file_names);
+    return code;
 }

@@ -1,3 +1,5 @@
+// Names of cached visualisation files (".cgr").
+
 #include "VornToolsCommon.h"
 
 #include "foundation/Environment.h"
@@ -131,4 +133,18 @@ HRESULT VornToolsCommon::extractFileNameFromCacheFileName(CATUnicodeString i_cac
     if (code == S_OK && readSourceDirectory(folder, separator, directory))
         o_file_name = directory + separator + source_name;
     return S_OK;
+}
+
+unsigned char VornCache::cgrFileNameContainsLastModificationDateField(CATUnicodeString name) {
+    const JournalFrame frame(_CteCLASS_NAME, "cgrFileNameContainsLastModificationDateField");
+    constexpr char kPattern[] = ".dddd-dd-dd-dd.dd.dd.cgr";
+    constexpr int kLength = sizeof kPattern - 1;
+    const int surplus = name.GetLengthInByte() - kLength;
+    if (surplus <= 0) return 0;
+    const char* const p_field = name.ConvertToChar() + surplus;
+    for (int i = 0; i < kLength; ++i) {
+        const bool digit = kPattern[i] == 'd' && p_field[i] >= '0' && p_field[i] <= '9';
+        if (!digit && p_field[i] != kPattern[i]) return 0;
+    }
+    return 1;
 }

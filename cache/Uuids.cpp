@@ -1,9 +1,12 @@
+// CATIA UUIDs: of a document and of the session.
+
 #include "VornToolsCommon.h"
 
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
 #include "CATDocumentDescriptor.h"
+#include "UTILString.h"
 
 using namespace vorntools;
 
@@ -32,4 +35,12 @@ HRESULT VornToolsCommon::getDocUUID(CATDocument* ip_document, CATUnicodeString& 
     o_uuid = text;
     frame.write("The CATIA UUID is : %s ", o_uuid);
     return S_OK;
+}
+
+CATUnicodeString VornToolsCommon::getCATIA_UUID() {
+    static CATUnicodeString s_uuid;
+    const JournalFrame frame(_CteCLASS_NAME, "getCATIA_UUID");
+    if (s_uuid.IsNull()) s_uuid = UTILString::genUuid();
+    frame.write("CATIA session UUID = [%s]", s_uuid);
+    return s_uuid;
 }

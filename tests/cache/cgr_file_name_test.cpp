@@ -1,3 +1,4 @@
+#include "VornCache.h"
 #include "VornToolsCommon.h"
 
 #include "tests/support/Fixture.h"
@@ -6,7 +7,7 @@
 namespace {
 
 /** A cache below D:\cache and shared ones on E: and a server. */
-class CacheFileNameTest : public PlatformTest {
+class CgrFileNameTest : public PlatformTest {
 protected:
     void SetUp() override {
         PlatformTest::SetUp();
@@ -22,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(CacheFileNameTest, NamesOfCachedFilesLeadToTheirSource) {
+TEST_F(CgrFileNameTest, NamesOfCachedFilesLeadToTheirSource) {
     const struct {
         const char* name;
         const char* source;
@@ -45,7 +46,7 @@ TEST_F(CacheFileNameTest, NamesOfCachedFilesLeadToTheirSource) {
     for (const auto& c : cases) EXPECT_EQ(sourceOf(c.name), c.source);
 }
 
-TEST_F(CacheFileNameTest, EveryOtherNameComesBackUnchanged) {
+TEST_F(CgrFileNameTest, EveryOtherNameComesBackUnchanged) {
     for (const char* name :
          {"", "cgr", ".cgr", "a.cgr", "D:\\cache\\cgr\\#2\\x\\Part1.CATProduct.cgr",
           "D:\\cache\\cgr\\#2\\x\\a.CATPART.cgr", "D:\\cache\\cgr\\#2\\x\\a.CATPart",
@@ -59,7 +60,20 @@ TEST_F(CacheFileNameTest, EveryOtherNameComesBackUnchanged) {
     EXPECT_EQ(sourceOf("D:\\cache\\cgr\\#2\\x\\a.CATPart.cgr"), "D:\\cache\\cgr\\#2\\x\\a.CATPart.cgr");
 }
 
-TEST_F(CacheFileNameTest, NoFaultOfThePlatformLeavesAnythingBehind) {
+TEST_F(CgrFileNameTest, ADateMayStandBeforeTheSuffix) {
+    struct Case {
+        const char* name;
+        int answer;
+    };
+    const Case cases[] = {{"Part1.2024-01-31-12.05.59.cgr", 1},  {"x.dddd-dd-dd-dd.dd.dd.cgr", 1},
+                          {".2024-01-31-12.05.59.cgr", 0},       {"Part1.2024-01-31-12.05.59.CGR", 0},
+                          {"Part1.2024-01-31-12.05.5a.cgr", 0},  {"Part1.2024-01-31-12-05.59.cgr", 0},
+                          {"Part1.2024-01-31-12.05.59.cgr ", 0}, {"", 0}};
+    for (const Case& test : cases)
+        EXPECT_EQ(VornCache::cgrFileNameContainsLastModificationDateField(test.name), test.answer) << test.name;
+}
+
+TEST_F(CgrFileNameTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepFailures({"VornToolsCommon::extractFileNameFromCacheFileName", [&] {
                        CATUnicodeString result("stale");
                        const HRESULT code = VornToolsCommon::extractFileNameFromCacheFileName(

@@ -21,15 +21,8 @@ protected:
             result.lines.emplace_back(list[i].ConvertToChar(), static_cast<std::size_t>(list[i].GetLengthInByte()));
         return result;
     }
-    std::string datName(const std::string& name) {
-        CATUnicodeString result("stale");
-        m_code = VornToolsCommon::getDatFileFullFileName(name.c_str(), result);
-        return result.ConvertToChar();
-    }
     std::string withSeparator(const std::string& name) { return path(name) + separator(); }
     static std::string separator() { return UTILFile::getPathSeparator().ConvertToChar(); }
-
-    HRESULT m_code = S_OK;
 };
 
 TEST_F(DatFileTest, LinesOfEveryKindSurvive) {
@@ -132,6 +125,14 @@ TEST_F(DatFileTest, LogicalNamesBecomePhysical) {
     environment().usesLogicalNames = true;
     environment().logicalNames["Models"] = path("models");
     EXPECT_EQ(read(logical).lines.front(), "found");
+    environment().stagingDirectory = environment().filesDirectory = "\x01\x02\\Models";
+    environment().filesDirectory += separator();
+    write("models/new.CATPart.dat", "staged\n");
+    write("models/notes.pdf.dat", "foreign\n");
+    EXPECT_EQ(read("new.CATPart").lines.front(), "staged");
+    EXPECT_EQ(read("notes.pdf").lines.front(), "foreign");
+    write("models/new.CATPart", "");
+    EXPECT_EQ(read("new.CATPart").code, E_FAIL) << "the document itself is staged already";
     environment().usesLogicalNames = false;
     environment().initialized = false;
     EXPECT_EQ(read(logical).lines.front(), "found");
@@ -185,23 +186,6 @@ TEST_F(DatFileTest, ConformityIsCheckedInDebugModeAndOnlyJournals) {
     EXPECT_EQ(messages(), Texts{"Impossible to verify the conformity of the .dat relative to the document " + foreign});
 }
 
-TEST_F(DatFileTest, NameOfTheDatFile) {
-    environment().filesDirectory = withSeparator("files");
-    environment().referencePath = withSeparator("reference");
-    environment().referencePrefix = "REF_";
-    EXPECT_EQ(datName("/w/p.CATPart"), "/w/p.CATPart.dat");
-    EXPECT_EQ(datName("C:\\w\\p.CATPart"), "C:\\w\\p.CATPart.dat");
-    EXPECT_EQ(datName("REF_bolt.CATPart"), withSeparator("reference") + "REF_bolt.CATPart.dat");
-    EXPECT_EQ(datName("p.CATPart"), withSeparator("files") + "p.CATPart.dat");
-    write("files/LFC/p.CATPart.dat", "");
-    EXPECT_EQ(datName("p.CATPart"), withSeparator("files") + "LFC" + separator() + "p.CATPart.dat");
-    EXPECT_EQ(m_code, S_OK);
-
-    EXPECT_EQ(datName(""), "");
-    EXPECT_EQ(m_code, E_FAIL);
-    EXPECT_EQ(reports(), Texts{"VornToolsCommon::getDatFileFullFileName 9003 UTILFile::splitPathAndFileName"});
-}
-
 TEST_F(DatFileTest, QuestionsOnTheFile) {
     struct Case {
         std::string dat;
@@ -235,23 +219,6 @@ TEST_F(DatFileTest, QuestionsOnTheFile) {
     ASSERT_EQ(lines.size(), 4u);
     EXPECT_EQ(lines[1], "catia_doc_uuid sets to empty.");
     EXPECT_EQ(lines[3], "readDatTools returns failed for :  q.CATPart ");
-    EXPECT_EQ(reports(), Texts{"VornToolsCommon::getDocUUID 9003 GetDocumentDescriptor"});
-}
-
-TEST_F(DatFileTest, IdentifierOfADocument) {
-    CATUnicodeString uuid("stale");
-    EXPECT_EQ(VornToolsCommon::getDocUUID(nullptr, uuid), S_OK);
-    EXPECT_STREQ(uuid.ConvertToChar(), "0_0_0_0");
-    EXPECT_EQ(messages(), Texts());
-
-    auto document = session().part("/w/p.CATPart").uuid("a_b_c_d");
-    EXPECT_EQ(VornToolsCommon::getDocUUID(document.get(), uuid), S_OK);
-    EXPECT_STREQ(uuid.ConvertToChar(), "a_b_c_d");
-    EXPECT_EQ(messages(), (Texts{"Extracting CATIA UUID from document /w/p.CATPart", "The CATIA UUID is : a_b_c_d "}));
-
-    document.withoutDescriptor();
-    EXPECT_EQ(VornToolsCommon::getDocUUID(document.get(), uuid), E_FAIL);
-    EXPECT_STREQ(uuid.ConvertToChar(), "0_0_0_0");
     EXPECT_EQ(reports(), Texts{"VornToolsCommon::getDocUUID 9003 GetDocumentDescriptor"});
 }
 
@@ -292,22 +259,6 @@ TEST_F(DatFileTest, Sweep) {
     };
     sweepFailures(asking("VornToolsCommon::itemRevUIDExistsInDatFile", VornToolsCommon::itemRevUIDExistsInDatFile));
     sweepFailures(asking("VornToolsCommon::isDesignTableInfoInDatFile", VornToolsCommon::isDesignTableInfoInDatFile));
-    sweepFailures({"VornToolsCommon::getDocUUID",
-                   [&] {
-                       CATUnicodeString text;
-                       const HRESULT code = VornToolsCommon::getDocUUID(document.get(), text);
-                       return SweepOutcome{code, text.Compare("0_0_0_0") == 2};
-                   },
-                   {},
-                   {}});
-    sweepFailures({"VornToolsCommon::getDatFileFullFileName",
-                   [] {
-                       CATUnicodeString name("stale");
-                       const HRESULT code = VornToolsCommon::getDatFileFullFileName("p.CATPart", name);
-                       return SweepOutcome{code, name.IsNull() != 0};
-                   },
-                   {},
-                   {}});
 }
 
 } // namespace

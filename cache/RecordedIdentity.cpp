@@ -1,14 +1,13 @@
 #include "VornToolsCommon.h"
 
-#include "cache/StagingDirectory.h"
-#include "foundation/Environment.h"
+#include "cache/DatTags.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
-#include "CATDocument.h"
-#include "UTILFile.h"
-#include "UTILString.h"
 #include "VornCache.h"
+
+#include <utility>
 
 using namespace vorntools;
 
@@ -25,9 +24,9 @@ struct RecordedIdentity {
 HRESULT readRecordedFields(const JournalFrame& i_frame, VornCache& io_cache, const CATUnicodeString& i_name,
                            RecordedIdentity& o_identity) {
     if (FAILED(io_cache.addDocument(i_name, nullptr))) return i_frame.callFailed("VornCache::::addDocument");
-    if (FAILED(io_cache.getDataAtLine(i_name, "<ItemRevUID>", o_identity.item_rev_uid)) ||
-        FAILED(io_cache.getDataAtLine(i_name, "<DatasetUID>", o_identity.dataset_uid)) ||
-        FAILED(io_cache.getDataAtLine(i_name, "<NamedRefUID>", o_identity.named_ref_uid)))
+    if (FAILED(io_cache.getDataAtLine(i_name, tagText(DatTag::ItemRevUID), o_identity.item_rev_uid)) ||
+        FAILED(io_cache.getDataAtLine(i_name, tagText(DatTag::DatasetUID), o_identity.dataset_uid)) ||
+        FAILED(io_cache.getDataAtLine(i_name, tagText(DatTag::NamedRefUID), o_identity.named_ref_uid)))
         return i_frame.callFailed("VornCache::getDataAtLine");
     return S_OK;
 }
@@ -36,13 +35,12 @@ HRESULT readRecordedFields(const JournalFrame& i_frame, VornCache& io_cache, con
 HRESULT readIdentity(const JournalFrame& i_frame, CATUnicodeString& io_name, VornCache* ip_cache,
                      RecordedIdentity& o_identity) {
     if (io_name.IsNull()) return i_frame.badInput("VornToolsCommon::getPhysicalPathFromDLName");
-    if (environmentSays(&ENVManager::getCATIAIsUsingDLName) && FAILED(makePhysical(io_name)))
-        return i_frame.callFailed("VornToolsCommon::getPhysicalPathFromDLName");
+    if (FAILED(makePhysicalIfLogical(io_name))) return i_frame.callFailed("VornToolsCommon::getPhysicalPathFromDLName");
 
     CATUnicodeString dat_name;
     if (FAILED(VornToolsCommon::getDatFileFullFileName(io_name, dat_name)))
         return i_frame.callFailed("VornToolsCommon::::getDatFileFullFileName");
-    if (!UTILFile::existingFile(dat_name)) return S_OK;
+    if (!fileExists(dat_name)) return S_OK;
 
     o_identity.exists = 1;
     if (!ip_cache) return E_FAIL;
@@ -50,15 +48,15 @@ HRESULT readIdentity(const JournalFrame& i_frame, CATUnicodeString& io_name, Vor
 }
 
 /** Hands the identity out, the identifiers only after a success. @return the code */
-HRESULT giveIdentity(const JournalFrame& i_frame, HRESULT i_code, const RecordedIdentity& i_identity,
+HRESULT giveIdentity(const JournalFrame& i_frame, HRESULT i_code, RecordedIdentity& io_identity,
                      CATUnicodeString& o_item_rev_uid, CATUnicodeString& o_dataset_uid,
                      CATUnicodeString& o_named_ref_uid, unsigned char& o_exist_in_ov) {
     if (SUCCEEDED(i_code)) {
-        o_item_rev_uid = i_identity.item_rev_uid;
-        o_dataset_uid = i_identity.dataset_uid;
-        o_named_ref_uid = i_identity.named_ref_uid;
+        o_item_rev_uid = std::move(io_identity.item_rev_uid);
+        o_dataset_uid = std::move(io_identity.dataset_uid);
+        o_named_ref_uid = std::move(io_identity.named_ref_uid);
     }
-    o_exist_in_ov = i_identity.exists;
+    o_exist_in_ov = io_identity.exists;
     i_frame.writeInDebug(
         "%s : rc=[%d], o_itemrev_uid=[%s], o_dataset_uid=[%s], o_named_ref_uid=[%s], o_exist_in_ov=[%s]",
         i_frame.name(), static_cast<int>(i_code), o_item_rev_uid, o_dataset_uid, o_named_ref_uid,
@@ -77,15 +75,6 @@ HRESULT readFileNameOfProduct(const JournalFrame& i_frame, CATIProduct* ipi_prod
     return S_OK;
 }
 
-/** The one place that relies on the platform telling whether a document has a file of its own. */
-bool wasNeverSaved(const CATDocument* ip_document) { return ip_document && !ip_document->IsSaved(); }
-
-bool hasDatFile(const CATUnicodeString& i_name) { return UTILFile::existingFile(i_name + ".dat") != 0; }
-
-CATUnicodeString inStagingDirectory(const CATUnicodeString& i_rest) {
-    return environmentText(&ENVManager::getStagingDirectory) + UTILFile::getPathSeparator() + i_rest;
-}
-
 } // namespace
 
 HRESULT VornToolsCommon::getOrvaneInformationsFromDatFile(const CATUnicodeString& i_file_name, VornCache* ip_cache,
@@ -99,7 +88,7 @@ HRESULT VornToolsCommon::getOrvaneInformationsFromDatFile(const CATUnicodeString
     o_exist_in_ov = 0;
 
     RecordedIdentity identity;
-    const HRESULT code = readIdentity(frame, file_name, ip_cache, identity);
+    const HRESULT code = guarded([&] { return readIdentity(frame, file_name, ip_cache, identity); }, E_FAIL);
     return giveIdentity(frame, code, identity, o_item_rev_uid, o_dataset_uid, o_named_ref_uid, o_exist_in_ov);
 }
 
@@ -114,33 +103,11 @@ HRESULT VornToolsCommon::getOrvaneInformations(CATIProduct* ipi_product, VornCac
 
     CATUnicodeString file_name;
     RecordedIdentity identity;
-    HRESULT code = readFileNameOfProduct(frame, ipi_product, file_name);
-    if (SUCCEEDED(code)) code = readIdentity(frame, file_name, ip_cache, identity);
+    const auto read = [&] {
+        const HRESULT named = readFileNameOfProduct(frame, ipi_product, file_name);
+        return SUCCEEDED(named) ? readIdentity(frame, file_name, ip_cache, identity) : named;
+    };
+    const HRESULT code = guarded(read, E_FAIL);
     if (SUCCEEDED(code)) o_file_name = file_name;
     return giveIdentity(frame, code, identity, o_item_rev_uid, o_dataset_uid, o_named_ref_uid, o_exist_in_ov);
-}
-
-CATUnicodeString VornToolsCommon::getCATIA_UUID() {
-    static CATUnicodeString s_uuid;
-    const JournalFrame frame(_CteCLASS_NAME, "getCATIA_UUID");
-    if (s_uuid.IsNull()) s_uuid = UTILString::genUuid();
-    frame.write("CATIA session UUID = [%s]", s_uuid);
-    return s_uuid;
-}
-
-unsigned char VornToolsCommon::isAOvElement(CATDocument* ip_document, CATUnicodeString i_file_name,
-                                            CATUnicodeString& o_managed_name) {
-    const JournalFrame frame(_CteCLASS_NAME, "isAOvElement");
-    o_managed_name = "";
-    const bool never_saved = wasNeverSaved(ip_document);
-    if (never_saved && !stagingDirectoryCounts()) return 0;
-
-    CATUnicodeString candidate = never_saved ? inStagingDirectory(i_file_name) : i_file_name;
-    bool managed = hasDatFile(candidate);
-    if (!managed && never_saved && processSays(&PROCManager::isProcessLifeCycleFactory)) {
-        candidate = inStagingDirectory("LFC" + UTILFile::getPathSeparator() + i_file_name);
-        managed = hasDatFile(candidate);
-    }
-    if (managed) o_managed_name = candidate;
-    return managed ? 1 : 0;
 }

@@ -1,0 +1,29 @@
+#include "cache/SavedState.h"
+
+#include "foundation/FileNames.h"
+#include "foundation/InterfaceIds.h"
+#include "foundation/JournalFrame.h"
+
+#include "CATDocument.h"
+#include "VornToolsCommon.h"
+#include "VornToolsDocument.h"
+
+using namespace vorntools;
+
+HRESULT VornToolsCommon::isModifiedStatusInCATIA(CATUnicodeString i_file_name, unsigned char& o_modified) {
+    const JournalFrame frame(_CteCLASS_NAME, "isModifiedStatusInCATIA");
+    o_modified = 0;
+    if (!fileExists(i_file_name)) return S_OK;
+
+    CATDocument* p_document = nullptr;
+    const HRESULT code = VornToolsDocument::getDocumentInSession(i_file_name, p_document);
+    if (FAILED(code) || !p_document) return code;
+    o_modified = holdsChanges(queryInterface<CATIADocument>(p_document)) ? 1 : 0;
+    return S_OK;
+}
+
+HRESULT VornToolsCommon::isDocumentToBeSaved(CATDocument* ip_document, unsigned char& o_to_be_saved) {
+    const JournalFrame frame(_CteCLASS_NAME, "isDocumentToBeSaved");
+    o_to_be_saved = holdsChanges(queryInterface<CATIADocument>(ip_document)) ? 1 : 0;
+    return S_OK;
+}
