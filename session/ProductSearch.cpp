@@ -1,14 +1,12 @@
 #include "VornToolsCommon.h"
 
-#include "foundation/AutomationText.h"
+#include "VornToolsSwitchMgt.h"
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
-#include "session/SwitchedDocuments.h"
+#include "session/Shapes.h"
 
 #include "CATDocument.h"
-#include "CATIAProduct.h"
-#include "CATILinkableObject.h"
 
 #include <memory>
 #include <unordered_set>
@@ -80,28 +78,23 @@ HRESULT findBelow(const JournalFrame& i_frame, CATIProduct& i_root, Test&& i_acc
 }
 
 bool isShownBy(const ProductPtr& i_reference, const NameTest& i_name) {
-    const auto sp_linkable = i_reference.query<CATILinkableObject>();
-    const CATDocument* const p_document = sp_linkable ? sp_linkable->GetDocument() : nullptr;
+    const CATDocument* const p_document = documentOf(i_reference);
     return p_document && i_name.accepts(p_document->StorageName());
 }
 
 /** Whether the picture of a product whose document nobody has loaded is that of the file. */
 bool isPictureOf(CATIProduct& i_product, const NameTest& i_name) {
     const auto sp_automation = queryInterface<CATIAProduct>(&i_product);
-    if (!sp_automation) return false;
-    AutomationText path;
-    const auto read = [&](CATBSTR& o_text) { return sp_automation->GetMasterShapeRepresentationPathName(o_text); };
-    return SUCCEEDED(path.receive(read)) && i_name.accepts(path.text());
+    CATUnicodeString path;
+    return sp_automation && SUCCEEDED(readMasterShapePath(*sp_automation.get(), path)) && i_name.accepts(path);
 }
 
 /** Path of the file behind a named representation; empty when the product has none of that name. */
 CATUnicodeString shapePath(CATIProduct& i_product, const CATUnicodeString& i_shape_name) {
     const auto sp_automation = queryInterface<CATIAProduct>(&i_product);
-    if (!sp_automation || i_shape_name.IsNull()) return {};
-    const AutomationText asked(i_shape_name);
-    AutomationText path;
-    const auto read = [&](CATBSTR& o_text) { return sp_automation->GetShapePathName(asked.get(), o_text); };
-    return SUCCEEDED(path.receive(read)) ? path.text() : CATUnicodeString();
+    CATUnicodeString path;
+    if (sp_automation && !i_shape_name.IsNull()) readShapePath(*sp_automation.get(), i_shape_name, path);
+    return path;
 }
 
 } // namespace
@@ -136,7 +129,7 @@ HRESULT VornToolsCommon::getForeignFileInSession(CATIProduct* ipi_root_product, 
     const NameTest name(i_file_name);
     const auto accepts = [&](CATIProduct& i_product, const ProductPtr&) {
         CATUnicodeString shape_name = i_shape_name;
-        if (shape_name.IsNull()) readDefaultRepresentation(*ip_switcher, &i_product, shape_name);
+        if (shape_name.IsNull()) ip_switcher->getDefaultRepName(&i_product, shape_name);
         return name.accepts(shapePath(i_product, shape_name));
     };
     ProductPtr sp_found;

@@ -1,9 +1,9 @@
 #include "VornToolsCommon.h"
 
+#include "VornToolsSwitchMgt.h"
 #include "foundation/FileNames.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "session/SwitchedDocuments.h"
 
 #include "CATDocument.h"
 #include "CATFrmEditor.h"
@@ -17,6 +17,8 @@
 using namespace vorntools;
 
 namespace {
+
+using Modes = VornToolsWorkModeServices;
 
 /** What a search through windows knows and finds. */
 struct WindowSearch {
@@ -82,7 +84,7 @@ HRESULT searchWindows(const JournalFrame& i_frame, ExaminedDocument& io_examined
 /** Loads a found document of the platform. @return null, reported, when it has none */
 CATDocument* loadDocument(const JournalFrame& i_frame, const WindowSearch& i_search) {
     i_frame.write("add file to switcher [%s]", i_search.file_name);
-    switchToDefault(i_search.switcher, i_search.file_name, i_search.sp_product.get());
+    i_search.switcher.switchDefault(i_search.file_name, i_search.sp_product.get(), 0);
     CATDocument* p_document = nullptr;
     VornToolsCommon::getCATDocument(i_search.sp_product.get(), p_document);
     if (!p_document) i_frame.callFailed("VornToolsCommon::getCATDocument");
@@ -94,8 +96,7 @@ CATDocument* loadDocument(const JournalFrame& i_frame, const WindowSearch& i_sea
 HRESULT loadForeignDocument(const JournalFrame& i_frame, const WindowSearch& i_search, CATDocument*& op_document) {
     CATIProduct* const pi_product = i_search.sp_product.get();
     CATUnicodeString shape_name;
-    if (FAILED(readDefaultRepresentation(i_search.switcher, pi_product, shape_name)))
-        i_frame.callFailed("getDefaultRepName");
+    if (FAILED(i_search.switcher.getDefaultRepName(pi_product, shape_name))) i_frame.callFailed("getDefaultRepName");
     CATUnicodeString path;
     if (FAILED(VornToolsCommon::getShapePathName(pi_product, shape_name, path)))
         i_frame.callFailed("VornToolsCommon::getShapePathName");
@@ -103,9 +104,9 @@ HRESULT loadForeignDocument(const JournalFrame& i_frame, const WindowSearch& i_s
     HRESULT code = VornToolsCommon::getDocumentInSession(path, op_document, found);
     if (!found) {
         i_frame.write("Document is not found in session");
-        switchToDesign(i_search.switcher, pi_product);
+        i_search.switcher.setWorkMode(pi_product, Modes::WorkModeDesign, Modes::WorkModeUnknown, "", 0);
         code = VornToolsCommon::getDocumentInSession(path, op_document, found);
-        switchToVisualisation(i_search.switcher, pi_product);
+        i_search.switcher.setWorkMode(pi_product, Modes::WorkModeVisu, Modes::WorkModeUnknown, "", 0);
     }
     if (!op_document) i_frame.missing("VornToolsCommon::getDocumentInSession");
     return code;
