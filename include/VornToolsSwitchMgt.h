@@ -7,9 +7,6 @@
 #include "ExportedByVornTools.h"
 #include "VornToolsWorkModeServices.h"
 
-namespace vorntools {
-class JournalFrame;
-}
 class CATIProduct;
 class TYPMapCATUnicodeStringPVoid;
 
@@ -79,12 +76,6 @@ public:
 
 private:
     HRESULT add(CATUnicodeString fileName, CATIProduct* product, EnumWorkMode originalMode);
-    struct Switch;
-    HRESULT perform(const vorntools::JournalFrame& frame, const Switch& wanted, const CATUnicodeString& fileName,
-                    CATIProduct* product, unsigned char force);
-    HRESULT restoreDefault(const CATUnicodeString& fileName, CATIProduct* product);
-    CATListValCATUnicodeString* listOf(EnumWorkMode originalMode);
-    CATListValCATUnicodeString* listWith(const CATUnicodeString& fileName);
 
     TYPMapCATUnicodeStringPVoid* m_products; ///< file name to product, "MAP_CATIPRODUCT"
     unsigned char m_switchBack;
