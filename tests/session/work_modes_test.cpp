@@ -93,6 +93,21 @@ TEST_F(WorkModesTest, LooksWhetherTheProductFollowed) {
     EXPECT_EQ(embedded::workMode(bolt), WorkMode::design);
 }
 
+TEST_F(WorkModesTest, APlatformThatTellsNoModeIsReported) {
+    const embedded::Product broken = bolt.father().addUnresolved("x.1");
+    Modes::EnumWorkMode found = Modes::WorkModeDesign;
+    EXPECT_EQ(Modes::getWorkModeCAA(broken.get(), found), E_FAIL);
+    EXPECT_EQ(found, Modes::WorkModeUnknown);
+    // Neither code nor mode.
+    embedded::Failures::get().arm(1, false, embedded::FaultFlavour::nullOutput);
+    EXPECT_EQ(Modes::getWorkModeCAA(bolt.get(), found), E_FAIL);
+    embedded::Failures::get().disarm();
+    EXPECT_EQ(reports(), Texts(2, "VornToolsWorkModeServices::getWorkModeCAA 9004 GetWorkMode"));
+    embedded::setUnknownWorkMode(bolt, -1);
+    EXPECT_EQ(Modes::getWorkModeCAA(bolt.get(), found), E_FAIL);
+    EXPECT_EQ(reports(), Texts{"VornToolsWorkModeServices::getWorkModeCAA 9006 -1"});
+}
+
 TEST_F(WorkModesTest, NoProductHasNoMode) {
     unsigned char visual = 7;
     EXPECT_EQ(Modes::isVisualWorkMode(nullptr, visual), E_FAIL);
