@@ -136,9 +136,10 @@ HRESULT VornToolsCommon::getPrimaryDocument(CATIProduct* ipi_product, VornCache*
             return S_OK;
         }
         unsigned char is_secondary = 0;
-        if (FAILED(
-                isElementSecondaryPart(sp_father.get(), known.has_dat_file ? 0 : 1, known.item_revision, is_secondary)))
-            return frame.callFailed("isElementSecondaryPart");
+        const HRESULT code =
+            isElementSecondaryPart(sp_father.get(), known.has_dat_file ? 0 : 1, known.item_revision, is_secondary);
+        // A root is no instance, so that it has no description: it ends the search as any other unknown product does.
+        if (FAILED(code) && fatherOf(sp_father.get())) return frame.callFailed("isElementSecondaryPart");
         if (!is_secondary) return E_FAIL;
     }
     return E_FAIL;

@@ -69,6 +69,14 @@ TEST_F(PrimaryDocumentTest, SecondaryPartsArePassedOver) {
     EXPECT_EQ(primary(low, &fresh, name, S_OK), top.get()) << "without an item revision";
 }
 
+TEST_F(PrimaryDocumentTest, ARootWithoutItemRevisionEndsTheSearch) {
+    VornCache cache;
+    EXPECT_EQ(primary(group, &cache, name, E_FAIL), nullptr);
+    EXPECT_EQ(name, "");
+    EXPECT_EQ(reports(), Texts({kCommon + "isElementSecondaryPart 9003 VornToolsCommon::getInstanceDescription"}))
+        << "a root has no description; that is no failure of the search";
+}
+
 TEST_F(PrimaryDocumentTest, ABareNameLiesInADirectoryOfTheEnvironment) {
     const std::string separator = path("").substr(path("").size() - 1);
     environment().filesDirectory = path("files") + separator;
