@@ -181,7 +181,7 @@ HRESULT VornToolsSwitchMgt::switchDefault(CATUnicodeString fileName, CATIProduct
 HRESULT VornToolsSwitchMgt::restore(CATUnicodeString fileName) {
     const JournalFrame frame(_CteCLASS_NAME, "restore");
     frame.write("restoring %s", fileName);
-    const CATListValCATUnicodeString* const list = firstWith(fileName, {&m_designs, &m_defaults, &m_visualisations});
+    const CATListValCATUnicodeString* const list = firstWith(fileName, {&m_designs, &m_visualisations, &m_defaults});
     if (!list) return S_FALSE;
     CATIProduct* p_product = nullptr;
     if (FAILED(getCATIProduct(fileName, p_product))) {

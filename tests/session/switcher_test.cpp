@@ -94,6 +94,24 @@ TEST_F(SwitcherTest, ARenamedPartLosesItsProduct) {
     EXPECT_EQ(switcher.restoreAll(0), S_FALSE);
 }
 
+TEST_F(SwitcherTest, ANameInSeveralListsIsRestoredByTheFirst) {
+    const embedded::Product root = bolt.father();
+    const embedded::Product nut = root.add(partDocument("Nut"), "Nut.1");
+    const embedded::Product pin = root.add(partDocument("Pin"), "Pin.1");
+    embedded::setWorkMode(bolt, WorkMode::standard);
+    embedded::setWorkMode(nut, WorkMode::visualisation);
+    VornToolsSwitchMgt switcher{1};
+    switcher.switchDesign("Bolt.CATPart", bolt.get(), 0);
+    switcher.switchDesign("Nut.CATPart", nut.get(), 0);
+    switcher.switchVisu("Pin.CATPart", pin.get(), 0);
+    EXPECT_EQ(switcher.updateDocumentName("Nut.CATPart", "Bolt.CATPart"), S_OK);
+    EXPECT_EQ(switcher.restore("Bolt.CATPart"), S_OK);
+    EXPECT_EQ(embedded::workMode(bolt), WorkMode::visualisation) << "not the default mode that it was in";
+    EXPECT_EQ(switcher.updateDocumentName("Pin.CATPart", "Bolt.CATPart"), S_OK);
+    EXPECT_EQ(switcher.restore("Bolt.CATPart"), S_OK);
+    EXPECT_EQ(embedded::workMode(bolt), WorkMode::brep) << "design comes before both";
+}
+
 TEST_F(SwitcherTest, AsksWhetherAPartIsShownByItsPicture) {
     VornToolsSwitchMgt switcher{1};
     unsigned char visu = 7;
