@@ -2,12 +2,12 @@
 
 #include "VornCache.h"
 #include "VornToolsExportAsReference.h"
-#include "VornToolsSwitchMgt.h"
 #include "VornToolsWorkModeServices.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "session/DescriptionText.h"
+#include "session/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
 
 #include "CATDocument.h"
@@ -41,7 +41,8 @@ void loadForDesign(VornToolsSwitchMgt& i_switcher, CATIProduct* ipi_product) {
     using Modes = VornToolsWorkModeServices;
     Modes::EnumWorkMode mode = Modes::WorkModeUnknown;
     Modes::getWorkMode(ipi_product, mode);
-    if (mode != Modes::WorkModeDesign) i_switcher.setWorkMode(ipi_product, Modes::WorkModeDesign, mode, "", 0);
+    if (mode != Modes::WorkModeDesign)
+        HoldingSwitch(i_switcher).setWorkMode(ipi_product, Modes::WorkModeDesign, mode, 0);
 }
 
 void tellThatNoDocumentIsActive() {

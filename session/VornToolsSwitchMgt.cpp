@@ -2,6 +2,7 @@
 
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
+#include "session/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
 #include "session/Shapes.h"
 
@@ -107,10 +108,7 @@ VornToolsSwitchMgt::~VornToolsSwitchMgt() {
 
 HRESULT VornToolsSwitchMgt::release() {
     const JournalFrame frame(_CteCLASS_NAME, "release");
-    while (m_products->size() > 0) {
-        const CATUnicodeString name = m_products->keyAt(m_products->size() - 1);
-        m_products->erase(name);
-    }
+    releaseProducts(*m_products);
     m_designs.RemoveAll();
     m_defaults.RemoveAll();
     m_visualisations.RemoveAll();
@@ -279,6 +277,6 @@ HRESULT VornToolsSwitchMgt::updateDocumentName(CATUnicodeString oldName, CATUnic
 
 HRESULT VornToolsSwitchMgt::getCATIProduct(CATUnicodeString fileName, CATIProduct*& product) {
     const JournalFrame frame(_CteCLASS_NAME, "getCATIProduct");
-    product = static_cast<CATIProduct*>(m_products->find(fileName, kMapName));
+    product = static_cast<CATIProduct*>(m_products->find(fileName, ""));
     return product ? S_OK : E_FAIL;
 }

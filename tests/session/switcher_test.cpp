@@ -1,8 +1,12 @@
 #include "tests/session/WorkModesFixture.h"
 
+#include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
 
+#include "CATDocument.h"
 #include "CATIProduct.h"
+#include "CATISpecObject.h"
+#include "CATLISTV_CATISpecObject.h"
 #include "embedded/Windows.h"
 
 #include <functional>
@@ -110,6 +114,85 @@ TEST_F(SwitcherTest, ANameInSeveralListsIsRestoredByTheFirst) {
     EXPECT_EQ(switcher.updateDocumentName("Pin.CATPart", "Bolt.CATPart"), S_OK);
     EXPECT_EQ(switcher.restore("Bolt.CATPart"), S_OK);
     EXPECT_EQ(embedded::workMode(bolt), WorkMode::brep) << "design comes before both";
+}
+
+TEST_F(SwitcherTest, OnlyWhatTheLibraryItselfSwitchesIsHeld) {
+    embedded::Windows::current().open(session().find("/w/Root.CATProduct"));
+    bolt.reference().shape("foreign", "/w/Bolt.stp");
+    session().document("/w/Bolt.stp");
+    const auto find = [](const char* file, const char* shape, VornToolsSwitchMgt& switcher) {
+        CATDocument* document = nullptr;
+        CATDocument* root = nullptr;
+        CATIProduct* product = nullptr;
+        unsigned char found = 0;
+        VornToolsCommon::analyzeWindowsInSession(file, shape, &switcher, document, found, root, product);
+        EXPECT_EQ(found, 1);
+        if (product) product->Release();
+    };
+    CATDocument* const part = session().find("/w/Bolt.CATPart").get();
+    const std::string place = "product Root/Bolt.1";
+    const struct {
+        std::string held;
+        std::function<void(VornToolsSwitchMgt&)> call;
+    } cases[] = {
+        {"", [&](auto& s) { s.switchDesign("Bolt.CATPart", bolt.get(), 0); }},
+        {"", [&](auto& s) { s.setWorkMode(bolt.get(), Modes::WorkModeBrep, Modes::WorkModeUnknown, "", 0); }},
+        {"",
+         [&](auto& s) {
+             CATUnicodeString name;
+             s.getDefaultRepName(bolt.get(), name);
+         }},
+        {place,
+         [&](auto& s) {
+             CATDocument* document = nullptr;
+             VornToolsCommon::getAndSwitchdocument(bolt.get(), &s, document);
+             EXPECT_EQ(document, part);
+         }},
+        {place, [&](auto& s) { find("Bolt.CATPart", "", s); }},
+        {place, [&](auto& s) { find("Bolt.stp", "foreign", s); }},
+        {"product Bolt",
+         [&](auto& s) {
+             CATListValCATISpecObject_var tables;
+             VornToolsCommon::getDesignTableList(part, &s, 1, &tables);
+         }},
+    };
+    for (const auto& row : cases) {
+        embedded::setWorkMode(bolt, WorkMode::visualisation);
+        embedded::setWorkMode(bolt.reference(), WorkMode::standard);
+        {
+            VornToolsSwitchMgt switcher{1};
+            row.call(switcher);
+            reports();
+            const auto holders = [] { return embedded::Accounting::get().holders(); };
+            const Texts held = row.held.empty() ? Texts() : Texts{row.held + ": 1"};
+            EXPECT_EQ(holders(), held) << &row - cases;
+            CATIProduct* product = nullptr;
+            EXPECT_EQ(switcher.getCATIProduct("Bolt.CATPart", product), S_OK) << &row - cases;
+            EXPECT_EQ(product, row.held == "product Bolt" ? bolt.reference().get() : bolt.get());
+            row.call(switcher);
+            reports();
+            EXPECT_EQ(holders(), held) << "it is remembered once";
+        }
+        EXPECT_EQ(embedded::Accounting::get().holders(), Texts()) << &row - cases;
+    }
+}
+
+TEST_F(SwitcherTest, WhatItHoldsIsGivenBackAfterTheDocumentWasClosed) {
+    const embedded::Document root = session().find("/w/Root.CATProduct");
+    const embedded::Document part = session().find("/w/Bolt.CATPart");
+    embedded::Windows windows = embedded::Windows::current();
+    windows.open(root);
+    embedded::setWorkMode(bolt, WorkMode::visualisation);
+    VornToolsSwitchMgt switcher{1};
+    CATDocument* document = nullptr;
+    VornToolsCommon::getAndSwitchdocument(bolt.get(), &switcher, document);
+    windows.close(windows.at(0));
+    windows.close(windows.open(part));
+    EXPECT_FALSE(session().find("/w/Bolt.CATPart"));
+    EXPECT_EQ(embedded::Accounting::get().takeBreaches(),
+              Texts{"document /w/Bolt.CATPart is closed while somebody holds product Root/Bolt.1"});
+    EXPECT_EQ(switcher.release(), S_OK);
+    EXPECT_EQ(embedded::Accounting::get().holders(), Texts());
 }
 
 TEST_F(SwitcherTest, AsksWhetherAPartIsShownByItsPicture) {

@@ -169,16 +169,20 @@ TEST_F(WindowSearchTest, APartThatIsOnlySeenIsFoundAndLoaded) {
     EXPECT_EQ(found.product, part.get());
     EXPECT_EQ(found.document, session().find("/w/q.CATPart").get());
     EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::standard);
+    EXPECT_EQ(embedded::Accounting::get().holders(), Texts({"product b/q.1: 1"})) << "the switcher puts it back";
     switcher.restoreAll(0);
     EXPECT_FALSE(session().find("/w/q.CATPart").loaded());
+    switcher.release();
+    EXPECT_EQ(embedded::Accounting::get().holders(), Texts());
     EXPECT_EQ(reports(), Texts());
 
     embedded::setSwitchOutcome(embedded::SwitchOutcome::refused);
     const Found refused = search("/w/q.CATPart");
     EXPECT_EQ(refused.code, S_OK);
     EXPECT_EQ(refused.found, 0);
-    EXPECT_EQ(refused.product, nullptr);
     EXPECT_EQ(refused.document, nullptr);
+    EXPECT_EQ(refused.product, part.get()) << "where it was found is handed back all the same";
+    EXPECT_EQ(refused.root, second.get());
     EXPECT_EQ(reports(), Texts({"VornToolsWorkModeServices::setWorkMode 9004 SetWorkMode",
                                 kCommon + "getCATDocument 9002 sp_reference",
                                 kCommon + "analyzeWindowsInSession 9003 VornToolsCommon::getCATDocument"}));
@@ -231,6 +235,20 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     };
     run("analyzeWindowsInSession", analyze("q.CATPart"));
     run("analyzeWindowsInSession", analyze("low.cgr"));
+
+    VornToolsWorkModeServices::setCatiaCacheActivated(1);
+    const embedded::Product part = second.root().at({"q.1"});
+    part.reference().masterShape("/w/q.CATPart").shape("foreign", "/w/q.stp");
+    session().document("/w/q.stp");
+    for (const char* const file : {"q.CATPart", "q.stp"})
+        run("analyzeWindowsInSession", [this, file, part, &analyze] {
+            embedded::setWorkMode(part, embedded::WorkMode::visualisation);
+            const SweepOutcome outcome = analyze(file)();
+            switcher.release();
+            embedded::setWorkMode(part, embedded::WorkMode::design);
+            return outcome;
+        });
+    VornToolsWorkModeServices::setCatiaCacheActivated(0);
 }
 
 } // namespace
