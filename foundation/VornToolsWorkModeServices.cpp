@@ -5,6 +5,7 @@
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
+#include "foundation/WorkModes.h"
 
 #include "CATError.h"
 #include "CATErrorMacros.h"
@@ -12,6 +13,8 @@
 #include "CATIAProduct.h"
 #include "CATIProduct.h"
 #include "CATPrsWorkModeServices.h"
+
+#include <limits>
 
 using namespace vorntools;
 
@@ -29,8 +32,8 @@ constexpr int kOffset = 1;
 constexpr const char* kSwitchLines[] = {"PERFX real switch VISU", "PERFX real switch DEFAULT", "PERFX real switch BREP",
                                         "PERFX real switch DESIGN"};
 
-bool isMode(int i_mode) {
-    return i_mode >= VornToolsWorkModeServices::WorkModeVisu && i_mode <= VornToolsWorkModeServices::WorkModeDesign;
+bool isPlatformMode(int i_number) {
+    return i_number >= CATPrsWorkModeServices::WM_VISUALIZATION && i_number <= CATPrsWorkModeServices::WM_DESIGN;
 }
 
 HRESULT reportOutOfRange(const JournalFrame& i_frame, int i_value) {
@@ -39,14 +42,21 @@ HRESULT reportOutOfRange(const JournalFrame& i_frame, int i_value) {
     return i_frame.report(ErrorOutOfRange, text);
 }
 
+/** The platform's answer. A success that leaves the number alone is none. */
+HRESULT askPlatform(CATIProduct* ipi_product, int& o_number) {
+    constexpr int kUntouched = std::numeric_limits<int>::min();
+    auto platform_mode = static_cast<PlatformMode>(kUntouched);
+    const HRESULT code = CATPrsWorkModeServices::GetWorkMode(CATIProduct_var(ipi_product), platform_mode);
+    o_number = static_cast<int>(platform_mode);
+    return SUCCEEDED(code) && o_number == kUntouched ? E_FAIL : code;
+}
+
 HRESULT readMode(const JournalFrame& i_frame, CATIProduct* ipi_catiproduct, EnumWorkMode& o_mode) {
     if (!ipi_catiproduct) return i_frame.badInput("ipi_catiproduct");
-    auto platform_mode = static_cast<PlatformMode>(-1); // a success without an answer is none
-    const HRESULT code = CATPrsWorkModeServices::GetWorkMode(CATIProduct_var(ipi_catiproduct), platform_mode);
-    if (FAILED(code)) return code;
-    if (!isMode(static_cast<int>(platform_mode) + kOffset))
-        return reportOutOfRange(i_frame, static_cast<int>(platform_mode));
-    o_mode = static_cast<EnumWorkMode>(static_cast<int>(platform_mode) + kOffset);
+    int number = 0;
+    if (FAILED(askPlatform(ipi_catiproduct, number))) return i_frame.platformFailed("GetWorkMode");
+    if (!isPlatformMode(number)) return reportOutOfRange(i_frame, number);
+    o_mode = static_cast<EnumWorkMode>(number + kOffset);
     return S_OK;
 }
 
@@ -66,6 +76,13 @@ HRESULT readRepresentationName(CATIProduct* ipi_product, CATUnicodeString& o_nam
     return S_OK;
 }
 
+bool namesPart(CATUnicodeString i_representation_name) {
+    i_representation_name.ToUpper();
+    return i_representation_name.SearchSubString(".CATPART") >= 0;
+}
+
+bool namesPicture(const CATUnicodeString& i_representation_name) { return endsWith(i_representation_name, ".cgr"); }
+
 /** The platform may throw one of its own errors, which then is a failure. */
 HRESULT switchGuarded(CATIProduct* ipi_product, PlatformMode i_mode) {
     CATTry { return CATPrsWorkModeServices::SetWorkMode(CATIProduct_var(ipi_product), i_mode); }
@@ -78,6 +95,14 @@ HRESULT switchGuarded(CATIProduct* ipi_product, PlatformMode i_mode) {
 }
 
 } // namespace
+
+bool vorntools::isOnlySeen(CATIProduct& i_product) {
+    int number = 0;
+    if (SUCCEEDED(askPlatform(&i_product, number)) && isPlatformMode(number))
+        return number == CATPrsWorkModeServices::WM_VISUALIZATION;
+    CATUnicodeString name;
+    return SUCCEEDED(readRepresentationName(&i_product, name)) && namesPart(name) && namesPicture(name);
+}
 
 HRESULT VornToolsWorkModeServices::getWorkModeCAA(CATIProduct* product, EnumWorkMode& mode) {
     JournalFrame frame(_CteCLASS_NAME, "getWorkModeCAA");
@@ -104,10 +129,8 @@ HRESULT VornToolsWorkModeServices::isVisualWorkMode(CATIProduct* product, unsign
     visual = 0;
     CATUnicodeString name;
     if (FAILED(readRepresentationName(product, name))) return frame.platformFailed("isVisualWorkMode");
-    CATUnicodeString upper_name(name);
-    upper_name.ToUpper();
-    if (upper_name.SearchSubString(".CATPART") < 0) return E_FAIL;
-    visual = endsWith(name, ".cgr") ? 1 : 0;
+    if (!namesPart(name)) return E_FAIL;
+    visual = namesPicture(name) ? 1 : 0;
     return S_OK;
 }
 
@@ -124,7 +147,7 @@ HRESULT VornToolsWorkModeServices::setWorkMode(CATIProduct* product, EnumWorkMod
         return S_FALSE;
     }
     if (!product) return frame.badInput("ipi_catiproduct");
-    if (!isMode(mode)) return reportOutOfRange(frame, mode);
+    if (mode < WorkModeVisu || mode > WorkModeDesign) return reportOutOfRange(frame, mode);
 
     const int platform_mode = mode - kOffset;
     frame.write(kSwitchLines[platform_mode]);

@@ -266,8 +266,10 @@ public:
      * @return S_OK, found or not; E_FAIL, reported, when the tree cannot be read */
     static HRESULT getProductInSession(CATIProduct* ipi_root_product, CATUnicodeString i_file_name,
                                        CATIProduct*& opi_product, unsigned char& o_found);
-    /** The same for the file behind a shape representation. @param i_shape_name the representation; empty asks for each
-     * product's default one. @param ip_switcher loads products that are only seen; required for the default one */
+    /** The same for the file behind a shape representation. A product that is only seen and does not tell its
+     * representations is loaded for a look and put back at once; the one found stays loaded then.
+     * @param i_shape_name the representation; empty asks for each product's default one. @param ip_switcher required:
+     * it remembers what stays loaded; while it is disabled nothing is loaded */
     static HRESULT getForeignFileInSession(CATIProduct* ipi_root_product, CATUnicodeString i_file_name,
                                            CATUnicodeString i_shape_name, VornToolsSwitchMgt* ip_switcher,
                                            CATIProduct*& opi_product, unsigned char& o_found);
@@ -303,9 +305,11 @@ public:
     /** Looks for a file in the structure of a given root document or, without one, of each window's document, and loads
      * what it finds so far that it has a document. The switcher keeps what was loaded. Every window's document is
      * unlocked once it was looked at.
-     * @param op_document the file's document. @param iop_root_document in: where to look, null for all windows; out:
-     * the root document below which it was found. @param opi_product the product that shows the file
-     * @return the code of the last step; S_OK, with nothing done, without a switcher */
+     * @param op_document the file's document. @param o_found 0 also for a file of the platform that was found and has
+     * no document, which is reported: the next two outputs tell all the same where it is. @param iop_root_document in:
+     * where to look, null for all windows; out: the root document below which it was found. @param opi_product the
+     * product that shows the file, with a reference for the caller
+     * @return the code of the last step; S_OK, with nothing done, without a switcher. On failure nothing is found */
     static HRESULT analyzeWindowsInSession(CATUnicodeString i_file_name, CATUnicodeString i_shape_name,
                                            VornToolsSwitchMgt* ip_switcher, CATDocument*& op_document,
                                            unsigned char& o_found, CATDocument*& iop_root_document,

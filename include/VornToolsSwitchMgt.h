@@ -8,15 +8,16 @@
 #include "VornToolsWorkModeServices.h"
 
 namespace vorntools {
-class JournalFrame;
+class HoldingSwitch;
 }
 class CATIProduct;
 class TYPMapCATUnicodeStringPVoid;
 
 /**
  * Switches parts to another work mode and puts them back as the user had them. One switcher serves one operation: it
- * remembers each part by its file name, without directory, with the mode that it had before its first switch. The
- * products are not referenced: they must outlive the switcher or its release().
+ * remembers each part by its file name, without directory, with the mode that it had before its first switch. A product
+ * that somebody switches through these methods is not referenced: it must outlive the switcher or its release(). One
+ * that a search or another service of the library switched holds a reference until then.
  */
 class ExportedByVornTools VornToolsSwitchMgt {
 public:
@@ -30,7 +31,7 @@ public:
     VornToolsSwitchMgt(const VornToolsSwitchMgt&) = delete;
     VornToolsSwitchMgt& operator=(const VornToolsSwitchMgt&) = delete;
 
-    /** Forgets every part. */
+    /** Forgets every part and gives back the references on those that the library switched. */
     HRESULT release();
     /**
      * Puts one part back, whether switching is enabled or not. It stays remembered.
@@ -74,17 +75,14 @@ public:
     /** A remembered name gets a new one and moves to the end of its list; its product stays under the old name. Kept
      * because callers look products up by the name they switched. @return S_FALSE when the name is not remembered */
     HRESULT updateDocumentName(CATUnicodeString oldName, CATUnicodeString newName);
-    /** @param product remembered under the name, no reference is added; null, with E_FAIL, when there is none */
+    /** @param product remembered under the name, whoever switched it; no reference is added; null, with E_FAIL, when
+     * there is none */
     HRESULT getCATIProduct(CATUnicodeString fileName, CATIProduct*& product);
 
 private:
+    friend class vorntools::HoldingSwitch;
+
     HRESULT add(CATUnicodeString fileName, CATIProduct* product, EnumWorkMode originalMode);
-    struct Switch;
-    HRESULT perform(const vorntools::JournalFrame& frame, const Switch& wanted, const CATUnicodeString& fileName,
-                    CATIProduct* product, unsigned char force);
-    HRESULT restoreDefault(const CATUnicodeString& fileName, CATIProduct* product);
-    CATListValCATUnicodeString* listOf(EnumWorkMode originalMode);
-    CATListValCATUnicodeString* listWith(const CATUnicodeString& fileName);
 
     TYPMapCATUnicodeStringPVoid* m_products; ///< file name to product, "MAP_CATIPRODUCT"
     unsigned char m_switchBack;

@@ -1,6 +1,6 @@
 #include "properties/DesignMode.h"
 
-#include "VornToolsSwitchMgt.h"
+#include "session/HoldingSwitch.h"
 
 namespace vorntools {
 
@@ -19,7 +19,7 @@ DesignMode::~DesignMode() {
 }
 
 HRESULT DesignMode::change(Modes::EnumWorkMode i_from, Modes::EnumWorkMode i_to) {
-    return m_way.p_switcher ? m_way.p_switcher->setWorkMode(m_product.get(), i_to, i_from, "", m_way.flag)
+    return m_way.p_switcher ? HoldingSwitch(*m_way.p_switcher).setWorkMode(m_product.get(), i_to, i_from, m_way.flag)
                             : Modes::setWorkMode(m_product.get(), i_to);
 }
 

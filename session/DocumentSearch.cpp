@@ -11,7 +11,6 @@
 #include "UTILDLName.h"
 
 #include <algorithm>
-#include <cstring>
 
 using namespace vorntools;
 

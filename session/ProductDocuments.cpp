@@ -2,18 +2,18 @@
 
 #include "VornCache.h"
 #include "VornToolsExportAsReference.h"
+#include "VornToolsWorkModeServices.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "session/DescriptionText.h"
+#include "session/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
-#include "session/SwitchedDocuments.h"
 
 #include "CATDocument.h"
 #include "CATFrmEditor.h"
 #include "CATIADocument.h"
 #include "CATIDocRoots.h"
-#include "CATILinkableObject.h"
 #include "UTILFile.h"
 #include "VornIHMMessageDialog.h"
 
@@ -29,16 +29,20 @@ constexpr int kOpenADocument = 11507;
 
 constexpr const char* kItemRevision = "<ItemRevUID>";
 
-/** The document that an object lies in; null when it lies in none. */
-CATDocument* documentBehind(const InterfacePtr<CATILinkableObject>& i_linkable) {
-    return i_linkable ? i_linkable->GetDocument() : nullptr;
-}
-
 /** The document that a reference lies in. E_FAIL, reported, when it cannot be reached. */
 HRESULT readDocument(const JournalFrame& i_frame, const InterfacePtr<CATIProduct>& i_reference,
                      CATDocument*& op_document) {
-    op_document = documentBehind(i_reference.query<CATILinkableObject>());
+    op_document = documentOf(i_reference);
     return op_document ? S_OK : i_frame.missing("pi_linkable_object");
+}
+
+/** Loads a product that is not in design mode yet. The switcher journals what fails. */
+void loadForDesign(VornToolsSwitchMgt& i_switcher, CATIProduct* ipi_product) {
+    using Modes = VornToolsWorkModeServices;
+    Modes::EnumWorkMode mode = Modes::WorkModeUnknown;
+    Modes::getWorkMode(ipi_product, mode);
+    if (mode != Modes::WorkModeDesign)
+        HoldingSwitch(i_switcher).setWorkMode(ipi_product, Modes::WorkModeDesign, mode, 0);
 }
 
 void tellThatNoDocumentIsActive() {
@@ -133,9 +137,10 @@ HRESULT VornToolsCommon::getPrimaryDocument(CATIProduct* ipi_product, VornCache*
             return S_OK;
         }
         unsigned char is_secondary = 0;
-        if (FAILED(
-                isElementSecondaryPart(sp_father.get(), known.has_dat_file ? 0 : 1, known.item_revision, is_secondary)))
-            return frame.callFailed("isElementSecondaryPart");
+        const HRESULT code =
+            isElementSecondaryPart(sp_father.get(), known.has_dat_file ? 0 : 1, known.item_revision, is_secondary);
+        // A root is no instance, so that it has no description: it ends the search as any other unknown product does.
+        if (FAILED(code) && fatherOf(sp_father.get())) return frame.callFailed("isElementSecondaryPart");
         if (!is_secondary) return E_FAIL;
     }
     return E_FAIL;

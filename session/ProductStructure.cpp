@@ -1,12 +1,10 @@
 #include "VornToolsCommon.h"
 
-#include "foundation/AutomationText.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
+#include "session/Shapes.h"
 
 #include "CATDocument.h"
-#include "CATIAProduct.h"
-#include "CATILinkableObject.h"
 
 #include <vector>
 
@@ -15,14 +13,6 @@ using namespace vorntools;
 namespace {
 
 constexpr const char* kPathSeparator = "\\";
-
-/** The document that a product's reference lies in; null, and reported, when it cannot be reached. */
-CATDocument* documentOf(const JournalFrame& i_frame, const InterfacePtr<CATIProduct>& i_reference) {
-    const auto sp_linkable = i_reference.query<CATILinkableObject>();
-    CATDocument* const p_document = sp_linkable ? sp_linkable->GetDocument() : nullptr;
-    if (!p_document) i_frame.missing("pi_linkable_object");
-    return p_document;
-}
 
 InterfacePtr<CATIAProduct> automationOf(const JournalFrame& i_frame, CATIProduct* ipi_product) {
     auto sp_automation = queryInterface<CATIAProduct>(ipi_product);
@@ -38,15 +28,6 @@ HRESULT askForMasterShape(const JournalFrame& i_frame, const InterfacePtr<CATIAP
     if (FAILED(i_product->HasAMasterShapeRepresentation(has_shape)))
         return i_frame.platformFailed("HasAMasterShapeRepresentation");
     o_has_shape = has_shape != 0;
-    return S_OK;
-}
-
-/** Calls `call(CATBSTR& out)`; a success without a text, or with an empty one, counts as failure. */
-template <class Call>
-HRESULT readText(const JournalFrame& i_frame, const char* i_name, Call&& i_call, CATUnicodeString& o_text) {
-    AutomationText text;
-    if (FAILED(text.receive(i_call)) || text.text().IsNull()) return i_frame.platformFailed(i_name);
-    o_text = text.text();
     return S_OK;
 }
 
@@ -77,7 +58,7 @@ HRESULT VornToolsCommon::getDocumentFileName(CATIProduct* ipi_the_product, CATDo
     }
     const auto sp_reference = referenceOf(ipi_the_product);
     const auto sp_linkable = sp_reference.query<CATILinkableObject>();
-    CATDocument* const p_document = sp_linkable ? sp_linkable->GetDocument() : nullptr;
+    CATDocument* const p_document = documentBehind(sp_linkable);
     // Kept because callers rely on it: a reference that lies in no document leaves theirs in place.
     if (!sp_reference || sp_linkable) op_document = p_document;
     if (p_document)
@@ -122,9 +103,9 @@ HRESULT VornToolsCommon::isComponent(CATIProduct* ipi_product, unsigned char& o_
     const auto sp_father_reference = referenceOf(sp_father.get());
     if (!sp_father_reference) return frame.missing("sp_father_reference");
 
-    const CATDocument* const p_document = documentOf(frame, sp_reference);
-    const CATDocument* const p_father_document = p_document ? documentOf(frame, sp_father_reference) : nullptr;
-    if (!p_father_document) return E_FAIL;
+    const CATDocument* const p_document = documentOf(sp_reference);
+    const CATDocument* const p_father_document = p_document ? documentOf(sp_father_reference) : nullptr;
+    if (!p_father_document) return frame.missing("pi_linkable_object");
     o_is_component = p_document == p_father_document ? 1 : 0;
     return S_OK;
 }
@@ -157,8 +138,8 @@ HRESULT VornToolsCommon::getMasterShapeRepresentationPathName(CATIProduct* ipi_p
     const auto sp_automation = automationOf(frame, ipi_product);
     bool has_shape = false;
     if (FAILED(askForMasterShape(frame, sp_automation, has_shape)) || !has_shape) return E_FAIL;
-    const auto read = [&](CATBSTR& o_text) { return sp_automation->GetMasterShapeRepresentationPathName(o_text); };
-    return readText(frame, "GetMasterShapeRepresentationPathName", read, o_path);
+    const HRESULT code = readMasterShapePath(*sp_automation.get(), o_path);
+    return FAILED(code) ? frame.platformFailed("GetMasterShapeRepresentationPathName") : code;
 }
 
 HRESULT VornToolsCommon::getShapePathName(CATIProduct* ipi_product, const CATUnicodeString& i_shape_name,
@@ -169,13 +150,10 @@ HRESULT VornToolsCommon::getShapePathName(CATIProduct* ipi_product, const CATUni
     if (!ipi_product) return frame.badInput("ipi_product");
     const auto sp_automation = automationOf(frame, ipi_product);
     if (!sp_automation) return E_FAIL;
-    if (shape_name.IsNull()) {
-        const auto read_default = [&](CATBSTR& o_text) { return sp_automation->GetDefaultShapeName(o_text); };
-        if (FAILED(readText(frame, "GetDefaultShapeName", read_default, shape_name))) return E_FAIL;
-    }
-    const AutomationText asked(shape_name);
-    const auto read = [&](CATBSTR& o_text) { return sp_automation->GetShapePathName(asked.get(), o_text); };
-    return readText(frame, "GetShapePathName", read, o_path);
+    if (shape_name.IsNull() && FAILED(readDefaultShapeName(*sp_automation.get(), shape_name)))
+        return frame.platformFailed("GetDefaultShapeName");
+    const HRESULT code = readShapePath(*sp_automation.get(), shape_name, o_path);
+    return FAILED(code) ? frame.platformFailed("GetShapePathName") : code;
 }
 
 HRESULT VornToolsCommon::getProductPath(CATIProduct* ipi_product, CATUnicodeString& o_path) {

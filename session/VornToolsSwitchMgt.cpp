@@ -1,17 +1,16 @@
 #include "VornToolsSwitchMgt.h"
 
-#include "foundation/AutomationText.h"
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
+#include "session/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
+#include "session/Shapes.h"
 
 #include "CATDocument.h"
-#include "CATIAProduct.h"
-#include "CATILinkableObject.h"
 #include "TYPMapCATUnicodeStringPVoid.h"
 #include "UTILFile.h"
 
-#include <vector>
+#include <initializer_list>
 
 using namespace vorntools;
 
@@ -31,28 +30,19 @@ bool isPart(const CATUnicodeString& i_file_name) {
  * @return the code of splitting its name, which the journal tells */
 HRESULT readFileName(const JournalFrame& i_frame, CATIProduct* ipi_product, CATUnicodeString& o_file_name) {
     o_file_name = "";
-    const auto sp_linkable = referenceOf(ipi_product).query<CATILinkableObject>();
-    CATDocument* const p_document = sp_linkable ? sp_linkable->GetDocument() : nullptr;
+    const CATDocument* const p_document = documentOf(referenceOf(ipi_product));
     if (!p_document) return S_OK;
     const HRESULT code = fileNameOf(p_document->StorageName(), o_file_name);
     if (FAILED(code)) i_frame.write("UTILFile::splitPathAndFileName has failed");
     return code;
 }
 
-CATUnicodeString defaultShapeName(CATIProduct* ipi_product) {
-    const auto sp_automation = queryInterface<CATIAProduct>(ipi_product);
-    AutomationText name;
-    if (sp_automation) name.receive([&](CATBSTR& o_text) { return sp_automation->GetDefaultShapeName(o_text); });
-    return name.text();
-}
-
 bool isVisualised(Modes::EnumWorkMode i_mode) { return i_mode == Modes::WorkModeVisu; }
-bool isLoaded(Modes::EnumWorkMode i_mode) {
-    return i_mode == Modes::WorkModeDefault || i_mode == Modes::WorkModeBrep || i_mode == Modes::WorkModeDesign;
+bool hasGeometry(Modes::EnumWorkMode i_mode) {
+    return i_mode == Modes::WorkModeBrep || i_mode == Modes::WorkModeDesign;
 }
-bool lacksGeometry(Modes::EnumWorkMode i_mode) {
-    return i_mode != Modes::WorkModeBrep && i_mode != Modes::WorkModeDesign;
-}
+bool lacksGeometry(Modes::EnumWorkMode i_mode) { return !hasGeometry(i_mode); }
+bool isLoaded(Modes::EnumWorkMode i_mode) { return i_mode == Modes::WorkModeDefault || hasGeometry(i_mode); }
 bool lacksDesign(Modes::EnumWorkMode i_mode) { return i_mode != Modes::WorkModeDesign; }
 
 Modes::EnumWorkMode currentMode(CATIProduct* ipi_product) {
@@ -64,13 +54,45 @@ Modes::EnumWorkMode currentMode(CATIProduct* ipi_product) {
 /** Restoring undoes what was done, so it asks nobody's leave. */
 constexpr unsigned char kForced = 1;
 
-} // namespace
-
-/** A switch of the four: where to, and from which modes. */
-struct VornToolsSwitchMgt::Switch {
-    EnumWorkMode target;
-    bool (*applies)(EnumWorkMode);
+/** A switch of the four. */
+struct Switch {
+    unsigned char switch_back; ///< of the switcher: whether it acts at all
+    Modes::EnumWorkMode target;
+    bool (*applies)(Modes::EnumWorkMode);
 };
+
+HRESULT perform(const JournalFrame& i_frame, VornToolsSwitchMgt& i_switcher, const Switch& i_switch,
+                const CATUnicodeString& i_file_name, CATIProduct* ipi_product, unsigned char i_force) {
+    i_frame.write("_b_switch_back = %d", static_cast<int>(i_switch.switch_back));
+    if (i_switch.switch_back != 1) return S_OK;
+    if (!ipi_product && FAILED(i_switcher.getCATIProduct(i_file_name, ipi_product))) {
+        i_frame.write("Filename %s not found", i_file_name);
+        return E_FAIL;
+    }
+    if (!isPart(i_file_name)) {
+        i_frame.write("It is not a part");
+        return E_FAIL;
+    }
+    const Modes::EnumWorkMode current = currentMode(ipi_product);
+    if (i_switch.applies(current)) i_switcher.setWorkMode(ipi_product, i_switch.target, current, i_file_name, i_force);
+    return S_OK;
+}
+
+/** The platform reaches the default mode from visualisation only. */
+HRESULT restoreDefault(VornToolsSwitchMgt& i_switcher, const CATUnicodeString& i_file_name, CATIProduct* ipi_product) {
+    i_switcher.switchVisu(i_file_name, ipi_product, kForced);
+    return i_switcher.switchDefault(i_file_name, ipi_product, kForced);
+}
+
+/** The first of some lists that holds a name; null when none does. */
+CATListValCATUnicodeString* firstWith(const CATUnicodeString& i_name,
+                                      std::initializer_list<CATListValCATUnicodeString*> i_lists) {
+    for (CATListValCATUnicodeString* const p_list : i_lists)
+        if (p_list->Locate(i_name)) return p_list;
+    return nullptr;
+}
+
+} // namespace
 
 VornToolsSwitchMgt::VornToolsSwitchMgt(unsigned char switchBack)
     : m_products(new TYPMapCATUnicodeStringPVoid), m_switchBack(switchBack), m_switchEnabled(1) {}
@@ -82,42 +104,26 @@ VornToolsSwitchMgt::~VornToolsSwitchMgt() {
 
 HRESULT VornToolsSwitchMgt::release() {
     const JournalFrame frame(_CteCLASS_NAME, "release");
-    std::vector<CATUnicodeString> names;
-    names.reserve(static_cast<std::size_t>(m_products->size()));
-    for (int i = 0; i < m_products->size(); ++i) names.push_back(m_products->keyAt(i));
-    for (const CATUnicodeString& name : names) m_products->erase(name);
+    releaseProducts(*m_products);
     m_designs.RemoveAll();
     m_defaults.RemoveAll();
     m_visualisations.RemoveAll();
     return S_OK;
 }
 
-CATListValCATUnicodeString* VornToolsSwitchMgt::listOf(EnumWorkMode originalMode) {
-    switch (originalMode) {
-    case Modes::WorkModeVisu: return &m_visualisations;
-    case Modes::WorkModeDefault: return &m_defaults;
-    case Modes::WorkModeBrep:
-    case Modes::WorkModeDesign: return &m_designs;
-    default: return nullptr;
-    }
-}
-
-CATListValCATUnicodeString* VornToolsSwitchMgt::listWith(const CATUnicodeString& fileName) {
-    for (CATListValCATUnicodeString* const list : {&m_designs, &m_defaults, &m_visualisations})
-        if (list->Locate(fileName)) return list;
-    return nullptr;
-}
-
 HRESULT VornToolsSwitchMgt::add(CATUnicodeString fileName, CATIProduct* product, EnumWorkMode originalMode) {
     const JournalFrame frame(_CteCLASS_NAME, "add");
     if (!product) return E_FAIL;
-    CATListValCATUnicodeString* const list = listOf(originalMode);
-    if (!list || !isPart(fileName) || m_products->contains(fileName)) return S_OK;
+    CATListValCATUnicodeString* p_list = nullptr;
+    if (originalMode == Modes::WorkModeVisu) p_list = &m_visualisations;
+    if (originalMode == Modes::WorkModeDefault) p_list = &m_defaults;
+    if (hasGeometry(originalMode)) p_list = &m_designs;
+    if (!p_list || !isPart(fileName) || m_products->contains(fileName)) return S_OK;
     m_products->insert(fileName, product, kMapName);
     if (product->IsReference() == S_OK)
         frame.write("WARNING : the product added to the switcher is a reference product");
     frame.write("Document %s has been added, its original work mode is %d", fileName, static_cast<int>(originalMode));
-    if (!list->Locate(fileName)) list->Append(fileName);
+    if (!p_list->Locate(fileName)) p_list->Append(fileName);
     return S_OK;
 }
 
@@ -146,53 +152,30 @@ HRESULT VornToolsSwitchMgt::setWorkMode(CATIProduct* ipi_catiproduct, EnumWorkMo
     return S_OK;
 }
 
-HRESULT VornToolsSwitchMgt::perform(const JournalFrame& frame, const Switch& wanted, const CATUnicodeString& fileName,
-                                    CATIProduct* product, unsigned char force) {
-    frame.write("_b_switch_back = %d", static_cast<int>(m_switchBack));
-    if (m_switchBack != 1) return S_OK;
-    if (!product && FAILED(getCATIProduct(fileName, product))) {
-        frame.write("Filename %s not found", fileName);
-        return E_FAIL;
-    }
-    if (!isPart(fileName)) {
-        frame.write("It is not a part");
-        return E_FAIL;
-    }
-    const EnumWorkMode current = currentMode(product);
-    if (wanted.applies(current)) setWorkMode(product, wanted.target, current, fileName, force);
-    return S_OK;
-}
-
 HRESULT VornToolsSwitchMgt::switchDesign(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchDesign");
-    return perform(frame, {Modes::WorkModeDesign, lacksDesign}, fileName, product, force);
+    return perform(frame, *this, {m_switchBack, Modes::WorkModeDesign, lacksDesign}, fileName, product, force);
 }
 
 HRESULT VornToolsSwitchMgt::switchVisu(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchVisu");
-    return perform(frame, {Modes::WorkModeVisu, isLoaded}, fileName, product, force);
+    return perform(frame, *this, {m_switchBack, Modes::WorkModeVisu, isLoaded}, fileName, product, force);
 }
 
 HRESULT VornToolsSwitchMgt::switchBREP(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchBREP");
-    return perform(frame, {Modes::WorkModeBrep, lacksGeometry}, fileName, product, force);
+    return perform(frame, *this, {m_switchBack, Modes::WorkModeBrep, lacksGeometry}, fileName, product, force);
 }
 
 HRESULT VornToolsSwitchMgt::switchDefault(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchDefault");
-    return perform(frame, {Modes::WorkModeDefault, isVisualised}, fileName, product, force);
-}
-
-/** The platform reaches the default mode from visualisation only. */
-HRESULT VornToolsSwitchMgt::restoreDefault(const CATUnicodeString& fileName, CATIProduct* product) {
-    switchVisu(fileName, product, kForced);
-    return switchDefault(fileName, product, kForced);
+    return perform(frame, *this, {m_switchBack, Modes::WorkModeDefault, isVisualised}, fileName, product, force);
 }
 
 HRESULT VornToolsSwitchMgt::restore(CATUnicodeString fileName) {
     const JournalFrame frame(_CteCLASS_NAME, "restore");
     frame.write("restoring %s", fileName);
-    const CATListValCATUnicodeString* const list = listWith(fileName);
+    const CATListValCATUnicodeString* const list = firstWith(fileName, {&m_designs, &m_visualisations, &m_defaults});
     if (!list) return S_FALSE;
     CATIProduct* p_product = nullptr;
     if (FAILED(getCATIProduct(fileName, p_product))) {
@@ -202,7 +185,7 @@ HRESULT VornToolsSwitchMgt::restore(CATUnicodeString fileName) {
     // Kept because it is what users see: a part that was in design mode comes back as exact geometry.
     if (list == &m_designs) return switchBREP(fileName, p_product, kForced);
     if (list == &m_visualisations) return switchVisu(fileName, p_product, kForced);
-    return currentMode(p_product) == Modes::WorkModeDefault ? S_FALSE : restoreDefault(fileName, p_product);
+    return currentMode(p_product) == Modes::WorkModeDefault ? S_FALSE : restoreDefault(*this, fileName, p_product);
 }
 
 HRESULT VornToolsSwitchMgt::restoreAll(unsigned char skipModeCheck) {
@@ -228,7 +211,7 @@ HRESULT VornToolsSwitchMgt::restoreAll(unsigned char skipModeCheck) {
     restore_each(m_defaults, "restoring %s in default/visu",
                  [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
                      const bool done = !skipModeCheck && currentMode(ip_product) == Modes::WorkModeDefault;
-                     if (!done) code = restoreDefault(i_name, ip_product);
+                     if (!done) code = restoreDefault(*this, i_name, ip_product);
                  });
     return code;
 }
@@ -271,8 +254,8 @@ HRESULT VornToolsSwitchMgt::getDefaultRepName(CATIProduct* product, CATUnicodeSt
         if (mode == Modes::WorkModeVisu && !m_switchEnabled) return code;
         if (mode == Modes::WorkModeVisu) setWorkMode(product, Modes::WorkModeDefault, Modes::WorkModeVisu, "", 0);
     }
-    name = defaultShapeName(product);
-    if (name.IsNull())
+    const auto sp_automation = queryInterface<CATIAProduct>(product);
+    if (!sp_automation || FAILED(readDefaultShapeName(*sp_automation.get(), name)))
         frame.write("GetDefaultRepName failed.");
     else
         frame.write("o_default_shape_name : %s", name);
@@ -281,7 +264,7 @@ HRESULT VornToolsSwitchMgt::getDefaultRepName(CATIProduct* product, CATUnicodeSt
 
 HRESULT VornToolsSwitchMgt::updateDocumentName(CATUnicodeString oldName, CATUnicodeString newName) {
     const JournalFrame frame(_CteCLASS_NAME, "updateDocumentName");
-    CATListValCATUnicodeString* const list = listWith(oldName);
+    CATListValCATUnicodeString* const list = firstWith(oldName, {&m_designs, &m_defaults, &m_visualisations});
     if (!list) return S_FALSE;
     list->RemoveValue(oldName);
     list->Append(newName);
@@ -290,6 +273,6 @@ HRESULT VornToolsSwitchMgt::updateDocumentName(CATUnicodeString oldName, CATUnic
 
 HRESULT VornToolsSwitchMgt::getCATIProduct(CATUnicodeString fileName, CATIProduct*& product) {
     const JournalFrame frame(_CteCLASS_NAME, "getCATIProduct");
-    product = static_cast<CATIProduct*>(m_products->find(fileName, kMapName));
+    product = static_cast<CATIProduct*>(m_products->find(fileName, ""));
     return product ? S_OK : E_FAIL;
 }

@@ -3,20 +3,21 @@
 #include "foundation/FileNames.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "session/SwitchedDocuments.h"
+#include "session/HoldingSwitch.h"
 
 #include "CATDocument.h"
 #include "CATFrmEditor.h"
 #include "CATFrmLayout.h"
 #include "CATIProduct.h"
 #include "CATSessionServices.h"
-#include "UTILFile.h"
 
 #include <utility>
 
 using namespace vorntools;
 
 namespace {
+
+using Modes = VornToolsWorkModeServices;
 
 /** What a search through windows knows and finds. */
 struct WindowSearch {
@@ -79,14 +80,13 @@ HRESULT searchWindows(const JournalFrame& i_frame, ExaminedDocument& io_examined
     return code;
 }
 
-/** Loads a found document of the platform. @return null, reported, when it has none */
-CATDocument* loadDocument(const JournalFrame& i_frame, const WindowSearch& i_search) {
+/** Loads a found document of the platform. @param op_document null, reported, when it has none @return S_OK */
+HRESULT loadDocument(const JournalFrame& i_frame, const WindowSearch& i_search, CATDocument*& op_document) {
     i_frame.write("add file to switcher [%s]", i_search.file_name);
-    switchToDefault(i_search.switcher, i_search.file_name, i_search.sp_product.get());
-    CATDocument* p_document = nullptr;
-    VornToolsCommon::getCATDocument(i_search.sp_product.get(), p_document);
-    if (!p_document) i_frame.callFailed("VornToolsCommon::getCATDocument");
-    return p_document;
+    HoldingSwitch(i_search.switcher).switchDefault(i_search.file_name, i_search.sp_product.get(), 0);
+    VornToolsCommon::getCATDocument(i_search.sp_product.get(), op_document);
+    if (!op_document) i_frame.callFailed("VornToolsCommon::getCATDocument");
+    return S_OK;
 }
 
 /** Loads a found foreign file: the document of the product's default representation.
@@ -94,7 +94,7 @@ CATDocument* loadDocument(const JournalFrame& i_frame, const WindowSearch& i_sea
 HRESULT loadForeignDocument(const JournalFrame& i_frame, const WindowSearch& i_search, CATDocument*& op_document) {
     CATIProduct* const pi_product = i_search.sp_product.get();
     CATUnicodeString shape_name;
-    if (FAILED(readDefaultRepresentation(i_search.switcher, pi_product, shape_name)))
+    if (FAILED(HoldingSwitch(i_search.switcher).getDefaultRepName(pi_product, shape_name)))
         i_frame.callFailed("getDefaultRepName");
     CATUnicodeString path;
     if (FAILED(VornToolsCommon::getShapePathName(pi_product, shape_name, path)))
@@ -103,9 +103,9 @@ HRESULT loadForeignDocument(const JournalFrame& i_frame, const WindowSearch& i_s
     HRESULT code = VornToolsCommon::getDocumentInSession(path, op_document, found);
     if (!found) {
         i_frame.write("Document is not found in session");
-        switchToDesign(i_search.switcher, pi_product);
+        HoldingSwitch(i_search.switcher).setWorkMode(pi_product, Modes::WorkModeDesign, Modes::WorkModeUnknown, 0);
         code = VornToolsCommon::getDocumentInSession(path, op_document, found);
-        switchToVisualisation(i_search.switcher, pi_product);
+        HoldingSwitch(i_search.switcher).setWorkMode(pi_product, Modes::WorkModeVisu, Modes::WorkModeUnknown, 0);
     }
     if (!op_document) i_frame.missing("VornToolsCommon::getDocumentInSession");
     return code;
@@ -172,15 +172,11 @@ HRESULT VornToolsCommon::analyzeWindowsInSession(CATUnicodeString i_file_name, C
     }
     if (!search.sp_product) return code;
 
-    if (returnDocumentType(i_file_name) == DocumentTypeUnknown) {
-        code = loadForeignDocument(frame, search, op_document);
-        if (FAILED(code)) return code;
-    } else {
-        op_document = loadDocument(frame, search);
-        if (!op_document) return S_OK;
-        code = S_OK;
-    }
-    o_found = 1;
+    const bool is_foreign = returnDocumentType(i_file_name) == DocumentTypeUnknown;
+    code = is_foreign ? loadForeignDocument(frame, search, op_document) : loadDocument(frame, search, op_document);
+    if (FAILED(code)) return code;
+    // A foreign file is found once its product is; any other file has a document. Where it was found, all are told.
+    o_found = is_foreign || op_document ? 1 : 0;
     iop_root_document = search.p_root_document;
     opi_product = search.sp_product.detach();
     return code;

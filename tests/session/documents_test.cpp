@@ -5,12 +5,9 @@
 #include "CATDocumentsInSession.h"
 #include "CATIADocument.h"
 #include "CATIProduct.h"
-#include "VornCache.h"
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
 #include "embedded/Windows.h"
-
-#include <map>
 
 namespace {
 
@@ -184,83 +181,6 @@ TEST_F(DocumentsTest, TheFirstRootIsTheProduct) {
                                 kCommon + "getActiveCATIProduct 9001 ip_active_document"}));
 }
 
-/** What the PDM knows stands in DAT files. */
-class PrimaryDocumentTest : public DocumentsTest {
-protected:
-    void SetUp() override {
-        DocumentsTest::SetUp();
-        for (const char* file : {"top.CATProduct", "mid.CATProduct", "low.CATPart"}) session().document(path(file));
-        top = session().find(path("top.CATProduct")).root();
-        auto mid = session().find(path("mid.CATProduct")).root();
-        mid.addComponent("comp", "c.1").add(session().find(path("low.CATPart")), "l.1");
-        group = top.add(session().find(path("mid.CATProduct")), "m.1");
-        low = top.at({"m.1", "c.1", "l.1"});
-    }
-    void know(const char* file, const char* revision) {
-        write(std::string(file) + ".dat",
-              std::string("<DatFileVersion>\n2\n</DatFileVersion>\n<ItemRevUID>\n") + revision + "\n</ItemRevUID>\n");
-    }
-    /** The product found; `file` is the file name handed out with it. */
-    CATIProduct* primary(const embedded::Product& product, VornCache* cache, std::string& file, HRESULT expected) {
-        CATUnicodeString text("before");
-        CATIProduct* result = DocumentsTest::product(
-            [&](auto& out) { return VornToolsCommon::getPrimaryDocument(product.get(), cache, text, out); }, expected);
-        file = text.ConvertToChar();
-        return result;
-    }
-
-    embedded::Product top, group, low;
-    std::string name;
-};
-
-TEST_F(PrimaryDocumentTest, TheNearestKnownProductAboveCounts) {
-    know("mid.CATProduct", "rev1");
-    know("top.CATProduct", "rev2");
-    VornCache cache;
-    EXPECT_EQ(primary(low, &cache, name, S_OK), group.get()) << "past the component";
-    EXPECT_EQ(name, path("mid.CATProduct"));
-    EXPECT_EQ(primary(group, &cache, name, S_OK), top.get());
-    EXPECT_EQ(name, path("top.CATProduct"));
-    EXPECT_EQ(primary(top, &cache, name, E_FAIL), nullptr);
-    EXPECT_EQ(name, "");
-    EXPECT_EQ(primary(low, nullptr, name, E_FAIL), nullptr);
-    EXPECT_EQ(reports(), Texts());
-    EXPECT_EQ(primary(embedded::Product(), &cache, name, E_FAIL), nullptr);
-    EXPECT_EQ(reports(), Texts({kCommon + "getPrimaryDocument 9001 ipi_product"}));
-}
-
-TEST_F(PrimaryDocumentTest, SecondaryPartsArePassedOver) {
-    know("top.CATProduct", "rev2");
-    {
-        VornCache cache;
-        EXPECT_EQ(primary(low, &cache, name, E_FAIL), nullptr) << "unknown, and no secondary part";
-    }
-    group.description("SecondaryPart\nuser's text");
-    VornCache cache;
-    EXPECT_EQ(primary(low, &cache, name, S_OK), top.get()) << "without a DAT file";
-    know("mid.CATProduct", "");
-    VornCache fresh;
-    EXPECT_EQ(primary(low, &fresh, name, S_OK), top.get()) << "without an item revision";
-}
-
-TEST_F(PrimaryDocumentTest, ABareNameLiesInADirectoryOfTheEnvironment) {
-    const std::string separator = path("").substr(path("").size() - 1);
-    environment().filesDirectory = path("files") + separator;
-    environment().referencePath = path("library") + separator;
-    environment().referencePrefix = "REF_";
-    auto bare = session().product("bare.CATProduct").root();
-    auto library = session().product("REF_bare.CATProduct").root();
-    write("files/bare.CATProduct.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n<ItemRevUID>\nr\n</ItemRevUID>\n");
-    write("library/REF_bare.CATProduct.dat",
-          "<DatFileVersion>\n2\n</DatFileVersion>\n<ItemRevUID>\nr\n</ItemRevUID>\n");
-    VornCache cache;
-    const auto inBare = bare.add(session().find(path("low.CATPart")), "l.1");
-    EXPECT_EQ(primary(inBare, &cache, name, S_OK), bare.get());
-    EXPECT_EQ(name, path("files/bare.CATProduct"));
-    EXPECT_EQ(primary(library.add(session().find(path("low.CATPart")), "l.1"), &cache, name, S_OK), library.get());
-    EXPECT_EQ(name, path("library/REF_bare.CATProduct"));
-}
-
 TEST_F(DocumentsTest, ALoadedProductIsNotSwitched) {
     auto root = session().product("/w/a.CATProduct").root();
     const auto part = session().part("/w/p.CATPart");
@@ -313,80 +233,16 @@ TEST_F(DocumentsTest, FilesAreOpenedInAWindow) {
     EXPECT_EQ(messages()[1].substr(messages()[1].size() - 23), " with id=[test session]");
 }
 
-TEST_F(DocumentsTest, ProductsAreFoundByTheFileOfTheirDocument) {
-    auto root = session().product("/w/a.CATProduct").root();
-    auto group = session().product("/w/g.CATProduct").root();
-    const auto part = session().part("/w/p.CATPart");
-    group.addComponent("comp", "c.1").add(part, "p.1");
-    root.addUnresolved("p.CATPart");
-    root.add(session().product("/w/g.CATProduct"), "g.1");
-    root.add(session().product("/w/g.CATProduct"), "g.2");
-    root.add(part, "p.9");
-    const auto find = [&](const embedded::Product& from, const char* file, HRESULT expected = S_OK) {
-        unsigned char flag = 7;
-        CATIProduct* const result = product(
-            [&](auto& out) { return VornToolsCommon::getProductInSession(from.get(), file, out, flag); }, expected);
-        EXPECT_EQ(flag, result ? 1 : 0);
-        return result;
-    };
-    CATIProduct* const first = root.at({"g.1", "c.1", "p.1"}).get();
-    for (const char* name : {"p.CATPart", "P.catpart", "/w/p.CATPart", "/W/P.CATPart"})
-        EXPECT_EQ(find(root, name), first) << name;
-    EXPECT_EQ(find(root, "g.CATProduct"), root.at({"g.1"}).get());
-    EXPECT_EQ(find(root, "a.CATProduct"), nullptr) << "only below the root";
-    EXPECT_EQ(find(root, "/elsewhere/p.CATPart"), nullptr);
-    EXPECT_EQ(find(part.root(), "p.CATPart"), nullptr);
-    EXPECT_EQ(reports(), Texts());
-    EXPECT_EQ(find(embedded::Product(), "p.CATPart", E_FAIL), nullptr);
-    EXPECT_EQ(find(root, "", E_FAIL), nullptr);
-    EXPECT_EQ(reports(), Texts({kCommon + "getProductInSession 9001 ipi_root_product",
-                                kCommon + "getProductInSession 9001 i_file_name"}));
-}
-
-TEST_F(DocumentsTest, ForeignFilesAreFoundByTheShapesOfTheirProducts) {
-    auto root = session().product("/w/a.CATProduct").root();
-    auto bolt = root.addComponent("bolt", "b.1");
-    bolt.shape("low", "/w/low.cgr").shape("high", "/w/high.stp");
-    const auto find = [&](CATIProduct* from, const char* file, const char* shape, VornToolsSwitchMgt* loader,
-                          HRESULT expected = S_OK) {
-        unsigned char flag = 7;
-        return product(
-            [&](auto& out) { return VornToolsCommon::getForeignFileInSession(from, file, shape, loader, out, flag); },
-            expected);
-    };
-    EXPECT_EQ(find(root.get(), "LOW.CGR", "", &switcher), bolt.get());
-    EXPECT_EQ(find(root.get(), "/w/low.cgr", "low", &switcher), bolt.get());
-    EXPECT_EQ(find(root.get(), "high.stp", "", &switcher), nullptr);
-    EXPECT_EQ(find(root.get(), "high.stp", "high", &switcher), bolt.get());
-    EXPECT_EQ(find(root.get(), "high.stp", "none", &switcher), nullptr);
-    EXPECT_EQ(reports(), Texts()) << "products without a shape are nothing to report";
-    EXPECT_EQ(find(nullptr, "low.cgr", "", &switcher, E_FAIL), nullptr);
-    EXPECT_EQ(find(root.get(), "", "", &switcher, E_FAIL), nullptr);
-    EXPECT_EQ(find(root.get(), "low.cgr", "", nullptr, E_FAIL), nullptr);
-    const std::string method = kCommon + "getForeignFileInSession 9001 ";
-    EXPECT_EQ(reports(), Texts({method + "ipi_root_product", method + "i_file_name", method + "ip_switcher"}));
-}
-
 TEST_F(DocumentsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
-    auto root = session().product("/w/a.CATProduct").root();
+    const auto root = session().product("/w/a.CATProduct").root();
     const auto part = session().part("/w/p.CATPart");
     const auto instance = root.add(part, "p.1");
-    root.addComponent("bolt", "b.1").shape("low", "/w/low.cgr");
     Windows::current().open(part);
     const auto runForDocument = [](const char* name, auto question) {
         sweepFailures({kCommon + name, [=] {
                            CATDocument* document = nullptr;
                            const HRESULT code = question(document);
                            return SweepOutcome{code, document == nullptr};
-                       }});
-    };
-    const auto runForProduct = [](const char* name, auto question) {
-        sweepFailures({kCommon + name, [=] {
-                           CATIProduct* found = nullptr;
-                           const HRESULT code = question(found);
-                           const SweepOutcome outcome{code, found == nullptr};
-                           if (found) found->Release();
-                           return outcome;
                        }});
     };
     const auto search = [](const char* name) {
@@ -402,7 +258,6 @@ TEST_F(DocumentsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        return SweepOutcome{VornToolsCommon::getDocumentsInSession(list, "")};
                    }});
     CATIProduct* const pi = instance.get();
-    CATIProduct* const pr = root.get();
     CATDocument* const pd = part.get();
     runForDocument("getCATDocument", [=](auto& out) { return VornToolsCommon::getCATDocument(pi, out); });
     const CATIADocument_var automation(pd);
@@ -414,15 +269,13 @@ TEST_F(DocumentsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     runForDocument("getActiveCATDocument", [](auto& out) { return VornToolsCommon::getActiveCATDocument(out, 1); });
     runForDocument("getAndSwitchdocument",
                    [=](auto& out) { return VornToolsCommon::getAndSwitchdocument(pi, &switcher, out); });
-    runForProduct("getActiveCATIProduct", [=](auto& out) { return VornToolsCommon::getActiveCATIProduct(pd, out); });
-    runForProduct("getProductInSession", [=](auto& out) {
-        unsigned char flag = 7;
-        return VornToolsCommon::getProductInSession(pr, "p.CATPart", out, flag);
-    });
-    runForProduct("getForeignFileInSession", [=](auto& out) {
-        unsigned char flag = 7;
-        return VornToolsCommon::getForeignFileInSession(pr, "low.cgr", "", &switcher, out, flag);
-    });
+    sweepFailures({kCommon + "getActiveCATIProduct", [=] {
+                       CATIProduct* found = nullptr;
+                       const HRESULT code = VornToolsCommon::getActiveCATIProduct(pd, found);
+                       const SweepOutcome outcome{code, found == nullptr};
+                       if (found) found->Release();
+                       return outcome;
+                   }});
 }
 
 TEST_F(DocumentsTest, NoFaultLeavesAnythingBehindWhenOpening) {
@@ -446,20 +299,6 @@ TEST_F(DocumentsTest, NoFaultLeavesAnythingBehindWhenOpening) {
         embedded::Failures::get().disarm();
     }
     EXPECT_EQ(reports(), Texts(2, kCommon + "openDocument 9010 /w/p.CATPart"));
-}
-
-TEST_F(PrimaryDocumentTest, NoFaultLeavesAnythingBehind) {
-    know("top.CATProduct", "rev2");
-    group.description("SecondaryPart");
-    sweepFailures({kCommon + "getPrimaryDocument", [this] {
-                       VornCache cache;
-                       CATUnicodeString text("before");
-                       CATIProduct* result = nullptr;
-                       const HRESULT code = VornToolsCommon::getPrimaryDocument(low.get(), &cache, text, result);
-                       const SweepOutcome outcome{code, !result && text.IsNull()};
-                       if (result) result->Release();
-                       return outcome;
-                   }});
 }
 
 } // namespace

@@ -1,0 +1,54 @@
+#include "session/HoldingSwitch.h"
+
+#include "CATIProduct.h"
+#include "TYPMapCATUnicodeStringPVoid.h"
+
+#include <cstring>
+
+namespace vorntools {
+
+namespace {
+
+/** Class name of the products that hold a reference. */
+constexpr const char* kHolding = "MAP_CATIPRODUCT_HOLDING";
+
+} // namespace
+
+/** Calls `call()`, after which the map's last product may be a new one. */
+template <class Call>
+HRESULT HoldingSwitch::holding(Call&& i_call) {
+    TYPMapCATUnicodeStringPVoid& products = *m_switcher.m_products;
+    const int known = products.size();
+    const HRESULT code = i_call();
+    for (int i = known; i < products.size(); ++i) {
+        auto* const pi_product = static_cast<CATIProduct*>(products.valueAt(i));
+        pi_product->AddRef();
+        products.insert(CATUnicodeString(products.keyAt(i)), pi_product, kHolding);
+    }
+    return code;
+}
+
+HRESULT HoldingSwitch::setWorkMode(CATIProduct* ipi_product, EnumWorkMode i_new_mode, EnumWorkMode i_original_mode,
+                                   unsigned char i_force) {
+    return holding([&] { return m_switcher.setWorkMode(ipi_product, i_new_mode, i_original_mode, "", i_force); });
+}
+
+HRESULT HoldingSwitch::switchDefault(const CATUnicodeString& i_file_name, CATIProduct* ipi_product,
+                                     unsigned char i_force) {
+    return holding([&] { return m_switcher.switchDefault(i_file_name, ipi_product, i_force); });
+}
+
+HRESULT HoldingSwitch::getDefaultRepName(CATIProduct* ipi_product, CATUnicodeString& o_name) {
+    return holding([&] { return m_switcher.getDefaultRepName(ipi_product, o_name); });
+}
+
+void releaseProducts(TYPMapCATUnicodeStringPVoid& io_products) {
+    while (const int count = io_products.size()) {
+        auto* const pi_product = static_cast<CATIProduct*>(io_products.valueAt(count - 1));
+        const bool holds = std::strcmp(io_products.classNameAt(count - 1), kHolding) == 0;
+        io_products.erase(CATUnicodeString(io_products.keyAt(count - 1)));
+        if (holds) pi_product->Release();
+    }
+}
+
+} // namespace vorntools

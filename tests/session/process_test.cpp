@@ -1,0 +1,42 @@
+#include "tests/support/Fixture.h"
+#include "tests/support/Sweep.h"
+
+#include "VornToolsCommon.h"
+
+#include "embedded/WorkModes.h"
+
+namespace {
+
+using ProcessTest = PlatformTest;
+
+TEST_F(ProcessTest, BothTemporaryDirectoriesExist) {
+    environment().variables["TEMP"] = folder().u8string();
+    environment().variables["TMP"] = folder().u8string();
+    EXPECT_EQ(VornToolsCommon::checkTempDirectories(), 1);
+    environment().variables["TMP"] = path("absent");
+    EXPECT_EQ(VornToolsCommon::checkTempDirectories(), 0);
+    environment().variables["TEMP"] = "";
+    EXPECT_EQ(VornToolsCommon::checkTempDirectories(), environment().variables["TEMP"].empty() ? 0 : 1);
+    EXPECT_EQ(embedded::Messages::get().take(), (Texts{"error 1 11181 TMP", "error 1 11181 TEMP"}));
+}
+
+TEST_F(ProcessTest, TheHostedClientIsOpenedOrBroughtToTheFront) {
+    EXPECT_EQ(VornToolsCommon::startSkylane(), S_OK);
+    EXPECT_TRUE(embedded::hostedClient().open);
+    EXPECT_EQ(VornToolsCommon::startSkylane(), S_OK);
+    EXPECT_EQ(embedded::hostedClient().broughtToFront, 1);
+    embedded::hostedClient().installed = false;
+    EXPECT_EQ(VornToolsCommon::startSkylane(), E_FAIL);
+    EXPECT_EQ(embedded::Messages::get().take(),
+              (Texts{"localized 0 11236 11548", "localized 0 11236 20039", "errors 11236 0"}));
+}
+
+TEST_F(ProcessTest, NoFaultOfThePlatformLeavesAnythingBehind) {
+    environment().variables["TEMP"] = environment().variables["TMP"] = folder().u8string();
+    sweepFailures({"VornToolsCommon::checkTempDirectories",
+                   []() -> SweepOutcome { return {VornToolsCommon::checkTempDirectories() ? S_OK : E_FAIL}; }});
+    sweepFailures({"VornToolsCommon::startSkylane", [&]() -> SweepOutcome { return {VornToolsCommon::startSkylane()}; },
+                   [&] { embedded::hostedClient().open = false; }});
+}
+
+} // namespace
