@@ -173,8 +173,7 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     // A file that cannot be read again leaves the values that the document was made with.
     if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
         frame.callFailed("updateDesignTableCurrentSheet");
-    CATUnicodeString values;
-    ConfigurationText(sp_design_table.get(), sp_sheet, parameters).read(configuration, values);
+    const CATUnicodeString values = ConfigurationText(sp_design_table.get(), sp_sheet, parameters).read(configuration);
     frame.write(" String used to find CkSum : %s", values);
 
     o_file_path = path;
@@ -200,9 +199,7 @@ CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_de
     }
     DesignTableParameters parameters;
     if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return CATUnicodeString();
-    CATUnicodeString values;
-    ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration, values);
-    return values;
+    return ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration);
 }
 
 HRESULT VornToolsCommon::updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet) {
