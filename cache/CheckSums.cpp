@@ -1,14 +1,13 @@
 #include "VornToolsCommon.h"
 
 #include "cache/ConfigurationText.h"
+#include "cache/DesignTableSheet.h"
 #include "cache/FileBackup.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
-#include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 
-#include "CATICkeOleSheet.h"
 #include "CATIDesignTable.h"
 #include "UTILDLName.h"
 
@@ -69,20 +68,14 @@ private:
     /** False when the sheet, or what chooses it among those of a spreadsheet, cannot be obtained. */
     bool findSheet() {
         m_sheet = m_design_table->Sheet();
-        if (!m_sheet) return false;
-        void* p_found = nullptr;
-        const HRESULT code = m_sheet->QueryInterface(IID_CATICkeOleSheet, &p_found);
-        if (code == E_NOINTERFACE) return true;
-        if (FAILED(code) || !p_found) return false;
-        m_ole_sheet = InterfacePtr<CATICkeOleSheet>::adopt(static_cast<CATICkeOleSheet*>(p_found));
+        if (!m_sheet || FAILED(findOleSheet(m_sheet, m_ole_sheet))) return false;
+        if (!m_ole_sheet) return true;
         m_first = m_selected = m_ole_sheet->GetSheetIndex();
         return m_first > 0;
     }
 
     void refreshSheet() {
-        CATUnicodeString old_date;
-        CATUnicodeString new_date;
-        if (m_sheet->IsFileModified(old_date, new_date) == 1) updateDesignTableCurrentSheet(m_sheet);
+        if (isFileModified(m_sheet)) updateDesignTableCurrentSheet(m_sheet);
         readColumns();
     }
 
