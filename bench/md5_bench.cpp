@@ -19,16 +19,6 @@ void BM_Digest(benchmark::State& state) {
 }
 BENCHMARK(BM_Digest)->Arg(0)->Arg(64)->Arg(100)->Arg(400)->Arg(16384);
 
-void BM_TwoDigests(benchmark::State& state) {
-    const std::string message(static_cast<std::size_t>(state.range(0)), 'x');
-    for (auto pass : state) {
-        (void)pass;
-        benchmark::DoNotOptimize(vorntools::md5Digests(message, message));
-    }
-    state.SetBytesProcessed(state.iterations() * 2 * state.range(0));
-}
-BENCHMARK(BM_TwoDigests)->Arg(64)->Arg(400)->Arg(16384);
-
 void BM_DigestAsText(benchmark::State& state) {
     const std::string message(static_cast<std::size_t>(state.range(0)), 'x');
     for (auto pass : state) {

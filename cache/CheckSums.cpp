@@ -1,23 +1,19 @@
 #include "VornToolsCommon.h"
 
 #include "cache/ConfigurationText.h"
+#include "cache/DesignTableSheet.h"
 #include "cache/FileBackup.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
-#include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 
-#include "CATICkeOleSheet.h"
 #include "CATIDesignTable.h"
 #include "UTILDLName.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
-#include <optional>
-#include <tuple>
-#include <utility>
 
 using namespace vorntools;
 
@@ -69,29 +65,17 @@ public:
     }
 
 private:
-    struct Computed {
-        std::optional<int> configuration;
-        CATUnicodeString text;
-        CATUnicodeString checksum;
-    };
-
     /** False when the sheet, or what chooses it among those of a spreadsheet, cannot be obtained. */
     bool findSheet() {
         m_sheet = m_design_table->Sheet();
-        if (!m_sheet) return false;
-        void* p_found = nullptr;
-        const HRESULT code = m_sheet->QueryInterface(IID_CATICkeOleSheet, &p_found);
-        if (code == E_NOINTERFACE) return true;
-        if (FAILED(code) || !p_found) return false;
-        m_ole_sheet = InterfacePtr<CATICkeOleSheet>::adopt(static_cast<CATICkeOleSheet*>(p_found));
+        if (!m_sheet || FAILED(findOleSheet(m_sheet, m_ole_sheet))) return false;
+        if (!m_ole_sheet) return true;
         m_first = m_selected = m_ole_sheet->GetSheetIndex();
         return m_first > 0;
     }
 
     void refreshSheet() {
-        CATUnicodeString old_date;
-        CATUnicodeString new_date;
-        if (m_sheet->IsFileModified(old_date, new_date) == 1) updateDesignTableCurrentSheet(m_sheet);
+        if (isFileModified(m_sheet)) updateDesignTableCurrentSheet(m_sheet);
         readColumns();
     }
 
@@ -99,7 +83,6 @@ private:
         DesignTableParameters parameters;
         m_is_readable = SUCCEEDED(readAssociatedParameters(m_frame, m_design_table, parameters));
         m_text = ConfigurationText(m_design_table, m_sheet, parameters);
-        m_next.configuration.reset();
     }
 
     /** Dropped entries give their place to the next one. Lists that are not as long as the others end the work. */
@@ -128,39 +111,13 @@ private:
             return true;
         }
         m_frame.write("%s Sheet n\260%d existe", m_frame.name(), sheet);
-        compute(i_index, configuration);
-        m_frame.write("%s String used to find CkSum : %s", m_frame.name(), m_computed.text);
-        const CATUnicodeString checksum = m_computed.checksum;
+        const CATUnicodeString text = m_text.read(configuration);
+        m_frame.write("%s String used to find CkSum : %s", m_frame.name(), text);
+        // Without all its parameters a configuration has no checksum: none is better than that of something else.
+        const CATUnicodeString checksum = m_is_readable ? checksumOf(text) : CATUnicodeString();
         const bool is_kept = setCheckSum(i_index, checksum);
         m_frame.write("%s checkSum calcul\351 : %s", m_frame.name(), checksum);
         return is_kept;
-    }
-
-    /** Two checksums at a time: that of the next entry is ready when it is wanted. Without all its parameters a
-     * configuration has none: no checksum is better than that of something else. */
-    void compute(int i_index, int i_configuration) {
-        if (m_next.configuration == i_configuration) {
-            std::swap(m_computed, m_next);
-            m_next.configuration.reset();
-            return;
-        }
-        m_computed.checksum = "";
-        m_text.read(i_configuration, m_computed.text);
-        if (!m_is_readable) return;
-        if (!isComputedOnSheetOf(i_index, i_index + 1)) {
-            m_computed.checksum = checksumOf(m_computed.text);
-            return;
-        }
-        m_next.configuration = numberOf(m_configurations[i_index + 1]);
-        m_text.read(*m_next.configuration, m_next.text);
-        std::tie(m_computed.checksum, m_next.checksum) = checksumsOf(m_computed.text, m_next.text);
-    }
-
-    /** Whether an entry is to be computed from the cells of another one's sheet. */
-    bool isComputedOnSheetOf(int i_index, int i_next) const {
-        if (i_next > m_sheets.Size() || i_next > m_configurations.Size()) return false;
-        if (m_is_update && (i_next > m_checksums.Size() || m_checksums[i_next] != kToBeComputed)) return false;
-        return m_sheets[i_next] == m_sheets[i_index];
     }
 
     /** An entry without a checksum is dropped from lists that are updated. @return false when it was */
@@ -211,8 +168,6 @@ private:
     int m_first = 0;                           ///< selected when the call began
     int m_selected = 0;                        ///< the one whose cells are read
     ConfigurationText m_text;
-    Computed m_computed;
-    Computed m_next;            ///< without a configuration when nothing is ready
     bool m_is_readable = false; ///< whether the table told all its parameters
 };
 

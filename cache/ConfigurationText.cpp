@@ -43,21 +43,16 @@ ConfigurationText::ConfigurationText(CATIDesignTable* ipi_design_table, const CA
     }
 }
 
-void ConfigurationText::read(int i_configuration, CATUnicodeString& o_text) const {
-    o_text = "";
-    if (i_configuration > std::numeric_limits<int>::max() - kTitleRows) return;
-    for (const int column : m_columns) o_text.Append(m_sheet->Cell(i_configuration + kTitleRows, column));
+CATUnicodeString ConfigurationText::read(int i_configuration) const {
+    CATUnicodeString text;
+    if (i_configuration > std::numeric_limits<int>::max() - kTitleRows) return text;
+    for (const int column : m_columns) text.Append(m_sheet->Cell(i_configuration + kTitleRows, column));
+    return text;
 }
 
 CATUnicodeString checksumOf(const CATUnicodeString& i_configuration_text) {
     const std::string_view bytes = i_configuration_text.ConvertToChar();
     return md5Text(md5Digest(bytes.data(), bytes.size())).data();
-}
-
-std::pair<CATUnicodeString, CATUnicodeString> checksumsOf(const CATUnicodeString& i_first,
-                                                          const CATUnicodeString& i_second) {
-    const auto [first, second] = md5Digests(i_first.ConvertToChar(), i_second.ConvertToChar());
-    return {md5Text(first).data(), md5Text(second).data()};
 }
 
 } // namespace vorntools

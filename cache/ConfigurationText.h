@@ -7,7 +7,6 @@
 #include "CATICkeParm.h"
 #include "CATIDesignTable.h"
 
-#include <utility>
 #include <vector>
 
 namespace vorntools {
@@ -31,9 +30,8 @@ public:
     ConfigurationText(CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
                       const DesignTableParameters& i_parameters);
 
-    /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet.
-     * @param o_text its memory serves again */
-    void read(int i_configuration, CATUnicodeString& o_text) const;
+    /** The cells of a configuration, from 1, in the order of the table's parameters; empty outside the sheet. */
+    CATUnicodeString read(int i_configuration) const;
 
 private:
     CATICkeSheet_var m_sheet;
@@ -42,9 +40,6 @@ private:
 
 /** The checksum that tells configurations apart: MD5 of the text's 8-bit bytes, up to the first NUL. */
 CATUnicodeString checksumOf(const CATUnicodeString& i_configuration_text);
-/** Those of two texts at once, which takes less time. */
-std::pair<CATUnicodeString, CATUnicodeString> checksumsOf(const CATUnicodeString& i_first,
-                                                          const CATUnicodeString& i_second);
 
 } // namespace vorntools
 

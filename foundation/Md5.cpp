@@ -1,9 +1,7 @@
 #include "foundation/Md5.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <utility>
 
 namespace vorntools {
@@ -16,8 +14,6 @@ constexpr std::size_t kLengthSize = 8; ///< bytes of the message's length behind
 
 struct State {
     std::uint32_t a, b, c, d;
-
-    void add(const State& i_other) { a += i_other.a, b += i_other.b, c += i_other.c, d += i_other.d; }
 };
 
 constexpr State kBeginning = {0x67452301, 0xefcdab89, 0x98badcfe, 0x10325476};
@@ -63,91 +59,54 @@ void mix(std::uint32_t& a, std::uint32_t b, std::uint32_t c, std::uint32_t d, co
     a = (a << shift | a >> (32 - shift)) + b;
 }
 
-/** Takes several messages through the same four steps: what one waits for leaves time for another. */
-template <std::size_t Step, std::size_t Messages>
-void mixFour(State (&io_states)[Messages], const unsigned char* const (&i_blocks)[Messages]) {
-    for (std::size_t i = 0; i < Messages; ++i) {
-        auto& [a, b, c, d] = io_states[i];
-        mix<Step>(a, b, c, d, i_blocks[i]);
-        mix<Step + 1>(d, a, b, c, i_blocks[i]);
-        mix<Step + 2>(c, d, a, b, i_blocks[i]);
-        mix<Step + 3>(b, c, d, a, i_blocks[i]);
-    }
+template <std::size_t Step>
+void mixFour(State& io_state, const unsigned char* ip_block) {
+    auto& [a, b, c, d] = io_state;
+    mix<Step>(a, b, c, d, ip_block);
+    mix<Step + 1>(d, a, b, c, ip_block);
+    mix<Step + 2>(c, d, a, b, ip_block);
+    mix<Step + 3>(b, c, d, a, ip_block);
 }
 
-template <std::size_t Messages, std::size_t... Fours>
-void mixAll(State (&io_states)[Messages], const unsigned char* const (&i_blocks)[Messages],
-            std::index_sequence<Fours...>) {
-    (mixFour<4 * Fours>(io_states, i_blocks), ...);
+template <std::size_t... Fours>
+State behindBlock(const State& i_before, const unsigned char* ip_block, std::index_sequence<Fours...>) {
+    State state = i_before;
+    (mixFour<4 * Fours>(state, ip_block), ...);
+    return {i_before.a + state.a, i_before.b + state.b, i_before.c + state.c, i_before.d + state.d};
 }
 
-/** A message on its way through its blocks: its own, and those of what is added to its end. */
-class Message {
-public:
-    Message(const char* ip_bytes, std::size_t i_count)
-        : m_bytes(reinterpret_cast<const unsigned char*>(ip_bytes)), m_own_blocks(i_count / kBlock) {
-        const std::size_t rest = i_count % kBlock;
-        if (rest > 0) std::memcpy(m_end, m_bytes + m_own_blocks * kBlock, rest);
-        m_end[rest] = 0x80;
-        m_end_blocks = rest + 1 + kLengthSize <= kBlock ? 1 : 2;
-        const std::uint64_t bits = static_cast<std::uint64_t>(i_count) * 8;
-        for (std::size_t i = 0; i < kLengthSize; ++i)
-            m_end[m_end_blocks * kBlock - kLengthSize + i] = static_cast<unsigned char>(bits >> 8 * i);
-    }
+State behindBlocks(State i_state, const unsigned char* ip_blocks, std::size_t i_count) {
+    for (std::size_t i = 0; i < i_count; ++i)
+        i_state = behindBlock(i_state, ip_blocks + i * kBlock, std::make_index_sequence<kSteps / 4>());
+    return i_state;
+}
 
-    std::size_t blocks() const { return m_own_blocks + m_end_blocks; }
-    const unsigned char* block(std::size_t i_index) const {
-        return i_index < m_own_blocks ? m_bytes + i_index * kBlock : m_end + (i_index - m_own_blocks) * kBlock;
-    }
-    Md5Digest digest() const {
-        const std::uint32_t words[] = {state.a, state.b, state.c, state.d};
-        Md5Digest digest;
-        for (std::size_t i = 0; i < digest.size(); ++i)
-            digest[i] = static_cast<unsigned char>(words[i / 4] >> 8 * (i % 4));
-        return digest;
-    }
+/** What follows the whole blocks of a message: its rest, a bit that is set, and its length at the end of a block. */
+struct End {
+    unsigned char bytes[2 * kBlock] = {};
+    std::size_t blocks;
 
-    State state = kBeginning;
-
-private:
-    const unsigned char* const m_bytes;
-    const std::size_t m_own_blocks;
-    std::size_t m_end_blocks;
-    unsigned char m_end[2 * kBlock] = {};
+    End(const unsigned char* ip_rest, std::size_t i_rest, std::size_t i_message)
+        : blocks(i_rest + 1 + kLengthSize <= kBlock ? 1 : 2) {
+        if (i_rest > 0) std::memcpy(bytes, ip_rest, i_rest);
+        bytes[i_rest] = 0x80;
+        const std::uint64_t bits = static_cast<std::uint64_t>(i_message) * 8;
+        unsigned char* const p_length = bytes + blocks * kBlock - kLengthSize;
+        for (std::size_t i = 0; i < kLengthSize; ++i) p_length[i] = static_cast<unsigned char>(bits >> 8 * i);
+    }
 };
-
-/** Adds the blocks of each message from one up to another. */
-template <class... Messages>
-void addBlocks(std::size_t i_first, std::size_t i_end, Messages&... io_messages) {
-    State states[] = {io_messages.state...};
-    constexpr std::size_t count = sizeof...(io_messages);
-    for (std::size_t block = i_first; block < i_end; ++block) {
-        const unsigned char* const blocks[] = {io_messages.block(block)...};
-        State before[count];
-        std::copy(std::begin(states), std::end(states), before);
-        mixAll(states, blocks, std::make_index_sequence<kSteps / 4>());
-        for (std::size_t i = 0; i < count; ++i) states[i].add(before[i]);
-    }
-    const State* p_state = states;
-    ((io_messages.state = *p_state++), ...);
-}
 
 } // namespace
 
 Md5Digest md5Digest(const char* ip_bytes, std::size_t i_count) {
-    Message message(ip_bytes, i_count);
-    addBlocks(0, message.blocks(), message);
-    return message.digest();
-}
-
-std::array<Md5Digest, 2> md5Digests(std::string_view i_first, std::string_view i_second) {
-    Message first(i_first.data(), i_first.size());
-    Message second(i_second.data(), i_second.size());
-    const std::size_t common = std::min(first.blocks(), second.blocks());
-    addBlocks(0, common, first, second);
-    addBlocks(common, first.blocks(), first);
-    addBlocks(common, second.blocks(), second);
-    return {first.digest(), second.digest()};
+    const auto* const p_bytes = reinterpret_cast<const unsigned char*>(ip_bytes);
+    const std::size_t blocks = i_count / kBlock;
+    const End end(p_bytes + blocks * kBlock, i_count % kBlock, i_count);
+    const State state = behindBlocks(behindBlocks(kBeginning, p_bytes, blocks), end.bytes, end.blocks);
+    const std::uint32_t words[] = {state.a, state.b, state.c, state.d};
+    Md5Digest digest;
+    for (std::size_t i = 0; i < digest.size(); ++i) digest[i] = static_cast<unsigned char>(words[i / 4] >> 8 * (i % 4));
+    return digest;
 }
 
 Md5Text md5Text(const Md5Digest& i_digest) {

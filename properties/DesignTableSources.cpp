@@ -1,9 +1,10 @@
+#include "properties/DesignTableSources.h"
+
 #include "VornToolsCommon.h"
 
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "properties/DesignMode.h"
-#include "properties/DesignTableHelpers.h"
 
 #include "CATDocument.h"
 #include "CATICkeNaming.h"
@@ -32,67 +33,48 @@ InterfacePtr<T> rootContainer(const InterfacePtr<CATInit>& i_init, const char* i
     return InterfacePtr<T>::adopt(static_cast<T*>(i_init->GetRootContainer(i_interface_name)));
 }
 
-/** The publisher of a document's analysis; empty, and reported, when there is no way to it. */
-InterfacePtr<CATIParmPublisher> analysisPublisher(const JournalFrame& i_frame, CATDocument* ip_document) {
+// Each finds the publisher below which the tables of its kind of document stand. E_FAIL, reported, when there is no way
+// to it.
+
+using PublisherPtr = InterfacePtr<CATIParmPublisher>;
+
+HRESULT publisherOf(const JournalFrame& i_frame, CATBaseUnknown* ip_object, PublisherPtr& o_publisher) {
+    o_publisher = queryInterface<CATIParmPublisher>(ip_object);
+    return o_publisher ? S_OK : i_frame.missing("pi_parm_publisher");
+}
+
+HRESULT findAnalysisPublisher(const JournalFrame& i_frame, CATDocument* ip_document, PublisherPtr& o_publisher) {
     const auto sp_access = queryInterface<CATISamAccess>(ip_document);
     InterfacePtr<CATIContainer> sp_spec_container;
     if (sp_access)
         sp_spec_container.receive(
             [&](CATIContainer*& o_container) { return sp_access->GetSpecContainer(o_container); });
-    if (!sp_spec_container) {
-        i_frame.missing("pi_spec_container");
-        return InterfacePtr<CATIParmPublisher>();
-    }
+    if (!sp_spec_container) return i_frame.missing("pi_spec_container");
     const auto sp_container = sp_spec_container.query<CATISamAnalysisContainer>();
     CATISamAnalysisManager_var sp_analysis_manager;
     const HRESULT code = sp_container ? sp_container->GetAnalysisManager(sp_analysis_manager) : E_FAIL;
-    if (FAILED(code) || !sp_analysis_manager) {
-        i_frame.missing("sp_analysis_manager");
-        return InterfacePtr<CATIParmPublisher>();
-    }
-    auto sp_publisher = queryInterface<CATIParmPublisher>(static_cast<CATISamAnalysisManager*>(sp_analysis_manager));
-    if (!sp_publisher) i_frame.missing("pi_parm_publisher");
-    return sp_publisher;
+    if (FAILED(code) || !sp_analysis_manager) return i_frame.missing("sp_analysis_manager");
+    return publisherOf(i_frame, static_cast<CATISamAnalysisManager*>(sp_analysis_manager), o_publisher);
 }
 
-/** The publisher of a document's first process; empty, and reported, when there is no way to it. */
-InterfacePtr<CATIParmPublisher> processPublisher(const JournalFrame& i_frame, CATDocument* ip_document) {
+/** That of the first process. */
+HRESULT findProcessPublisher(const JournalFrame& i_frame, CATDocument* ip_document, PublisherPtr& o_publisher) {
     const auto sp_init = queryInterface<CATInit>(ip_document);
-    if (!sp_init) {
-        i_frame.missing("pi_init_on_doc");
-        return InterfacePtr<CATIParmPublisher>();
-    }
+    if (!sp_init) return i_frame.missing("pi_init_on_doc");
     const auto sp_container = rootContainer<CATISPPProcessContainer>(sp_init, "CATISPPProcessContainer");
-    if (!sp_container) {
-        i_frame.missing("pi_process_cont");
-        return InterfacePtr<CATIParmPublisher>();
-    }
+    if (!sp_container) return i_frame.missing("pi_process_cont");
     const std::unique_ptr<CATListValCATBaseUnknown_var> processes(sp_container->GetAllProcess());
-    if (!processes || processes->Size() == 0) {
-        i_frame.missing("p_process_list");
-        return InterfacePtr<CATIParmPublisher>();
-    }
-    auto sp_publisher = queryInterface<CATIParmPublisher>(static_cast<CATBaseUnknown*>((*processes)[1]));
-    if (!sp_publisher) i_frame.missing("pi_parm_publisher");
-    return sp_publisher;
+    if (!processes || processes->Size() == 0) return i_frame.missing("p_process_list");
+    return publisherOf(i_frame, static_cast<CATBaseUnknown*>((*processes)[1]), o_publisher);
 }
 
-/** The publisher of a document's part; empty, and reported, when there is no way to it. */
-InterfacePtr<CATIParmPublisher> partPublisher(const JournalFrame& i_frame, CATDocument* ip_document) {
+HRESULT findPartPublisher(const JournalFrame& i_frame, CATDocument* ip_document, PublisherPtr& o_publisher) {
     const auto sp_init = queryInterface<CATInit>(ip_document);
-    if (!sp_init) {
-        i_frame.missing("pi_init_on_doc");
-        return InterfacePtr<CATIParmPublisher>();
-    }
+    if (!sp_init) return i_frame.missing("pi_init_on_doc");
     const auto sp_container = rootContainer<CATIPrtContainer>(sp_init, "CATIPrtContainer");
-    if (!sp_container) {
-        i_frame.missing("pi_prt_container");
-        return InterfacePtr<CATIParmPublisher>();
-    }
+    if (!sp_container) return i_frame.missing("pi_prt_container");
     const CATISpecObject_var sp_part = sp_container->GetPart();
-    auto sp_publisher = queryInterface<CATIParmPublisher>(static_cast<CATISpecObject*>(sp_part));
-    if (!sp_publisher) i_frame.missing("pi_parm_publisher");
-    return sp_publisher;
+    return publisherOf(i_frame, static_cast<CATISpecObject*>(sp_part), o_publisher);
 }
 
 } // namespace
@@ -151,8 +133,8 @@ HRESULT VornToolsCommon::getDesignTableInAnalysisDocument(CATDocument* ip_docume
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableInAnalysisDocument");
     if (!ip_document) return frame.badInput("ip_document");
     if (!iop_design_tables) return frame.badInput("iop_design_tables");
-    const auto sp_publisher = analysisPublisher(frame, ip_document);
-    if (!sp_publisher) return E_FAIL;
+    PublisherPtr sp_publisher;
+    if (FAILED(findAnalysisPublisher(frame, ip_document, sp_publisher))) return E_FAIL;
     CATListValCATISpecObject_var design_tables;
     const HRESULT code = getDirectDesignTablesChildren(sp_publisher.get(), design_tables);
     iop_design_tables->Append(design_tables);
@@ -164,8 +146,8 @@ HRESULT VornToolsCommon::getDesignTableInProcessDocument(CATDocument* ip_documen
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableInProcessDocument");
     if (!ip_document) return frame.badInput("ip_document");
     if (!iop_design_tables) return frame.badInput("iop_design_tables");
-    const auto sp_publisher = processPublisher(frame, ip_document);
-    if (!sp_publisher) return E_FAIL;
+    PublisherPtr sp_publisher;
+    if (FAILED(findProcessPublisher(frame, ip_document, sp_publisher))) return E_FAIL;
     CATListValCATISpecObject_var design_tables;
     const HRESULT code = getDirectDesignTablesChildren(sp_publisher.get(), design_tables);
     iop_design_tables->Append(design_tables);
@@ -182,8 +164,8 @@ HRESULT VornToolsCommon::getDesignTableInPartDocument(CATDocument* ip_document, 
     if (FAILED(sp_root.receive([&](CATIProduct*& o_root) { return getActiveCATIProduct(ip_document, o_root); })))
         return frame.callFailed("getActiveCATIProduct");
     const DesignMode design_mode(sp_root.get(), SwitchWay{ip_switcher, i_switch_flag});
-    const auto sp_publisher = partPublisher(frame, ip_document);
-    if (!sp_publisher) return E_FAIL;
+    PublisherPtr sp_publisher;
+    if (FAILED(findPartPublisher(frame, ip_document, sp_publisher))) return E_FAIL;
     CATListValCATISpecObject_var relations;
     sp_publisher->GetAllChildren(CATICkeRelation::ClassName(), relations);
     for (int i = 1; i <= relations.Size(); ++i)

@@ -1,6 +1,7 @@
 #include "VornToolsCommon.h"
 
 #include "cache/ConfigurationText.h"
+#include "cache/DesignTableSheet.h"
 #include "foundation/AutomationText.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
@@ -9,7 +10,6 @@
 
 #include "CATIADesignTable.h"
 #include "CATIAlias.h"
-#include "CATICkeOleSheet.h"
 #include "CATIDesignTable.h"
 #include "CATISpecObject.h"
 #include "TYPMapCATUnicodeStringPVoid.h"
@@ -92,16 +92,11 @@ CATUnicodeString associatedFiles(const JournalFrame& i_frame, const DesignTableP
     return files;
 }
 
-bool isFileModified(const CATICkeSheet_var& isp_sheet) {
-    CATUnicodeString old_date;
-    CATUnicodeString new_date;
-    return isp_sheet->IsFileModified(old_date, new_date) == 1;
-}
-
 /** Numbers of the current sheet and configuration, both from 1. */
 HRESULT readCurrent(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
                     int& o_sheet, int& o_configuration) {
-    const auto sp_ole_sheet = queryInterface<CATICkeOleSheet>(static_cast<CATICkeSheet*>(isp_sheet));
+    InterfacePtr<CATICkeOleSheet> sp_ole_sheet;
+    if (FAILED(findOleSheet(isp_sheet, sp_ole_sheet))) return i_frame.missing("pi_ole_sheet");
     o_sheet = sp_ole_sheet ? sp_ole_sheet->GetSheetIndex() : kTextSheet;
     if (o_sheet < 1) return i_frame.platformFailed("GetSheetIndex");
     o_configuration = ipi_design_table->ConfigurationRow();
@@ -173,8 +168,7 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     // A file that cannot be read again leaves the values that the document was made with.
     if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
         frame.callFailed("updateDesignTableCurrentSheet");
-    CATUnicodeString values;
-    ConfigurationText(sp_design_table.get(), sp_sheet, parameters).read(configuration, values);
+    const CATUnicodeString values = ConfigurationText(sp_design_table.get(), sp_sheet, parameters).read(configuration);
     frame.write(" String used to find CkSum : %s", values);
 
     o_file_path = path;
@@ -200,9 +194,7 @@ CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_de
     }
     DesignTableParameters parameters;
     if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return CATUnicodeString();
-    CATUnicodeString values;
-    ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration, values);
-    return values;
+    return ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration);
 }
 
 HRESULT VornToolsCommon::updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet) {
