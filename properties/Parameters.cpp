@@ -1,10 +1,14 @@
 #include "VornToolsCADDOCProperties.h"
 
 #include "foundation/JournalFrame.h"
-#include "properties/ParameterHelpers.h"
+#include "properties/ParameterKinds.h"
+#include "properties/ParameterTexts.h"
+#include "properties/SpecAttributes.h"
 #include "properties/ValueList.h"
 
-#include "CATISpecAttribute.h"
+#include "CATICkeMagnitude.h"
+#include "CATICkeParmFactory.h"
+#include "VornLocaleEnv.h"
 
 using namespace vorntools;
 
@@ -61,7 +65,7 @@ HRESULT updateDimension(const JournalFrame& i_frame, CATICkeParm* ipi_parameter,
 
 HRESULT updateReal(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,
                    const CATUnicodeString& i_value) {
-    const CATUnicodeString type_name = typeNameOf(ipi_parameter);
+    const CATUnicodeString type_name = typeNameOf(ipi_parameter->Type());
     i_frame.write("Updating the Double property %s (%s)", i_name, type_name);
     if (type_name.IsNull()) return i_frame.missing("sp_type");
     if (isPlainType(type_name)) {
@@ -88,52 +92,6 @@ HRESULT updateSingle(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, co
         ipi_parameter->Valuate(i_value);
     }
     return S_OK;
-}
-
-template <class List>
-struct ListKind;
-template <>
-struct ListKind<CATListValCATUnicodeString> {
-    static constexpr CATAttrKind kind = tk_string;
-    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
-                       const CATListValCATUnicodeString& i_values) {
-        return ipi_access->SetListString(ipi_key, i_values);
-    }
-};
-template <>
-struct ListKind<CATRawColldouble> {
-    static constexpr CATAttrKind kind = tk_double;
-    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, const CATRawColldouble& i_values) {
-        return ipi_access->SetListDouble(ipi_key, i_values);
-    }
-};
-template <>
-struct ListKind<CATRawCollint> {
-    static constexpr CATAttrKind kind = tk_integer;
-    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, const CATRawCollint& i_values) {
-        return ipi_access->SetListInteger(ipi_key, i_values);
-    }
-};
-
-template <class List>
-HRESULT writeList(CATISpecObject* ipi_object, const CATUnicodeString& i_key, const List& i_values) {
-    const JournalFrame frame(VornToolsCADDOCProperties::_CteCLASS_NAME, "setAttributeOnCATISpecObject");
-    if (!ipi_object) return frame.missing("ipi_spec_object");
-    const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_object);
-    if (!sp_access) return E_FAIL;
-    frame.write("get spec attr access successfull");
-    auto sp_key = keyOf(sp_access.get(), i_key.ConvertToChar());
-    if (!sp_key) {
-        frame.write("key %s not found", i_key);
-        const auto sp_attribute =
-            InterfacePtr<CATISpecAttribute>::adopt(ipi_object->AddAttribute(i_key, tk_list, ListKind<List>::kind));
-        if (!sp_attribute) return E_FAIL;
-        frame.write("key %s successfully added", i_key);
-        sp_key = keyOf(sp_access.get(), i_key.ConvertToChar());
-    }
-    if (!sp_key) return E_FAIL;
-    frame.write("key update");
-    return ListKind<List>::set(sp_access.get(), sp_key.get(), i_values);
 }
 
 /** Sets what a new parameter's users may do with it and under which name they see it. The platform's calls have no
@@ -166,7 +124,7 @@ HRESULT valuateFirst(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, co
         ipi_parameter->Valuate(i_values.firstText());
         return S_OK;
     }
-    const CATUnicodeString type_name = typeNameOf(ipi_parameter);
+    const CATUnicodeString type_name = typeNameOf(ipi_parameter->Type());
     if (type_name.IsNull()) return i_frame.missing("sp_type");
     if (type_name == "Real" || isPlainType(type_name)) {
         ipi_parameter->Valuate(i_values.firstReal());
@@ -247,34 +205,4 @@ HRESULT VornToolsCADDOCProperties::updateParameter(CATICkeParm* ipi_parameter, C
     if (FAILED(code)) return frame.endWith(code);
     if (FAILED(values.store(sp_object.get()))) return frame.endWith(frame.callFailed(kStore));
     return frame.endWith(S_OK);
-}
-
-void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
-                                                             CATListValCATUnicodeString i_values) {
-    writeList(ipi_spec_object, i_key, i_values);
-}
-
-void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
-                                                             CATRawColldouble i_values) {
-    writeList(ipi_spec_object, i_key, i_values);
-}
-
-void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
-                                                             CATRawCollint i_values) {
-    writeList(ipi_spec_object, i_key, i_values);
-}
-
-HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
-                                      const CATListValCATUnicodeString& i_values) {
-    return writeList(ipi_object, i_key, i_values);
-}
-
-HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
-                                      const CATRawColldouble& i_values) {
-    return writeList(ipi_object, i_key, i_values);
-}
-
-HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
-                                      const CATRawCollint& i_values) {
-    return writeList(ipi_object, i_key, i_values);
 }

@@ -1,6 +1,7 @@
 #include "properties/ValueList.h"
 
-#include "properties/ParameterHelpers.h"
+#include "properties/ParameterTexts.h"
+#include "properties/SpecAttributes.h"
 
 #include "UTILString.h"
 

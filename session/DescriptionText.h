@@ -12,6 +12,7 @@ constexpr const char* kBrokenIcon = "BrokenIcon";
 constexpr const char* kSecondaryPart = "SecondaryPart";
 constexpr const char* kIgnoreNode = "IgnoreNode";
 constexpr const char* kIdentity = "KETO_ID_";
+constexpr const char* kSecondIdentity = "BBPC_ID_";
 constexpr const char* kLineEnd = "\n";
 
 inline bool contains(const CATUnicodeString& i_text, const CATUnicodeString& i_part) {
