@@ -49,18 +49,18 @@ HRESULT joinValues(const List* ip_owned_list, const char* i_real_format, CATUnic
     return lost ? E_FAIL : S_OK;
 }
 
-/** The values of a parameter that keeps several. @return S_FALSE when it keeps none */
-HRESULT readSeveral(CATICkeParm* ipi_parameter, VornToolsInstanceProperty::EnumPropertyType i_type,
-                    const char* i_real_format, CATUnicodeString& o_text) {
+/** The values of a parameter that keeps several, read by the kind of their list. @return S_FALSE when it keeps none */
+HRESULT readSeveral(CATICkeParm* ipi_parameter, const char* i_real_format, CATUnicodeString& o_text) {
     const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_parameter);
     if (!sp_access) return E_FAIL;
     const auto sp_key = keyOf(sp_access.get(), kListOfValues);
     if (!sp_key) return S_FALSE;
-    if (i_type == VornToolsInstanceProperty::PropertyInteger)
-        return joinValues(sp_access->GetListInteger(sp_key.get()), i_real_format, o_text);
-    if (i_type == VornToolsInstanceProperty::PropertyReal)
-        return joinValues(sp_access->GetListDouble(sp_key.get()), i_real_format, o_text);
-    return joinValues(sp_access->GetListString(sp_key.get()), i_real_format, o_text);
+    switch (sp_key->GetListType()) {
+    case tk_string: return joinValues(sp_access->GetListString(sp_key.get()), i_real_format, o_text);
+    case tk_integer: return joinValues(sp_access->GetListInteger(sp_key.get()), i_real_format, o_text);
+    case tk_double: return joinValues(sp_access->GetListDouble(sp_key.get()), i_real_format, o_text);
+    default: return E_FAIL;
+    }
 }
 
 } // namespace
@@ -70,7 +70,7 @@ HRESULT readProperty(CATICkeParm* ipi_parameter, const char* i_real_format,
     const ParameterKind kind = parameterKindOf(ipi_parameter);
     if (kind == ParameterKind::Unknown) return E_FAIL;
     o_type = propertyTypeOf(kind);
-    const HRESULT code = readSeveral(ipi_parameter, o_type, i_real_format, o_text);
+    const HRESULT code = readSeveral(ipi_parameter, i_real_format, o_text);
     if (code != S_FALSE) return code;
     o_text = "";
     if (!ipi_parameter->IsSet()) return S_OK;

@@ -36,6 +36,13 @@ inline bool readReal(const CATUnicodeString& i_text, double& o_number) {
     return i_text.ConvertToNum(&o_number, "%le") && std::isfinite(o_number);
 }
 
+/** How a text says a dimension: as a number alone, or as one with a unit behind it. */
+enum class NumberText { None, Number, WithUnit };
+
+/** None is also what half a number would be: one with a point or comma behind it. @param i_separator the session's, in
+ * the place of which a point may stand */
+NumberText numberTextOf(const CATUnicodeString& i_text, const CATUnicodeString& i_separator);
+
 } // namespace vorntools
 
 #endif

@@ -16,26 +16,36 @@ using namespace vorntools;
 
 namespace {
 
-/** Kind of the list that parameters of a plain type keep, and what the journal is told of it. */
+/** What the journal is told of a list of one kind. */
 struct ListWords {
-    const char* type_name;
     CATAttrKind kind;
     const char* found;
     const char* empty;
     const char* failed;
 };
+constexpr ListWords kTexts = {tk_string, "multiple String values", "multiple String values but empty list",
+                              "Cannot get String values list"};
+constexpr ListWords kIntegers = {tk_integer, "multiple integer values", "multiple integer values but empty list",
+                                 "Cannot get integer values list"};
+constexpr ListWords kReals = {tk_double, "multiple double values", "multiple double values but empty list",
+                              "Cannot get double values list"};
 
-/** Null for a dimension. */
-const ListWords* wordsFor(const CATUnicodeString& i_type_name) {
-    static constexpr ListWords kWords[] = {{"String", tk_string, "multiple String values",
-                                            "multiple String values but empty list", "Cannot get String values list"},
-                                           {"Integer", tk_integer, "multiple integer values",
-                                            "multiple integer values but empty list", "Cannot get integer values list"},
-                                           {"Real", tk_double, "multiple double values",
-                                            "multiple double values but empty list", "Cannot get double values list"}};
-    for (const ListWords& words : kWords)
-        if (i_type_name == words.type_name) return &words;
-    return nullptr;
+/** How a kept list is read: by its own kind, which need not be that of the parameter; a list that does not tell its
+ * kind by that of the parameter. Null for the real numbers of a dimension. */
+const ListWords* wordsFor(CATAttrKind i_list, ParameterKind i_parameter) {
+    const ListWords* const p_reals = i_parameter == ParameterKind::Dimension ? nullptr : &kReals;
+    switch (i_list) {
+    case tk_string: return &kTexts;
+    case tk_integer: return &kIntegers;
+    case tk_double: return p_reals;
+    default: break;
+    }
+    switch (i_parameter) {
+    case ParameterKind::Text: return &kTexts;
+    case ParameterKind::Integer: return &kIntegers;
+    case ParameterKind::Real: return &kReals;
+    default: return nullptr;
+    }
 }
 
 template <class List>
@@ -87,7 +97,7 @@ HRESULT VornToolsCADDOCProperties::getParamMultipleValues(CATISpecAttrAccess* ip
     const CATUnicodeString type_name = typeNameOf(i_type);
     if (type_name.IsNull()) return frame.endWith(frame.missing("i_type"));
     HRESULT code = E_FAIL;
-    if (const ListWords* const p_words = wordsFor(type_name)) {
+    if (const ListWords* const p_words = wordsFor(ipi_key->GetListType(), parameterKindOf(type_name))) {
         code = joinPlain(frame, ipi_access, ipi_key, *p_words, o_joined);
     } else {
         const auto sp_magnitude = queryInterface<CATICkeMagnitude>(static_cast<CATICkeType*>(i_type));

@@ -22,10 +22,11 @@ const CATUnicodeString VornToolsInstanceProperty::_CteCLASS_NAME("VornToolsInsta
 
 namespace {
 
-/** Whether a parameter can take values of a type. Several truth values are kept as texts. */
+/** Whether a parameter holds values of a type. Several truth values may be those of a text. */
 bool takes(CATICkeParm* ipi_parameter, const CATUnicodeString& i_type, const CATUnicodeString& i_value) {
     const ParameterKind kind = parameterKindOf(ipi_parameter);
-    if (i_type == "b") return kind == (holdsSeveralValues(i_value) ? ParameterKind::Text : ParameterKind::Truth);
+    if (i_type == "b")
+        return kind == ParameterKind::Truth || (kind == ParameterKind::Text && holdsSeveralValues(i_value));
     if (i_type == "i") return kind == ParameterKind::Integer;
     if (i_type == "d") return kind == ParameterKind::Real || kind == ParameterKind::Dimension;
     return kind == ParameterKind::Text;

@@ -79,6 +79,156 @@ TEST_F(ParameterUpdatesTest, DimensionsAreConvertedThroughTheMksUnit) {
                                  "    value applied : 1e-07 (MKS unit)"}));
 }
 
+TEST_F(ParameterUpdatesTest, ADimensionTakesANumberOfTheCurrentUnitOrATextWithAUnit) {
+    const struct {
+        const char* unit;
+        const char* separator;
+        const char* given;
+        const char* applied; ///< null: it is not even tried
+        const char* shown;   ///< null: refused
+    } cases[] = {{"mm", ".", "11", "11mm", "11mm"},
+                 {"mm", ".", "11mm", "11mm", "11mm"},
+                 {"mm", ".", "5m", "5m", "5000mm"},
+                 {"mm", ".", "5 m", "5 m", "5000mm"},
+                 {"mm", ".", " +1e1 ", " +1e1 mm", "10mm"},
+                 {"mm", ".", "1E-1cm", "1E-1cm", "1mm"},
+                 {"mm", ".", ".5in", ".5in", "12.7mm"},
+                 {"mm", ".", "2.mm", "2.mm", "2mm"},
+                 {"m", ".", "5", "5m", "5m"},
+                 {"m", ".", "5m", "5m", "5m"},
+                 {"m", ".", "5mm", "5mm", "0.005m"},
+                 {"in", ".", "10", "10in", "10in"},
+                 {"in", ".", "25.4mm", "25.4mm", "1in"},
+                 {"mm", ",", "2,5", "2,5mm", "2,5mm"},
+                 {"mm", ",", "2.5", "2.5mm", "2,5mm"},
+                 {"mm", ",", "2,5cm", "2,5cm", "25mm"},
+                 {"mm", ".", "5deg", "5deg", nullptr},
+                 {"mm", ".", "5e", "5e", nullptr},
+                 {"mm", ".", "5mm mm", "5mm mm", nullptr},
+                 {"mm", ".", "2,5mm", nullptr, nullptr},
+                 {"mm", ",", "1.234,5mm", nullptr, nullptr},
+                 {"mm", ".", "mm", nullptr, nullptr},
+                 {"mm", ".", ".", nullptr, nullptr},
+                 {"mm", ".", "e5", nullptr, nullptr},
+                 {"mm", ".", "1e999mm", nullptr, nullptr}};
+    Parameter length = set.add("Length", "L", 1.0);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.given) + " in " + c.unit + " " + c.separator);
+        embedded::selectUnit("Length", c.unit);
+        environment().decimalSeparator = c.separator;
+        length.get()->Valuate(0.125);
+        const std::string before = length.shown();
+        clearJournal();
+        EXPECT_EQ(update(length, c.given, "d"), c.shown ? S_OK : E_FAIL);
+        EXPECT_EQ(length.shown(), c.shown ? c.shown : before);
+        Texts expected = {"Updating the Double property P (Length)"};
+        if (c.applied) expected.push_back("    value applied : " + std::string(c.applied));
+        if (c.applied && !c.shown)
+            expected.push_back("Unable to update parameter [P] with value [" + std::string(c.given) + "]\n");
+        EXPECT_EQ(messages(), expected);
+        EXPECT_EQ(reports(), c.applied && !c.shown ? Texts{kClass + "updateParameter 9003 ValuateReal"} : Texts());
+    }
+}
+
+TEST_F(ParameterUpdatesTest, WhatTheReadersGiveIsTakenBack) {
+    const Parameter parameters[] = {set.add("Length", "L", 0.0125), set.add("Angle", "A", 0.5), set.add("R", 0.1),
+                                    set.add("I", -3), set.add("S", "x")};
+    const char* const types[] = {"d", "d", "d", "i", "s"};
+    for (const char* const unit : {"mm", "m", "cm", "km", "in"})
+        for (const char* const separator : {".", ","}) {
+            embedded::selectUnit("Length", unit);
+            environment().decimalSeparator = separator;
+            for (std::size_t i = 0; i < std::size(parameters); ++i) {
+                const std::string shown = parameters[i].shown();
+                EXPECT_EQ(update(parameters[i], shown, types[i]), S_OK) << shown;
+                EXPECT_EQ(parameters[i].shown(), shown);
+            }
+        }
+}
+
+TEST_F(ParameterUpdatesTest, WhatThePlatformDoesNotTakeIsAFailureThatChangesNothing) {
+    const struct {
+        const char* parameter;
+        const char* value;
+        const char* type;
+    } cases[] = {{"I", "0", "s"},
+                 {"I", "0", "?"},
+                 {"I", "7", "d"},
+                 {"I", "1", "b"},
+                 {"S", "7", "i"},
+                 {"S", "1", "b"},
+                 {"B", "true", "s"},
+                 {"B", "1", "i"},
+                 {"B", "1", "d"},
+                 {"R", "0.5", "s"},
+                 {"R", "1", "b"},
+                 {"L", "7mm", "s"},
+                 {"L", "", "b"},
+                 {"I", "0@=@1", "s"},
+                 {"I", "0@=@1", "d"},
+                 {"S", "1@=@2", "i"},
+                 {"S", "1@=@2", "d"},
+                 {"B", "1@=@0", "i"},
+                 {"R", "1@=@2", "s"},
+                 {"L", "1@=@2", "s"},
+                 {"Driven S", "y", "s"},
+                 {"Driven I", "7", "i"},
+                 {"Driven B", "1", "b"},
+                 {"Driven R", "7", "d"},
+                 {"Driven I", "7@=@8", "i"}};
+    for (const std::string prefix : {"", "Driven "}) {
+        Parameter made[] = {set.add(prefix + "S", "x"), set.add(prefix + "I", 0), set.add(prefix + "R", 0.5),
+                            set.add(prefix + "B", false), set.add("Length", prefix + "L", 0.25)};
+        for (Parameter& parameter : made)
+            if (!prefix.empty()) parameter.driven();
+    }
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.parameter) + " " + c.value + " " + c.type);
+        const Parameter parameter = set.parameter(c.parameter);
+        const std::string digest = session().digest();
+        clearJournal();
+        EXPECT_EQ(update(parameter, c.value, c.type), E_FAIL);
+        EXPECT_EQ(session().digest(), digest);
+        EXPECT_EQ(messages().back(), "Unable to update parameter [P] with value [" + std::string(c.value) + "]\n");
+        EXPECT_EQ(reports(), (Texts{kClass + "updateParameter 9003 Valuate"}));
+    }
+    const std::string digest = session().digest();
+    EXPECT_EQ(update(set.parameter("Driven L"), "7", "d"), E_FAIL);
+    EXPECT_EQ(update(set.parameter("Driven L"), "7@=@8", "d"), E_FAIL);
+    EXPECT_EQ(session().digest(), digest);
+    EXPECT_EQ(reports(), Texts(2, kClass + "updateParameter 9003 ValuateReal"));
+    EXPECT_EQ(update(set.parameter("R"), "7", "i"), S_OK) << "an integer is a real number";
+    EXPECT_EQ(set.parameter("R").shown(), "7");
+}
+
+TEST_F(ParameterUpdatesTest, TheKindOfTheKeptListDecidesHowValuesAreRead) {
+    const std::string line = "multiple String values";
+    Parameter truth = set.add("B", true), integer = set.add("I", 7), length = set.add("Length", "L", 1.0);
+    EXPECT_EQ(update(truth, "1@=@0", "b"), S_OK);
+    EXPECT_EQ(truth.shown() + " " + truth.list(), "true string: 1, 0");
+    EXPECT_EQ(update(truth, "no", "b"), S_OK);
+    EXPECT_EQ(truth.shown() + " " + truth.list(), "false string: no, 1, 0");
+
+    integer.list("ListOfValues", Texts{"7", "x"});
+    clearJournal();
+    EXPECT_EQ(update(integer, "9", "i"), S_OK);
+    EXPECT_EQ(messages().front(), line);
+    EXPECT_EQ(integer.shown() + " " + integer.list(), "9 string: 9, 7, x");
+    EXPECT_EQ(update(integer, "8@=@y", "s"), S_OK);
+    EXPECT_EQ(update(integer, "z", "i"), E_FAIL);
+    EXPECT_EQ(reports(), (Texts{kClass + "updateParameter 9003 Valuate"}));
+    EXPECT_EQ(integer.shown() + " " + integer.list(), "8 string: 8, y");
+
+    EXPECT_EQ(update(length, "5@=@6", "i"), S_OK);
+    EXPECT_EQ(length.shown() + " " + length.list(), "5mm integer: 5, 6") << "in the unit that users see";
+    Parameter texts = set.add("Length", "T", 1.0).list("ListOfValues", Texts{"5", "some"});
+    EXPECT_EQ(update(texts, "2.5", "d"), S_OK);
+    EXPECT_EQ(texts.shown() + " " + texts.list(), "2.5mm string: 2.5, 5, some");
+    clearJournal();
+    EXPECT_EQ(pairs(set), "kept|X.B|no@=@1@=@0|X.I|8@=@y|X.L|5@=@6|X.T|2.5@=@5@=@some|");
+    EXPECT_EQ(messages(), (Texts{line, line, "multiple integer values", line}));
+}
+
 TEST_F(ParameterUpdatesTest, NumbersAreReadAndWrittenInTheSessionsNotation) {
     for (const char mark : {'.', ','}) {
         SCOPED_TRACE(mark);
@@ -106,7 +256,8 @@ TEST_F(ParameterUpdatesTest, NumbersAreReadAndWrittenInTheSessionsNotation) {
 
 TEST_F(ParameterUpdatesTest, FaultsOfThePlatformAreMet) {
     Parameter string = set.add("S", "a").list("ListOfValues", Texts{"a", "b"}), single = set.add("R", 1.0);
-    Parameter length = set.add("Length", "L", 0.0).list("ListOfValues", std::vector<double>{0.02});
+    Parameter length = set.add("Length", "L", 0.01).list("ListOfValues", std::vector<double>{0.02});
+    Parameter dimension = set.add("Length", "D", 1.0);
     Parameter integer = set.add("I", 1).list("ListOfValues", std::vector<int>{1, 2});
     const auto sweepUpdate = [&](Parameter& parameter, const char* value, const char* type,
                                  const std::function<void()>& restore) {
@@ -121,8 +272,10 @@ TEST_F(ParameterUpdatesTest, FaultsOfThePlatformAreMet) {
     });
     sweepUpdate(integer, "1@=@5", "i", [&] { integer.list("ListOfValues", std::vector<int>{1, 2}); });
     sweepUpdate(single, "2.5", "d", [&] { single.get()->Valuate(1.0); });
-    sweepUpdate(length, "0@=@30", "d",
-                [&] { length.list("ListOfValues", std::vector<double>{0.02}).get()->Valuate(0.0); });
+    sweepUpdate(length, "10@=@30", "d",
+                [&] { length.list("ListOfValues", std::vector<double>{0.02}).get()->Valuate(0.01); });
+    for (const char* const value : {"30", "30mm"})
+        sweepUpdate(dimension, value, "d", [&] { dimension.get()->Valuate(1.0); });
     reports();
 }
 
