@@ -1,10 +1,13 @@
 #include "VornToolsCADDOCProperties.h"
 
 #include "foundation/JournalFrame.h"
-#include "properties/ParameterHelpers.h"
+#include "properties/ParameterTexts.h"
+#include "properties/SpecAttributes.h"
+#include "properties/Valuation.h"
 #include "properties/ValueList.h"
 
-#include "CATISpecAttribute.h"
+#include "CATICkeParmFactory.h"
+#include "VornLocaleEnv.h"
 
 using namespace vorntools;
 
@@ -33,109 +36,6 @@ CATICkeParm_var createSingle(CATICkeParmFactory* ipi_factory, const CATUnicodeSt
  * that it bears a name of its own. */
 void markAsUsers(CATICkeParm* ipi_parameter) { ipi_parameter->Rename(ipi_parameter->InternalRole()); }
 
-bool isPlainType(const CATUnicodeString& i_type_name) {
-    return i_type_name == "String" || i_type_name == "Integer" || i_type_name == "Boolean";
-}
-
-InterfacePtr<CATICkeMagnitude> magnitudeOf(CATICkeParm* ipi_parameter) {
-    const CATICkeType_var sp_type = ipi_parameter->Type();
-    return queryInterface<CATICkeMagnitude>(static_cast<CATICkeType*>(sp_type));
-}
-
-/** A dimension is given as text, in the unit that users see. */
-HRESULT updateDimension(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_value) {
-    const auto sp_magnitude = magnitudeOf(ipi_parameter);
-    if (!sp_magnitude) {
-        i_frame.missing("pi_magnitude");
-        i_frame.write("    value applied : %s (MKS unit)", i_value);
-        ipi_parameter->ValuateReal(i_value);
-        return S_OK;
-    }
-    const CATICkeUnit_var sp_unit = sp_magnitude->CurrentUnit();
-    if (sp_unit == nullptr) return i_frame.missing("sp_current_unit");
-    const CATUnicodeString value = i_value + sp_unit->Symbol();
-    i_frame.write("    value applied : %s", value);
-    ipi_parameter->ValuateReal(value);
-    return S_OK;
-}
-
-HRESULT updateReal(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,
-                   const CATUnicodeString& i_value) {
-    const CATUnicodeString type_name = typeNameOf(ipi_parameter);
-    i_frame.write("Updating the Double property %s (%s)", i_name, type_name);
-    if (type_name.IsNull()) return i_frame.missing("sp_type");
-    if (isPlainType(type_name)) {
-        ipi_parameter->Valuate(i_value);
-        return S_OK;
-    }
-    double number = 0.0;
-    if (!readReal(inSessionNotation(i_value, VornLocaleEnv::getDecimalSeparatorSymbol()), number)) return E_FAIL;
-    if (type_name != "Real") return updateDimension(i_frame, ipi_parameter, i_value);
-    ipi_parameter->Valuate(number);
-    return S_OK;
-}
-
-HRESULT updateSingle(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,
-                     const CATUnicodeString& i_value, const CATUnicodeString& i_type) {
-    if (i_type == "d") return updateReal(i_frame, ipi_parameter, i_name, i_value);
-    if (i_type == "i") {
-        int number = 0;
-        if (!i_value.ConvertToNum(&number)) return E_FAIL;
-        ipi_parameter->Valuate(number);
-    } else if (i_type == "b") {
-        ipi_parameter->Valuate(truthOf(i_value) ? CATCke::True : CATCke::False);
-    } else {
-        ipi_parameter->Valuate(i_value);
-    }
-    return S_OK;
-}
-
-template <class List>
-struct ListKind;
-template <>
-struct ListKind<CATListValCATUnicodeString> {
-    static constexpr CATAttrKind kind = tk_string;
-    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
-                       const CATListValCATUnicodeString& i_values) {
-        return ipi_access->SetListString(ipi_key, i_values);
-    }
-};
-template <>
-struct ListKind<CATRawColldouble> {
-    static constexpr CATAttrKind kind = tk_double;
-    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, const CATRawColldouble& i_values) {
-        return ipi_access->SetListDouble(ipi_key, i_values);
-    }
-};
-template <>
-struct ListKind<CATRawCollint> {
-    static constexpr CATAttrKind kind = tk_integer;
-    static HRESULT set(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, const CATRawCollint& i_values) {
-        return ipi_access->SetListInteger(ipi_key, i_values);
-    }
-};
-
-template <class List>
-HRESULT writeList(CATISpecObject* ipi_object, const CATUnicodeString& i_key, const List& i_values) {
-    const JournalFrame frame(VornToolsCADDOCProperties::_CteCLASS_NAME, "setAttributeOnCATISpecObject");
-    if (!ipi_object) return frame.missing("ipi_spec_object");
-    const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_object);
-    if (!sp_access) return E_FAIL;
-    frame.write("get spec attr access successfull");
-    auto sp_key = keyOf(sp_access.get(), i_key.ConvertToChar());
-    if (!sp_key) {
-        frame.write("key %s not found", i_key);
-        const auto sp_attribute =
-            InterfacePtr<CATISpecAttribute>::adopt(ipi_object->AddAttribute(i_key, tk_list, ListKind<List>::kind));
-        if (!sp_attribute) return E_FAIL;
-        frame.write("key %s successfully added", i_key);
-        sp_key = keyOf(sp_access.get(), i_key.ConvertToChar());
-    }
-    if (!sp_key) return E_FAIL;
-    frame.write("key update");
-    return ListKind<List>::set(sp_access.get(), sp_key.get(), i_values);
-}
-
 /** Sets what a new parameter's users may do with it and under which name they see it. The platform's calls have no
  * result: whether they took is asked. */
 HRESULT applyFlags(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,
@@ -154,28 +54,15 @@ HRESULT applyFlags(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, cons
     return S_OK;
 }
 
-/** Gives a parameter the first of several values. @param i_storage_text gives the text of a dimension */
-template <class StorageText>
-HRESULT valuateFirst(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const ValueList& i_values,
-                     StorageText&& i_storage_text) {
-    if (i_values.isInteger()) {
-        ipi_parameter->Valuate(i_values.firstInteger());
-        return S_OK;
+/** The kind of list that several values are kept in: that of the list which is there, else the one that the type letter
+ * asks for. */
+ValueList::Kind kindOfList(CATISpecAttrKey* ipi_stored, const CATUnicodeString& i_type) {
+    switch (ipi_stored ? ipi_stored->GetListType() : tk_list) {
+    case tk_string: return ValueList::Texts;
+    case tk_integer: return ValueList::Integers;
+    case tk_double: return ValueList::Reals;
+    default: return ValueList::kindOf(i_type);
     }
-    if (!i_values.isReal()) {
-        ipi_parameter->Valuate(i_values.firstText());
-        return S_OK;
-    }
-    const CATUnicodeString type_name = typeNameOf(ipi_parameter);
-    if (type_name.IsNull()) return i_frame.missing("sp_type");
-    if (type_name == "Real" || isPlainType(type_name)) {
-        ipi_parameter->Valuate(i_values.firstReal());
-        return S_OK;
-    }
-    const CATUnicodeString text = i_storage_text(i_values.firstReal());
-    if (text.IsNull()) return i_frame.missing("sp_unit");
-    ipi_parameter->ValuateReal(text);
-    return S_OK;
 }
 
 } // namespace
@@ -196,7 +83,7 @@ HRESULT VornToolsCADDOCProperties::createParameter(CATICkeParmFactory* ipi_param
     const CATUnicodeString separator = VornLocaleEnv::getDecimalSeparatorSymbol();
     const bool several = holdsSeveralValues(i_value);
     ValueList values;
-    if (several && !values.split(i_value, i_type, separator)) {
+    if (several && !values.split(i_value, ValueList::kindOf(i_type), separator)) {
         frame.write("Unable to split parameter [%s] with value [%s]\n", i_name, i_value);
         return frame.endWith(E_FAIL);
     }
@@ -221,60 +108,30 @@ HRESULT VornToolsCADDOCProperties::updateParameter(CATICkeParm* ipi_parameter, C
                                                    CATUnicodeString i_value, CATUnicodeString i_type) {
     JournalFrame frame(_CteCLASS_NAME, "updateParameter");
     if (!ipi_parameter) return frame.endWith(frame.missing("ipi_parameter"));
-    if (!holdsSeveralValues(i_value)) {
-        const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_parameter);
-        if (!sp_access) return frame.endWith(frame.missing("pi_spec_attr_access"));
-        const auto sp_key = keyOf(sp_access.get(), kListOfValues);
+    const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_parameter);
+    if (!sp_access) return frame.endWith(frame.missing("pi_spec_attr_access"));
+    const auto sp_key = keyOf(sp_access.get(), kListOfValues);
+    const Valuation valuation(frame, ipi_parameter, i_name, i_value);
+    CATUnicodeString value = i_value;
+    if (!holdsSeveralValues(value)) {
         CATUnicodeString present;
         if (sp_key && FAILED(getParamMultipleValues(sp_access.get(), sp_key.get(), i_name, ipi_parameter->Type(),
                                                     ipi_parameter->Show(), present)))
             frame.write("Multiple value but empty list\n");
-        if (present.IsNull()) return frame.endWith(updateSingle(frame, ipi_parameter, i_name, i_value, i_type));
-        i_value = i_value.IsNull() ? present : i_value + kValueSeparator + present;
+        if (present.IsNull()) return frame.endWith(valuation.setSingle(value, i_type));
+        value = value.IsNull() ? present : value + kValueSeparator + present;
     }
+    const ValueList::Kind kind = kindOfList(sp_key.get(), i_type);
     ValueList values;
-    if (!values.split(i_value, i_type, VornLocaleEnv::getDecimalSeparatorSymbol())) {
-        frame.write("Unable to split parameter [%s] with value [%s]\n", i_name, i_value);
+    if (!values.split(value, kind, VornLocaleEnv::getDecimalSeparatorSymbol())) {
+        frame.write("Unable to split parameter [%s] with value [%s]\n", i_name, value);
         return frame.endWith(E_FAIL);
     }
     const auto sp_object = queryInterface<CATISpecObject>(ipi_parameter);
     if (!sp_object) return frame.endWith(frame.missing("sp_spec_object"));
-    const HRESULT code = valuateFirst(frame, ipi_parameter, values, [&](double i_first) {
-        CATUnicodeString text;
-        getParamValueInStorageUnit(magnitudeOf(ipi_parameter).get(), i_first, text);
-        return text;
-    });
+    const bool keeps_texts = sp_key && kind == ValueList::Texts;
+    const HRESULT code = valuation.setFirst(values, keeps_texts ? nullptr : &i_type, &getParamValueInStorageUnit);
     if (FAILED(code)) return frame.endWith(code);
     if (FAILED(values.store(sp_object.get()))) return frame.endWith(frame.callFailed(kStore));
     return frame.endWith(S_OK);
-}
-
-void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
-                                                             CATListValCATUnicodeString i_values) {
-    writeList(ipi_spec_object, i_key, i_values);
-}
-
-void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
-                                                             CATRawColldouble i_values) {
-    writeList(ipi_spec_object, i_key, i_values);
-}
-
-void VornToolsCADDOCProperties::setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
-                                                             CATRawCollint i_values) {
-    writeList(ipi_spec_object, i_key, i_values);
-}
-
-HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
-                                      const CATListValCATUnicodeString& i_values) {
-    return writeList(ipi_object, i_key, i_values);
-}
-
-HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
-                                      const CATRawColldouble& i_values) {
-    return writeList(ipi_object, i_key, i_values);
-}
-
-HRESULT vorntools::writeListAttribute(CATISpecObject* ipi_object, const CATUnicodeString& i_key,
-                                      const CATRawCollint& i_values) {
-    return writeList(ipi_object, i_key, i_values);
 }

@@ -2,14 +2,18 @@
 
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
-#include "properties/ParameterHelpers.h"
+#include "properties/AttributesToWrite.h"
+#include "properties/CreationRules.h"
+#include "properties/ParameterKinds.h"
+#include "properties/ParameterNames.h"
+#include "properties/ParameterSets.h"
 
 #include "CATDocument.h"
+#include "CATICkeParmFactory.h"
 #include "CATIDrawing.h"
 #include "CATIPrdProperties.h"
 #include "CATIProduct.h"
-#include "ENVManager.h"
-#include "PROCManager.h"
+#include "CATLISTV_CATISpecObject.h"
 #include "UTILFile.h"
 #include "UTILString.h"
 #include "VornToolsCADDOCProperties.h"
@@ -108,28 +112,10 @@ const Member* memberNamed(const std::vector<Member>& i_members, const CATUnicode
 
 CATUnicodeString valueOf(CATICkeParm* ipi_parameter) {
     CATUnicodeString value = ipi_parameter->Show();
-    if (typeNameOf(ipi_parameter) == "Boolean") return value == "true" ? "1" : "0";
+    if (parameterKindOf(ipi_parameter) == ParameterKind::Truth) return value == "true" ? "1" : "0";
     UTILString::replaceNewLineForMappings(value);
     value.ReplaceAll("\x1A", "_");
     return value;
-}
-
-/** What the environment says about properties that are missing. */
-struct CreationRules {
-    bool creates = false;
-    bool ignores_oem = false;
-    CATListValCATUnicodeString read_only_names;
-};
-
-/** E_FAIL, reported, when it is not to be had which new properties are read-only: nobody would make them so later. */
-HRESULT readCreationRules(const JournalFrame& i_frame, CreationRules& o_rules) {
-    ENVManager* const p_environment = ENVManager::getInstance();
-    o_rules.creates = p_environment && p_environment->createPropsForMapping() != 0;
-    if (o_rules.creates && FAILED(p_environment->getReadOnlyPropertiesOnCreate(o_rules.read_only_names)))
-        return i_frame.callFailed("getReadOnlyPropertiesOnCreate");
-    if (PROCManager* const p_process = PROCManager::getInstance())
-        o_rules.ignores_oem = p_process->ignoreOEMProperties() != 0;
-    return S_OK;
 }
 
 /** The member of a name, with every name on the way to it in the journal; null when there is none. */
@@ -196,27 +182,25 @@ HRESULT VornToolsCommon::setUserProperties(CATIProduct* ipi_catiproduct, CATList
                                            CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types) {
     const JournalFrame frame(_CteCLASS_NAME, "setUserProperties");
     if (!ipi_catiproduct) return frame.badInput("ipi_catiproduct");
-    if (i_values.Size() != i_names.Size()) return frame.badInput("i_values");
-    if (i_types.Size() != i_names.Size()) return frame.badInput("i_types");
+    const AttributesToWrite properties{i_names, i_values, i_types};
+    if (!properties.areParallel(frame)) return E_FAIL;
     const auto sp_publisher = reachPublisher(frame, ipi_catiproduct, true);
     if (!sp_publisher) return E_FAIL;
     const auto sp_factory = factoryOf(frame, sp_publisher.get(), "sp_container");
     if (!sp_factory) return E_FAIL;
     CreationRules rules;
-    if (FAILED(readCreationRules(frame, rules))) return E_FAIL;
+    if (FAILED(rules.read(frame))) return E_FAIL;
+    const bool ignores_oem = processSays(&PROCManager::ignoreOEMProperties);
     std::vector<Member> members = membersOf(sp_publisher.get());
     HRESULT code = S_OK;
     for (int i = 1; i <= i_names.Size(); ++i) {
         if (const Member* const p_member = lookFor(frame, members, i_names[i])) {
             frame.write("found");
-            code = VornToolsCADDOCProperties::updateParameter(p_member->parameter.get(), i_names[i], i_values[i],
-                                                              i_types[i]);
-        } else if (rules.creates && !(rules.ignores_oem && beginsWith(i_names[i], "OEM"))) {
+            code = properties.update(p_member->parameter.get(), i);
+        } else if (rules.creates && !(ignores_oem && beginsWith(i_names[i], "OEM"))) {
             code = checkNames(frame, members); // no second property of a name
             if (FAILED(code)) continue;
-            const unsigned char read_only = rules.read_only_names.Locate(i_names[i]) > 0 ? 1 : 0;
-            code = VornToolsCADDOCProperties::createParameter(sp_factory.get(), sp_publisher.get(), i_names[i],
-                                                              i_values[i], i_types[i], read_only, 0, 0);
+            code = properties.create(sp_factory.get(), sp_publisher.get(), i, rules.makesReadOnly(i_names[i]), false);
             // A name that comes twice is updated the second time.
             readMembers(sp_publisher.get(), members, static_cast<int>(members.size()) + 1);
         }

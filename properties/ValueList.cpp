@@ -1,14 +1,19 @@
 #include "properties/ValueList.h"
 
-#include "properties/ParameterHelpers.h"
+#include "properties/ParameterTexts.h"
+#include "properties/SpecAttributes.h"
 
 #include "UTILString.h"
 
 namespace vorntools {
 
-bool ValueList::split(const CATUnicodeString& i_text, const CATUnicodeString& i_type,
-                      const CATUnicodeString& i_separator) {
-    m_kind = i_type == "i" ? Integers : i_type == "d" ? Reals : Texts;
+ValueList::Kind ValueList::kindOf(const CATUnicodeString& i_type) {
+    return i_type == "i" ? Integers : i_type == "d" ? Reals : Texts;
+}
+
+bool ValueList::split(const CATUnicodeString& i_text, Kind i_kind, const CATUnicodeString& i_separator) {
+    m_kind = i_kind;
+    m_separator = i_separator;
     switch (m_kind) {
     case Integers:
         if (FAILED(UTILString::split(i_text, kValueSeparator, m_integers))) return false;
@@ -28,15 +33,30 @@ bool ValueList::split(const CATUnicodeString& i_text, const CATUnicodeString& i_
 }
 
 CATICkeParm_var ValueList::create(CATICkeParmFactory* ipi_factory, const CATUnicodeString& i_name) const {
-    if (isInteger()) return ipi_factory->CreateInteger(i_name, firstInteger());
-    if (isReal()) return ipi_factory->CreateReal(i_name, firstReal());
-    return ipi_factory->CreateString(i_name, firstText());
+    switch (m_kind) {
+    case Integers: return ipi_factory->CreateInteger(i_name, m_integers[1]);
+    case Reals: return ipi_factory->CreateReal(i_name, m_reals[1]);
+    default: return ipi_factory->CreateString(i_name, m_texts[1]);
+    }
 }
 
 HRESULT ValueList::store(CATISpecObject* ipi_object) const {
-    if (isInteger()) return writeListAttribute(ipi_object, kListOfValues, m_integers);
-    if (isReal()) return writeListAttribute(ipi_object, kListOfValues, m_reals);
-    return writeListAttribute(ipi_object, kListOfValues, m_texts);
+    switch (m_kind) {
+    case Integers: return writeListAttribute(ipi_object, kListOfValues, m_integers);
+    case Reals: return writeListAttribute(ipi_object, kListOfValues, m_reals);
+    default: return writeListAttribute(ipi_object, kListOfValues, m_texts);
+    }
+}
+
+bool ValueList::readFirst(int& o_number) const {
+    if (m_kind == Integers) o_number = m_integers[1];
+    return m_kind == Integers || (m_kind == Texts && m_texts[1].ConvertToNum(&o_number));
+}
+
+bool ValueList::readFirst(double& o_number) const {
+    if (m_kind == Texts) return readReal(inSessionNotation(m_texts[1], m_separator), o_number);
+    o_number = m_kind == Reals ? m_reals[1] : m_integers[1];
+    return true;
 }
 
 } // namespace vorntools

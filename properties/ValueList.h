@@ -10,26 +10,30 @@
 
 namespace vorntools {
 
-/** Several values of a parameter, each once, in the kind of list that their type letter asks for. */
+/** Several values of a parameter, each once. */
 class ValueList {
 public:
+    enum Kind { Texts, Integers, Reals };
+
+    /** The kind of list that a type letter asks for. */
+    static Kind kindOf(const CATUnicodeString& i_type);
+
     /** @param i_separator the session's decimal separator. False when the text cannot be split into such values. */
-    bool split(const CATUnicodeString& i_text, const CATUnicodeString& i_type, const CATUnicodeString& i_separator);
+    bool split(const CATUnicodeString& i_text, Kind i_kind, const CATUnicodeString& i_separator);
     /** A new parameter with the first value; null on failure. */
     CATICkeParm_var create(CATICkeParmFactory* ipi_factory, const CATUnicodeString& i_name) const;
     /** Writes the whole list to the object's attribute for it. */
     HRESULT store(CATISpecObject* ipi_object) const;
 
-    bool isReal() const { return m_kind == Reals; }
-    bool isInteger() const { return m_kind == Integers; }
-    double firstReal() const { return m_reals[1]; }
-    int firstInteger() const { return m_integers[1]; }
+    bool isText() const { return m_kind == Texts; }
     const CATUnicodeString& firstText() const { return m_texts[1]; }
+    /** The first value as a number; false when it is none. */
+    bool readFirst(int& o_number) const;
+    bool readFirst(double& o_number) const;
 
 private:
-    enum Kind { Texts, Integers, Reals };
-
     Kind m_kind = Texts;
+    CATUnicodeString m_separator;
     CATListValCATUnicodeString m_texts;
     CATRawCollint m_integers;
     CATRawColldouble m_reals;

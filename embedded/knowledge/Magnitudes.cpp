@@ -93,6 +93,10 @@ void TypeObject::SetCurrentUnit(const CATICkeUnit_var& iUnit) {
     if (selected && unit(selected->symbol()) == selected) select(selected->symbol());
 }
 
+CATCke::Boolean TypeObject::DecodeReal(const CATUnicodeString& iText, double& oMKS) const {
+    return failing("CATICkeMagnitude::DecodeReal") ? CATCke::False : CATCke::Boolean(read(toBytes(iText), oMKS));
+}
+
 std::vector<std::unique_ptr<TypeObject>> makeTypes() {
     struct Unit {
         const char* symbol;

@@ -59,6 +59,7 @@ public:
     CATICkeUnit_var MKSUnit() const override;
     CATICkeUnit_var StorageUnit() const override;
     void SetCurrentUnit(const CATICkeUnit_var& iUnit) override;
+    CATCke::Boolean DecodeReal(const CATUnicodeString& iText, double& oMKS) const override;
 
 private:
     bool answers(const IID& iid) const override { return iid != IID_CATICkeMagnitude || isMagnitude(); }

@@ -53,26 +53,26 @@ bool ParameterObject::changed() {
 }
 
 bool ParameterObject::setText(const std::string& value) {
-    if (m_type.name() != "String") return false;
+    if (driven || m_type.name() != "String") return false;
     text = value;
     return changed();
 }
 
 bool ParameterObject::setInteger(int value) {
     if (m_type.isReal()) return setReal(value);
-    if (m_type.name() != "Integer") return false;
+    if (driven || m_type.name() != "Integer") return false;
     integer = value;
     return changed();
 }
 
 bool ParameterObject::setReal(double value) {
-    if (!m_type.isReal()) return false;
+    if (driven || !m_type.isReal()) return false;
     real = value;
     return changed();
 }
 
 bool ParameterObject::setBoolean(bool value) {
-    if (m_type.name() != "Boolean") return false;
+    if (driven || m_type.name() != "Boolean") return false;
     integer = value ? 1 : 0;
     return changed();
 }

@@ -2,9 +2,11 @@
 #define CATICkeMagnitude_H
 
 #include "CATBaseUnknown.h"
+#include "CATCke.h"
 #include "CATICkeRelationForwards.h"
 #include "CATICkeUnit.h"
 #include "CATMacForIUnknown.h"
+#include "CATUnicodeString.h"
 
 extern ExportedByCatia const IID IID_CATICkeMagnitude;
 
@@ -20,6 +22,9 @@ public:
     /** The unit of numbers in documents: a length is kept in millimetres, not in metres. */
     virtual CATICkeUnit_var StorageUnit() const = 0;
     virtual void SetCurrentUnit(const CATICkeUnit_var& iUnit) = 0;
+    /** Reads a number with one of the magnitude's units, with the current one when it has none. False for another text.
+     */
+    virtual CATCke::Boolean DecodeReal(const CATUnicodeString& iText, double& oMKS) const = 0;
 
 protected:
     ~CATICkeMagnitude() override = default;

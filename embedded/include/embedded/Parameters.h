@@ -40,7 +40,7 @@ public:
     Parameter& access(int mode);
     int access() const;
     Parameter& withoutValue();
-    /** The value follows from a relation: users cannot change it. */
+    /** The value follows from a relation: neither users nor programs can change it. */
     Parameter& driven();
     /** A further attribute "ListOfValues" or any other: a list of texts, integers or real numbers. */
     Parameter& list(const std::string& name, const std::vector<std::string>& texts);

@@ -1,0 +1,31 @@
+#ifndef PROPERTIES_DOCUMENT_ATTRIBUTES_H
+#define PROPERTIES_DOCUMENT_ATTRIBUTES_H
+
+// What the kinds of documents have in common.
+
+#include "properties/AttributePairs.h"
+#include "properties/AttributesToWrite.h"
+
+#include <unordered_map>
+
+namespace vorntools {
+
+/** Joins the values that a parameter keeps. */
+using JoinValues = HRESULT (*)(CATISpecAttrAccess*, CATISpecAttrKey*, const CATUnicodeString&, const CATICkeType_var&,
+                               const CATUnicodeString&, CATUnicodeString&);
+
+/** Position of the first entry of each name. */
+std::unordered_map<CATUnicodeString, int> positionsOf(const CATListValCATUnicodeString& i_names);
+
+/** Creates an attribute; one without a name is refused: nobody could read a set with such a parameter again. */
+HRESULT createAttribute(const JournalFrame& i_frame, const AttributesToWrite& i_attributes, int i_entry,
+                        CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_set, bool i_read_only, bool i_rename);
+
+/** Adds a parameter with the values that it keeps, else the one that it shows. E_FAIL, reported, when the parameter
+ * does not let its values be seen. */
+HRESULT addParameter(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,
+                     JoinValues i_join, AttributePairs& io_pairs);
+
+} // namespace vorntools
+
+#endif

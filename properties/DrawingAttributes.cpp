@@ -1,0 +1,68 @@
+#include "VornToolsCADDOCProperties.h"
+
+#include "foundation/InterfaceIds.h"
+#include "foundation/JournalFrame.h"
+#include "properties/DocumentAttributes.h"
+#include "properties/ParameterNames.h"
+
+#include "CATDocument.h"
+#include "CATIDftDocumentServices.h"
+#include "CATIDrawing.h"
+#include "CATLISTV_CATISpecObject.h"
+#include "VornToolsCommon.h"
+
+using namespace vorntools;
+
+namespace {
+
+/** The drawing of a document; empty when a step failed, which is reported. */
+InterfacePtr<CATIDrawing> drawingOf(const JournalFrame& i_frame, CATDocument* ip_document) {
+    InterfacePtr<CATIDrawing> sp_drawing;
+    const auto sp_services = queryInterface<CATIDftDocumentServices>(ip_document);
+    if (!sp_services) {
+        i_frame.missing("pi_dft_doc_services");
+        return sp_drawing;
+    }
+    sp_drawing.receive([&](CATIDrawing*& o_drawing) {
+        void* p_found = nullptr;
+        const HRESULT code = sp_services->GetDrawing(IID_CATIDrawing, &p_found);
+        o_drawing = static_cast<CATIDrawing*>(p_found);
+        return code;
+    });
+    if (!sp_drawing) i_frame.missing("pi_drawing");
+    return sp_drawing;
+}
+
+HRESULT readDrawing(const JournalFrame& i_frame, CATDocument* ip_document, JoinValues i_join,
+                    CATListValCATUnicodeString& o_pairs) {
+    const auto sp_drawing = drawingOf(i_frame, ip_document);
+    if (!sp_drawing) return E_FAIL;
+    CATListValCATISpecObject_var parameters;
+    if (FAILED(VornToolsCommon::getDrawingParameters(ip_document, sp_drawing.get(), parameters)))
+        return i_frame.callFailed("getDrawingParameters");
+    AttributePairs pairs(o_pairs);
+    for (int i = 1; i <= parameters.Size(); ++i) {
+        const auto sp_parameter = queryInterface<CATICkeParm>(static_cast<CATISpecObject*>(parameters[i]));
+        const CATUnicodeString full_name = sp_parameter ? sp_parameter->Name() : CATUnicodeString();
+        const CATUnicodeString name = lastSegment(full_name);
+        HRESULT code = S_OK;
+        if (full_name.IsNull())
+            code = i_frame.missing("pi_param");
+        else if (!name.IsNull())
+            code = addParameter(i_frame, sp_parameter.get(), name, i_join, pairs);
+        if (SUCCEEDED(code)) continue;
+        o_pairs.RemoveAll();
+        return code;
+    }
+    pairs.addGuaranteed();
+    return S_OK;
+}
+
+} // namespace
+
+HRESULT VornToolsCADDOCProperties::retrieveDrawingAttributes(CATDocument* ip_catdocument,
+                                                             CATListValCATUnicodeString& o_pairs) {
+    JournalFrame frame(_CteCLASS_NAME, "retrieveDrawingAttributes");
+    o_pairs.RemoveAll();
+    return frame.endWith(readDrawing(frame, ip_catdocument, &getParamMultipleValues, o_pairs));
+}

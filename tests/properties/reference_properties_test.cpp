@@ -1,0 +1,111 @@
+#include "tests/properties/ParameterTest.h"
+
+#include "VornToolsCADDOCPropertiesPX1.h"
+
+namespace {
+
+using ReferencePropertiesTest = ParameterTest;
+
+TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughTheProduct) {
+    auto root = session().product("/w/Root.CATProduct").root();
+    auto bolt = root.add(session().part("/w/Bolt.CATPart"), "Bolt.1");
+    CATListValCATUnicodeString names, values;
+    for (const char* const name :
+         {"partNumber", "definition", "revision", "nomenclature", "source", "DescriptionRef", "other", "Revision"}) {
+        names.Append(name);
+        values.Append(CATUnicodeString("v ") + name);
+    }
+    EXPECT_EQ(properties().setReferenceProperties(bolt.get(), names, values), S_OK);
+    const auto kept = embedded::referenceProperties(bolt);
+    EXPECT_EQ(kept.definition + "|" + kept.revision + "|" + kept.nomenclature,
+              "v definition|v revision|v nomenclature");
+    EXPECT_EQ(bolt.partNumber() + "|" + bolt.referenceDescription(), "v partNumber|v DescriptionRef");
+    EXPECT_EQ(messages(), (Texts{"SetPartNumber to [v partNumber]", "SetDefinition to [v definition]",
+                                 "SetRevision to [v revision]", "SetNomenclature to [v nomenclature]", "SetSource",
+                                 "SetDescriptionRef to [v DescriptionRef]"}));
+    values[1] = "not this";
+    EXPECT_EQ(properties().setReferencePropertiesForForeignFile(bolt.get(), names, values), S_OK);
+    EXPECT_EQ(bolt.partNumber(), "v partNumber");
+    EXPECT_EQ(properties().updatePartNumber(bolt.get(), "B-7"), S_OK);
+    EXPECT_EQ(bolt.partNumber(), "B-7");
+    const std::string name = "VornToolsCADDOCPropertiesDflt::";
+    values.RemovePosition(1);
+    EXPECT_EQ(properties().setReferenceProperties(bolt.get(), names, values), E_FAIL);
+    EXPECT_EQ(properties().setReferenceProperties(nullptr, names, names), E_FAIL);
+    EXPECT_EQ(properties().updatePartNumber(root.addUnresolved("x.1").get(), "x"), E_FAIL);
+    EXPECT_EQ(reports(),
+              (Texts{name + "setReferenceProperties 9001 i_values", name + "setReferenceProperties 9002 ipi_product",
+                     name + "updatePartNumber 9002 sp_reference_product"}));
+    CATListValCATUnicodeString one, value;
+    one.Append("revision");
+    value.Append("C");
+    const auto restore = [&] { properties().setReferenceProperties(bolt.get(), one, one); };
+    sweepFailures({name + "setReferenceProperties",
+                   [&] {
+                       return SweepOutcome{properties().setReferenceProperties(bolt.get(), one, value), true};
+                   },
+                   restore});
+    sweepFailures(
+        {name + "setReferencePropertiesForForeignFile",
+         [&] {
+             return SweepOutcome{properties().setReferencePropertiesForForeignFile(bolt.get(), one, value), true};
+         },
+         restore});
+    sweepFailures({name + "updatePartNumber",
+                   [&] {
+                       return SweepOutcome{properties().updatePartNumber(bolt.get(), "N"), true};
+                   },
+                   [&] { bolt.partNumber("B-7"); }});
+    reports();
+}
+
+TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughThePdmItem) {
+    environment().platformPdmConnection = true;
+    auto root = session().product("/w/Root.CATProduct").root();
+    auto& px1 = dynamic_cast<VornToolsCADDOCPropertiesPX1&>(properties());
+    CATListValCATUnicodeString names, values;
+    for (const char* const name : {"partNumber", "source", "DescriptionRef", "none"}) {
+        names.Append(name);
+        values.Append(CATUnicodeString("v ") + name);
+    }
+    using Map = std::map<std::string, std::string>;
+    EXPECT_EQ(px1.setReferencePropertiesForForeignFile(root.get(), names, values), S_OK);
+    EXPECT_EQ(embedded::pdmProperties(root),
+              (Map{{"CN_SOURCE", "v source"}, {"CN_DESCRIPTIONREF", "v DescriptionRef"}}));
+    EXPECT_EQ(px1.setReferenceProperties(root.get(), names, values), S_OK);
+    EXPECT_EQ(embedded::pdmProperties(root)["CN_PART_NUMBER"], "v partNumber");
+    clearJournal();
+    EXPECT_EQ(px1.setProductProperties(root.get(), "N-1", names, values), S_OK);
+    EXPECT_EQ(px1.setProductProperties(root.get(), names, values), S_OK);
+    EXPECT_EQ(px1.updatePartNumber(root.get(), "N-2"), S_OK);
+    EXPECT_EQ(messages(), (Texts{"Set Part Number to [N-1]", "Set Source to [v source]",
+                                 "Set DescriptionRef to [v DescriptionRef]", "Set Source to [v source]",
+                                 "Set DescriptionRef to [v DescriptionRef]", "Set Part Number to [N-2]"}));
+    EXPECT_EQ(root.partNumber(), "Root");
+    const std::string name = "VornToolsCADDOCPropertiesPX1::";
+    EXPECT_EQ(px1.updatePartNumber(nullptr, "x"), E_FAIL);
+    environment().platformPdmConnection = false;
+    EXPECT_EQ(px1.updatePartNumber(root.get(), "x"), E_FAIL);
+    environment().platformPdmConnection = true;
+    EXPECT_EQ(reports(),
+              (Texts{name + "updatePartNumber 9002 ipi_product", name + "updatePartNumber 9003 getPDMItem"}));
+    CATListValCATUnicodeString one, value;
+    one.Append("source");
+    value.Append("s");
+    const auto restore = [&] {
+        px1.updatePartNumber(root.get(), "N-2");
+        px1.setProductProperties(root.get(), one, one);
+    };
+    const auto sweep = [&](const char* method, const std::function<HRESULT()>& call) {
+        sweepFailures({name + method, [&] { return SweepOutcome{call(), true}; }, restore});
+    };
+    sweep("setReferenceProperties", [&] { return px1.setReferenceProperties(root.get(), one, value); });
+    sweep("setReferencePropertiesForForeignFile",
+          [&] { return px1.setReferencePropertiesForForeignFile(root.get(), one, value); });
+    sweep("setProductProperties", [&] { return px1.setProductProperties(root.get(), one, value); });
+    sweep("setProductProperties", [&] { return px1.setProductProperties(root.get(), "N-2", one, value); });
+    sweep("updatePartNumber", [&] { return px1.updatePartNumber(root.get(), "N-3"); });
+    reports();
+}
+
+} // namespace
