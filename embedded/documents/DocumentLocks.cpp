@@ -14,13 +14,6 @@ DocumentObject* documentBehind(const CATDocument& document) {
 
 } // namespace
 
-HRESULT CATLockDocument(CATDocument& iDocument) {
-    DocumentObject* const document = documentBehind(iDocument);
-    if (fails("CATLockDocument") || !document) return E_FAIL;
-    ++FrameData::get().locks[document];
-    return S_OK;
-}
-
 HRESULT CATUnLockDocument(CATDocument& iDocument) {
     DocumentObject* const document = documentBehind(iDocument);
     if (!document) {

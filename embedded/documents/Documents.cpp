@@ -49,10 +49,6 @@ DocumentIdObject::DocumentIdObject(DocumentObject& document) : Implements("Docum
 
 std::string DocumentIdObject::objectName() const { return "identity of " + m_document.objectName(); }
 
-HRESULT DocumentIdObject::GetIdentifier(CATUnicodeString& oIdentifier) {
-    return textAnswer(called("CATIDocId::GetIdentifier"), m_document.name(), oIdentifier);
-}
-
 HRESULT DocumentIdObject::GetType(CATUnicodeString& oType) {
     return textAnswer(called("CATIDocId::GetType"), m_document.type(), oType);
 }
@@ -119,10 +115,6 @@ CATUnicodeString DocumentObject::StorageName() const {
     return failing("CATDocument::StorageName") ? CATUnicodeString() : toText(m_name);
 }
 
-CATUnicodeString DocumentObject::DisplayName() const {
-    return failing("CATDocument::DisplayName") ? CATUnicodeString() : toText(fileNameOf(m_name));
-}
-
 HRESULT DocumentObject::GetDocId(CATIDocId** oDocId) {
     if (!oDocId) return E_POINTER;
     if (!m_id) m_id = std::make_unique<DocumentIdObject>(*this);
@@ -149,10 +141,6 @@ HRESULT __stdcall DocumentObject::get_Saved(CAT_VARIANT_BOOL& oSaved) {
     const FaultFlavour flavour = called("CATIADocument::get_Saved");
     oSaved = (flavour == FaultFlavour::none && saved) || flavour == FaultFlavour::codeWithOutput ? -1 : 0;
     return flavour == FaultFlavour::none ? S_OK : E_FAIL;
-}
-
-HRESULT __stdcall DocumentObject::get_FullName(CATBSTR& oFullName) {
-    return automationTextAnswer(called("CATIADocument::get_FullName"), m_name, oFullName);
 }
 
 CATBaseUnknown* DocumentObject::mainRoot() {

@@ -20,7 +20,6 @@ public:
     explicit DocumentIdObject(DocumentObject& document);
 
     std::string objectName() const override;
-    HRESULT GetIdentifier(CATUnicodeString& oIdentifier) override;
     HRESULT GetType(CATUnicodeString& oType) override;
 
 private:
@@ -76,14 +75,12 @@ public:
     bool inSession = true; ///< false once closed
 
     CATUnicodeString StorageName() const override;
-    CATUnicodeString DisplayName() const override;
     HRESULT GetDocId(CATIDocId** oDocId) override;
     CATBoolean IsSaved() const override;
     CATDocumentDescriptor* GetDocumentDescriptor() const override;
 
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
     HRESULT __stdcall get_Saved(CAT_VARIANT_BOOL& oSaved) override;
-    HRESULT __stdcall get_FullName(CATBSTR& oFullName) override;
 
     CATListValCATBaseUnknown_var* GiveDocRoots() override;
     CATDocument* GetDocument() override { return failing("CATILinkableObject::GetDocument") ? nullptr : this; }

@@ -245,14 +245,6 @@ CATCkeListOfParm FeatureNode::Parameters() const {
     return list.release();
 }
 
-CATICkeNaming::UserAccessMode FeatureNode::UserAccess() const {
-    return failing("CATICkeNaming::UserAccess") ? CATICkeNaming::NotSeen : access;
-}
-
-void FeatureNode::SetUserAccess(const CATICkeNaming::UserAccessMode iMode) {
-    if (!failing("CATICkeNaming::SetUserAccess")) access = iMode;
-}
-
 ContainerObject::ContainerObject(DocumentObject& document)
     : Implements("Container"), m_document(document), m_alias(document.type() + "Cont") {}
 
@@ -303,15 +295,6 @@ CATICkeParm_var ContainerObject::CreateBoolean(const CATUnicodeString& iName, co
     if (failing("CATICkeParmFactory::CreateBoolean")) return CATICkeParm_var();
     ParameterObject& made = KnowledgeData::get().newParameter(m_document, "Boolean", toBytes(iName));
     made.setBoolean(iValue != 0);
-    return handleOf(made);
-}
-
-CATICkeParm_var ContainerObject::CreateDimension(const CATICkeMagnitude_var& iMagnitude, const CATUnicodeString& iName,
-                                                 const double iValue) {
-    const auto* const type = dynamic_cast<const TypeObject*>(static_cast<CATICkeMagnitude*>(iMagnitude));
-    if (failing("CATICkeParmFactory::CreateDimension") || !type) return CATICkeParm_var();
-    ParameterObject& made = KnowledgeData::get().newParameter(m_document, type->name(), toBytes(iName));
-    made.setReal(iValue);
     return handleOf(made);
 }
 

@@ -64,8 +64,6 @@ int CATMetaClass::IsAKindOf(const char* iName) const {
     return 0;
 }
 
-int CATMetaClass::IsAKindOf(const CATMetaClass* iClass) const { return iClass ? IsAKindOf(iClass->m_name) : 0; }
-
 CATCollecRoot::CATCollecRoot() { ++Accounting::get().live().lists; }
 
 CATCollecRoot::CATCollecRoot(const CATCollecRoot&) : CATCollecRoot() {}

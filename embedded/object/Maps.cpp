@@ -251,10 +251,6 @@ void* TYPMapIntPVoid::find(int iKey, const char* iClassName) const {
     return found->second.pointer;
 }
 
-unsigned char TYPMapIntPVoid::erase(int iKey) { return m_table->values.erase(iKey) > 0 ? 1 : 0; }
-
-int TYPMapIntPVoid::size() const { return static_cast<int>(m_table->values.size()); }
-
 const CATUnicodeString& TYPVectorCATUnicodeString::at(int iIndex) const {
     return iIndex < 0 || iIndex >= size() ? emptyText() : m_texts[static_cast<std::size_t>(iIndex)];
 }

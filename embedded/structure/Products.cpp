@@ -244,13 +244,6 @@ HRESULT ProductObject::SetDescriptionInst(const CATUnicodeString& iDescription) 
     return S_OK;
 }
 
-HRESULT ProductObject::GetDescriptionRef(CATUnicodeString& oDescription) {
-    const FaultFlavour flavour = called("CATIPrdProperties::GetDescriptionRef");
-    if (m_reference) return textAnswer(flavour, m_reference->description, oDescription);
-    oDescription = "";
-    return E_FAIL;
-}
-
 HRESULT ProductObject::SetDescriptionRef(const CATUnicodeString& iDescription) {
     if (failing("CATIPrdProperties::SetDescriptionRef") || !m_reference) return E_FAIL;
     m_reference->description = toBytes(iDescription);
@@ -263,13 +256,6 @@ CATDocument* ProductObject::GetDocument() {
 
 CATBoolean ProductObject::IsUpToDate(CATIDomain_var) const {
     return !failing("CATISpecObject::IsUpToDate") && m_reference && m_reference->document->upToDate ? TRUE : FALSE;
-}
-
-HRESULT __stdcall ProductObject::get_PartNumber(CATBSTR& oPartNumber) {
-    const FaultFlavour flavour = called("CATIAProduct::get_PartNumber");
-    if (m_reference) return automationTextAnswer(flavour, m_reference->partNumber, oPartNumber);
-    oPartNumber = nullptr;
-    return E_FAIL;
 }
 
 HRESULT __stdcall ProductObject::HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) {

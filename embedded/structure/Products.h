@@ -106,7 +106,6 @@ public:
 
     HRESULT GetDescriptionInst(CATUnicodeString& oDescription) override;
     HRESULT SetDescriptionInst(const CATUnicodeString& iDescription) override;
-    HRESULT GetDescriptionRef(CATUnicodeString& oDescription) override;
     HRESULT SetDescriptionRef(const CATUnicodeString& iDescription) override;
     HRESULT SetDefinition(const CATUnicodeString& iDefinition) override;
     HRESULT SetRevision(const CATUnicodeString& iRevision) override;
@@ -123,7 +122,6 @@ public:
 
     /** Defined with the scenes, the one thing that a product keeps under a name. */
     HRESULT __stdcall GetItem(const CATBSTR& iName, CATBaseDispatch*& oObject) override;
-    HRESULT __stdcall get_PartNumber(CATBSTR& oPartNumber) override;
     HRESULT __stdcall HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) override;
     HRESULT __stdcall GetMasterShapeRepresentation(CAT_VARIANT_BOOL iLoadIfNecessary, CATBaseDispatch*& oRep) override;
     HRESULT __stdcall GetMasterShapeRepresentationPathName(CATBSTR& oPath) override;

@@ -2,7 +2,6 @@
 #define CATICkeMagnitude_H
 
 #include "CATBaseUnknown.h"
-#include "CATICkeRelationForwards.h"
 #include "CATICkeUnit.h"
 #include "CATMacForIUnknown.h"
 
@@ -17,9 +16,6 @@ public:
     virtual CATICkeUnit_var CurrentUnit() const = 0;
     /** The unit of the metre-kilogram-second system. */
     virtual CATICkeUnit_var MKSUnit() const = 0;
-    /** The unit of numbers in documents: a length is kept in millimetres, not in metres. */
-    virtual CATICkeUnit_var StorageUnit() const = 0;
-    virtual void SetCurrentUnit(const CATICkeUnit_var& iUnit) = 0;
 
 protected:
     ~CATICkeMagnitude() override = default;
