@@ -7,6 +7,10 @@
 
 #include <algorithm>
 
+EMBEDDED_INTERFACE(CATIADocument, CATIABase, 0x610);
+EMBEDDED_INTERFACE(CATIDocId, CATBaseUnknown, 0x611);
+EMBEDDED_INTERFACE(CATIDocRoots, CATBaseUnknown, 0x612);
+
 namespace embedded {
 
 namespace {

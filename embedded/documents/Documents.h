@@ -3,7 +3,12 @@
 
 #include "CATDocument.h"
 #include "CATDocumentDescriptor.h"
-#include "embedded/object/Object.h"
+#include "CATIADocument.h"
+#include "CATIDocId.h"
+#include "CATIDocRoots.h"
+#include "embedded/object/CommonInterfaces.h"
+#include "embedded/object/Extensions.h"
+#include "embedded/object/Implements.h"
 
 #include <memory>
 #include <string>
@@ -13,6 +18,10 @@ namespace embedded {
 class DocumentObject;
 class ProductObject;
 struct SessionData;
+
+EMBEDDED_AUTOMATION_IDENTITY(CATIADocument);
+EMBEDDED_IDENTITY(CATIDocId);
+EMBEDDED_IDENTITY(CATIDocRoots);
 
 /** The identity of a document as an object of its own. */
 class DocumentIdObject final : public Implements<CATIDocId> {

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 EMBEDDED_INTERFACE(CATIContainer, CATBaseUnknown, 0x310);
-EMBEDDED_INTERFACE(CATIAlias, CATBaseUnknown, 0x311);
 EMBEDDED_INTERFACE(CATISpecAttribute, CATBaseUnknown, 0x312);
 EMBEDDED_INTERFACE(CATISpecAttrKey, CATBaseUnknown, 0x313);
 EMBEDDED_INTERFACE(CATISpecAttrAccess, CATBaseUnknown, 0x314);
@@ -22,13 +21,6 @@ EMBEDDED_INTERFACE(CATIDrawing, CATBaseUnknown, 0x31D);
 
 const CATCke::Boolean CATCke::True(1);
 const CATCke::Boolean CATCke::False(0);
-
-CATUnicodeString CATISpecObject::GetDisplayName() const { return CATUnicodeString(); }
-CATUnicodeString CATISpecObject::GetType() const { return CATUnicodeString(); }
-CATIContainer_var CATISpecObject::GetFeatContainer() const { return CATIContainer_var(); }
-CATISpecAttribute* CATISpecObject::AddAttribute(const CATUnicodeString&, CATAttrKind, CATAttrKind, CATAttrInOut) {
-    return nullptr;
-}
 
 namespace embedded {
 

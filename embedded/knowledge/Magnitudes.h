@@ -3,7 +3,7 @@
 
 #include "CATICkeMagnitude.h"
 #include "CATICkeType.h"
-#include "embedded/object/Object.h"
+#include "embedded/object/Implements.h"
 
 #include <memory>
 #include <string>

@@ -6,6 +6,10 @@
 #include <cstring>
 #include <memory>
 
+EMBEDDED_INTERFACE(CATIAProduct, CATIABase, 0x200);
+EMBEDDED_INTERFACE(CATIPrdProperties, CATBaseUnknown, 0x201);
+EMBEDDED_INTERFACE(CATIProduct, CATBaseUnknown, 0x202);
+
 namespace embedded {
 
 namespace {

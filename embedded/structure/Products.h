@@ -1,7 +1,12 @@
 #ifndef EMBEDDED_STRUCTURE_PRODUCTS_H
 #define EMBEDDED_STRUCTURE_PRODUCTS_H
 
-#include "embedded/object/Object.h"
+#include "CATIAProduct.h"
+#include "CATIPrdProperties.h"
+#include "CATIProduct.h"
+#include "embedded/object/CommonInterfaces.h"
+#include "embedded/object/Extensions.h"
+#include "embedded/object/Implements.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,6 +22,10 @@ namespace embedded {
 class DocumentObject;
 class ProductObject;
 struct SessionData;
+
+EMBEDDED_AUTOMATION_IDENTITY(CATIAProduct);
+EMBEDDED_IDENTITY(CATIPrdProperties);
+EMBEDDED_IDENTITY(CATIProduct);
 
 /** What a reference keeps for all its instances. Owned by the session; lives in a document. */
 struct Reference {
