@@ -3,7 +3,7 @@
 #include "CATDocumentServices.h"
 #include "embedded/Session.h"
 #include "embedded/documents/SessionData.h"
-#include "embedded/text/Characters.h"
+#include "embedded/files/FileNames.h"
 
 #include <algorithm>
 
@@ -15,7 +15,6 @@ namespace embedded {
 
 namespace {
 
-constexpr const char* kSeparators = "/\\";
 /** The class that every document's class derives from. */
 constexpr const char* kDocumentClass = "CATDocument";
 
@@ -27,27 +26,6 @@ bool hasProductStructure(const std::string& type) {
 }
 
 } // namespace
-
-std::string foldedName(const std::string& name) {
-    std::string folded;
-    folded.reserve(name.size());
-    for (std::size_t offset = 0; offset < name.size();) {
-        const Character character = characterAt(name, offset);
-        appendCharacter(folded, toLower(toUpper(character.code)));
-        offset += character.length;
-    }
-    return folded;
-}
-
-std::string fileNameOf(const std::string& path) { return path.substr(path.find_last_of(kSeparators) + 1); }
-
-std::string suffixOf(const std::string& path) {
-    const std::string file = fileNameOf(path);
-    const std::size_t dot = file.rfind('.');
-    return dot == std::string::npos ? std::string() : file.substr(dot + 1);
-}
-
-bool hasDirectory(const std::string& path) { return path.find_first_of(kSeparators) != std::string::npos; }
 
 DocumentIdObject::DocumentIdObject(DocumentObject& document) : Implements("DocumentId"), m_document(document) {}
 
@@ -103,7 +81,7 @@ ProductObject* DocumentObject::rootProduct() {
     if (!hasProductStructure(m_type)) return nullptr;
     if (!m_rootProduct) {
         Reference& reference = m_session.newReference(*this, false);
-        const std::string file = fileNameOf(m_name);
+        const std::string_view file = fileNameOf(m_name);
         reference.partNumber = file.substr(0, file.rfind('.'));
         m_rootProduct = reference.node;
     }
@@ -138,7 +116,7 @@ CATDocumentDescriptor* DocumentObject::GetDocumentDescriptor() const {
 }
 
 HRESULT __stdcall DocumentObject::get_Name(CATBSTR& oName) {
-    return automationTextAnswer(called("CATIADocument::get_Name"), fileNameOf(m_name), oName);
+    return automationTextAnswer(called("CATIADocument::get_Name"), std::string(fileNameOf(m_name)), oName);
 }
 
 HRESULT __stdcall DocumentObject::get_Saved(CAT_VARIANT_BOOL& oSaved) {

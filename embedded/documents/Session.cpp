@@ -3,6 +3,7 @@
 #include "embedded/Records.h"
 #include "embedded/documents/LoadedDocuments.h"
 #include "embedded/documents/SessionData.h"
+#include "embedded/files/FileNames.h"
 
 #include <algorithm>
 

@@ -52,15 +52,6 @@ struct SessionData {
     ProductObject* newProduct(std::unique_ptr<ProductObject> product);
 };
 
-/** A storage name for looking it up: names that differ in letter case only give the same text. */
-std::string foldedName(const std::string& name);
-
-/** The file name of a path, behind its last slash or backslash. */
-std::string fileNameOf(const std::string& path);
-/** Text behind the last dot of the file name; empty when there is none. */
-std::string suffixOf(const std::string& path);
-bool hasDirectory(const std::string& path);
-
 /** Places further down than a direct instance that were given something of their own, with the instance each is below.
  * In the order of the structure: the place in each list is by position, not by time. */
 std::unordered_map<const ProductObject*, std::vector<const ProductObject*>> ownOccurrences(const SessionData& session);

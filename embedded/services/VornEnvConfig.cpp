@@ -1,6 +1,6 @@
 #include "VornEnvConfig.h"
 
-#include "UTILFile.h"
+#include "embedded/files/FileNames.h"
 #include "embedded/object/Answers.h"
 #include "embedded/services/EnvironmentAnswers.h"
 
@@ -14,8 +14,7 @@ public:
         const std::string& directory = environment().configurationDirectory;
         if (fails("VornEnvConfig::getEnvFullFilename") || directory.empty() || iFileName.IsNull())
             return CATUnicodeString();
-        const bool ends = directory.back() == '/' || directory.back() == '\\';
-        return toText(directory) + (ends ? CATUnicodeString() : UTILFile::getPathSeparator()) + iFileName;
+        return toText(joinedName(directory, toBytes(iFileName)));
     }
 };
 

@@ -1,5 +1,6 @@
 #include "embedded/session_file/SessionTree.h"
 
+#include "embedded/files/FileNames.h"
 #include "embedded/text/Characters.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "embedded/structure/Products.h"
 
 #include "embedded/documents/SessionData.h"
+#include "embedded/files/FileNames.h"
 
 #include <algorithm>
 #include <cstring>
@@ -78,7 +79,8 @@ std::string RepresentationObject::objectName() const { return "representation of
 
 HRESULT __stdcall RepresentationObject::get_Name(CATBSTR& oName) {
     constexpr const char* kCached = ".cgr";
-    std::string name = fileNameOf(m_product.reference() ? m_product.reference()->masterShape : std::string());
+    const Reference* const reference = m_product.reference();
+    std::string name(reference ? fileNameOf(reference->masterShape) : std::string_view());
     if (m_product.isVisualised() && suffixOf(name) != "cgr") name += kCached;
     return automationTextAnswer(called("CATIABase::get_Name"), name, oName);
 }
