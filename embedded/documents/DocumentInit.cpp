@@ -1,7 +1,7 @@
 #include "CATInit.h"
 #include "embedded/knowledge/Knowledge.h"
 
-EMBEDDED_INTERFACE(CATInit, CATBaseUnknown, 0x110);
+EMBEDDED_INTERFACE(CATInit, CATBaseUnknown, 0x613);
 
 namespace embedded {
 

@@ -3,26 +3,8 @@
 
 using namespace embedded;
 
-namespace {
-
-/** The session's document behind a platform pointer; null for one that the session does not hold. */
-DocumentObject* documentBehind(const CATDocument& document) {
-    for (const auto& entry : Session::current().data().documents)
-        if (entry.get() == &document) return entry.get();
-    return nullptr;
-}
-
-} // namespace
-
-HRESULT CATLockDocument(CATDocument& iDocument) {
-    DocumentObject* const document = documentBehind(iDocument);
-    if (fails("CATLockDocument") || !document) return E_FAIL;
-    ++FrameData::get().locks[document];
-    return S_OK;
-}
-
 HRESULT CATUnLockDocument(CATDocument& iDocument) {
-    DocumentObject* const document = documentBehind(iDocument);
+    DocumentObject* const document = Session::current().data().documentBehind(&iDocument);
     if (!document) {
         Accounting::get().breach("a document that is not in session is unlocked");
         return E_FAIL;

@@ -3,15 +3,18 @@
 #include "CATDocumentServices.h"
 #include "embedded/Session.h"
 #include "embedded/documents/SessionData.h"
-#include "embedded/text/Characters.h"
+#include "embedded/files/FileNames.h"
 
 #include <algorithm>
+
+EMBEDDED_INTERFACE(CATIADocument, CATIABase, 0x610);
+EMBEDDED_INTERFACE(CATIDocId, CATBaseUnknown, 0x611);
+EMBEDDED_INTERFACE(CATIDocRoots, CATBaseUnknown, 0x612);
 
 namespace embedded {
 
 namespace {
 
-constexpr const char* kSeparators = "/\\";
 /** The class that every document's class derives from. */
 constexpr const char* kDocumentClass = "CATDocument";
 
@@ -24,34 +27,9 @@ bool hasProductStructure(const std::string& type) {
 
 } // namespace
 
-std::string foldedName(const std::string& name) {
-    std::string folded;
-    folded.reserve(name.size());
-    for (std::size_t offset = 0; offset < name.size();) {
-        const Character character = characterAt(name, offset);
-        appendCharacter(folded, toLower(toUpper(character.code)));
-        offset += character.length;
-    }
-    return folded;
-}
-
-std::string fileNameOf(const std::string& path) { return path.substr(path.find_last_of(kSeparators) + 1); }
-
-std::string suffixOf(const std::string& path) {
-    const std::string file = fileNameOf(path);
-    const std::size_t dot = file.rfind('.');
-    return dot == std::string::npos ? std::string() : file.substr(dot + 1);
-}
-
-bool hasDirectory(const std::string& path) { return path.find_first_of(kSeparators) != std::string::npos; }
-
 DocumentIdObject::DocumentIdObject(DocumentObject& document) : Implements("DocumentId"), m_document(document) {}
 
 std::string DocumentIdObject::objectName() const { return "identity of " + m_document.objectName(); }
-
-HRESULT DocumentIdObject::GetIdentifier(CATUnicodeString& oIdentifier) {
-    return textAnswer(called("CATIDocId::GetIdentifier"), m_document.name(), oIdentifier);
-}
 
 HRESULT DocumentIdObject::GetType(CATUnicodeString& oType) {
     return textAnswer(called("CATIDocId::GetType"), m_document.type(), oType);
@@ -103,7 +81,7 @@ ProductObject* DocumentObject::rootProduct() {
     if (!hasProductStructure(m_type)) return nullptr;
     if (!m_rootProduct) {
         Reference& reference = m_session.newReference(*this, false);
-        const std::string file = fileNameOf(m_name);
+        const std::string_view file = fileNameOf(m_name);
         reference.partNumber = file.substr(0, file.rfind('.'));
         m_rootProduct = reference.node;
     }
@@ -117,10 +95,6 @@ bool DocumentObject::answers(const IID& iid) const {
 
 CATUnicodeString DocumentObject::StorageName() const {
     return failing("CATDocument::StorageName") ? CATUnicodeString() : toText(m_name);
-}
-
-CATUnicodeString DocumentObject::DisplayName() const {
-    return failing("CATDocument::DisplayName") ? CATUnicodeString() : toText(fileNameOf(m_name));
 }
 
 HRESULT DocumentObject::GetDocId(CATIDocId** oDocId) {
@@ -142,17 +116,13 @@ CATDocumentDescriptor* DocumentObject::GetDocumentDescriptor() const {
 }
 
 HRESULT __stdcall DocumentObject::get_Name(CATBSTR& oName) {
-    return automationTextAnswer(called("CATIADocument::get_Name"), fileNameOf(m_name), oName);
+    return automationTextAnswer(called("CATIADocument::get_Name"), std::string(fileNameOf(m_name)), oName);
 }
 
 HRESULT __stdcall DocumentObject::get_Saved(CAT_VARIANT_BOOL& oSaved) {
     const FaultFlavour flavour = called("CATIADocument::get_Saved");
     oSaved = (flavour == FaultFlavour::none && saved) || flavour == FaultFlavour::codeWithOutput ? -1 : 0;
     return flavour == FaultFlavour::none ? S_OK : E_FAIL;
-}
-
-HRESULT __stdcall DocumentObject::get_FullName(CATBSTR& oFullName) {
-    return automationTextAnswer(called("CATIADocument::get_FullName"), m_name, oFullName);
 }
 
 CATBaseUnknown* DocumentObject::mainRoot() {

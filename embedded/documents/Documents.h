@@ -3,7 +3,12 @@
 
 #include "CATDocument.h"
 #include "CATDocumentDescriptor.h"
-#include "embedded/object/Object.h"
+#include "CATIADocument.h"
+#include "CATIDocId.h"
+#include "CATIDocRoots.h"
+#include "embedded/object/CommonInterfaces.h"
+#include "embedded/object/Extensions.h"
+#include "embedded/object/Implements.h"
 
 #include <memory>
 #include <string>
@@ -14,13 +19,16 @@ class DocumentObject;
 class ProductObject;
 struct SessionData;
 
+EMBEDDED_AUTOMATION_IDENTITY(CATIADocument);
+EMBEDDED_IDENTITY(CATIDocId);
+EMBEDDED_IDENTITY(CATIDocRoots);
+
 /** The identity of a document as an object of its own. */
 class DocumentIdObject final : public Implements<CATIDocId> {
 public:
     explicit DocumentIdObject(DocumentObject& document);
 
     std::string objectName() const override;
-    HRESULT GetIdentifier(CATUnicodeString& oIdentifier) override;
     HRESULT GetType(CATUnicodeString& oType) override;
 
 private:
@@ -76,14 +84,12 @@ public:
     bool inSession = true; ///< false once closed
 
     CATUnicodeString StorageName() const override;
-    CATUnicodeString DisplayName() const override;
     HRESULT GetDocId(CATIDocId** oDocId) override;
     CATBoolean IsSaved() const override;
     CATDocumentDescriptor* GetDocumentDescriptor() const override;
 
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
     HRESULT __stdcall get_Saved(CAT_VARIANT_BOOL& oSaved) override;
-    HRESULT __stdcall get_FullName(CATBSTR& oFullName) override;
 
     CATListValCATBaseUnknown_var* GiveDocRoots() override;
     CATDocument* GetDocument() override { return failing("CATILinkableObject::GetDocument") ? nullptr : this; }

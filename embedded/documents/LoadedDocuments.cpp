@@ -1,22 +1,13 @@
 #include "embedded/documents/LoadedDocuments.h"
 
 #include "embedded/frame/Frame.h"
+#include "embedded/structure/Places.h"
 
 #include <algorithm>
 #include <iterator>
 #include <vector>
 
 namespace embedded {
-
-namespace {
-
-const Reference& structureOf(const ProductObject& place) {
-    const ProductObject* top = &place;
-    while (top->father()) top = top->father();
-    return *top->reference();
-}
-
-} // namespace
 
 LoadedDocuments::LoadedDocuments(SessionData& session) : m_session(session) {}
 
@@ -25,7 +16,7 @@ bool LoadedDocuments::contains(const DocumentObject& document) {
     if (!root || root->reference()->pictures.empty()) return true;
     const Reference& reference = *root->reference();
     if (document.references() != 0 || root->references() != 0 || isOpen(reference)) return true;
-    const auto isInOpenStructure = [this](const ProductObject* place) { return isOpen(structureOf(*place)); };
+    const auto isInOpenStructure = [this](const ProductObject* place) { return isOpen(*rootOf(*place).reference()); };
     const auto seen = std::count_if(reference.pictures.begin(), reference.pictures.end(), isInOpenStructure);
     return placesOf(reference) > static_cast<Count>(seen);
 }

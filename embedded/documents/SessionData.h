@@ -50,23 +50,9 @@ struct SessionData {
 
     Reference& newReference(DocumentObject& document, bool component);
     ProductObject* newProduct(std::unique_ptr<ProductObject> product);
+    /** The document behind a platform pointer; null for one that the session does not hold. */
+    DocumentObject* documentBehind(const CATDocument* pointer) const;
 };
-
-/** A storage name for looking it up: names that differ in letter case only give the same text. */
-std::string foldedName(const std::string& name);
-
-/** The file name of a path, behind its last slash or backslash. */
-std::string fileNameOf(const std::string& path);
-/** Text behind the last dot of the file name; empty when there is none. */
-std::string suffixOf(const std::string& path);
-bool hasDirectory(const std::string& path);
-
-/** Places further down than a direct instance that were given something of their own, with the instance each is below.
- * In the order of the structure: the place in each list is by position, not by time. */
-std::unordered_map<const ProductObject*, std::vector<const ProductObject*>> ownOccurrences(const SessionData& session);
-
-/** Instance names from below the direct instance down to the place. */
-std::vector<std::string> pathBelowInstance(const ProductObject& product);
 
 } // namespace embedded
 

@@ -4,7 +4,8 @@
 #include "CATDocumentsInSession.h"
 #include "CATSession.h"
 #include "embedded/documents/SessionData.h"
-#include "embedded/object/Object.h"
+#include "embedded/object/Extensions.h"
+#include "embedded/object/Implements.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "CATLib.h"
-#include "UTILFile.h"
 #include "embedded/Accounting.h"
+#include "embedded/Failures.h"
+#include "embedded/files/FileNames.h"
 #include "embedded/files/SystemFiles.h"
-#include "embedded/object/Answers.h"
 
 #include <algorithm>
 #include <cstring>
@@ -64,12 +64,6 @@ std::string nameOf(const fs::directory_entry& entry) {
     }
 }
 
-std::string joined(const char* directory, const char* name) {
-    const std::string front(directory);
-    const bool ends = !front.empty() && (front.back() == '/' || front.back() == '\\');
-    return front + (ends || front.empty() ? std::string() : toBytes(UTILFile::getPathSeparator())) + name;
-}
-
 } // namespace
 
 CATLibStatus CATOpenDirectory(const char* iPath, CATDirectory* oDir) {
@@ -101,7 +95,7 @@ CATLibStatus CATReadDirectory(CATDirectory* iDir, CATDirectoryEntry* oEntry, int
     const std::string name = nameOf(*folder->next);
     std::error_code endsTheFolder;
     const bool isFile = !folder->next->is_symlink(endsTheFolder) && folder->next->is_regular_file(endsTheFolder);
-    lastFileRead() = isFile ? joined(folder->path.c_str(), name.c_str()) : std::string();
+    lastFileRead() = isFile ? joinedName(folder->path, name) : std::string();
     folder->next.increment(endsTheFolder);
     return copyName(name, oEntry->name) ? CATLibSuccess : CATLibError;
 }
@@ -121,7 +115,7 @@ CATLibStatus CATCloseDirectory(CATDirectory* iDir) {
 const char* CATFindPath(const char* iFilename, const char* iPaths) {
     static std::string found;
     if (fails("CATFindPath") || !isText(iFilename) || !isText(iPaths)) return nullptr;
-    const std::string path = joined(iPaths, iFilename);
+    const std::string path = joinedName(iPaths, iFilename);
     FileFacts facts;
     if (!examineFile(path, facts) || !facts.isFile) return nullptr;
     found = path;
@@ -130,5 +124,5 @@ const char* CATFindPath(const char* iFilename, const char* iPaths) {
 
 void CATMakePath(const char* iDir, const char* iFileName, char* oFullpath) {
     if (!oFullpath) return;
-    copyName(iDir && iFileName ? joined(iDir, iFileName) : std::string(), oFullpath);
+    copyName(iDir && iFileName ? joinedName(iDir, iFileName) : std::string(), oFullpath);
 }

@@ -2,6 +2,7 @@
 #include "UTILDLName.h"
 #include "UTILFile.h"
 #include "embedded/Session.h"
+#include "embedded/files/FileNames.h"
 #include "embedded/object/Answers.h"
 
 #include <memory>
@@ -19,12 +20,6 @@ const std::string* directoryOf(const std::string& logicalName) {
     const auto& names = Session::current().environment().logicalNames;
     const auto found = names.find(logicalName);
     return found == names.end() ? nullptr : &found->second;
-}
-
-std::string joined(const std::string& directory, std::string_view rest) {
-    if (rest.empty()) return directory;
-    const bool ends = !directory.empty() && directory.find_last_of(kSeparators) == directory.size() - 1;
-    return directory + (ends ? std::string() : toBytes(UTILFile::getPathSeparator())) + std::string(rest);
 }
 
 /** Ends a call that hands out a new text. What a failing call leaves in the output belongs to nobody. */
@@ -84,7 +79,8 @@ HRESULT UTILDLName::getPhysicalPathFromDLName(const CATUnicodeString& iName, CAT
     const std::size_t end = name.find_first_of(kSeparators, kMarker.size());
     const std::string* const directory = directoryOf(name.substr(kMarker.size(), end - kMarker.size()));
     if (!directory) return E_FAIL;
-    oPhysical = toText(joined(*directory, end == std::string::npos ? "" : name.substr(end + 1)));
+    const std::string file = end == std::string::npos ? std::string() : name.substr(end + 1);
+    oPhysical = toText(file.empty() ? *directory : joinedName(*directory, file));
     return S_OK;
 }
 

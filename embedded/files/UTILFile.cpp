@@ -1,5 +1,6 @@
 #include "UTILFile.h"
 #include "embedded/Session.h"
+#include "embedded/files/FileNames.h"
 #include "embedded/files/SystemFiles.h"
 #include "embedded/object/Answers.h"
 
@@ -22,12 +23,6 @@ std::string_view bytesOf(const CATUnicodeString& text) {
 }
 
 CATUnicodeString textOf(std::string_view bytes) { return CATUnicodeString(bytes.data(), bytes.size()); }
-
-std::string_view fileNameOf(std::string_view fullName) {
-    std::size_t begin = fullName.size();
-    while (begin > 0 && fullName[begin - 1] != '/' && fullName[begin - 1] != '\\') --begin;
-    return fullName.substr(begin);
-}
 
 } // namespace
 
@@ -190,9 +185,7 @@ CATUnicodeString UTILFile::getPathSeparator() {
 }
 
 CATUnicodeString UTILFile::getExtension(const CATUnicodeString& iFileName) {
-    const std::string_view name = fileNameOf(bytesOf(iFileName));
-    const std::size_t dot = name.rfind('.');
-    return dot == std::string_view::npos ? CATUnicodeString() : textOf(name.substr(dot + 1));
+    return toText(suffixOf(bytesOf(iFileName)));
 }
 
 unsigned char UTILFile::isACATProduct(const CATUnicodeString& iExtension) {

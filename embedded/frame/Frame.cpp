@@ -3,6 +3,7 @@
 #include "CATCafCenterGraph.h"
 #include "CATDocument.h"
 #include "CATMsgCatalog.h"
+#include "embedded/files/FileNames.h"
 #include "embedded/tables/DesignTableObjects.h"
 
 #include <algorithm>

@@ -13,7 +13,8 @@
 #include "CATPathElement.h"
 #include "embedded/Windows.h"
 #include "embedded/documents/SessionData.h"
-#include "embedded/object/Object.h"
+#include "embedded/object/CommonInterfaces.h"
+#include "embedded/object/Implements.h"
 
 #include <map>
 #include <memory>

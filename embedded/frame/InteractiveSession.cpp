@@ -1,5 +1,6 @@
 #include "CATIIniInteractiveSession.h"
 #include "embedded/documents/SessionObject.h"
+#include "embedded/files/FileNames.h"
 #include "embedded/files/SystemFiles.h"
 #include "embedded/frame/Frame.h"
 

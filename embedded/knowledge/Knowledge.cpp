@@ -6,7 +6,6 @@
 #include <algorithm>
 
 EMBEDDED_INTERFACE(CATIContainer, CATBaseUnknown, 0x310);
-EMBEDDED_INTERFACE(CATIAlias, CATBaseUnknown, 0x311);
 EMBEDDED_INTERFACE(CATISpecAttribute, CATBaseUnknown, 0x312);
 EMBEDDED_INTERFACE(CATISpecAttrKey, CATBaseUnknown, 0x313);
 EMBEDDED_INTERFACE(CATISpecAttrAccess, CATBaseUnknown, 0x314);
@@ -22,13 +21,6 @@ EMBEDDED_INTERFACE(CATIDrawing, CATBaseUnknown, 0x31D);
 
 const CATCke::Boolean CATCke::True(1);
 const CATCke::Boolean CATCke::False(0);
-
-CATUnicodeString CATISpecObject::GetDisplayName() const { return CATUnicodeString(); }
-CATUnicodeString CATISpecObject::GetType() const { return CATUnicodeString(); }
-CATIContainer_var CATISpecObject::GetFeatContainer() const { return CATIContainer_var(); }
-CATISpecAttribute* CATISpecObject::AddAttribute(const CATUnicodeString&, CATAttrKind, CATAttrKind, CATAttrInOut) {
-    return nullptr;
-}
 
 namespace embedded {
 
@@ -245,14 +237,6 @@ CATCkeListOfParm FeatureNode::Parameters() const {
     return list.release();
 }
 
-CATICkeNaming::UserAccessMode FeatureNode::UserAccess() const {
-    return failing("CATICkeNaming::UserAccess") ? CATICkeNaming::NotSeen : access;
-}
-
-void FeatureNode::SetUserAccess(const CATICkeNaming::UserAccessMode iMode) {
-    if (!failing("CATICkeNaming::SetUserAccess")) access = iMode;
-}
-
 ContainerObject::ContainerObject(DocumentObject& document)
     : Implements("Container"), m_document(document), m_alias(document.type() + "Cont") {}
 
@@ -303,15 +287,6 @@ CATICkeParm_var ContainerObject::CreateBoolean(const CATUnicodeString& iName, co
     if (failing("CATICkeParmFactory::CreateBoolean")) return CATICkeParm_var();
     ParameterObject& made = KnowledgeData::get().newParameter(m_document, "Boolean", toBytes(iName));
     made.setBoolean(iValue != 0);
-    return handleOf(made);
-}
-
-CATICkeParm_var ContainerObject::CreateDimension(const CATICkeMagnitude_var& iMagnitude, const CATUnicodeString& iName,
-                                                 const double iValue) {
-    const auto* const type = dynamic_cast<const TypeObject*>(static_cast<CATICkeMagnitude*>(iMagnitude));
-    if (failing("CATICkeParmFactory::CreateDimension") || !type) return CATICkeParm_var();
-    ParameterObject& made = KnowledgeData::get().newParameter(m_document, type->name(), toBytes(iName));
-    made.setReal(iValue);
     return handleOf(made);
 }
 

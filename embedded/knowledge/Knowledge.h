@@ -24,7 +24,6 @@
 
 namespace embedded {
 
-EMBEDDED_IDENTITY(CATIAlias);
 EMBEDDED_IDENTITY(CATIContainer);
 EMBEDDED_IDENTITY(CATICkeInst);
 EMBEDDED_IDENTITY(CATICkeNaming);
@@ -268,10 +267,7 @@ public:
     CATUnicodeString GetAlias() override;
     void SetAlias(const CATUnicodeString& iAlias) override;
     CATCkeListOfParm Parameters() const override;
-    CATICkeNaming::UserAccessMode UserAccess() const override;
-    void SetUserAccess(const CATICkeNaming::UserAccessMode iMode) override;
 
-    CATICkeNaming::UserAccessMode access = CATICkeNaming::ReadWrite;
     /** Every document of the kind has the feature: nothing to keep until somebody names it or puts something below. */
     bool implied = false;
 
@@ -298,7 +294,6 @@ public:
     double AsReal() const override;
     CATCke::Boolean AsBoolean() const override;
     CATUnicodeString AsString() const override;
-    CATICkeType_var Type() const override;
 
 private:
     const ParameterObject& m_parameter;
@@ -378,8 +373,6 @@ public:
     CATICkeParm_var CreateInteger(const CATUnicodeString& iName, const int iValue) override;
     CATICkeParm_var CreateReal(const CATUnicodeString& iName, const double iValue) override;
     CATICkeParm_var CreateBoolean(const CATUnicodeString& iName, const CATCke::Boolean iValue) override;
-    CATICkeParm_var CreateDimension(const CATICkeMagnitude_var& iMagnitude, const CATUnicodeString& iName,
-                                    const double iValue) override;
     CATIParmPublisher_var CreateParameterSet(const CATUnicodeString iName) override;
     CATUnicodeString GetAlias() override;
     void SetAlias(const CATUnicodeString& iAlias) override;

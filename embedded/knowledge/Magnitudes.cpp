@@ -26,8 +26,6 @@ double UnitObject::Convert(const double iInThisUnit) const {
     return failing("CATICkeUnit::Convert") ? 0.0 : toMks(iInThisUnit);
 }
 
-double UnitObject::Value(const double iMKS) const { return failing("CATICkeUnit::Value") ? 0.0 : fromMks(iMKS); }
-
 CATUnicodeString UnitObject::Show(const double iMKS, const int iNbDecimals) const {
     if (failing("CATICkeUnit::Show")) return CATUnicodeString();
     if (iNbDecimals <= 0) return toText(show(iMKS));
@@ -43,7 +41,7 @@ TypeObject::TypeObject(const char* name) : Implements("Type"), m_name(name) {}
 
 void TypeObject::addUnit(const char* symbol, double perMks, bool current) {
     m_units.push_back(std::make_unique<UnitObject>(symbol, perMks));
-    if (current) m_current = m_storage = m_units.back().get();
+    if (current) m_current = m_usual = m_units.back().get();
 }
 
 UnitObject* TypeObject::unit(const std::string& symbol) const {
@@ -81,16 +79,6 @@ CATICkeUnit_var TypeObject::CurrentUnit() const {
 
 CATICkeUnit_var TypeObject::MKSUnit() const {
     return failing("CATICkeMagnitude::MKSUnit") ? CATICkeUnit_var() : handleOf(m_units.front().get());
-}
-
-CATICkeUnit_var TypeObject::StorageUnit() const {
-    return failing("CATICkeMagnitude::StorageUnit") ? CATICkeUnit_var() : handleOf(m_storage);
-}
-
-void TypeObject::SetCurrentUnit(const CATICkeUnit_var& iUnit) {
-    if (failing("CATICkeMagnitude::SetCurrentUnit")) return;
-    const auto* const selected = dynamic_cast<const UnitObject*>(static_cast<CATICkeUnit*>(iUnit));
-    if (selected && unit(selected->symbol()) == selected) select(selected->symbol());
 }
 
 CATCke::Boolean TypeObject::DecodeReal(const CATUnicodeString& iText, double& oMKS) const {

@@ -3,7 +3,7 @@
 
 #include "CATICkeMagnitude.h"
 #include "CATICkeType.h"
-#include "embedded/object/Object.h"
+#include "embedded/object/Implements.h"
 
 #include <memory>
 #include <string>
@@ -27,7 +27,6 @@ public:
     std::string show(double mks) const;
 
     double Convert(const double iInThisUnit) const override;
-    double Value(const double iMKS) const override;
     CATUnicodeString Show(const double iMKS, const int iNbDecimals) const override;
     CATUnicodeString Symbol() const override;
 
@@ -45,11 +44,11 @@ public:
     const std::string& name() const { return m_name; }
     bool isMagnitude() const { return !m_units.empty(); }
     bool isReal() const { return isMagnitude() || m_name == "Real"; }
-    /** The first unit is the MKS unit; the one with `current` is what users see at first, and that of storage. */
+    /** The first unit is the MKS unit; the one with `current` is what users see at first. */
     void addUnit(const char* symbol, double perMks, bool current);
     UnitObject* unit(const std::string& symbol) const;
     UnitObject& current() const { return *m_current; }
-    bool isUsual() const { return m_current == m_storage; }
+    bool isUsual() const { return m_current == m_usual; }
     bool select(const std::string& symbol);
     /** Reads a number with a unit of this magnitude, the current one when it has none. Both decimal marks are read. */
     bool read(const std::string& text, double& mks) const;
@@ -57,8 +56,6 @@ public:
     CATUnicodeString Name() const override;
     CATICkeUnit_var CurrentUnit() const override;
     CATICkeUnit_var MKSUnit() const override;
-    CATICkeUnit_var StorageUnit() const override;
-    void SetCurrentUnit(const CATICkeUnit_var& iUnit) override;
     CATCke::Boolean DecodeReal(const CATUnicodeString& iText, double& oMKS) const override;
 
 private:
@@ -67,7 +64,7 @@ private:
     const std::string m_name;
     std::vector<std::unique_ptr<UnitObject>> m_units;
     UnitObject* m_current = nullptr;
-    UnitObject* m_storage = nullptr;
+    UnitObject* m_usual = nullptr;
 };
 
 /** The types of the session, plain ones first. */

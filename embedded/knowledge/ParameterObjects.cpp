@@ -26,11 +26,6 @@ CATUnicodeString ValueObject::AsString() const {
     return failing("CATICkeInst::AsString") ? CATUnicodeString() : toText(m_parameter.text);
 }
 
-CATICkeType_var ValueObject::Type() const {
-    return failing("CATICkeInst::Type") ? CATICkeType_var()
-                                        : CATICkeType_var(static_cast<CATICkeType*>(&m_parameter.type()));
-}
-
 ParameterObject::ParameterObject(DocumentObject& document, TypeObject& type, const std::string& creationRole)
     : WithAttributes("Parameter"), role(creationRole), m_document(document), m_type(type) {}
 

@@ -1,7 +1,7 @@
 #include "CATIPrtContainer.h"
 #include "embedded/knowledge/Knowledge.h"
 
-EMBEDDED_INTERFACE(CATIPrtContainer, CATBaseUnknown, 0x405);
+EMBEDDED_INTERFACE(CATIPrtContainer, CATBaseUnknown, 0x330);
 
 namespace embedded {
 

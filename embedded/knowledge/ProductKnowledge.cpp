@@ -75,10 +75,6 @@ HRESULT PdmItemObject::SetProperty(const CATUnicodeString& iName, const CATUnico
     return S_OK;
 }
 
-void ProductObject::SetPartNumber(const CATUnicodeString& iPartNumber) {
-    if (!failing("CATIProduct::SetPartNumber") && isReference()) m_reference->partNumber = toBytes(iPartNumber);
-}
-
 HRESULT ProductObject::SetDefinition(const CATUnicodeString& iDefinition) {
     ProductNode* const node = referenceNode(*this);
     if (failing("CATIPrdProperties::SetDefinition") || !node) return E_FAIL;

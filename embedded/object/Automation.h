@@ -1,13 +1,11 @@
+// Values and arrays of the automation interfaces.
 #ifndef EMBEDDED_OBJECT_AUTOMATION_H
 #define EMBEDDED_OBJECT_AUTOMATION_H
 
 #include "CATBaseDispatch.h"
 #include "CATSafeArray.h"
-#include "IEnumVARIANT.h"
-#include "embedded/object/Object.h"
+#include "CATVariant.h"
 
-#include <memory>
-#include <string>
 #include <vector>
 
 /** Numbers; the one kind of array that is needed here. */
@@ -22,31 +20,9 @@ struct CATSafeArray {
 
 namespace embedded {
 
-/** An object for an enumeration; the enumeration hands out references to it. */
-using Enumerated = std::vector<CATBaseDispatch*>;
-
-/** A walk over objects. Its owner keeps it, like every object of the session, as long as the session lives. */
-class EnumerationObject final : public Object, public IEnumVARIANT {
-public:
-    EnumerationObject(std::string name, Enumerated objects);
-
-    std::string objectName() const override { return m_name; }
-
-    HRESULT __stdcall QueryInterface(const IID& iid, void** result) override;
-    ULONG __stdcall AddRef() override { return addReference(); }
-    ULONG __stdcall Release() override { return releaseReference(); }
-
-    HRESULT __stdcall Next(ULONG iCount, CATVariant* oItems, ULONG* oFetched) override;
-    HRESULT __stdcall Skip(ULONG iCount) override;
-    HRESULT __stdcall Reset() override;
-    HRESULT __stdcall Clone(IEnumVARIANT** oCopy) override;
-
-private:
-    const std::string m_name;
-    const Enumerated m_objects;
-    std::size_t m_next = 0;
-    std::vector<std::unique_ptr<EnumerationObject>> m_copies;
-};
+CATVariant emptyVariant();
+/** Holds the object without a reference. */
+CATVariant variantOf(CATBaseDispatch* object);
 
 } // namespace embedded
 

@@ -1,15 +1,5 @@
 #include "embedded/object/Interfaces.h"
 
-#include "CATIADocument.h"
-#include "CATIAProduct.h"
-#include "CATIDocId.h"
-#include "CATIDocRoots.h"
-#include "CATIDomain.h"
-#include "CATILinkableObject.h"
-#include "CATIPrdProperties.h"
-#include "CATIProduct.h"
-#include "CATISpecObject.h"
-
 #include <string>
 
 namespace embedded {
@@ -59,12 +49,8 @@ static const embedded::InterfaceSite site_CATBaseUnknown(IID_CATBaseUnknown, "Qu
 
 EMBEDDED_INTERFACE(CATBaseDispatch, CATBaseUnknown, 0x002);
 EMBEDDED_INTERFACE(CATIABase, CATBaseDispatch, 0x003);
-EMBEDDED_INTERFACE(CATIADocument, CATIABase, 0x004);
-EMBEDDED_INTERFACE(CATIAProduct, CATIABase, 0x005);
-EMBEDDED_INTERFACE(CATIDocId, CATBaseUnknown, 0x006);
-EMBEDDED_INTERFACE(CATIDocRoots, CATBaseUnknown, 0x007);
-EMBEDDED_INTERFACE(CATIDomain, CATBaseUnknown, 0x008);
-EMBEDDED_INTERFACE(CATILinkableObject, CATBaseUnknown, 0x009);
-EMBEDDED_INTERFACE(CATIPrdProperties, CATBaseUnknown, 0x00A);
-EMBEDDED_INTERFACE(CATIProduct, CATBaseUnknown, 0x00B);
-EMBEDDED_INTERFACE(CATISpecObject, CATBaseUnknown, 0x00C);
+
+HRESULT __stdcall CATIABase::GetItem(const CATBSTR&, CATBaseDispatch*& oObject) {
+    oObject = nullptr;
+    return E_FAIL;
+}

@@ -8,8 +8,9 @@
 
 namespace embedded {
 
-/** Identifier of an interface of this platform: they differ in their first field only. Each source file that defines
- * interfaces has numbers of its own: 0x000 the documents and products, then hundreds. Below kInterfaceLimit. */
+/** Identifier of an interface of this platform: they differ in their first field only. Each room has numbers of its
+ * own: 0x000 what several share, 0x100 the frame, 0x200 the structure, 0x300 knowledge, 0x400 tables, 0x500 scenes and
+ * masks, 0x600 documents. Below kInterfaceLimit. */
 constexpr IID interfaceId(std::uint32_t number) {
     return {0x5E1A0000U + number, 0x7C31, 0x11D4, {0xB0, 0x5E, 0x00, 0x08, 0xC7, 0x4B, 0x52, 0x1F}};
 }
@@ -30,6 +31,11 @@ const IID* interfaceNamed(const char* name);
 template <class I>
 struct Identity {
     static bool has(const IID&) { return false; }
+};
+
+template <>
+struct Identity<CATIABase> {
+    static bool has(const IID& iid) { return iid == IID_CATIABase || iid == IID_CATBaseDispatch; }
 };
 
 } // namespace embedded

@@ -7,8 +7,8 @@
 #include "CATIASceneProduct.h"
 #include "embedded/Scenes.h"
 #include "embedded/documents/SessionData.h"
-#include "embedded/object/Automation.h"
-#include "embedded/object/Object.h"
+#include "embedded/object/Enumerations.h"
+#include "embedded/object/Implements.h"
 
 #include <map>
 #include <memory>

@@ -1,6 +1,8 @@
 #include "embedded/Scenes.h"
 
 #include "CATAutoConversions.h"
+#include "embedded/files/FileNames.h"
+#include "embedded/object/Automation.h"
 #include "embedded/scenes/SceneObjects.h"
 #include "embedded/session_file/SessionSections.h"
 

@@ -1,5 +1,6 @@
 #include "embedded/session_file/SessionTree.h"
 
+#include "embedded/files/FileNames.h"
 #include "embedded/files/SystemFiles.h"
 
 #include <algorithm>
@@ -14,8 +15,6 @@ namespace embedded {
 namespace {
 
 namespace fs = std::filesystem;
-
-bool isSeparator(char character) { return character == '/' || character == '\\'; }
 
 /** Whether a name says by itself where it begins: from a root, a drive or a logical name. */
 bool isAbsolute(const std::string& name) {

@@ -1,5 +1,7 @@
 #include "embedded/session_file/SessionTree.h"
 
+#include "embedded/files/FileNames.h"
+#include "embedded/structure/Places.h"
 #include "embedded/text/Characters.h"
 
 #include <algorithm>
@@ -143,7 +145,7 @@ private:
 
     Json writeOccurrence(const ProductObject& occurrence) const {
         Json object = Json::object();
-        writeList(object, "path", pathBelowInstance(occurrence));
+        writeList(object, "path", namesBelowInstance(occurrence));
         if (occurrence.ownDescription()) object["description"] = checked(*occurrence.ownDescription());
         writeWithout(object, {{occurrence.hasProperties(), "properties"}});
         return object;
@@ -165,12 +167,10 @@ const std::string& checkedText(const std::string& text) {
 }
 
 Json placeOf(const Product& product) {
-    std::vector<std::string> names;
-    const ProductObject* place = product.object();
-    for (; place && place->father(); place = place->father()) names.push_back(place->instanceName());
-    if (!place || place->reference()->component) throw SaveFault{"a component has no place of its own"};
-    Json json{{"document", checkedText(place->reference()->document->name())}};
-    for (auto name = names.rbegin(); name != names.rend(); ++name) json["path"].push_back(checkedText(*name));
+    const Reference* const root = product ? rootOf(*product.object()).reference() : nullptr;
+    if (!root || root->component) throw SaveFault{"a component has no place of its own"};
+    Json json{{"document", checkedText(root->document->name())}};
+    for (const std::string& name : namesBelowRoot(*product.object())) json["path"].push_back(checkedText(name));
     return json;
 }
 

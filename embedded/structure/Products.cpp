@@ -1,83 +1,11 @@
 #include "embedded/structure/Products.h"
 
 #include "embedded/documents/SessionData.h"
+#include "embedded/structure/Containment.h"
 
-#include <algorithm>
-#include <cstring>
 #include <memory>
 
 namespace embedded {
-
-namespace {
-
-CATIProduct_var handleOf(ProductObject* product) { return CATIProduct_var(static_cast<CATIProduct*>(product)); }
-
-/** Ends a call that gives a text which the object may lack. */
-HRESULT optionalText(FaultFlavour flavour, const std::string& value, CATBSTR& output) {
-    output = nullptr;
-    if (flavour == FaultFlavour::none && value.empty()) return E_FAIL;
-    return automationTextAnswer(flavour, value, output);
-}
-
-/** One direction of a search through the references. */
-class Frontier {
-public:
-    Frontier(Reference& start, std::uint64_t mark) : m_mark(mark) { reach(start); }
-
-    bool exhausted() const { return m_next == m_reached.size(); }
-    /** Visits one more reference and reaches those below it, or above it when `upwards`. */
-    Reference& step(bool upwards) {
-        Reference& visited = *m_reached[m_next++];
-        if (upwards) {
-            for (Reference* user : visited.usedIn) reach(*user);
-        } else {
-            for (std::size_t i = 0; i < visited.node->childCount(); ++i)
-                if (Reference* const child = visited.node->child(i)->reference()) reach(*child);
-        }
-        return visited;
-    }
-
-private:
-    void reach(Reference& reference) {
-        if (reference.mark == m_mark) return;
-        reference.mark = m_mark;
-        m_reached.push_back(&reference);
-    }
-
-    const std::uint64_t m_mark;
-    std::size_t m_next = 0;
-    std::vector<Reference*> m_reached;
-};
-
-/**
- * Whether `below` holds `above` somewhere in its structure, itself included. Looks down from the one and up from the
- * other by turns and stops with whichever ends first, so that building an assembly costs little in any order.
- */
-bool holds(SessionData& session, Reference& below, Reference& above) {
-    if (&below == &above) return true;
-    const std::uint64_t downMark = ++session.lastMark;
-    const std::uint64_t upMark = ++session.lastMark;
-    Frontier down(below, downMark);
-    Frontier up(above, upMark);
-    while (!down.exhausted() && !up.exhausted()) {
-        if (&down.step(false) == &above || &up.step(true) == &below) return true;
-    }
-    return false;
-}
-
-} // namespace
-
-RepresentationObject::RepresentationObject(const ProductObject& product)
-    : Implements("ShapeRepresentation"), m_product(product) {}
-
-std::string RepresentationObject::objectName() const { return "representation of " + m_product.objectName(); }
-
-HRESULT __stdcall RepresentationObject::get_Name(CATBSTR& oName) {
-    constexpr const char* kCached = ".cgr";
-    std::string name = fileNameOf(m_product.reference() ? m_product.reference()->masterShape : std::string());
-    if (m_product.isVisualised() && suffixOf(name) != "cgr") name += kCached;
-    return automationTextAnswer(called("CATIABase::get_Name"), name, oName);
-}
 
 ProductObject::ProductObject(SessionData& session, Reference& reference)
     : Implements("ProductReference"), m_session(session), m_father(nullptr), m_instance(nullptr),
@@ -159,29 +87,6 @@ bool ProductObject::answers(const IID& iid) const {
     return true;
 }
 
-HRESULT __stdcall ProductObject::get_Name(CATBSTR& oName) {
-    return automationTextAnswer(called("CATIAProduct::get_Name"), isReference() ? partNumber() : instanceName(), oName);
-}
-
-CATIProduct_var ProductObject::GetReferenceProduct() {
-    if (failing("CATIProduct::GetReferenceProduct") || !m_reference) return CATIProduct_var();
-    // In visualisation only the picture is loaded.
-    if (isVisualised() && !isReference()) return CATIProduct_var();
-    return handleOf(m_reference->node);
-}
-
-CATIProduct_var ProductObject::GetFatherProduct() {
-    return failing("CATIProduct::GetFatherProduct") ? CATIProduct_var() : handleOf(m_father);
-}
-
-HRESULT ProductObject::IsReference() { return failing("CATIProduct::IsReference") || !isReference() ? E_FAIL : S_OK; }
-
-CATIProduct_var ProductObject::FindInstance(const CATIProduct_var& iContext) {
-    if (failing("CATIProduct::FindInstance")) return CATIProduct_var();
-    const auto* const context = dynamic_cast<const ProductObject*>(static_cast<CATIProduct*>(iContext));
-    return context ? handleOf(findInstance(*context)) : CATIProduct_var();
-}
-
 /**
  * From this place upwards, the first place that shows the context's reference stands for the context: the way from
  * there down to this place, taken below the context, leads to the answer. A product does not occur in itself.
@@ -198,120 +103,6 @@ ProductObject* ProductObject::findInstance(const ProductObject& context) const {
     ProductObject* found = const_cast<ProductObject*>(&context);
     for (auto index = way.rbegin(); index != way.rend(); ++index) found = found->child(*index);
     return found;
-}
-
-CATUnicodeString ProductObject::GetPartNumber() const {
-    return failing("CATIProduct::GetPartNumber") ? CATUnicodeString() : toText(partNumber());
-}
-
-HRESULT ProductObject::GetPrdInstanceName(CATUnicodeString& oName) {
-    return textAnswer(called("CATIProduct::GetPrdInstanceName"), instanceName(), oName);
-}
-
-HRESULT ProductObject::SetPrdInstanceName(const CATUnicodeString iName) {
-    return failing("CATIProduct::SetPrdInstanceName") || !rename(toBytes(iName)) ? E_FAIL : S_OK;
-}
-
-CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) const {
-    static const std::pair<const char*, const IID*> interfaces[] = {{"CATIProduct", &IID_CATIProduct},
-                                                                    {"CATIPrdProperties", &IID_CATIPrdProperties},
-                                                                    {"CATIAProduct", &IID_CATIAProduct},
-                                                                    {"CATISpecObject", &IID_CATISpecObject}};
-    if (failing("CATIProduct::GetChildren")) return nullptr;
-    const auto* const wanted = std::find_if(std::begin(interfaces), std::end(interfaces), [iIntfId](const auto& entry) {
-        return std::strcmp(entry.first, iIntfId ? iIntfId : "CATIProduct") == 0;
-    });
-    auto list = std::make_unique<CATListValCATBaseUnknown_var>();
-    if (wanted == std::end(interfaces)) return list.release();
-    for (std::size_t i = 0; i < childCount(); ++i) {
-        ProductObject* const place = child(i);
-        if (place->answers(*wanted->second)) list->Append(CATBaseUnknown_var(place->unknown()));
-    }
-    return list.release();
-}
-
-int ProductObject::GetChildrenCount() const {
-    return failing("CATIProduct::GetChildrenCount") ? 0 : static_cast<int>(childCount());
-}
-
-HRESULT ProductObject::GetDescriptionInst(CATUnicodeString& oDescription) {
-    return textAnswer(called("CATIPrdProperties::GetDescriptionInst"), description(), oDescription);
-}
-
-HRESULT ProductObject::SetDescriptionInst(const CATUnicodeString& iDescription) {
-    if (failing("CATIPrdProperties::SetDescriptionInst") || isReference()) return E_FAIL;
-    setDescription(toBytes(iDescription));
-    return S_OK;
-}
-
-HRESULT ProductObject::GetDescriptionRef(CATUnicodeString& oDescription) {
-    const FaultFlavour flavour = called("CATIPrdProperties::GetDescriptionRef");
-    if (m_reference) return textAnswer(flavour, m_reference->description, oDescription);
-    oDescription = "";
-    return E_FAIL;
-}
-
-HRESULT ProductObject::SetDescriptionRef(const CATUnicodeString& iDescription) {
-    if (failing("CATIPrdProperties::SetDescriptionRef") || !m_reference) return E_FAIL;
-    m_reference->description = toBytes(iDescription);
-    return S_OK;
-}
-
-CATDocument* ProductObject::GetDocument() {
-    return failing("CATILinkableObject::GetDocument") || !m_reference ? nullptr : m_reference->document;
-}
-
-CATBoolean ProductObject::IsUpToDate(CATIDomain_var) const {
-    return !failing("CATISpecObject::IsUpToDate") && m_reference && m_reference->document->upToDate ? TRUE : FALSE;
-}
-
-HRESULT __stdcall ProductObject::get_PartNumber(CATBSTR& oPartNumber) {
-    const FaultFlavour flavour = called("CATIAProduct::get_PartNumber");
-    if (m_reference) return automationTextAnswer(flavour, m_reference->partNumber, oPartNumber);
-    oPartNumber = nullptr;
-    return E_FAIL;
-}
-
-HRESULT __stdcall ProductObject::HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) {
-    const FaultFlavour flavour = called("CATIAProduct::HasAMasterShapeRepresentation");
-    if (flavour != FaultFlavour::none) return failedAnswer<CAT_VARIANT_BOOL>(flavour, oHas, 0, -1);
-    oHas = m_reference && !m_reference->masterShape.empty() ? -1 : 0;
-    return S_OK;
-}
-
-HRESULT __stdcall ProductObject::GetMasterShapeRepresentation(CAT_VARIANT_BOOL iLoadIfNecessary,
-                                                              CATBaseDispatch*& oRep) {
-    oRep = nullptr;
-    const FaultFlavour flavour = called("CATIAProduct::GetMasterShapeRepresentation");
-    if (!m_representation) m_representation = std::make_unique<RepresentationObject>(*this);
-    if (flavour == FaultFlavour::codeWithOutput) oRep = m_representation.get();
-    if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
-    if (!m_reference || m_reference->masterShape.empty()) return E_FAIL;
-    if (iLoadIfNecessary && isVisualised()) setWorkMode(1);
-    oRep = m_representation.get();
-    oRep->AddRef();
-    return S_OK;
-}
-
-HRESULT __stdcall ProductObject::GetMasterShapeRepresentationPathName(CATBSTR& oPath) {
-    const FaultFlavour flavour = called("CATIAProduct::GetMasterShapeRepresentationPathName");
-    return optionalText(flavour, m_reference ? m_reference->masterShape : std::string(), oPath);
-}
-
-HRESULT __stdcall ProductObject::GetDefaultShapeName(CATBSTR& oName) {
-    const FaultFlavour flavour = called("CATIAProduct::GetDefaultShapeName");
-    const bool any = m_reference && !m_reference->shapes.empty();
-    return optionalText(flavour, any ? m_reference->shapes.front().first : std::string(), oName);
-}
-
-HRESULT __stdcall ProductObject::GetShapePathName(const CATBSTR& iShapeName, CATBSTR& oPath) {
-    const FaultFlavour flavour = called("CATIAProduct::GetShapePathName");
-    const std::string name = fromAutomationText(iShapeName);
-    std::string path;
-    if (m_reference)
-        for (const auto& shape : m_reference->shapes)
-            if (shape.first == name && path.empty()) path = shape.second;
-    return optionalText(flavour, path, oPath);
 }
 
 } // namespace embedded

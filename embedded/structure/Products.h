@@ -1,7 +1,12 @@
 #ifndef EMBEDDED_STRUCTURE_PRODUCTS_H
 #define EMBEDDED_STRUCTURE_PRODUCTS_H
 
-#include "embedded/object/Object.h"
+#include "CATIAProduct.h"
+#include "CATIPrdProperties.h"
+#include "CATIProduct.h"
+#include "embedded/object/CommonInterfaces.h"
+#include "embedded/object/Extensions.h"
+#include "embedded/object/Implements.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,6 +22,10 @@ namespace embedded {
 class DocumentObject;
 class ProductObject;
 struct SessionData;
+
+EMBEDDED_AUTOMATION_IDENTITY(CATIAProduct);
+EMBEDDED_IDENTITY(CATIPrdProperties);
+EMBEDDED_IDENTITY(CATIProduct);
 
 /** What a reference keeps for all its instances. Owned by the session; lives in a document. */
 struct Reference {
@@ -106,7 +115,6 @@ public:
 
     HRESULT GetDescriptionInst(CATUnicodeString& oDescription) override;
     HRESULT SetDescriptionInst(const CATUnicodeString& iDescription) override;
-    HRESULT GetDescriptionRef(CATUnicodeString& oDescription) override;
     HRESULT SetDescriptionRef(const CATUnicodeString& iDescription) override;
     HRESULT SetDefinition(const CATUnicodeString& iDefinition) override;
     HRESULT SetRevision(const CATUnicodeString& iRevision) override;
@@ -123,7 +131,6 @@ public:
 
     /** Defined with the scenes, the one thing that a product keeps under a name. */
     HRESULT __stdcall GetItem(const CATBSTR& iName, CATBaseDispatch*& oObject) override;
-    HRESULT __stdcall get_PartNumber(CATBSTR& oPartNumber) override;
     HRESULT __stdcall HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) override;
     HRESULT __stdcall GetMasterShapeRepresentation(CAT_VARIANT_BOOL iLoadIfNecessary, CATBaseDispatch*& oRep) override;
     HRESULT __stdcall GetMasterShapeRepresentationPathName(CATBSTR& oPath) override;

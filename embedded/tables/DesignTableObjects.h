@@ -132,8 +132,6 @@ public:
     DTError SetCurrentConfiguration(const int iConfiguration) override;
     int ParameterColumn(const CATICkeParm_var& iParameter) override;
     CATCkeListOfParm OutParameters() const override;
-    CATICkeNaming::UserAccessMode UserAccess() const override;
-    void SetUserAccess(const CATICkeNaming::UserAccessMode iMode) override;
     CATUnicodeString GetAlias() override;
     void SetAlias(const CATUnicodeString& iAlias) override;
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
@@ -145,7 +143,6 @@ protected:
 private:
     DocumentObject& m_document;
     std::string m_name;
-    CATICkeNaming::UserAccessMode m_access = CATICkeNaming::ReadWrite;
     mutable TextSheetObject m_textSheet;
     mutable SpreadsheetObject m_spreadsheet;
     mutable LentParameters* m_outParameters = nullptr; ///< made on demand

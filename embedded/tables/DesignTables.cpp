@@ -118,14 +118,6 @@ CATCkeListOfParm DesignTableObject::OutParameters() const {
     return m_outParameters->list();
 }
 
-CATICkeNaming::UserAccessMode DesignTableObject::UserAccess() const {
-    return failing("CATICkeNaming::UserAccess") ? CATICkeNaming::NotSeen : m_access;
-}
-
-void DesignTableObject::SetUserAccess(const CATICkeNaming::UserAccessMode iMode) {
-    if (!failing("CATICkeNaming::SetUserAccess")) m_access = iMode;
-}
-
 CATUnicodeString DesignTableObject::GetAlias() {
     return failing("CATIAlias::GetAlias") ? CATUnicodeString() : toText(m_name);
 }

@@ -1,6 +1,6 @@
 #include "embedded/tables/Sheets.h"
 
-#include "embedded/documents/SessionData.h"
+#include "embedded/files/FileNames.h"
 #include "embedded/files/SystemFiles.h"
 #include "embedded/text/Characters.h"
 

@@ -51,37 +51,18 @@ void mapCase(std::string& text, unsigned (*map)(unsigned)) {
     text.swap(mapped);
 }
 
-/** Letter of the one integer conversion in a printf format that is fit for a number with that many "l", or 0. */
-char integerConversion(const char* format, std::size_t longMarks) {
+/** Letter of the one conversion in a printf format that is fit for an `int`, or 0. */
+char integerConversion(const char* format) {
     if (!format) return 0;
     char found = 0;
     for (const char* at = format; *at; ++at) {
         if (*at != '%') continue;
         if (*++at == '%') continue;
         at += std::strspn(at, "-+ #0123456789.");
-        const std::size_t marks = std::strspn(at, "l");
-        at += marks;
-        if (found || !*at || !std::strchr("diouxX", *at) || marks != longMarks) return 0;
+        if (found || !*at || !std::strchr("diouxX", *at)) return 0;
         found = *at;
     }
     return found;
-}
-
-template <class Number>
-int buildFromNumber(std::string& text, Number value, const char* format, std::size_t longMarks) {
-    text.clear();
-    if (!integerConversion(format, longMarks)) return 0;
-    char buffer[128];
-    const int length = std::snprintf(buffer, sizeof buffer, format, value);
-    if (length <= 0) return 0;
-    if (static_cast<std::size_t>(length) < sizeof buffer) {
-        text.assign(buffer, static_cast<std::size_t>(length));
-        return length;
-    }
-    text.resize(static_cast<std::size_t>(length) + 1);
-    std::snprintf(&text[0], text.size(), format, value);
-    text.pop_back();
-    return length;
 }
 
 int baseOf(char conversion) {
@@ -95,18 +76,6 @@ int baseOf(char conversion) {
 }
 
 } // namespace
-
-CATUnicodeString::CATUnicodeString(const CATUnicodeChar& iCharacter, size_t iRepeatCount) {
-    std::string one;
-    appendCharacter(one, iCharacter.GetCode());
-    m_text.reserve(one.size() * iRepeatCount);
-    for (std::size_t i = 0; i < iRepeatCount; ++i) m_text += one;
-}
-
-CATUnicodeString::CATUnicodeString(const CATUnicodeString& iText, size_t iRepeatCount) {
-    m_text.reserve(iText.m_text.size() * iRepeatCount);
-    for (std::size_t i = 0; i < iRepeatCount; ++i) m_text += iText.m_text;
-}
 
 CATUnicodeString& CATUnicodeString::operator=(const char* iText) {
     m_text.assign(iText ? iText : "");
@@ -152,18 +121,6 @@ CATUnicodeString CATUnicodeString::SubString(int iFirst, int iCount) const {
     return CATUnicodeString(tail.data(), offsetOf(tail, position(iCount)));
 }
 
-void CATUnicodeString::Insert(int iPosition, const CATUnicodeString& iText) {
-    m_text.insert(offsetOf(m_text, position(iPosition)), std::string(iText.m_text));
-}
-
-void CATUnicodeString::Remove(int iPosition, int iCount) { ReplaceSubString(iPosition, iCount, CATUnicodeString()); }
-
-void CATUnicodeString::ReplaceSubString(int iPosition, int iCount, const CATUnicodeString& iText) {
-    const std::size_t from = offsetOf(m_text, position(iPosition));
-    const std::size_t length = offsetOf(std::string_view(m_text).substr(from), position(iCount));
-    m_text.replace(from, length, std::string(iText.m_text));
-}
-
 int CATUnicodeString::ReplaceSubString(const CATUnicodeString& iToReplace, const CATUnicodeString& iReplacement) {
     const std::size_t found = findText(m_text, iToReplace.m_text, 0);
     if (found == std::string::npos) return -1;
@@ -185,23 +142,7 @@ void CATUnicodeString::ReplaceAll(const CATUnicodeString& iToReplace, const CATU
     m_text.swap(result);
 }
 
-CATUnicodeString CATUnicodeString::Strip(CATStripMode iMode) const {
-    std::string text = m_text;
-    if (iMode == CATStripModeAll) {
-        std::size_t kept = 0;
-        for (const char byte : m_text)
-            if (byte != ' ') text[kept++] = byte;
-        text.resize(kept);
-        return CATUnicodeString(text.data(), text.size());
-    }
-    if (iMode != CATStripModeLeading) text.erase(text.find_last_not_of(' ') + 1);
-    if (iMode != CATStripModeTrailing) text.erase(0, text.find_first_not_of(' '));
-    return CATUnicodeString(text.data(), text.size());
-}
-
 void CATUnicodeString::ToUpper() { mapCase(m_text, toUpper); }
-
-void CATUnicodeString::ToLower() { mapCase(m_text, toLower); }
 
 int CATUnicodeString::GetLengthInChar() const { return static_cast<int>(countCharacters(m_text)); }
 
@@ -221,15 +162,14 @@ void CATUnicodeString::ConvertToUTF8(char* oText, size_t* oByteCount) const {
 }
 
 int CATUnicodeString::BuildFromNum(int iValue, const char* iFormat) {
-    return buildFromNumber(m_text, iValue, iFormat, 0);
-}
-
-int CATUnicodeString::BuildFromNum(unsigned int iValue, const char* iFormat) {
-    return buildFromNumber(m_text, iValue, iFormat, 0);
-}
-
-int CATUnicodeString::BuildFromNum(long iValue, const char* iFormat) {
-    return buildFromNumber(m_text, iValue, iFormat, 1);
+    m_text.clear();
+    if (!integerConversion(iFormat)) return 0;
+    const int length = std::snprintf(nullptr, 0, iFormat, iValue);
+    if (length <= 0) return 0;
+    m_text.resize(static_cast<std::size_t>(length) + 1);
+    std::snprintf(&m_text[0], m_text.size(), iFormat, iValue);
+    m_text.pop_back();
+    return length;
 }
 
 int CATUnicodeString::BuildFromNum(double iValue, const char* iFormat) {
@@ -247,7 +187,7 @@ int CATUnicodeString::ConvertToNum(double* oValue, const char* iFormat) const {
 }
 
 int CATUnicodeString::ConvertToNum(int* oValue, const char* iFormat) const {
-    const char conversion = integerConversion(iFormat, 0);
+    const char conversion = integerConversion(iFormat);
     if (!oValue || !conversion) return 0;
     char* end = nullptr;
     errno = 0;

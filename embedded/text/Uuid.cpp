@@ -75,7 +75,7 @@ CATUuid::CATUuid(char* iText) : m_bytes{} {
         if (*text) ++text;
         store(bytes + 4 * i, field);
     }
-    set(bytes);
+    std::memcpy(m_bytes, bytes, sizeof m_bytes);
 }
 
 void CATUuid::UUID_to_chaine(char* oText) {
@@ -83,12 +83,4 @@ void CATUuid::UUID_to_chaine(char* oText) {
     std::snprintf(oText, kFields * (kDigits + 1), "%x_%x_%x_%x", static_cast<unsigned>(load(m_bytes)),
                   static_cast<unsigned>(load(m_bytes + 4)), static_cast<unsigned>(load(m_bytes + 8)),
                   static_cast<unsigned>(load(m_bytes + 12)));
-}
-
-void CATUuid::get(unsigned char oBytes[16]) const { std::memcpy(oBytes, m_bytes, sizeof m_bytes); }
-
-void CATUuid::set(unsigned char iBytes[16]) { std::memcpy(m_bytes, iBytes, sizeof m_bytes); }
-
-int CATUuid::operator==(const CATUuid& iOther) const {
-    return std::memcmp(m_bytes, iOther.m_bytes, sizeof m_bytes) == 0;
 }

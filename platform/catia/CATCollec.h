@@ -12,7 +12,6 @@
 class CATCollec {
 public:
     enum MemoryHandling { KeepAllocation, ReleaseAllocation };
-    enum Direction { FromFirstToLast, FromLastToFirst };
 };
 
 /** Base of every list. The in-memory platform counts the living ones and names each position outside a list. */
@@ -34,7 +33,6 @@ public:
         const std::vector<T> copy(iList.m_elements);
         m_elements.insert(m_elements.end(), copy.begin(), copy.end());
     }
-    void Replace(int iPosition, const T& iElement) { (*this)[iPosition] = iElement; }
     int Locate(const T& iElement, int iFrom = 1) const {
         for (std::size_t i = iFrom < 1 ? 0 : static_cast<std::size_t>(iFrom - 1); i < m_elements.size(); ++i)
             if (m_elements[i] == iElement) return static_cast<int>(i) + 1;
@@ -97,6 +95,5 @@ private:
     class CATListVal##T : public CATListOf<T> {}
 
 #define CATLISTP(T) CATListPtr##T
-#define CATLISTV(T) CATListVal##T
 
 #endif

@@ -11,7 +11,6 @@ class ExportedByCatia CATDocument : public CATBaseUnknown {
 public:
     /** Name with directory and suffix; for a document that was never saved just its name. */
     virtual CATUnicodeString StorageName() const = 0;
-    virtual CATUnicodeString DisplayName() const = 0;
     /** Identifier of the document, released by the caller. */
     virtual HRESULT GetDocId(class CATIDocId** oDocId) = 0;
     /** Whether the document has a file of its own. Not on any public page; asked in one place only. */

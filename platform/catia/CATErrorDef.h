@@ -14,13 +14,9 @@ static_assert(sizeof(HRESULT) == 4 && sizeof(ULONG) == 4, "result codes and refe
 #ifndef S_OK
 #define S_OK (static_cast<HRESULT>(0))
 #define S_FALSE (static_cast<HRESULT>(1))
-#define E_NOTIMPL (static_cast<HRESULT>(0x80004001U))
 #define E_NOINTERFACE (static_cast<HRESULT>(0x80004002U))
 #define E_POINTER (static_cast<HRESULT>(0x80004003U))
 #define E_FAIL (static_cast<HRESULT>(0x80004005U))
-#define E_UNEXPECTED (static_cast<HRESULT>(0x8000FFFFU))
-#define E_ACCESSDENIED (static_cast<HRESULT>(0x80070005U))
-#define E_OUTOFMEMORY (static_cast<HRESULT>(0x8007000EU))
 #define E_INVALIDARG (static_cast<HRESULT>(0x80070057U))
 #define SUCCEEDED(result) (static_cast<HRESULT>(result) >= 0)
 #define FAILED(result) (static_cast<HRESULT>(result) < 0)

@@ -13,8 +13,6 @@ class ExportedByCatia CATIADocument : public CATIABase {
 public:
     /** @param oSaved true when there is nothing to save. */
     virtual HRESULT __stdcall get_Saved(CAT_VARIANT_BOOL& oSaved) = 0;
-    /** @param oFullName the name with its directory. */
-    virtual HRESULT __stdcall get_FullName(CATBSTR& oFullName) = 0;
 
 protected:
     ~CATIADocument() override = default;

@@ -11,7 +11,6 @@ class ExportedByCatia CATIAProduct : public CATIABase {
     CATDeclareInterface;
 
 public:
-    virtual HRESULT __stdcall get_PartNumber(CATBSTR& oPartNumber) = 0;
     virtual HRESULT __stdcall HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) = 0;
     /** @param iLoadIfNecessary FALSE: nothing is loaded. @param oRep the representation, with a reference for the
      * caller; fails when there is none */

@@ -3,7 +3,6 @@
 
 #include "CATBaseUnknown.h"
 #include "CATCke.h"
-#include "CATICkeType.h"
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
@@ -19,7 +18,6 @@ public:
     virtual double AsReal() const = 0;
     virtual CATCke::Boolean AsBoolean() const = 0;
     virtual CATUnicodeString AsString() const = 0;
-    virtual CATICkeType_var Type() const = 0;
 
 protected:
     ~CATICkeInst() override = default;

@@ -3,7 +3,6 @@
 
 #include "CATBaseUnknown.h"
 #include "CATCke.h"
-#include "CATICkeRelationForwards.h"
 #include "CATICkeUnit.h"
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
@@ -19,9 +18,6 @@ public:
     virtual CATICkeUnit_var CurrentUnit() const = 0;
     /** The unit of the metre-kilogram-second system. */
     virtual CATICkeUnit_var MKSUnit() const = 0;
-    /** The unit of numbers in documents: a length is kept in millimetres, not in metres. */
-    virtual CATICkeUnit_var StorageUnit() const = 0;
-    virtual void SetCurrentUnit(const CATICkeUnit_var& iUnit) = 0;
     /** Reads a number with one of the magnitude's units, with the current one when it has none. False for another text.
      */
     virtual CATCke::Boolean DecodeReal(const CATUnicodeString& iText, double& oMKS) const = 0;

@@ -12,12 +12,6 @@ class ExportedByCatia CATICkeNaming : public CATBaseUnknown {
     CATDeclareInterface;
 
 public:
-    /** Access of users. Other numbers than those of a parameter: see CATICkeParm. */
-    enum UserAccessMode { NotSeen, ReadOnly, ReadWrite, User };
-
-    virtual UserAccessMode UserAccess() const = 0;
-    virtual void SetUserAccess(const UserAccessMode iMode) = 0;
-
 protected:
     ~CATICkeNaming() override = default;
 };

@@ -16,7 +16,7 @@ class ExportedByCatia CATICkeParm : public CATBaseUnknown {
     CATDeclareInterface;
 
 public:
-    /** Access of users. Other numbers than those of CATICkeNaming. */
+    /** Access of users. */
     enum UserAccessMode { NotSeen = 0, ReadOnly = 1, WriteOnly = 2, ReadWrite = 3, User = 4 };
 
     /** The name that a user gave, else the path. */

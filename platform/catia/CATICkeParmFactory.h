@@ -3,7 +3,6 @@
 
 #include "CATBaseUnknown.h"
 #include "CATCke.h"
-#include "CATICkeMagnitude.h"
 #include "CATICkeParm.h"
 #include "CATMacForIUnknown.h"
 
@@ -19,9 +18,6 @@ public:
     virtual CATICkeParm_var CreateInteger(const CATUnicodeString& iName, const int iValue) = 0;
     virtual CATICkeParm_var CreateReal(const CATUnicodeString& iName, const double iValue) = 0;
     virtual CATICkeParm_var CreateBoolean(const CATUnicodeString& iName, const CATCke::Boolean iValue) = 0;
-    /** @param iValue in the MKS unit */
-    virtual CATICkeParm_var CreateDimension(const CATICkeMagnitude_var& iMagnitude, const CATUnicodeString& iName,
-                                            const double iValue) = 0;
 
 protected:
     ~CATICkeParmFactory() override = default;

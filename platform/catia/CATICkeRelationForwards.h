@@ -5,6 +5,5 @@
 
 // Lists of knowledgeware objects as methods hand them out.
 typedef CATListValCATBaseUnknown_var* CATCkeListOfParm;
-typedef CATListValCATBaseUnknown_var* CATCkeListOfUnit;
 
 #endif

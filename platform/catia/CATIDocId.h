@@ -12,8 +12,6 @@ class ExportedByCatia CATIDocId : public CATBaseUnknown {
     CATDeclareInterface;
 
 public:
-    /** Storage path of the document. */
-    virtual HRESULT GetIdentifier(CATUnicodeString& oIdentifier) = 0;
     /** Type of the document: its suffix, such as CATPart. */
     virtual HRESULT GetType(CATUnicodeString& oType) = 0;
 

@@ -20,7 +20,6 @@ class ExportedByCatia CATIPrdProperties : public CATBaseUnknown {
 public:
     virtual HRESULT GetDescriptionInst(CATUnicodeString& oDescription) = 0;
     virtual HRESULT SetDescriptionInst(const CATUnicodeString& iDescription) = 0;
-    virtual HRESULT GetDescriptionRef(CATUnicodeString& oDescription) = 0;
     virtual HRESULT SetDescriptionRef(const CATUnicodeString& iDescription) = 0;
     virtual HRESULT SetDefinition(const CATUnicodeString& iDefinition) = 0;
     virtual HRESULT SetRevision(const CATUnicodeString& iRevision) = 0;

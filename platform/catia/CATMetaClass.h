@@ -9,7 +9,6 @@ public:
     CATMetaClass(const char* iName, const CATMetaClass* iBase) : m_name(iName), m_base(iBase) {}
     const char* IsA() const { return m_name; }
     int IsAKindOf(const char* iName) const;
-    int IsAKindOf(const CATMetaClass* iClass) const;
 
 private:
     const char* m_name;

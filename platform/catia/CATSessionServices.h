@@ -11,9 +11,7 @@ ExportedByCatia HRESULT Create_Session(char* iSessionName, CATSession*& oSession
 /** The loaded documents; owned by the session, null is possible. No reference is added. */
 ExportedByCatia const CATLISTP(CATDocument) * ListDocuments();
 
-/** Keeps a document open until it is unlocked as often as it was locked. */
-ExportedByCatia HRESULT CATLockDocument(CATDocument& iDocument);
-/** Takes one lock back. A document that nobody holds any more, not even a window, closes. */
+/** Takes back one of the locks that keep a document open. What nobody holds any more, not even a window, closes. */
 ExportedByCatia HRESULT CATUnLockDocument(CATDocument& iDocument);
 
 #endif

@@ -10,8 +10,6 @@ class ExportedByCatia CATString {
 public:
     CATString(const char* iText = nullptr) : m_text(iText ? iText : "") {}
     const char* ConvertToChar() const { return m_text.c_str(); }
-    int GetLengthInByte() const { return static_cast<int>(m_text.size()); }
-    int IsNull() const { return m_text.empty(); }
 
 private:
     std::string m_text;

@@ -31,13 +31,10 @@ private:
 class ExportedByCatia CATUnicodeString {
 public:
     enum CATSearchMode { CATSearchModeForward, CATSearchModeBackward };
-    enum CATStripMode { CATStripModeLeading, CATStripModeTrailing, CATStripModeBoth, CATStripModeAll };
 
     CATUnicodeString() = default;
     CATUnicodeString(const char* const iText) : m_text(iText ? iText : "") {}
     CATUnicodeString(const char* const iText, size_t iLength) : m_text(iText ? iText : "", iText ? iLength : 0) {}
-    CATUnicodeString(const CATUnicodeChar& iCharacter, size_t iRepeatCount = 1);
-    CATUnicodeString(const CATUnicodeString& iText, size_t iRepeatCount);
 
     CATUnicodeString& operator=(const char* iText);
     CATUnicodeString& Append(const CATUnicodeString& iText);
@@ -49,22 +46,16 @@ public:
     int SearchSubString(const CATUnicodeString& iToSearch, int iSearchBeginning = 0,
                         CATSearchMode iMode = CATSearchModeForward) const;
     CATUnicodeString SubString(int iFirst, int iCount) const;
-    void Insert(int iPosition, const CATUnicodeString& iText);
-    void Remove(int iPosition, int iCount = 1);
-    void ReplaceSubString(int iPosition, int iCount, const CATUnicodeString& iText);
     /** Replaces the first occurrence; its position, or -1. */
     int ReplaceSubString(const CATUnicodeString& iToReplace, const CATUnicodeString& iReplacement);
     void ReplaceAll(const CATUnicodeString& iToReplace, const CATUnicodeString& iReplacement);
-    CATUnicodeString Strip(CATStripMode iMode = CATStripModeLeading) const;
     void ToUpper();
-    void ToLower();
 
     int GetLengthInChar() const;
     /** Bytes of the ConvertToChar text. */
     int GetLengthInByte() const { return static_cast<int>(m_text.size()); }
     /** 8-bit text, NUL terminated, owned by this string until it changes. */
     const char* ConvertToChar() const { return m_text.c_str(); }
-    const char* CastToCharPtr() const { return m_text.c_str(); }
     int IsNull() const { return m_text.empty(); }
 
     /** 0, or negative when the bytes are not UTF-8; this text is then empty. */
@@ -77,8 +68,6 @@ public:
     void ConvertToBSTR(CATBSTR* oText) const;
     /** Byte count of the text, 0 on failure. A real number has the session's decimal separator. */
     int BuildFromNum(int iValue, const char* iFormat = "%d");
-    int BuildFromNum(unsigned int iValue, const char* iFormat = "%u");
-    int BuildFromNum(long iValue, const char* iFormat = "%ld");
     int BuildFromNum(double iValue, const char* iFormat = "%g");
     /** 1 when a number was read, else 0 and the output is untouched. A real number has the session's decimal separator.
      * What follows the number is left alone, such as a unit; it must not begin with "." or ",", so that half a number

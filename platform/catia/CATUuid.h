@@ -13,10 +13,6 @@ public:
     /** The text: the four fields in lower-case hexadecimal without leading zeros, joined by "_"; the null identifier
      * is "0_0_0_0". @param oText the caller's buffer, at least 256 bytes. */
     void UUID_to_chaine(char* oText);
-    void get(unsigned char oBytes[16]) const;
-    void set(unsigned char iBytes[16]);
-    int operator==(const CATUuid& iOther) const;
-    int operator!=(const CATUuid& iOther) const { return !(*this == iOther); }
 
 private:
     unsigned char m_bytes[16];

@@ -13,8 +13,6 @@ public:
 
     void insert(int iKey, void* iValue, const char* iClassName);
     void* find(int iKey, const char* iClassName) const;
-    unsigned char erase(int iKey);
-    int size() const;
 
 private:
     struct Table;

@@ -125,8 +125,8 @@ TEST_F(ParametersTest, EveryTypeShowsAndTakesItsOwnValues) {
     EXPECT_FALSE(embedded::selectUnit("Length", "kg"));
     EXPECT_EQ(length.get()->Value()->AsReal(), 0.007);
     const CATICkeMagnitude_var magnitude(length.get()->Type());
-    EXPECT_EQ(text(magnitude->MKSUnit()->Symbol()) + text(magnitude->StorageUnit()->Symbol()), "mmm");
-    EXPECT_EQ(magnitude->StorageUnit()->Convert(5), 0.005);
+    EXPECT_EQ(text(magnitude->MKSUnit()->Symbol()) + text(magnitude->CurrentUnit()->Symbol()), "mcm");
+    EXPECT_EQ(magnitude->CurrentUnit()->Convert(5), 0.05);
     EXPECT_TRUE(CATICkeMagnitude_var(real.get()->Type()) == NULL_var);
     string.withoutValue();
     EXPECT_FALSE(string.get()->IsSet());

@@ -7,11 +7,16 @@
 #include "TYPMapCATUnicodeStringPVoid.h"
 #include "TYPMapIntPVoid.h"
 #include "TYPVectorCATUnicodeString.h"
+#include "UTILMatrix.h"
+#include "UTILThreads.h"
+#include "UTILTime.h"
 #include "VornEnvConfig.h"
 #include "VornIHMMessageDialog.h"
 #include "tests/support/Fixture.h"
 
+#include <cstring>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -69,6 +74,34 @@ TEST_F(RecordsTest, ReportsAndMessagesAreKeptUntilTaken) {
     VornIHMMessageDialog::addDynamicLocalizedMessage(0, 11208, 11125);
     VornIHMMessageDialog::addDynamicUnlocalizedMessage(11208, "NAME", 0);
     EXPECT_EQ(embedded::Messages::get().take(), Texts({"localized 0 11208 11125", "unlocalized 11208 0 NAME"}));
+}
+
+TEST_F(RecordsTest, InlineAccessorsReadTheFieldsThatTheCompanionsLayOut) {
+    double row[] = {0.5, 1.5};
+    double* table[] = {row, row, row};
+    const struct {
+        int rows;
+        int columns;
+        double** table;
+    } fields = {3, 2, table};
+    UTILMatrix matrix(0, 0, nullptr);
+    static_assert(sizeof matrix == sizeof fields, "nothing else is in it");
+    std::memcpy(static_cast<void*>(&matrix), &fields, sizeof matrix);
+    EXPECT_EQ(matrix.get_nblig(), 3);
+    EXPECT_EQ(matrix.get_nbcol(), 2);
+    EXPECT_EQ(matrix.get_pp_mat(), table);
+
+    EMHManager* const errors = EMHManager::getInstance();
+    TYPMapIntPVoid* first = nullptr;
+    std::memcpy(&first, static_cast<const void*>(errors), sizeof first);
+    EXPECT_EQ(errors->get_error_list(), first);
+
+    UTILTime time, otherTime;
+    EXPECT_EQ(&(time = otherTime), &time);
+    EXPECT_EQ(&(time = std::move(otherTime)), &time);
+    UTILThreads threads, otherThreads;
+    EXPECT_EQ(&(threads = otherThreads), &threads);
+    EXPECT_EQ(&(threads = std::move(otherThreads)), &threads);
 }
 
 TEST_F(RecordsTest, ManagersAnswerTheEnvironmentUnlessMissingOrFailing) {

@@ -1,30 +1,16 @@
 #include "TYPMapCATUnicodeStringPVoid.h"
-#include "TYPMapIntPVoid.h"
-#include "TYPVectorCATUnicodeString.h"
+
+#include "embedded/services/ClassNames.h"
 
 #include <cstdint>
 #include <cstring>
-#include <memory>
-#include <string>
-#include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
+using embedded::acceptsClass;
+using embedded::internedClassName;
+
 namespace {
-
-/** A class name that lives as long as the process; there are few of them. */
-const char* internedClassName(const char* name) {
-    static std::vector<std::unique_ptr<const std::string>> names;
-    const std::string_view wanted = name ? name : "";
-    for (const auto& known : names)
-        if (*known == wanted) return known->c_str();
-    return names.emplace_back(std::make_unique<const std::string>(wanted))->c_str();
-}
-
-bool acceptsClass(const char* held, const char* wanted) {
-    return !wanted || !*wanted || held == wanted || std::strcmp(held, wanted) == 0;
-}
 
 const CATUnicodeString& emptyText() {
     static const CATUnicodeString empty;
@@ -227,34 +213,4 @@ const char* TYPMapCATUnicodeStringPVoid::classNameAt(int iIndex) const {
 const CATUnicodeString& TYPMapCATUnicodeStringPVoid::keyAt(int iIndex) const {
     const Entry* const entry = m_table->at(iIndex);
     return entry ? entry->key : emptyText();
-}
-
-struct TYPMapIntPVoid::Table {
-    struct Value {
-        void* pointer;
-        const char* className;
-    };
-    std::unordered_map<int, Value> values;
-};
-
-TYPMapIntPVoid::TYPMapIntPVoid() : m_table(new Table) {}
-
-TYPMapIntPVoid::~TYPMapIntPVoid() { delete m_table; }
-
-void TYPMapIntPVoid::insert(int iKey, void* iValue, const char* iClassName) {
-    m_table->values[iKey] = {iValue, internedClassName(iClassName)};
-}
-
-void* TYPMapIntPVoid::find(int iKey, const char* iClassName) const {
-    const auto found = m_table->values.find(iKey);
-    if (found == m_table->values.end() || !acceptsClass(found->second.className, iClassName)) return nullptr;
-    return found->second.pointer;
-}
-
-unsigned char TYPMapIntPVoid::erase(int iKey) { return m_table->values.erase(iKey) > 0 ? 1 : 0; }
-
-int TYPMapIntPVoid::size() const { return static_cast<int>(m_table->values.size()); }
-
-const CATUnicodeString& TYPVectorCATUnicodeString::at(int iIndex) const {
-    return iIndex < 0 || iIndex >= size() ? emptyText() : m_texts[static_cast<std::size_t>(iIndex)];
 }

@@ -1,7 +1,11 @@
+// The journal in memory, and the companion's manager that writes into it.
+#include "CATUnicodeString.h"
+#include "JNLManager.h"
 #include "embedded/Records.h"
 
+#include <cstdarg>
 #include <cstdio>
-#include <utility>
+#include <string_view>
 
 namespace embedded {
 
@@ -103,23 +107,39 @@ void Journal::write(const char* format, std::va_list arguments) {
     m_ends.push_back(m_text.size());
 }
 
-ErrorReports& ErrorReports::get() {
-    static ErrorReports reports;
-    return reports;
-}
-
-std::vector<std::string> ErrorReports::take() {
-    std::vector<std::string> result;
-    for (const ErrorReport& report : m_reports) result.push_back(report.text());
-    m_reports.clear();
-    return result;
-}
-
-Messages& Messages::get() {
-    static Messages messages;
-    return messages;
-}
-
-std::vector<std::string> Messages::take() { return std::exchange(m_messages, {}); }
-
 } // namespace embedded
+
+namespace {
+
+std::string_view bytesOf(const CATUnicodeString& text) {
+    return {text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte())};
+}
+
+class JournalManager final : public JNLManager {
+public:
+    void writeFunctionBegin(const CATUnicodeString& iName, const CATUnicodeString&) override {
+        embedded::Journal::get().begin(bytesOf(iName));
+    }
+    void writeFunctionEnd(const CATUnicodeString& iName, int iCode) override {
+        embedded::Journal::get().end(bytesOf(iName), iCode);
+    }
+    void writeMsg(const char* iFormat, ...) override {
+        std::va_list arguments;
+        va_start(arguments, iFormat);
+        embedded::Journal::get().write(iFormat ? iFormat : "", arguments);
+        va_end(arguments);
+    }
+    void writeReturn(const char* iFormat, ...) override {
+        std::va_list arguments;
+        va_start(arguments, iFormat);
+        embedded::Journal::get().write(iFormat ? iFormat : "", arguments);
+        va_end(arguments);
+    }
+};
+
+} // namespace
+
+JNLManager* JNLManager::getInstance() {
+    static JournalManager manager;
+    return &manager;
+}

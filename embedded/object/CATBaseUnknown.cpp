@@ -1,5 +1,4 @@
 #include "CATBaseUnknown.h"
-#include "CATCollec.h"
 #include "CATMetaClass.h"
 #include "embedded/Accounting.h"
 
@@ -62,16 +61,4 @@ int CATMetaClass::IsAKindOf(const char* iName) const {
     for (const CATMetaClass* meta = this; meta; meta = meta->m_base)
         if (std::strcmp(meta->m_name, iName) == 0) return 1;
     return 0;
-}
-
-int CATMetaClass::IsAKindOf(const CATMetaClass* iClass) const { return iClass ? IsAKindOf(iClass->m_name) : 0; }
-
-CATCollecRoot::CATCollecRoot() { ++Accounting::get().live().lists; }
-
-CATCollecRoot::CATCollecRoot(const CATCollecRoot&) : CATCollecRoot() {}
-
-CATCollecRoot::~CATCollecRoot() { --Accounting::get().live().lists; }
-
-void CATCollecRoot::BadPosition(int iPosition, int iSize) {
-    Accounting::get().breach("position " + std::to_string(iPosition) + " in a list of " + std::to_string(iSize));
 }

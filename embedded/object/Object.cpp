@@ -1,0 +1,68 @@
+#include "embedded/object/Object.h"
+
+#include "CATBaseUnknown.h"
+#include "embedded/Accounting.h"
+
+#include <map>
+#include <utility>
+
+namespace embedded {
+
+CATMetaClass* metaClass(const std::string& name, const std::string& base) {
+    struct Class {
+        std::string name;
+        std::string base;
+        CATMetaClass baseMeta;
+        CATMetaClass meta;
+        Class(const std::string& className, const std::string& baseName)
+            : name(className), base(baseName),
+              baseMeta(base.c_str(), baseName == CATBaseUnknown::ClassName() ? nullptr : rootMeta()),
+              meta(name.c_str(), &baseMeta) {}
+        static const CATMetaClass* rootMeta() {
+            static const CATMetaClass root(CATBaseUnknown::ClassName(), nullptr);
+            return &root;
+        }
+    };
+    static std::map<std::pair<std::string, std::string>, Class> classes;
+    return &classes.try_emplace({name, base}, name, base).first->second.meta;
+}
+
+Object* Object::s_first = nullptr;
+
+Object::Object(const std::string& className, const std::string& baseName)
+    : m_next(s_first), m_meta(metaClass(className, baseName)) {
+    if (s_first) s_first->m_previous = this;
+    s_first = this;
+}
+
+Object::~Object() {
+    Accounting::get().live().references -= m_references;
+    (m_previous ? m_previous->m_next : s_first) = m_next;
+    if (m_next) m_next->m_previous = m_previous;
+}
+
+std::string Object::objectName() const { return m_meta->IsA(); }
+
+void Object::setClass(const std::string& className, const std::string& baseName) {
+    m_meta = metaClass(className, baseName);
+}
+
+ULONG Object::addReference() {
+    ++Accounting::get().live().references;
+    return static_cast<ULONG>(++m_references);
+}
+
+ULONG Object::releaseReference() {
+    if (m_references == 0) {
+        Accounting::get().breach("double release of " + objectName());
+        return 0;
+    }
+    --Accounting::get().live().references;
+    return static_cast<ULONG>(--m_references);
+}
+
+void Object::recordUseAfterRelease(const char* site) const {
+    Accounting::get().breach("use after release of " + objectName() + " in " + site);
+}
+
+} // namespace embedded

@@ -1,0 +1,53 @@
+#include "embedded/session_file/SessionSections.h"
+#include "embedded/structure/SessionWorkModes.h"
+
+#include <array>
+
+namespace embedded {
+
+namespace {
+
+constexpr std::array<const char*, 4> kModeNames = {"visualisation", "standard", "brep", "design"};
+constexpr std::array<const char*, 5> kOutcomeNames = {"switched", "ignored", "refused", "error", "foreign"};
+
+/** Index of the text; fails at the field when it is none of them. */
+template <std::size_t N>
+int indexOf(const JsonField& field, const std::array<const char*, N>& names) {
+    for (std::size_t i = 0; i < N; ++i)
+        if (field.text() == names[i]) return static_cast<int>(i);
+    field.fail("nothing is called '" + field.text() + "' here");
+}
+
+void readWorkModes(const JsonField& field, const SectionReader& reader) {
+    field.expectKeys({"products", "switching"});
+    SessionWorkModes& modes = SessionWorkModes::get();
+    if (const auto switching = field.optional("switching"))
+        modes.outcome = static_cast<SwitchOutcome>(indexOf(*switching, kOutcomeNames));
+    const auto products = field.optional("products");
+    if (!products) return;
+    for (const JsonField& entry : products->elements()) {
+        entry.expectKeys({"place", "mode"});
+        const JsonField mode = entry.required("mode");
+        setWorkMode(reader.place(entry.required("place")), static_cast<WorkMode>(indexOf(mode, kModeNames)));
+    }
+}
+
+Json writeWorkModes(Session& session) {
+    Json json;
+    SessionWorkModes& modes = session.data().part<SessionWorkModes>();
+    if (modes.outcome != SwitchOutcome::switched)
+        json["switching"] = kOutcomeNames[static_cast<std::size_t>(modes.outcome)];
+    for (const auto& product : session.data().products) {
+        const auto mode = static_cast<std::size_t>(product->workMode());
+        if (mode == static_cast<std::size_t>(WorkMode::design)) continue;
+        if (mode >= kModeNames.size()) throw SaveFault{"a product has an unknown work mode"};
+        json["products"].push_back({{"place", placeOf(Product(product.get()))}, {"mode", kModeNames[mode]}});
+    }
+    return json;
+}
+
+const SessionSection section("work_modes", readWorkModes, writeWorkModes);
+
+} // namespace
+
+} // namespace embedded
