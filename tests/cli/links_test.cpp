@@ -1,6 +1,8 @@
 #include "tests/support/DocumentImage.h"
 #include "tests/support/Program.h"
 
+#include <algorithm>
+
 namespace {
 
 /** An assembly of two parts in a folder, one part missing, and a part that imports. */
@@ -40,7 +42,7 @@ TEST_F(LinksCommandTest, GivesOneObjectADocument) {
         "{\"document\":\"" + path("w/Pin.CATPart") + "\",\"version\":[5,24,0],\"part_files\":[{\"name\":\"" +
             path("w/sub/Bolt.CATPart") +
             "\",\"exists\":true}],\"context_products\":[],\"context_parts\":[],\"external_references\":"
-            "[\"..!Bolt.1!Axis\"],\"links\":[{\"type\":\"MMLAssy_Ref\",\"name\":\"\",\"exists\":false,\"reference\":"
+            "[\"..!Bolt.1!Axis\"],\"links\":[{\"type\":\"MMLAssy_Ref\",\"name\":null,\"exists\":null,\"reference\":"
             "\"..!Bolt.1!Axis\",\"tag_found\":false},{\"type\":\"MML\",\"name\":\"" +
             path("w/sub/Bolt.CATPart") +
             "\",\"exists\":true,\"reference\":\"Length\",\"tag_found\":true}],\"ghosts\":[]}");
@@ -49,6 +51,92 @@ TEST_F(LinksCommandTest, GivesOneObjectADocument) {
                   "\",\"exists\":true},{\"name\":\"D:\\\\old\\\\Nut.CATPart\",\"exists\":false}]");
     EXPECT_EQ(rows[1]["ghosts"].dump(), R"(["D:\\old\\Gone.CATPart"])");
     EXPECT_EQ(rows[2]["document"], path("w/sub/Bolt.CATPart"));
+}
+
+TEST_F(LinksCommandTest, ADocumentIsTheSameByEveryNameAndEveryFileHasOneText) {
+    const struct {
+        const char *folder, *argument, *bolt;
+    } cases[] = {{"w", "Root.CATProduct", "sub/Bolt.CATPart"},
+                 {"w", "./Root.CATProduct", "./sub/Bolt.CATPart"},
+                 {"w/sub", "../Root.CATProduct", "../sub/Bolt.CATPart"},
+                 {".", "w/Root.CATProduct", "w/sub/Bolt.CATPart"},
+                 {"w", "Pin.CATPart Root.CATProduct sub/../Root.CATProduct ./Root.CATProduct", "sub/Bolt.CATPart"},
+                 {"w", ".", "./sub/Bolt.CATPart"},
+                 {"w/sub", "..", "../sub/Bolt.CATPart"},
+                 {".", "w", "w/sub/Bolt.CATPart"},
+                 {".", "w/sub w", "w/sub/Bolt.CATPart"}};
+    for (const auto& example : cases) {
+        EXPECT_EQ(runIn(example.folder, std::string("links --json ") + example.argument), 1) << example.argument;
+        const std::string bolt = example.bolt;
+        const std::string prefix = bolt.substr(0, bolt.size() - std::string("sub/Bolt.CATPart").size());
+        int products = 0;
+        for (const auto& row : rows()) {
+            const bool isBolt = row["document"].get<std::string>().find("Bolt") != std::string::npos;
+            EXPECT_TRUE(!isBolt || row["document"] == bolt) << example.argument;
+            if (row["document"] != prefix + "Root.CATProduct") continue;
+            ++products;
+            EXPECT_EQ(row["context_parts"].dump(), "[{\"name\":\"" + bolt +
+                                                       "\",\"exists\":true},{\"name\":\"D:\\\\old\\\\Nut.CATPart\","
+                                                       "\"exists\":false}]")
+                << example.argument;
+        }
+        EXPECT_EQ(products, 1) << example.argument;
+    }
+}
+
+TEST_F(LinksCommandTest, NamesOfAnyBytesCanBePrintedAndReadBack) {
+    const struct {
+        const char *name, *shown;
+    } cases[] = {{"\x1B[31m\x07.CATPart", "%1B[31m%07.CATPart"},
+                 {"\x7F\xC2\x9B.CATPart", "%7F%C2%9B.CATPart"},
+                 {"\xC3\xA9t\xE9.CATPart", "\xC3\xA9t%E9.CATPart"},
+                 {"100%.CATPart", "100%.CATPart"},
+                 {"%1B.CATPart", "%251B.CATPart"},
+                 {"\xED\xA0\x80\xF5.CATPart", "%ED%A0%80%F5.CATPart"},
+                 {"\xE0\x80\x80.CATPart", "%E0%80%80.CATPart"},
+                 {"\xF0\x9F\x94\xA7.CATPart", "\xF0\x9F\x94\xA7.CATPart"}};
+    for (const auto& example : cases) {
+        const std::string folder = "odd", file = path("odd") + "/" + example.name,
+                          shown = path("odd") + "/" + example.shown;
+        std::filesystem::remove_all(path(folder));
+        write("odd/plain.txt", "");
+        std::filesystem::copy(path("w/Root.CATProduct"), std::filesystem::path(file));
+        run("links --json " + quoted(folder));
+        EXPECT_EQ(rows().at(0)["document"], shown);
+        run("links " + quoted(folder));
+        EXPECT_EQ(content("out").find(shown + "  V5 R27 SP1\n"), 0u) << shown;
+        run("links --dot " + quoted(folder));
+        EXPECT_NE(content("out").find("  \"" + shown + "\";\n"), std::string::npos) << shown;
+        run("status --json " + quoted(folder));
+        EXPECT_EQ(rows().at(0)["document"], shown);
+        run("status " + quoted(folder));
+        EXPECT_NE(content("out").find(shown + "\n"), std::string::npos) << shown;
+        run("dat '" + file + "'");
+        EXPECT_EQ(content("err"), "vorntools: no DAT file can be read for " + shown + "\n");
+        run("report " + quoted(folder) + " -o " + quoted("report.html"));
+        EXPECT_NE(content("report.html").find("<title>" + shown + "</title>"), std::string::npos) << shown;
+    }
+}
+
+TEST_F(LinksCommandTest, ProgressStandsOnALineOfItsOwnOfATerminal) {
+    EXPECT_EQ(run("links " + quoted("w")), 1);
+    EXPECT_EQ(content("err"), "") << "nobody watches";
+    EXPECT_EQ(runOnTerminal("links --json " + quoted("w")), 1);
+    std::string shown = content("out");
+    const std::string begin = "0 of 3 documents", wiped = "\r" + std::string(begin.size(), ' ') + "\r";
+    EXPECT_EQ(shown.find(begin + wiped + "{\"document\":"), 0u) << shown;
+    // A terminal that carries out what it was sent is left with the results alone.
+    for (std::size_t at = shown.find(" documents\r"); at != std::string::npos; at = shown.find(" documents\r")) {
+        const std::size_t line = shown.find_last_of("\n\r", at) + 1,
+                          width = at + std::string(" documents").size() - line;
+        EXPECT_EQ(shown.substr(line + width, width + 2), "\r" + std::string(width, ' ') + "\r");
+        shown.erase(line, 2 * width + 2);
+    }
+    run("links --json " + quoted("w"));
+    shown.erase(std::remove(shown.begin(), shown.end(), '\r'), shown.end());
+    EXPECT_EQ(shown, content("out"));
+    EXPECT_EQ(runOnTerminal("links --json " + quoted("w") + " > " + quoted("kept")), 1);
+    EXPECT_EQ(content("out"), begin + wiped) << "results go elsewhere";
 }
 
 TEST_F(LinksCommandTest, ExitStatusTellsMissingFromUnreadable) {

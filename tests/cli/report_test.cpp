@@ -1,3 +1,4 @@
+#include "tests/support/DocumentImage.h"
 #include "tests/support/Program.h"
 
 namespace {
@@ -26,6 +27,36 @@ TEST_F(ReportCommandTest, StatesMissingDocumentsAndLinksOfTheExample) {
     EXPECT_LT(left("GearPump.CATProduct"), left("Shaft.CATPart"));
     EXPECT_LT(left("Shaft.CATPart"), left("DriveGear.CATPart"));
     EXPECT_EQ(left("Key.CATPart"), -1) << "without links";
+}
+
+TEST_F(ReportCommandTest, SaysTheSameFromTheFolderItself) {
+    const std::string workspace = std::string(VORNTOOLS_SOURCE_DIR) + "/examples/workspace";
+    EXPECT_EQ(run("report \"" + workspace + "\" -o " + quoted("report.html")), 1);
+    std::string page = content("report.html");
+    for (std::size_t at = page.find(workspace); at != std::string::npos; at = page.find(workspace))
+        page.replace(at, workspace.size(), ".");
+    std::filesystem::copy(workspace, path("workspace"), std::filesystem::copy_options::recursive);
+    EXPECT_EQ(runIn("workspace", "report . -o " + quoted("report.html")), 1);
+    for (const char* const part : {"<h2>What is missing</h2>", "<h2>Links</h2>"}) {
+        const auto cut = [&](const std::string& text) {
+            const std::size_t begin = text.find(part);
+            return text.substr(begin, text.find("<h2>", begin + 1) - begin);
+        };
+        EXPECT_EQ(cut(content("report.html")), cut(page));
+    }
+}
+
+TEST_F(ReportCommandTest, AnOddNameStaysAmongOthers) {
+    DocumentImage image;
+    const std::string product =
+        image
+            .properties("D:\\old\\A.CATProduct",
+                        {ImageRecord::object("CATPart", "D:\\old\\Gone.CATPart", std::string(16, '\x07'))})
+            .bytes();
+    write("d/A.CATProduct", product);
+    std::filesystem::copy(path("d/A.CATProduct"), std::filesystem::path(path("d") + "/B\xFF.CATProduct"));
+    EXPECT_EQ(run("report " + quoted("d") + " -o " + quoted("report.html")), 1);
+    EXPECT_TRUE(says("<td>D:\\old\\Gone.CATPart</td><td>A.CATProduct, B%FF.CATProduct</td>"));
 }
 
 TEST_F(ReportCommandTest, NamesAreTextAndBadInputIsTold) {

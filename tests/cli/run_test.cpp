@@ -66,9 +66,9 @@ TEST_F(RunCommandTest, ScenesAndMasks) {
     EXPECT_EQ(runExample("scenes --json"), 0);
     EXPECT_EQ(values({"scene", "product", "position", "hidden"}),
               (Texts{R"("Exploded" | "Housing.1!" | null | null)",
-                     R"("Exploded" | "Shaft.1!" | "1 0 0 0 1 0 0 0 1 0 0 80" | "FALSE")",
+                     R"("Exploded" | "Shaft.1!" | "1 0 0 0 1 0 0 0 1 0 0 80" | false)",
                      R"("Exploded" | "Drive!" | null | null)", R"("Exploded" | "DriveGear.1!Drive!" | null | null)",
-                     R"("Exploded" | "Key.1!" | "1 0 0 0 1 0 0 0 1 0 0 0" | "TRUE")"}));
+                     R"("Exploded" | "Key.1!" | "1 0 0 0 1 0 0 0 1 0 0 0" | true)"}));
     EXPECT_EQ(runExample("masks --json --product 'GP-100\\Key.1' --set 7"), 0);
     EXPECT_EQ(values({"mask"}), (Texts{"0", "0", "3", "0", "0", "7"}));
     EXPECT_EQ(runExample("masks --set 7"), 2);
@@ -161,6 +161,8 @@ TEST_F(RunCommandTest, ExchangeFilesAndImportOptions) {
         0);
     EXPECT_EQ(content("t/CADFilesInSession.txt"), "GearPump.CATProduct\nShaft.CATPart\nDriveGear.CATPart\n"
                                                   "Key.CATPart\nGearPump.CATDrawing\n");
+    EXPECT_EQ(run("exchange session " + quoted("t")), 2) << "without a session the file would be emptied";
+    EXPECT_NE(content("t/CADFilesInSession.txt"), "");
     EXPECT_EQ(run("exchange result " + quoted("absent")), 2);
     EXPECT_EQ(run("import-options " + quoted("absent.txt")), 2);
     write("i.txt",

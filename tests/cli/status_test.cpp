@@ -59,10 +59,48 @@ TEST_F(StatusCommandTest, ASessionTellsOfUnsavedChanges) {
 TEST_F(StatusCommandTest, DatGivesEveryField) {
     writePart("w/a.CATPart", std::string(kTagged) + "<DT_Maps>\n<DT_Map>\nx\ny\n</DT_Map>\n</DT_Maps>\n");
     EXPECT_EQ(run("dat --json " + quoted("w/a.CATPart.dat")), 0);
-    const auto fields = nlohmann::json::parse(content("out"));
+    auto fields = nlohmann::json::parse(content("out"));
     EXPECT_EQ(fields["<ItemRevUID>"], "REV");
     EXPECT_EQ(fields["<LinkedDocs>"], nlohmann::json({"a.CATPart", "UNRESOLVED|b"}));
     EXPECT_EQ(fields["<DT_Maps>"], nlohmann::json::parse(R"([["x", "y"]])"));
+
+    write("w/a.CATPart.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n<LinkedDocs>\nsub/a.CATPart\nMML|D:\\b.CATPart\n"
+                             "</LinkedDocs>\n<DT_Files>\nt/1.xls\n</DT_Files>\n<StructLastModDate>\n5\n6\n"
+                             "</StructLastModDate>\n<DT_Maps>\n<DT_Map>\na!!!b\n!!!\n</DT_Map>\n<DT_Map>\n</DT_Map>\n"
+                             "<DT_Map>\nopen\n</DT_Maps>\n<CatiaUUID>\n1_2_3_4\n</CatiaUUID>\n");
+    EXPECT_EQ(run("dat --json " + quoted("w/a.CATPart")), 0);
+    fields = nlohmann::json::parse(content("out"));
+    EXPECT_EQ(fields["<LinkedDocs>"], nlohmann::json({"sub/a.CATPart", "MML|D:\\b.CATPart"}));
+    EXPECT_EQ(fields["<DT_Files>"], nlohmann::json({"t/1.xls"}));
+    EXPECT_EQ(fields["<StructLastModDate>"], nlohmann::json({"5", "6"}));
+    EXPECT_EQ(fields["<DT_Maps>"], nlohmann::json::parse(R"([["a!!!b", "!!!"], []])"));
+    EXPECT_EQ(fields["<CatiaUUID>"], "1_2_3_4");
+    EXPECT_EQ(run("dat " + quoted("w/a.CATPart")), 0);
+    EXPECT_NE(content("out").find("  a!!!b | !!!\n"), std::string::npos);
+}
+
+TEST_F(StatusCommandTest, ADatFileThatSaysLittleIsNoMissingOne) {
+    const struct {
+        const char *dat, *version, *layout, *status, *reason;
+    } cases[] = {
+        {"<DatFileVersion>\n\n</DatFileVersion>\n<LocalLastModDate>\n1700000000\n</LocalLastModDate>\n", "", "tagged",
+         "not modified", "file and DAT file agree"},
+        {"<DatFileVersion>\n", "", "tagged", "modified", "no date in the DAT file"},
+        {"<DatFileVersion>\n2\n</DatFileVersion>\n", "2", "tagged", "modified", "no date in the DAT file"},
+        {"", "0", "positional", "modified", "no date in the DAT file"},
+    };
+    for (const auto& example : cases) {
+        writePart("w/a.CATPart", "x");
+        write("w/a.CATPart.dat", example.dat);
+        run("status --json " + quoted("w"));
+        const auto row = rows().at(0);
+        EXPECT_EQ(row["dat"], path("w/a.CATPart.dat")) << example.dat;
+        EXPECT_EQ(row["layout"], example.layout) << example.dat;
+        EXPECT_EQ(row["status"], example.status) << example.dat;
+        EXPECT_EQ(row["reason"], example.reason) << example.dat;
+        EXPECT_EQ(run("dat --json " + quoted("w/a.CATPart")), 0) << example.dat;
+        EXPECT_EQ(rows().at(0)["<DatFileVersion>"], example.version) << example.dat;
+    }
 }
 
 TEST_F(StatusCommandTest, EveryDatFileIsAccountedFor) {

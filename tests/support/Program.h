@@ -13,11 +13,15 @@
 class ProgramTest : public PlatformTest {
 protected:
     /** The program's exit code; what it says is then the content of "out" and "err". */
-    int run(const std::string& arguments) {
-        const std::string command = std::string("\"") + VORNTOOLS_PROGRAM + "\" " + arguments + " > \"" + path("out") +
-                                    "\" 2> \"" + path("err") + "\"";
-        const int status = std::system(command.c_str());
-        return status > 255 ? status / 256 : status;
+    int run(const std::string& arguments) { return runShell(program() + " " + arguments); }
+    /** The same, started in a folder. */
+    int runIn(const std::string& name, const std::string& arguments) {
+        return runShell("cd " + quoted(name) + " && " + program() + " " + arguments);
+    }
+    /** The same, with one terminal for everything that it says: the content of "out", line ends as the terminal has
+     * them. */
+    int runOnTerminal(const std::string& arguments) {
+        return runShell("SHELL=/bin/sh script -qec '" + program() + " " + arguments + "' /dev/null");
     }
     std::string content(const std::string& name) {
         std::ostringstream text;
@@ -32,6 +36,14 @@ protected:
         return result;
     }
     std::string quoted(const std::string& name) { return "\"" + path(name) + "\""; }
+
+private:
+    static std::string program() { return std::string("\"") + VORNTOOLS_PROGRAM + "\""; }
+    int runShell(const std::string& command) {
+        const std::string line = "{ " + command + "; } > " + quoted("out") + " 2> " + quoted("err");
+        const int status = std::system(line.c_str());
+        return status > 255 ? status / 256 : status;
+    }
 };
 
 #endif

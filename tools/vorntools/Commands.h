@@ -1,14 +1,10 @@
 #ifndef TOOLS_VORNTOOLS_COMMANDS_H
 #define TOOLS_VORNTOOLS_COMMANDS_H
 
-#include <CLI/CLI.hpp>
+#include "tools/vorntools/CommandLine.h"
 
-#include <functional>
 #include <string>
 #include <vector>
-
-/** Exit codes of the program. */
-enum ExitCode { ExitFine = 0, ExitFindings = 1, ExitUnusable = 2 };
 
 /** What many commands share. Names are UTF-8. */
 struct CommonOptions {
@@ -18,43 +14,21 @@ struct CommonOptions {
     std::string journal; ///< file that receives the journal, empty for none
 
     /** Adds "--json", "--session" and "--journal". */
-    void addTo(CLI::App& command);
+    void addTo(Command& command);
     /** Adds "--json" and "--journal". */
-    void addOutputTo(CLI::App& command);
+    void addOutputTo(Command& command);
     /** Adds "--session" and "--journal". */
-    void addSessionTo(CLI::App& command);
+    void addSessionTo(Command& command);
     /** Loads the session, if one is given. @return false, said on standard error, when it cannot be loaded */
     bool loadSession() const;
-
-private:
-    void addJournalTo(CLI::App& command);
 };
 
-/** The program's commands with what each does. */
-class Program {
-public:
-    Program();
-    /** Adds a command. @param run its exit code; called when the command was given */
-    CLI::App& add(const std::string& name, const std::string& description, std::function<int()> run);
-    /** Runs the command that the arguments name; the exit code. */
-    int run(std::vector<std::string> arguments);
-
-private:
-    struct Command {
-        CLI::App* app;
-        std::function<int()> run;
-    };
-    CLI::App m_app;
-    std::vector<Command> m_commands;
-    std::string m_generated; ///< kind of the text about the program itself that is asked for
-};
-
-void addStatusCommand(Program& program);
-void addDatCommand(Program& program);
-void addLinksCommand(Program& program);
-void addReportCommand(Program& program);
-void addExchangeCommand(Program& program);
-void addRunCommand(Program& program);
-void addImportOptionsCommand(Program& program);
+void addStatusCommand(Command& program);
+void addDatCommand(Command& program);
+void addLinksCommand(Command& program);
+void addReportCommand(Command& program);
+void addExchangeCommand(Command& program);
+void addRunCommand(Command& program);
+void addImportOptionsCommand(Command& program);
 
 #endif

@@ -1,24 +1,34 @@
 #include "tools/vorntools/Commands.h"
 #include "tools/vorntools/DocumentLinks.h"
+#include "tools/vorntools/Files.h"
+#include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
 #include "VornCache.h"
 #include "VornToolsCommon.h"
 
-#include <array>
-#include <cstdio>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
-using ListGetter = HRESULT (VornCache::*)(CATUnicodeString, CATListValCATUnicodeString&);
+struct DatOptions {
+    CommonOptions common;
+    std::string file;
+};
 
 constexpr const char* kPositionalTags[] = {"<ItemId>",      "<ItemRevId>",        "<ItemRevName>",
                                            "<DatasetUID>",  "<DatasetVersion>",   "<LoadType>",
                                            "<DatasetType>", "<LocalLastModDate>", "<DbLastModDate>"};
 constexpr const char* kSingleTags[] = {"<ItemRevUID>", "<DatasetUID>", "<NamedRefUID>", "<LoadType>",
                                        "<LocalLastModDate>"};
+constexpr const char* kVersionTag = "<DatFileVersion>";
 constexpr const char* kIdentifierTag = "<CatiaUUID>";
+constexpr const char* kBlockTags[] = {"<Configuration>", "<DT_Sheets>",  "<DT_Cfgs>",  "<DT_CfgCksums>",
+                                      "<OVSkippedOcc>",  "<LinkedDocs>", "<DT_Files>", "<StructLastModDate>"};
+constexpr const char* kMapsTag = "<DT_Maps>";
+constexpr const char* kMapTag = "<DT_Map>";
 constexpr const char* kDocumentLinks = "document_links";
 
 /** What a field says, for the reader of the table. */
@@ -50,90 +60,85 @@ constexpr Meaning kMeanings[] = {{"<DatFileVersion>", "layout: 0 one field a lin
                                  {"<StructLastModDate>", "structure's date when it was loaded"},
                                  {kDocumentLinks, "documents that the document itself points to"}};
 
-/** A block of lines and the question that answers it. */
-struct Block {
-    const char* tag;
-    ListGetter getter;
-};
-constexpr Block kBlocks[] = {{"<Configuration>", &VornCache::getConfiguration},
-                             {"<DT_Sheets>", &VornCache::getDesignTableSheets},
-                             {"<DT_Cfgs>", &VornCache::getDesignTableConfigs},
-                             {"<DT_CfgCksums>", &VornCache::getDesignTableCksums},
-                             {"<OVSkippedOcc>", &VornCache::getSkippedOccList}};
+std::string closingTagOf(const std::string& tag) { return "</" + tag.substr(1); }
 
-/** What is said of files is their names alone: the place of a linked file is another question. */
-Json namesOf(const CATListValCATUnicodeString& list) {
+/**
+ * The lines of a DAT file as they stand there. The cache's own answers are made for other questions: of a date it tells
+ * the first line, of a file its full name, and it joins the lines of a mapping.
+ */
+class DatLines {
+public:
+    /** @param name full name of the document */
+    explicit DatLines(const CATUnicodeString& name)
+        : m_read(SUCCEEDED(VornToolsCommon::readDatTools(name, CATUnicodeString(), m_lines))) {}
+
+    bool read() const { return m_read; }
+    /** The line behind the first one that is the tag. */
+    std::string behind(const char* tag) const {
+        const int at = m_lines.Locate(tag);
+        return at > 0 && at < m_lines.Size() ? bytesOf(m_lines[at + 1]) : std::string();
+    }
+    bool has(const char* tag) const { return m_lines.Locate(tag) > 0; }
+    /** The lines between a tag and the closing one behind it; none without either. */
+    std::vector<std::string> block(const std::string& tag) const {
+        const int begin = m_lines.Locate(tag.c_str());
+        const int end = begin > 0 ? m_lines.Locate(closingTagOf(tag).c_str(), begin) : 0;
+        std::vector<std::string> lines;
+        for (int i = begin + 1; i < end; ++i) lines.push_back(bytesOf(m_lines[i]));
+        return lines;
+    }
+
+private:
+    CATListValCATUnicodeString m_lines;
+    bool m_read;
+};
+
+Json jsonOf(const std::vector<std::string>& lines) {
     Json array = Json::array();
-    for (int i = 1; i <= list.Size(); ++i) array.push_back(fileNameOf(bytesOf(list[i])));
+    for (const std::string& line : lines) array.push_back(line);
     return array;
 }
 
-/** A mapping's lines; each stands behind "!!!". */
-Json linesOfMap(const std::string& map) {
-    const std::string mark = "!!!";
-    Json lines = Json::array();
-    for (std::size_t at = map.find(mark); at != std::string::npos;) {
-        const std::size_t next = map.find(mark, at + mark.size());
-        lines.push_back(map.substr(at + mark.size(), next == std::string::npos ? next : next - at - mark.size()));
-        at = next;
+/** A list of lines for every mapping that is closed. */
+Json mapsOf(const std::vector<std::string>& lines) {
+    Json maps = Json::array();
+    std::vector<std::string> map;
+    bool inside = false;
+    for (const std::string& line : lines) {
+        if (inside && line == closingTagOf(kMapTag)) {
+            maps.push_back(jsonOf(map));
+            map.clear();
+            inside = false;
+        } else if (inside) {
+            map.push_back(line);
+        } else {
+            inside = line == kMapTag;
+        }
     }
-    return lines;
+    return maps;
 }
 
-void addBlocks(VornCache& cache, const CATUnicodeString& name, Json& fields) {
-    CATListValCATUnicodeString list;
-    for (const Block& block : kBlocks) {
-        (cache.*block.getter)(name, list);
-        fields[block.tag] = arrayOf(list);
-    }
-    cache.getLinkedDoc(name, CATUnicodeString(), list);
-    fields["<LinkedDocs>"] = namesOf(list);
-    cache.getDesignTableFiles(name, CATUnicodeString(), list);
-    fields["<DT_Files>"] = namesOf(list);
-    fields["<DT_Maps>"] = Json::array();
-    cache.getDesignTableMaps(name, list);
-    for (int i = 1; i <= list.Size(); ++i) fields["<DT_Maps>"].push_back(linesOfMap(bytesOf(list[i])));
-    CATUnicodeString date;
-    cache.getBVRDate(name, date);
-    fields["<StructLastModDate>"] = Json::array();
-    if (!date.IsNull()) fields["<StructLastModDate>"].push_back(bytesOf(date));
-}
-
-/** The cache has no use for the identifier of the document: it is read from the lines. */
-void addIdentifier(const CATUnicodeString& name, Json& fields) {
-    CATListValCATUnicodeString lines;
-    if (FAILED(VornToolsCommon::readDatTools(name, CATUnicodeString(), lines))) return;
-    const int tag = lines.Locate(kIdentifierTag);
-    if (tag > 0 && tag < lines.Size()) fields[kIdentifierTag] = bytesOf(lines[tag + 1]);
-}
-
-Json fieldsOf(VornCache& cache, const CATUnicodeString& name) {
-    Json fields;
-    CATUnicodeString text;
+Json fieldsOf(const DatLines& lines, const std::string& document) {
+    const CATUnicodeString name = textOf(document);
+    VornCache cache;
+    cache.addDocument(name, nullptr);
+    Json fields = Json::object();
     const auto add = [&](const char* tag) {
+        CATUnicodeString text;
         cache.getDataAtLine(name, tag, text);
-        fields[tag] = bytesOf(text);
+        fields.add(tag, bytesOf(text));
     };
-    add("<DatFileVersion>");
-    const bool positional = fields["<DatFileVersion>"] == "0";
-    if (positional)
+    add(kVersionTag);
+    if (lines.behind(kVersionTag) == "0")
         for (const char* const tag : kPositionalTags) add(tag);
     else
         for (const char* const tag : kSingleTags) add(tag);
-    addIdentifier(name, fields);
-    addBlocks(cache, name, fields);
-    const DocumentLinks links = readDocumentLinks(bytesOf(name), "");
-    fields[kDocumentLinks] = links.read ? Json(links.countDocuments()) : Json();
+    if (lines.has(kIdentifierTag)) fields.add(kIdentifierTag, lines.behind(kIdentifierTag));
+    for (const char* const tag : kBlockTags) fields.add(tag, jsonOf(lines.block(tag)));
+    fields.add(kMapsTag, mapsOf(lines.block(kMapsTag)));
+    const DocumentLinks links = readDocumentLinks(document, "");
+    fields.add(kDocumentLinks, links.read ? Json(links.countDocuments()) : Json());
     return fields;
-}
-
-std::string shown(const Json& value) {
-    if (value.is_string()) return value.get<std::string>();
-    if (value.is_null()) return "no document";
-    if (!value.is_array()) return value.dump();
-    std::string text;
-    for (const auto& line : value) text += (text.empty() ? "" : " | ") + line.get<std::string>();
-    return text;
 }
 
 const char* meaningOf(const std::string& tag) {
@@ -142,12 +147,17 @@ const char* meaningOf(const std::string& tag) {
     return "";
 }
 
-void print(const Json& fields) {
+/** A row a value, or a row a line; the lines of a mapping stay together. */
+void printTable(const Json& fields) {
     Table table({{"FIELD"}, {"MEANING"}, {"VALUE"}});
-    for (const auto& field : fields.items()) {
-        if (!field.value().is_array()) table.add({field.key(), meaningOf(field.key()), shown(field.value())});
-        for (const auto& line : field.value().is_array() ? field.value() : Json::array())
-            table.add({field.key(), meaningOf(field.key()), shown(line)});
+    const auto addRow = [&](const std::string& tag, const Json& value) {
+        table.add({tag, meaningOf(tag), value.isNull() ? "no document" : value.cell(" | ")});
+    };
+    for (const Json::Member& field : *fields.members()) {
+        if (!field.second.elements())
+            addRow(field.first, field.second);
+        else
+            for (const Json& line : *field.second.elements()) addRow(field.first, line);
     }
     table.print();
 }
@@ -160,31 +170,27 @@ std::string documentOf(const std::string& name) {
     return isDat ? name.substr(0, name.size() - suffix.size()) : name;
 }
 
-int runDat(const CommonOptions& options) {
-    if (!options.loadSession()) return ExitUnusable;
-    JournalFile journal(options.journal);
-    const CATUnicodeString name = textOf(documentOf(options.names.front()));
-    VornCache cache;
-    cache.addDocument(name, nullptr);
-    const Json fields = fieldsOf(cache, name);
+int runDat(const DatOptions& options) {
+    if (!options.common.loadSession()) return ExitUnusable;
+    JournalFile journal(options.common.journal);
+    const std::string document = fullNameOf(documentOf(options.file));
+    const DatLines lines(textOf(document));
+    const Json fields = lines.read() ? fieldsOf(lines, document) : Json();
     if (!journal.finish()) return ExitUnusable;
-    if (fields["<DatFileVersion>"].get<std::string>().empty()) {
-        complain("no DAT file can be read for " + bytesOf(name));
+    if (!lines.read()) {
+        complain("no DAT file can be read for " + documentOf(options.file));
         return ExitUnusable;
     }
-    options.json ? printJson(fields) : print(fields);
+    options.common.json ? printJson(fields) : printTable(fields);
     return ExitFine;
 }
 
 } // namespace
 
-void addDatCommand(Program& program) {
-    const auto options = std::make_shared<CommonOptions>();
-    CLI::App& command =
-        program.add("dat", "Every field of a DAT file, and what it says", [options] { return runDat(*options); });
-    command.add_option("file", options->names, "The DAT file or its document")
-        ->required()
-        ->expected(1)
-        ->type_name("FILE");
-    options->addTo(command);
+void addDatCommand(Command& program) {
+    const auto options = std::make_shared<DatOptions>();
+    Command& command =
+        program.command("dat", "Every field of a DAT file, and what it says", [options] { return runDat(*options); });
+    command.value("file", "FILE", "The DAT file or its document", &options->file).required();
+    options->common.addTo(command);
 }

@@ -1,6 +1,6 @@
 #include "tools/vorntools/DocumentLinks.h"
 
-#include "tools/vorntools/Output.h"
+#include "tools/vorntools/Text.h"
 
 #include "UTILFile.h"
 #include "VornToolsCommon.h"
@@ -9,26 +9,30 @@
 #include <algorithm>
 #include <memory>
 #include <set>
+#include <utility>
 
 namespace {
 
 using Strings = VornToolsVector<VornToolsString>;
 
-std::string bytesOf(const VornToolsString& text) { return {text.bytes(), text.size()}; }
+constexpr const char* kDrawingType = "MMLDrawing";
+constexpr const char* kMultiModelType = "MML";
+constexpr const char* kReferenceType = "MMLAssy_Ref";
 
 std::vector<std::string> bytesOf(const Strings& list) {
     std::vector<std::string> result;
-    for (unsigned int i = 0; i < list.size(); ++i) result.push_back(bytesOf(list[i]));
+    for (unsigned int i = 0; i < list.size(); ++i) result.emplace_back(list[i].bytes(), list[i].size());
     return result;
 }
 
-NamedDocument named(const std::string& name) {
-    return {name, !name.empty() && UTILFile::existingFile(textOf(name)) != 0};
+NamedDocument named(std::string name) {
+    const bool exists = !name.empty() && UTILFile::existingFile(textOf(name)) != 0;
+    return {std::move(name), exists};
 }
 
 std::vector<NamedDocument> named(const Strings& list) {
     std::vector<NamedDocument> result;
-    for (unsigned int i = 0; i < list.size(); ++i) result.push_back(named(bytesOf(list[i])));
+    for (std::string& name : bytesOf(list)) result.push_back(named(std::move(name)));
     return result;
 }
 
@@ -38,7 +42,7 @@ bool isDrawing(const std::string& document) {
 
 std::string folderOf(const std::string& document) {
     const std::size_t end = document.find_last_of("/\\");
-    return end == std::string::npos ? "." : document.substr(0, std::max<std::size_t>(end, 1));
+    return document.substr(0, std::max<std::size_t>(end, 1));
 }
 
 /** One document image with what every question about it takes. */
@@ -46,40 +50,53 @@ class Image {
 public:
     Image(VornToolsString& bytes, const std::string& document)
         : m_bytes(bytes), m_name(document.data(), static_cast<int>(document.size())),
-          m_folder(textOf(folderOf(document))) {
-        VornToolsLinks::findStreams(&m_bytes, m_application, m_properties);
-    }
+          m_folder(textOf(folderOf(document))), m_properties(positionOf("CATDocumentProperty")) {}
 
     void readNames(DocumentLinks& links) {
         VornToolsLinks::getVersion(&m_bytes, links.version, links.release, links.servicePack);
-        Strings partFiles, contextProducts, contextParts, identities, references, ghosts;
+        Strings partFiles, contextProducts, contextParts, identities, ghosts;
         VornToolsLinks::getLinkedDocName(&m_bytes, m_properties, &m_name, m_folder, partFiles, contextProducts,
                                          contextParts, identities);
-        VornToolsLinks::getExternalReference(&m_bytes, links.release, m_application, m_properties, references);
         VornToolsLinks::getGhosts(&m_bytes, m_properties, ghosts);
         links.partFiles = named(partFiles);
         links.contextProducts = named(contextProducts);
         links.contextParts = named(contextParts);
-        links.externalReferences = bytesOf(references);
         links.ghosts = bytesOf(ghosts);
     }
 
     void readTyped(const std::string& type, DocumentLinks& links) {
         unsigned char missingTag = 0;
-        const auto list = type == "MMLDrawing"
+        const auto list = type == kDrawingType
                               ? VornToolsLinks::getMMLDrawingLinks(&m_bytes, &m_name, m_folder)
                               : VornToolsLinks::getLinks(&m_bytes, textOf(type), &m_name, m_folder, missingTag);
+        links.links.reserve(list.size());
         for (unsigned int i = 0; i < list.size(); ++i)
             links.links.push_back({::bytesOf(list[i].get_type()), named(::bytesOf(list[i].get_linkedFileName())),
                                    ::bytesOf(list[i].get_reference()), list[i].get_link_tag_found() != 0});
     }
 
+    /** Typed links hold them already, unless they were asked for without. */
+    void readReferences(const std::string& type, DocumentLinks& links) {
+        if (type != kDrawingType && type != kMultiModelType) {
+            for (const TypedLink& link : links.links)
+                if (link.type == kReferenceType) links.externalReferences.push_back(link.reference);
+            return;
+        }
+        Strings references;
+        VornToolsLinks::getExternalReference(&m_bytes, links.release, positionOf("AppliCont"), m_properties,
+                                             references);
+        links.externalReferences = bytesOf(references);
+    }
+
 private:
+    int positionOf(const std::string& marker) const {
+        return m_bytes.indexOf(VornToolsString(marker.data(), static_cast<int>(marker.size())), 0, m_bytes.size(), 0);
+    }
+
     VornToolsString& m_bytes;
     VornToolsString m_name;
     CATUnicodeString m_folder;
-    int m_properties = -1;
-    int m_application = -1;
+    int m_properties;
 };
 
 } // namespace
@@ -89,8 +106,7 @@ bool DocumentLinks::anyMissing() const {
     return std::any_of(partFiles.begin(), partFiles.end(), isMissing) ||
            std::any_of(contextProducts.begin(), contextProducts.end(), isMissing) ||
            std::any_of(contextParts.begin(), contextParts.end(), isMissing) ||
-           std::any_of(links.begin(), links.end(),
-                       [](const TypedLink& link) { return !link.document.name.empty() && !link.document.exists; });
+           std::any_of(links.begin(), links.end(), [](const TypedLink& link) { return link.isMissing(); });
 }
 
 std::size_t DocumentLinks::countDocuments() const {
@@ -105,8 +121,10 @@ DocumentLinks readDocumentLinks(const std::string& document, const std::string& 
     const std::unique_ptr<VornToolsString> bytes(VornToolsCommon::readBinaryFile(textOf(document)));
     if (!bytes) return links;
     links.read = true;
+    const std::string type = filter.empty() && isDrawing(document) ? kDrawingType : filter;
     Image image(*bytes, document);
     image.readNames(links);
-    image.readTyped(filter.empty() && isDrawing(document) ? "MMLDrawing" : filter, links);
+    image.readTyped(type, links);
+    image.readReferences(type, links);
     return links;
 }

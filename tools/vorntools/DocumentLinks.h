@@ -7,7 +7,7 @@
 
 /** A document that another one names. */
 struct NamedDocument {
-    std::string name;
+    std::string name; ///< its full name where it was found, else as stored
     bool exists = false;
 };
 
@@ -17,6 +17,8 @@ struct TypedLink {
     NamedDocument document; ///< no name: the link says only which element it means
     std::string reference;
     bool tagFound = false;
+
+    bool isMissing() const { return !document.name.empty() && !document.exists; }
 };
 
 /** What a document points to, as the library finds it in the document's file. */
@@ -34,7 +36,8 @@ struct DocumentLinks {
     std::size_t countDocuments() const;
 };
 
-/** @param filter "MML", "MMLASSY", "MMLDrawing", or empty: what fits the document, by its suffix */
+/** @param document its full name
+ * @param filter "MML", "MMLASSY", "MMLDrawing", or empty: what fits the document, by its suffix */
 DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter);
 
 #endif

@@ -8,30 +8,28 @@
 #include "embedded/Session.h"
 
 #include <array>
-#include <filesystem>
 #include <string_view>
 #include <utility>
 
-namespace fs = std::filesystem;
-
 namespace {
 
+constexpr const char* kNoDatFile = "no DAT file";
+
 /** The journal line that decides a status, by its beginning, in plain words. */
-constexpr std::array<std::pair<std::string_view, const char*>, 6> kReasons = {{
-    {"Modified Status to New Case 1", "no DAT file"},
+constexpr std::array<std::pair<std::string_view, const char*>, 5> kReasons = {{
+    {"Modified Status to New Case 1", kNoDatFile},
     {"Modified Status to New Case 2", "no date in the DAT file"},
     {"Modified Status to Modified Case 1", "file changed since it was loaded"},
     {"Modified Status to Modified Case 2", "unsaved changes in the session"},
     {"Modified Status to Not Modified", "file and DAT file agree"},
-    {"Modified Status to Modified for", "no file yet"},
 }};
 
-/** The last decision in the journal: a DAT file without a date is found new first and then compared. */
-std::string reasonInJournal() {
+/** The first decision in the journal: a DAT file without a date is found new first, and compared all the same. */
+const char* reasonInJournal() {
     const embedded::Journal& journal = embedded::Journal::get();
-    for (std::size_t i = journal.size(); i > 0; --i)
+    for (std::size_t i = 0; i < journal.size(); ++i)
         for (const auto& reason : kReasons)
-            if (journal.line(i - 1).substr(0, reason.first.size()) == reason.first) return reason.second;
+            if (journal.line(i).substr(0, reason.first.size()) == reason.first) return reason.second;
     return "the document could not be asked";
 }
 
@@ -46,15 +44,16 @@ std::string value(VornCache& cache, const CATUnicodeString& name, const char* ta
     return bytesOf(text);
 }
 
+/** Beside the document, or where the library keeps that of a document without one. */
 std::string datFileOf(const FoundDocument& found, const CATUnicodeString& name) {
     if (found.hasDat) return found.name + ".dat";
     CATUnicodeString managed;
     return VornToolsCommon::isAOvElement(nullptr, name, managed) ? bytesOf(managed) + ".dat" : std::string();
 }
 
+/** Only for a document whose DAT file was read; the file may say no version. */
 void fillFields(VornCache& cache, const FoundDocument& found, const CATUnicodeString& name, DocumentStatus& row) {
     const std::string version = value(cache, name, "<DatFileVersion>");
-    if (version.empty()) return;
     row.dat = datFileOf(found, name);
     row.layout = version == "0" ? "positional" : "tagged";
     row.itemRevision = value(cache, name, version == "0" ? "<ItemRevId>" : "<ItemRevUID>");
@@ -63,7 +62,7 @@ void fillFields(VornCache& cache, const FoundDocument& found, const CATUnicodeSt
     row.loadType = value(cache, name, "<LoadType>");
     // Links are only counted: with the document's own folder as the place to look, nobody looks for each of them.
     CATListValCATUnicodeString links, unresolved;
-    const std::string folder = found.name.substr(0, found.name.find_last_of("/\\") + 1);
+    const std::string folder = found.fullName.substr(0, found.fullName.find_last_of("/\\") + 1);
     cache.getLinkedDoc(name, textOf(folder.size() > 1 ? folder.substr(0, folder.size() - 1) : folder), links);
     cache.getLinkedUnresolvedDoc(name, unresolved);
     row.linked = links.Size();
@@ -71,14 +70,12 @@ void fillFields(VornCache& cache, const FoundDocument& found, const CATUnicodeSt
     row.designTable = cache.isDesignTable(name) != 0;
 }
 
-/** A document of the session file, by the name that was found or by its absolute form. */
-CATDocument* documentInSession(const std::string& name) {
+/** A document of the session file, by the name that was found or by its full name. */
+CATDocument* documentInSession(const FoundDocument& found) {
     const embedded::Session& session = embedded::Session::current();
     if (session.documentCount() == 0) return nullptr;
-    if (const embedded::Document document = session.find(name)) return document.get();
-    std::error_code error;
-    const fs::path absolute = fs::absolute(fs::u8path(name), error).lexically_normal();
-    return error ? nullptr : session.find(absolute.u8string()).get();
+    const embedded::Document document = session.find(found.name);
+    return document ? document.get() : session.find(found.fullName).get();
 }
 
 } // namespace
@@ -88,12 +85,13 @@ DocumentStatus Examiner::examine(const FoundDocument& found) {
     if (m_asked++ % kAnswersPerCache == 0) m_cache = std::make_unique<VornCache>();
     DocumentStatus row;
     row.document = found.name;
-    const CATUnicodeString name = textOf(found.name);
-    m_cache->addDocument(name, documentInSession(found.name));
-    row.reason = found.exists ? reasonInJournal() : "a DAT file without its document";
+    const CATUnicodeString name = textOf(found.fullName);
+    m_cache->addDocument(name, documentInSession(found));
+    const std::string reason = reasonInJournal();
+    row.reason = found.exists ? reason : "a DAT file without its document";
     VornCache::EnumModifiedFlag status = VornCache::ModifiedFlagNew;
     m_cache->getModifiedStatus(name, status);
     row.status = nameOf(status);
-    fillFields(*m_cache, found, name, row);
+    if (reason != kNoDatFile) fillFields(*m_cache, found, name, row);
     return row;
 }

@@ -1,4 +1,6 @@
 #include "tools/vorntools/Commands.h"
+#include "tools/vorntools/Files.h"
+#include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
 #include "TYPVectorCATUnicodeString.h"
@@ -6,7 +8,6 @@
 
 #include "embedded/Session.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 
@@ -14,7 +15,7 @@ namespace {
 
 struct ExchangeOptions {
     CommonOptions common;
-    std::string folder;
+    std::string what, folder;
     bool highlightsRevision = false;
 };
 
@@ -25,13 +26,13 @@ const char* nameOf(VornToolsCommon::EnumResultStatus status) {
 
 /** The files lie in the folder that the environment calls the temporary one. */
 bool useFolder(const std::string& folder) {
-    const std::filesystem::path path = std::filesystem::u8path(folder);
     std::error_code error;
-    if (!std::filesystem::is_directory(path, error)) {
+    if (!std::filesystem::is_directory(std::filesystem::u8path(folder), error)) {
         complain("no such folder: " + folder);
         return false;
     }
-    embedded::Session::current().environment().tempDirectory = (path / "").make_preferred().u8string();
+    embedded::Session::current().environment().tempDirectory =
+        (std::filesystem::u8path(fullNameOf(folder)) / "").make_preferred().u8string();
     return true;
 }
 
@@ -47,10 +48,11 @@ int showResult(bool json) {
     Json lines = Json::array();
     for (int i = 0; i < received.size(); ++i) lines.push_back(bytesOf(received.at(i)));
     if (json) {
-        printJson(Json{{"status", nameOf(status)}, {"hosted_client", hostedClient != 0}, {"lines", lines}});
+        printJson(Json::object({{"status", nameOf(status)}, {"hosted_client", hostedClient != 0}, {"lines", lines}}));
     } else {
-        std::printf("status         %s\nhosted client  %s\n", nameOf(status), hostedClient ? "yes" : "no");
-        for (const auto& line : lines) std::printf("%s\n", line.get<std::string>().c_str());
+        print(std::string("status         ") + nameOf(status) + "\nhosted client  " + (hostedClient ? "yes" : "no") +
+              "\n");
+        for (const Json& line : *lines.elements()) print(printable(line.cell()) + "\n");
     }
     return status == VornToolsCommon::ResultStatusOk ? ExitFine : ExitFindings;
 }
@@ -64,11 +66,11 @@ int showHighlights(const ExchangeOptions& options) {
     Table table({{"PART NUMBER"}, {"FILE"}});
     for (int i = 1; i <= partNumbers.Size(); ++i) {
         const std::string file = i <= fileNames.Size() ? bytesOf(fileNames[i]) : std::string();
-        selections.push_back(Json{{"part_number", bytesOf(partNumbers[i])}, {"file", file}});
+        selections.push_back(Json::object({{"part_number", bytesOf(partNumbers[i])}, {"file", file}}));
         table.add({bytesOf(partNumbers[i]), file});
     }
     if (options.common.json)
-        printJson(Json{{"contexts", arrayOf(contexts)}, {"selections", selections}});
+        printJson(Json::object({{"contexts", arrayOf(contexts)}, {"selections", selections}}));
     else
         table.print();
     if (SUCCEEDED(code)) return ExitFine;
@@ -82,29 +84,36 @@ int writeSessionFile() {
     return ExitUnusable;
 }
 
+int runExchange(const ExchangeOptions& options) {
+    const bool writesSession = options.what == "session";
+    // The file would be emptied: nothing is in session.
+    if (writesSession && options.common.session.empty()) {
+        complain("exchange session needs --session FILE: the session whose documents are to be named");
+        return ExitUnusable;
+    }
+    if (!options.common.loadSession() || !useFolder(options.folder)) return ExitUnusable;
+    JournalFile journal(options.common.journal);
+    const int code = writesSession              ? writeSessionFile()
+                     : options.what == "result" ? showResult(options.common.json)
+                                                : showHighlights(options);
+    return journal.finish() ? code : int{ExitUnusable};
+}
+
 } // namespace
 
-void addExchangeCommand(Program& program) {
+void addExchangeCommand(Command& program) {
     const auto options = std::make_shared<ExchangeOptions>();
-    const auto what = std::make_shared<std::string>();
-    CLI::App& command = program.add(
+    Command& command = program.command(
         "exchange", "Files exchanged with the PDM client: reads results and highlights, writes the session's",
-        [options, what] {
-            if (!options->common.loadSession() || !useFolder(options->folder)) return int{ExitUnusable};
-            JournalFile journal(options->common.journal);
-            const int code = *what == "result"      ? showResult(options->common.json)
-                             : *what == "highlight" ? showHighlights(*options)
-                                                    : writeSessionFile();
-            return journal.finish() ? code : int{ExitUnusable};
-        });
-    command.add_option("what", *what, "result, highlight, or session: write the file names of the session's documents")
-        ->required()
-        ->check(CLI::IsMember({"result", "highlight", "session"}))
-        ->type_name("WHAT");
-    command.add_option("folder", options->folder, "The integration's temporary directory")
-        ->required()
-        ->type_name("FOLDER");
-    command.add_flag("--highlight-revision", options->highlightsRevision,
-                     "Read the highlights as the command for item revisions does: up to three a selection");
+        [options] { return runExchange(*options); });
+    command
+        .value("what", "WHAT", "result, highlight, or session: write the file names of the documents of --session FILE",
+               &options->what)
+        .required()
+        .oneOf({"result", "highlight", "session"});
+    command.value("folder", "FOLDER", "The integration's temporary directory", &options->folder).required();
+    command.flag("--highlight-revision",
+                 "Read the highlights as the command for item revisions does: up to three a selection",
+                 options->highlightsRevision);
     options->common.addTo(command);
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -17,6 +18,9 @@ const std::string kDatSuffix = ".dat";
 bool endsWith(const std::string& text, const std::string& end) {
     return text.size() > end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
+
+/** The name of a folder with a separator at its end. */
+std::string withSeparator(const std::string& folder) { return (fs::u8path(folder) / "").u8string(); }
 
 bool contains(const std::vector<std::string>& sorted, const std::string& text) {
     return std::binary_search(sorted.begin(), sorted.end(), text);
@@ -36,21 +40,54 @@ bool isCatiaDocument(const std::string& name) {
     }
 }
 
+std::string fullNameOf(const std::string& name) {
+    // Behind a link to a folder, ".." is not the folder in front of it: what goes up is followed on the disk.
+    fs::path up, rest;
+    for (const fs::path& part : fs::u8path(name)) {
+        rest /= part;
+        if (part != "..") continue;
+        up /= rest;
+        rest.clear();
+    }
+    std::error_code error;
+    const fs::path full = up.empty() ? fs::absolute(rest, error) : fs::canonical(up, error) / rest;
+    return error ? name : full.lexically_normal().make_preferred().u8string();
+}
+
 bool DocumentSearch::search(const std::vector<std::string>& names) {
     bool complete = true;
     for (const std::string& name : names) {
         std::error_code error;
         const fs::file_status status = fs::status(fs::u8path(name), error);
         if (fs::is_directory(status)) {
+            m_folders.emplace(withSeparator(fullNameOf(name)), withSeparator(name));
             complete = searchFolder(name) && complete;
         } else if (fs::exists(status)) {
-            m_found.push_back({name, true, fs::exists(fs::u8path(name + kDatSuffix), error)});
+            const std::string file = fs::u8path(name).filename().u8string();
+            const std::string prefix = name.substr(0, name.size() - file.size());
+            m_folders.emplace(withSeparator(fullNameOf(prefix.empty() ? "." : prefix)), prefix);
+            add({name, fullNameOf(name), true, fs::exists(fs::u8path(name + kDatSuffix), error)});
         } else {
             complain("no such file or folder: " + name);
             complete = false;
         }
     }
     return complete;
+}
+
+std::string DocumentSearch::asGiven(const std::string& name) const {
+    const auto known = m_indices.find(name);
+    if (known != m_indices.end()) return m_found[known->second].name;
+    for (std::size_t end = name.find_last_of("/\\"); end != std::string::npos && end > 0;
+         end = name.find_last_of("/\\", end - 1)) {
+        const auto folder = m_folders.find(name.substr(0, end + 1));
+        if (folder != m_folders.end()) return folder->second + name.substr(end + 1);
+    }
+    return name;
+}
+
+void DocumentSearch::add(FoundDocument document) {
+    if (m_indices.emplace(document.fullName, m_found.size()).second) m_found.push_back(std::move(document));
 }
 
 bool DocumentSearch::searchFolder(const std::string& folder) {
@@ -67,7 +104,7 @@ bool DocumentSearch::searchFolder(const std::string& folder) {
     if (error) complain("cannot read folder " + folder + ": " + error.message());
 
     bool complete = !error;
-    const std::string prefix = (fs::u8path(folder) / "").u8string();
+    const std::string prefix = withSeparator(folder);
     addFolder(prefix, files);
     std::sort(folders.begin(), folders.end());
     for (const std::string& name : folders) complete = searchFolder(prefix + name) && complete;
@@ -75,14 +112,15 @@ bool DocumentSearch::searchFolder(const std::string& folder) {
 }
 
 void DocumentSearch::addFolder(const std::string& prefix, std::vector<std::string>& files) {
+    const std::string fullPrefix = withSeparator(fullNameOf(prefix));
     std::sort(files.begin(), files.end());
     for (const std::string& file : files) {
         if (!endsWith(file, kDatSuffix)) {
             const bool hasDat = contains(files, file + kDatSuffix);
-            if (hasDat || isCatiaDocument(file)) m_found.push_back({prefix + file, true, hasDat});
+            if (hasDat || isCatiaDocument(file)) add({prefix + file, fullPrefix + file, true, hasDat});
             continue;
         }
         const std::string document = file.substr(0, file.size() - kDatSuffix.size());
-        if (!contains(files, document)) m_found.push_back({prefix + document, false, true});
+        if (!contains(files, document)) add({prefix + document, fullPrefix + document, false, true});
     }
 }

@@ -1,12 +1,15 @@
 #ifndef TOOLS_VORNTOOLS_FILES_H
 #define TOOLS_VORNTOOLS_FILES_H
 
+#include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
-/** What a folder has of one document. */
+/** What a folder has of one document. Names are UTF-8. */
 struct FoundDocument {
-    std::string name; ///< of the document, UTF-8, whether it is there or not
+    std::string name;     ///< as the command line leads to it, whether the document is there or not
+    std::string fullName; ///< of the same file; the library is asked by it
     bool exists = true;
     bool hasDat = false; ///< a DAT file stands beside it
 };
@@ -14,10 +17,13 @@ struct FoundDocument {
 /** Whether the library knows a file's suffix as that of a CATIA document. */
 bool isCatiaDocument(const std::string& name);
 
+/** The absolute name of a file, without "." and ".."; the same for every way to write it but through links. */
+std::string fullNameOf(const std::string& name);
+
 /**
  * The documents among files and below folders: CATIA documents by their suffix, and whatever else has a DAT file beside
  * it, even when the document itself is not there. Folder by folder, each sorted by name; links to folders are not
- * followed. A file that is named is always one of them.
+ * followed. A file that is named is always one of them. Each document is found once.
  */
 class DocumentSearch {
 public:
@@ -25,12 +31,19 @@ public:
      * with the others */
     bool search(const std::vector<std::string>& names);
     const std::vector<FoundDocument>& found() const { return m_found; }
+    /** A full name in the way in which the command line writes names: as it was found, else below the nearest folder
+     * that was given or that holds a file that was given. Any other name stays. */
+    std::string asGiven(const std::string& name) const;
 
 private:
     bool searchFolder(const std::string& folder);
     void addFolder(const std::string& prefix, std::vector<std::string>& files);
+    void add(FoundDocument document);
 
     std::vector<FoundDocument> m_found;
+    std::unordered_map<std::string, std::size_t> m_indices; ///< of the found ones, by their full names
+    std::unordered_map<std::string, std::string>
+        m_folders; ///< full name and name as given, each with a separator behind
 };
 
 #endif

@@ -1,4 +1,6 @@
 #include "tools/vorntools/Commands.h"
+#include "tools/vorntools/Files.h"
+#include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
 #include "TYPMapCATUnicodeStringPVoid.h"
@@ -6,6 +8,7 @@
 
 #include "embedded/Session.h"
 
+#include <limits>
 #include <memory>
 
 namespace {
@@ -18,9 +21,9 @@ struct ImportOptions {
 
 void show(bool json, Table& table, const char* kind, const Json& name, const std::string& value) {
     if (json)
-        printJson(Json{{kind, name}, {"value", value}});
+        printJson(Json::object({{kind, name}, {"value", value}}));
     else
-        table.add({kind, name.is_string() ? name.get<std::string>() : name.dump(), value});
+        table.add({kind, name.cell(), value});
 }
 
 /** Every option of the menu, up to the first one that it does not have. */
@@ -42,7 +45,7 @@ void showMainBodies(bool json, Table& table) {
 }
 
 int runImportOptions(const ImportOptions& options) {
-    embedded::Session::current().environment().spreadsheetPath = options.file;
+    embedded::Session::current().environment().spreadsheetPath = fullNameOf(options.file);
     JournalFile journal(options.common.journal);
     Table table({{"KIND"}, {"OPTION OR DOCUMENT"}, {"VALUE"}});
     bool found = false;
@@ -61,13 +64,12 @@ int runImportOptions(const ImportOptions& options) {
 
 } // namespace
 
-void addImportOptionsCommand(Program& program) {
+void addImportOptionsCommand(Command& program) {
     const auto options = std::make_shared<ImportOptions>();
-    CLI::App& command = program.add("import-options", "Menu and main-body options of an import spreadsheet",
-                                    [options] { return runImportOptions(*options); });
-    command.add_option("file", options->file, "The import spreadsheet")->required()->type_name("FILE");
-    command.add_option("--option", options->option, "Number of one option of the menu, from 1")
-        ->check(CLI::PositiveNumber)
-        ->type_name("N");
+    Command& command = program.command("import-options", "Menu and main-body options of an import spreadsheet",
+                                       [options] { return runImportOptions(*options); });
+    command.value("file", "FILE", "The import spreadsheet", &options->file).required();
+    command.value("--option", "N", "Number of one option of the menu, from 1", &options->option)
+        .between(1, std::numeric_limits<int>::max());
     options->common.addOutputTo(command);
 }

@@ -1,6 +1,6 @@
 #include "tools/vorntools/LinkGraph.h"
 
-#include "tools/vorntools/Output.h"
+#include "tools/vorntools/Text.h"
 
 #include <algorithm>
 #include <sstream>
@@ -14,17 +14,11 @@ constexpr int kGap = 70; ///< between columns
 constexpr int kMargin = 10;
 constexpr int kBaseline = 16; ///< of a name, below the top of its box
 
-/** Letters of a UTF-8 text. */
-int lettersOf(const std::string& text) {
-    return static_cast<int>(std::count_if(text.begin(), text.end(),
-                                          [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
-}
-
 } // namespace
 
 std::string escapedForHtml(const std::string& text) {
     std::string result;
-    for (const char letter : textOrHex(text)) {
+    for (const char letter : printable(text)) {
         switch (letter) {
         case '&': result += "&amp;"; break;
         case '<': result += "&lt;"; break;
@@ -123,7 +117,8 @@ std::vector<LinkGraph::Box> LinkGraph::place(const Order& order) const {
     for (const auto& nodes : order) {
         int width = 0;
         for (const std::size_t node : nodes)
-            width = std::max(width, kLetterWidth * (lettersOf(fileNameOf(m_nodes[node].name)) + 2));
+            width = std::max(width,
+                             kLetterWidth * (static_cast<int>(widthOf(printable(fileNameOf(m_nodes[node].name)))) + 2));
         int top = kMargin;
         for (const std::size_t node : nodes) {
             boxes[node] = {left, top, width};

@@ -43,7 +43,7 @@ private:
     std::map<std::string, std::size_t> m_indices;
 };
 
-/** A text as the content of an element or of a quoted attribute; what is no text as hexadecimal digits. */
+/** Bytes as the printable content of an element or of a quoted attribute. */
 std::string escapedForHtml(const std::string& text);
 
 #endif

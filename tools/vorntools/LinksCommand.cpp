@@ -1,13 +1,14 @@
 #include "tools/vorntools/Commands.h"
 #include "tools/vorntools/DocumentLinks.h"
 #include "tools/vorntools/Files.h"
+#include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
 #include "VornToolsFolderMemory.h"
 
-#include <cstdio>
 #include <memory>
 #include <set>
+#include <utility>
 
 namespace {
 
@@ -18,84 +19,98 @@ struct LinksOptions {
     bool ghosts = false;
 };
 
-Json jsonOf(const std::vector<NamedDocument>& documents) {
+/** What a document points to, with its names as the command line writes them. */
+class Listed {
+public:
+    Listed(const DocumentSearch& search, const std::string& document, const LinksOptions& options)
+        : m_search(search), m_options(options), m_document(search.asGiven(document)),
+          m_links(readDocumentLinks(document, options.type)) {}
+
+    const DocumentLinks& links() const { return m_links; }
+    void show() const {
+        if (m_options.common.json)
+            printJson(json());
+        else if (!m_links.read)
+            complain(m_document + " cannot be read");
+        else
+            m_options.dot ? printDot() : printTable();
+    }
+
+private:
+    Json json() const;
+    Json jsonOf(const std::vector<NamedDocument>& documents) const;
+    Json jsonOf(const TypedLink& link) const;
+    void printTable() const;
+    void printDot() const;
+
+    const DocumentSearch& m_search;
+    const LinksOptions& m_options;
+    const std::string m_document;
+    const DocumentLinks m_links;
+};
+
+Json textsOf(const std::vector<std::string>& texts) {
+    Json array = Json::array();
+    for (const std::string& text : texts) array.push_back(text);
+    return array;
+}
+
+Json Listed::jsonOf(const std::vector<NamedDocument>& documents) const {
     Json array = Json::array();
     for (const NamedDocument& document : documents)
-        array.push_back(Json{{"name", textOrHex(document.name)}, {"exists", document.exists}});
+        array.push_back(Json::object({{"name", m_search.asGiven(document.name)}, {"exists", document.exists}}));
     return array;
 }
 
-Json jsonOf(const std::vector<std::string>& texts) {
-    Json array = Json::array();
-    for (const std::string& text : texts) array.push_back(textOrHex(text));
-    return array;
+/** A link that says only which element it means has no document that could be there or not. */
+Json Listed::jsonOf(const TypedLink& link) const {
+    const bool named = !link.document.name.empty();
+    return Json::object({{"type", link.type},
+                         {"name", named ? Json(m_search.asGiven(link.document.name)) : Json()},
+                         {"exists", named ? Json(link.document.exists) : Json()},
+                         {"reference", link.reference},
+                         {"tag_found", link.tagFound}});
 }
 
-Json jsonOf(const std::vector<TypedLink>& links) {
-    Json array = Json::array();
-    for (const TypedLink& link : links)
-        array.push_back(Json{{"type", link.type},
-                             {"name", textOrHex(link.document.name)},
-                             {"exists", link.document.exists},
-                             {"reference", textOrHex(link.reference)},
-                             {"tag_found", link.tagFound}});
-    return array;
-}
-
-Json jsonOf(const std::string& document, const DocumentLinks& links, bool withGhosts) {
-    Json object{{"document", document}};
-    if (!links.read) {
-        object["error"] = "cannot be read";
-        return object;
-    }
-    object["version"] = {links.version, links.release, links.servicePack};
-    object["part_files"] = jsonOf(links.partFiles);
-    object["context_products"] = jsonOf(links.contextProducts);
-    object["context_parts"] = jsonOf(links.contextParts);
-    object["external_references"] = jsonOf(links.externalReferences);
-    object["links"] = jsonOf(links.links);
-    if (withGhosts) object["ghosts"] = jsonOf(links.ghosts);
+Json Listed::json() const {
+    if (!m_links.read) return Json::object({{"document", m_document}, {"error", "cannot be read"}});
+    Json links = Json::array();
+    for (const TypedLink& link : m_links.links) links.push_back(jsonOf(link));
+    Json object = Json::object({{"document", m_document},
+                                {"version", Json::array({m_links.version, m_links.release, m_links.servicePack})},
+                                {"part_files", jsonOf(m_links.partFiles)},
+                                {"context_products", jsonOf(m_links.contextProducts)},
+                                {"context_parts", jsonOf(m_links.contextParts)},
+                                {"external_references", textsOf(m_links.externalReferences)},
+                                {"links", std::move(links)}});
+    if (m_options.ghosts) object.add("ghosts", textsOf(m_links.ghosts));
     return object;
 }
 
-/** Rows of one document for people. */
-class LinkTable {
-public:
-    LinkTable() : m_table({{""}, {"LINK"}, {"DOCUMENT"}, {"ELEMENT"}}) {}
-
-    void addDocuments(const char* kind, const std::vector<NamedDocument>& documents) {
+void Listed::printTable() const {
+    print(printable(m_document) + "  V" + std::to_string(m_links.version) + " R" + std::to_string(m_links.release) +
+          " SP" + std::to_string(m_links.servicePack) + "\n");
+    Table table({{""}, {"LINK"}, {"DOCUMENT"}, {"ELEMENT"}});
+    const auto addDocuments = [&](const char* kind, const std::vector<NamedDocument>& documents) {
         std::set<std::string> shown;
         for (const NamedDocument& document : documents)
-            if (shown.insert(document.name).second) add(document.exists ? "" : "missing", kind, document.name, "");
-    }
-    void add(const char* state, const std::string& kind, const std::string& name, const std::string& element) {
-        m_table.add({state, kind, textOrHex(name), textOrHex(element)});
-    }
-    void print() const { m_table.print(); }
-
-private:
-    Table m_table;
-};
-
-void print(const std::string& document, const DocumentLinks& links, bool withGhosts) {
-    std::printf("%s  V%d R%d SP%d\n", document.c_str(), links.version, links.release, links.servicePack);
-    LinkTable table;
-    table.addDocuments("part file", links.partFiles);
-    table.addDocuments("context product", links.contextProducts);
-    table.addDocuments("context part", links.contextParts);
-    for (const TypedLink& link : links.links) {
-        const bool missing = !link.document.name.empty() && !link.document.exists;
-        table.add(missing ? "missing" : "", link.type, link.document.name, link.reference);
-    }
-    if (withGhosts)
-        for (const std::string& ghost : links.ghosts) table.add("unused", "ghost", ghost, "");
+            if (shown.insert(document.name).second)
+                table.add({document.exists ? "" : "missing", kind, m_search.asGiven(document.name), ""});
+    };
+    addDocuments("part file", m_links.partFiles);
+    addDocuments("context product", m_links.contextProducts);
+    addDocuments("context part", m_links.contextParts);
+    for (const TypedLink& link : m_links.links)
+        table.add({link.isMissing() ? "missing" : "", link.type, m_search.asGiven(link.document.name), link.reference});
+    if (m_options.ghosts)
+        for (const std::string& ghost : m_links.ghosts) table.add({"unused", "ghost", ghost, ""});
     table.print();
-    std::putchar('\n');
+    print("\n");
 }
 
 std::string dotQuoted(const std::string& text) {
     std::string result = "\"";
-    for (const char letter : text) {
+    for (const char letter : printable(text)) {
         if (letter == '"' || letter == '\\') result += '\\';
         result += letter;
     }
@@ -103,37 +118,32 @@ std::string dotQuoted(const std::string& text) {
 }
 
 /** Edges to every document once, those to missing ones dashed; as text for Graphviz. */
-void printDot(const std::string& document, const DocumentLinks& links) {
-    std::printf("  %s;\n", dotQuoted(document).c_str());
+void Listed::printDot() const {
+    const std::string source = dotQuoted(m_document);
+    std::string lines = "  " + source + ";\n";
     std::set<std::string> shown;
-    const auto edge = [&](const NamedDocument& target) {
+    const auto addEdge = [&](const NamedDocument& target) {
         if (target.name.empty() || !shown.insert(target.name).second) return;
-        const std::string name = dotQuoted(textOrHex(target.name));
-        if (!target.exists) std::printf("  %s [color=red, style=dashed];\n", name.c_str());
-        std::printf("  %s -> %s%s;\n", dotQuoted(document).c_str(), name.c_str(),
-                    target.exists ? "" : " [color=red, style=dashed]");
+        const std::string name = dotQuoted(m_search.asGiven(target.name));
+        const std::string style = target.exists ? "" : " [color=red, style=dashed]";
+        if (!target.exists) lines += "  " + name + style + ";\n";
+        lines += "  " + source + " -> " + name + style + ";\n";
     };
-    for (const auto* const list : {&links.partFiles, &links.contextProducts, &links.contextParts})
-        for (const NamedDocument& target : *list) edge(target);
-    for (const TypedLink& link : links.links) edge(link.document);
+    for (const auto* const list : {&m_links.partFiles, &m_links.contextProducts, &m_links.contextParts})
+        for (const NamedDocument& target : *list) addEdge(target);
+    for (const TypedLink& link : m_links.links) addEdge(link.document);
+    print(lines);
 }
 
-void show(const std::string& document, const DocumentLinks& links, const LinksOptions& options) {
-    if (options.common.json)
-        printJson(jsonOf(document, links, options.ghosts));
-    else if (!links.read)
-        complain(document + " cannot be read");
-    else
-        options.dot ? printDot(document, links) : print(document, links, options.ghosts);
-}
-
-/** A folder's documents are those with a suffix of CATIA; one that is named is taken whatever it is called. */
+/** Full names: a folder's documents are those with a suffix of CATIA; one that is named is taken whatever it is
+ * called. */
 std::vector<std::string> documentsOf(const DocumentSearch& search, const std::vector<std::string>& names) {
-    const std::set<std::string> given(names.begin(), names.end());
+    std::set<std::string> given;
+    for (const std::string& name : names) given.insert(fullNameOf(name));
     std::vector<std::string> documents;
     for (const FoundDocument& found : search.found())
-        if (found.exists && (given.count(found.name) > 0 || isCatiaDocument(found.name)))
-            documents.push_back(found.name);
+        if (found.exists && (given.count(found.fullName) > 0 || isCatiaDocument(found.name)))
+            documents.push_back(found.fullName);
     return documents;
 }
 
@@ -145,39 +155,37 @@ int runLinks(const LinksOptions& options) {
     JournalFile journal(options.common.journal);
     const VornToolsFolderMemory memory;
     bool missing = false;
-    if (options.dot) std::puts("digraph links {\n  rankdir=LR;\n  node [shape=box];");
+    if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
     {
         Progress progress(documents.size(), "documents");
         for (const std::string& document : documents) {
-            const DocumentLinks links = readDocumentLinks(document, options.type);
-            show(document, links, options);
-            usable = usable && links.read;
-            missing = missing || links.anyMissing();
+            const Listed listed(search, document, options);
+            listed.show();
+            usable = usable && listed.links().read;
+            missing = missing || listed.links().anyMissing();
             journal.take();
             progress.step();
         }
     }
-    if (options.dot) std::puts("}");
+    if (options.dot) print("}\n");
     if (!journal.finish() || !usable) return ExitUnusable;
     return missing ? ExitFindings : ExitFine;
 }
 
 } // namespace
 
-void addLinksCommand(Program& program) {
+void addLinksCommand(Command& program) {
     const auto options = std::make_shared<LinksOptions>();
-    CLI::App& command = program.add("links", "What each document points to, where it is found, what is missing",
-                                    [options] { return runLinks(*options); });
-    command.add_option("file", options->common.names, "Documents, and folders searched with all below them")
-        ->required()
-        ->type_name("FILE");
+    Command& command = program.command("links", "What each document points to, where it is found, what is missing",
+                                       [options] { return runLinks(*options); });
+    command.value("file", "FILE", "Documents, and folders searched with all below them", &options->common.names)
+        .required();
     command
-        .add_option("--type", options->type,
-                    "Typed links to list: MML, MMLASSY, MMLDrawing (by default all, of a drawing MMLDrawing)")
-        ->check(CLI::IsMember({"MML", "MMLASSY", "MMLDrawing"}))
-        ->type_name("TYPE");
-    CLI::Option* const dot = command.add_flag("--dot", options->dot, "A graph for Graphviz instead of tables");
-    command.add_flag("--ghosts", options->ghosts, "Also documents that the file names but nothing uses any more");
+        .value("--type", "TYPE",
+               "Typed links to list: MML, MMLASSY, MMLDrawing (by default all, of a drawing MMLDrawing)",
+               &options->type)
+        .oneOf({"MML", "MMLASSY", "MMLDrawing"});
+    command.flag("--dot", "A graph for Graphviz instead of tables", options->dot).excludes("--json");
+    command.flag("--ghosts", "Also documents that the file names but nothing uses any more", options->ghosts);
     options->common.addTo(command);
-    command.get_option("--json")->excludes(dot);
 }

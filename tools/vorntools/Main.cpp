@@ -3,70 +3,37 @@
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/System.h"
 
-#include "embedded/SessionFile.h"
-
 #include <cstdio>
+#include <exception>
 
-void CommonOptions::addOutputTo(CLI::App& command) {
-    command.add_flag("--json", json, "One JSON object a line instead of a table");
-    addJournalTo(command);
-}
+namespace {
 
-void CommonOptions::addSessionTo(CLI::App& command) {
-    addJournalTo(command);
-    command.add_option("--session", session, "Session file: environment and documents in session")->type_name("FILE");
-}
+/** What is asked of the program itself. */
+struct ProgramOptions {
+    bool version = false;
+    std::string generated; ///< kind of text
+};
 
-void CommonOptions::addTo(CLI::App& command) {
-    command.add_flag("--json", json, "One JSON object a line instead of a table");
-    addSessionTo(command);
-}
-
-void CommonOptions::addJournalTo(CLI::App& command) {
-    command.add_option("--journal", journal, "File that receives the journal")->type_name("FILE");
-}
-
-bool CommonOptions::loadSession() const {
-    if (session.empty()) return true;
-    const embedded::SessionFileResult result = embedded::loadSession(session);
-    if (!result.ok) complain(result.error);
-    return result.ok;
-}
-
-Program::Program() : m_app("What the PDM knows of CATIA V5 documents", "vorntools") {
-    m_app.set_version_flag("--version", VORNTOOLS_VERSION);
-    m_app.require_subcommand(0, 1);
-    m_app.add_option("--generate", m_generated, "Text about the program itself")
-        ->check(CLI::IsMember({"man", "bash", "zsh"}))
-        ->group("");
-}
-
-CLI::App& Program::add(const std::string& name, const std::string& description, std::function<int()> run) {
-    CLI::App* const command = m_app.add_subcommand(name, description);
-    m_commands.push_back({command, std::move(run)});
-    return *command;
-}
-
-int Program::run(std::vector<std::string> arguments) {
-    try {
-        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend() - (arguments.empty() ? 0 : 1));
-        m_app.parse(reversed);
-        for (const Command& command : m_commands)
-            if (command.app->parsed()) return command.run();
-        if (m_generated.empty()) throw CLI::RequiredError("A command");
-        std::fputs(generateText(m_app, m_generated).c_str(), stdout);
-        return ExitFine;
-    } catch (const CLI::ParseError& error) {
-        return m_app.exit(error) == 0 ? ExitFine : ExitUnusable;
-    } catch (const std::exception& error) {
-        complain(error.what());
+int runWithoutCommand(const Command& program, const ProgramOptions& options) {
+    if (options.version) {
+        print(VORNTOOLS_VERSION "\n");
+    } else if (!options.generated.empty()) {
+        print(generateText(program, options.generated));
+    } else {
+        complain("a command is required; --help names them");
         return ExitUnusable;
     }
+    return ExitFine;
 }
 
-int main(int count, char** values) {
-    host::prepareOutput();
-    Program program;
+int run(const std::vector<std::string>& arguments) {
+    ProgramOptions options;
+    Command program("vorntools", "What the PDM knows of CATIA V5 documents",
+                    [&] { return runWithoutCommand(program, options); });
+    program.flag("--version", "Print the program's version and exit", options.version);
+    program.value("--generate", "KIND", "Text about the program itself", &options.generated)
+        .oneOf({"man", "bash", "zsh"})
+        .hidden();
     addStatusCommand(program);
     addDatCommand(program);
     addLinksCommand(program);
@@ -74,7 +41,19 @@ int main(int count, char** values) {
     addExchangeCommand(program);
     addRunCommand(program);
     addImportOptionsCommand(program);
-    const int code = program.run(host::arguments(count, values));
+    try {
+        return runCommandLine(program, arguments);
+    } catch (const std::exception& error) {
+        complain(error.what());
+        return ExitUnusable;
+    }
+}
+
+} // namespace
+
+int main(int count, char** values) {
+    host::prepareOutput();
+    const int code = run(host::arguments(count, values));
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
     complain("cannot write standard output");
     return ExitUnusable;

@@ -1,7 +1,7 @@
 #ifndef TOOLS_VORNTOOLS_MANUAL_H
 #define TOOLS_VORNTOOLS_MANUAL_H
 
-#include <CLI/CLI.hpp>
+#include "tools/vorntools/CommandLine.h"
 
 #include <string>
 
@@ -9,6 +9,6 @@
  * Text made from the program's own table of commands and options.
  * @param kind "man" for a manual page, "bash" and "zsh" for completions
  */
-std::string generateText(const CLI::App& app, const std::string& kind);
+std::string generateText(const Command& program, const std::string& kind);
 
 #endif

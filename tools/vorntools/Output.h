@@ -1,54 +1,50 @@
 #ifndef TOOLS_VORNTOOLS_OUTPUT_H
 #define TOOLS_VORNTOOLS_OUTPUT_H
 
-#include "CATListOfCATUnicodeString.h"
-#include "CATUnicodeString.h"
+// Everything that the program says: results on standard output, messages and progress on standard error.
 
-#include <nlohmann/json.hpp>
+#include "tools/vorntools/Json.h"
+#include "tools/vorntools/Text.h"
 
 #include <chrono>
 #include <cstddef>
-#include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
-
-using Json = nlohmann::ordered_json;
-
-std::string bytesOf(const CATUnicodeString& text);
-CATUnicodeString textOf(const std::string& bytes);
-/** Behind the last slash or backslash. */
-std::string fileNameOf(const std::string& name);
-Json arrayOf(const CATListValCATUnicodeString& list);
-/** Null for an empty text. */
-Json textOrNull(const std::string& text);
-
-/** The bytes themselves when they are UTF-8 text without control characters, else as hexadecimal digits. */
-std::string textOrHex(const std::string& bytes);
 
 /** Says "vorntools: ..." on standard error. */
 void complain(const std::string& what);
 
-/** One object on a line of standard output. Bytes that are no UTF-8 appear as U+FFFD. */
+/** Prints lines, which are printable, on standard output. */
+void print(const std::string& lines);
+
+/** One object on a line of standard output. */
 void printJson(const Json& object);
 
 /** Rows of text under headings, each column as wide as its widest text. */
 class Table {
 public:
     struct Column {
-        const char* heading;
+        std::string heading;
         bool right = false; ///< numbers
     };
     explicit Table(std::vector<Column> columns) : m_columns(std::move(columns)) {}
-    void add(std::vector<std::string> row) { m_rows.push_back(std::move(row)); }
+    /** Adds a row of any bytes; it shows their printable text. */
+    void add(const std::vector<std::string>& row);
     /** Prints headings and rows; nothing when there is no row. */
     void print() const;
 
 private:
+    std::string lineOf(const std::vector<std::string>& row, const std::vector<std::size_t>& widths) const;
+
     std::vector<Column> m_columns;
     std::vector<std::vector<std::string>> m_rows;
 };
 
-/** "123 of 50000 documents" on one line of standard error while somebody watches; wiped at the end. */
+/**
+ * "123 of 50000 documents" on a line of standard error of its own, when that is a terminal. Whatever the program says
+ * meanwhile wipes the line first; so does the end.
+ */
 class Progress {
 public:
     Progress(std::size_t total, const char* what);
@@ -63,24 +59,8 @@ private:
     const std::size_t m_total;
     const char* const m_what;
     const bool m_watched;
-    bool m_shown = false;
     std::size_t m_done = 0;
     std::chrono::steady_clock::time_point m_next;
-};
-
-/** Hands the journal's lines to a file, if the caller wants one, and forgets them and the error reports. */
-class JournalFile {
-public:
-    /** @param name empty for none */
-    explicit JournalFile(const std::string& name);
-    /** Takes what was written since the last call. */
-    void take();
-    /** False, and said on standard error, when the file could not be written. */
-    bool finish();
-
-private:
-    const std::string m_name;
-    std::ofstream m_stream;
 };
 
 #endif

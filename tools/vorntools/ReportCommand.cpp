@@ -2,6 +2,7 @@
 #include "tools/vorntools/DocumentLinks.h"
 #include "tools/vorntools/DocumentStatus.h"
 #include "tools/vorntools/Files.h"
+#include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/LinkGraph.h"
 #include "tools/vorntools/Output.h"
 
@@ -31,26 +32,18 @@ struct ReportOptions {
     std::string output;
 };
 
-/** A name that two documents share only when they are the same file. */
-std::string absoluteName(const std::string& name) {
-    std::error_code error;
-    const fs::path path = fs::absolute(fs::u8path(name), error);
-    return error ? name : path.lexically_normal().u8string();
-}
-
-/** What the page tells. */
+/** What the page tells. Its names are those of the command line. */
 struct Report {
     std::vector<DocumentStatus> documents;
     std::vector<std::string> unread;
     LinkGraph graph;
 
-    void addLinks(const std::string& document) {
-        const DocumentLinks links = readDocumentLinks(document, "");
-        if (!links.read) unread.push_back(document);
-        const std::size_t from = graph.add(absoluteName(document), false);
+    void addLinks(const DocumentSearch& search, const FoundDocument& found) {
+        const DocumentLinks links = readDocumentLinks(found.fullName, "");
+        if (!links.read) unread.push_back(found.name);
+        const std::size_t from = graph.add(found.name, false);
         const auto connect = [&](const NamedDocument& target) {
-            if (target.name.empty()) return;
-            graph.connect(from, graph.add(target.exists ? absoluteName(target.name) : target.name, !target.exists));
+            if (!target.name.empty()) graph.connect(from, graph.add(search.asGiven(target.name), !target.exists));
         };
         for (const auto* const list : {&links.partFiles, &links.contextProducts, &links.contextParts})
             for (const NamedDocument& target : *list) connect(target);
@@ -145,7 +138,7 @@ int runReport(const ReportOptions& options) {
         const VornToolsFolderMemory folders;
         for (const FoundDocument& found : search.found()) {
             report.documents.push_back(examiner.examine(found));
-            if (found.exists && isCatiaDocument(found.name)) report.addLinks(found.name);
+            if (found.exists && isCatiaDocument(found.name)) report.addLinks(search, found);
             journal.take();
             progress.step();
         }
@@ -157,15 +150,13 @@ int runReport(const ReportOptions& options) {
 
 } // namespace
 
-void addReportCommand(Program& program) {
+void addReportCommand(Command& program) {
     const auto options = std::make_shared<ReportOptions>();
-    CLI::App& command = program.add("report", "A page with the state of every document, what is missing, and the links",
-                                    [options] { return runReport(*options); });
-    command.add_option("folder", options->common.names, "Folders, searched with all below them, and documents")
-        ->required()
-        ->type_name("FOLDER");
-    command.add_option("-o,--output", options->output, "HTML file that receives the page")
-        ->required()
-        ->type_name("FILE");
+    Command& command =
+        program.command("report", "A page with the state of every document, what is missing, and the links",
+                        [options] { return runReport(*options); });
+    command.value("folder", "FOLDER", "Folders, searched with all below them, and documents", &options->common.names)
+        .required();
+    command.value("-o,--output", "FILE", "HTML file that receives the page", &options->output).required();
     options->common.addSessionTo(command);
 }

@@ -1,80 +1,56 @@
 #include "tools/vorntools/RunCommand.h"
 
+#include "tools/vorntools/JournalFile.h"
+
 #include "VornToolsCommon.h"
 #include "VornToolsWorkModeServices.h"
 
-#include "embedded/SessionFile.h"
-
 #include <algorithm>
 #include <set>
-
-CLI::App& Topics::add(const std::string& name, const std::string& description, std::function<int()> run) {
-    CLI::App* const topic = m_command.add_subcommand(name, description);
-    topic->add_flag("--json", m_options->json, "One JSON object a line instead of a table");
-    topic->add_option("--journal", m_options->journal, "File that receives the journal")->type_name("FILE");
-    m_topics.emplace_back(topic, std::move(run));
-    return *topic;
-}
-
-int Topics::run() const {
-    const embedded::SessionFileResult result = embedded::loadSession(m_options->session);
-    if (!result.ok) {
-        complain(result.error);
-        return ExitUnusable;
-    }
-    JournalFile journal(m_options->journal);
-    VornToolsWorkModeServices::setCatiaCacheActivated(1); // parts that are only seen can be loaded
-    for (const auto& topic : m_topics) {
-        if (!topic.first->parsed()) continue;
-        const int code = topic.second();
-        return journal.finish() ? code : ExitUnusable;
-    }
-    return ExitUnusable;
-}
+#include <utility>
 
 namespace {
 
-/** A list of texts as one text; "-" for none. */
-std::string joined(const Json& texts) {
-    std::string all;
-    for (const Json& text : texts) all += (all.empty() ? "" : ", ") + text.get<std::string>();
-    return all.empty() ? "-" : all;
+/** Loads the session and runs a topic; the exit code. */
+int runTopic(const CommonOptions& options, const std::function<int()>& run) {
+    if (!options.loadSession()) return ExitUnusable;
+    JournalFile journal(options.journal);
+    VornToolsWorkModeServices::setCatiaCacheActivated(1); // parts that are only seen can be loaded
+    const int code = run();
+    return journal.finish() ? code : int{ExitUnusable};
 }
 
 } // namespace
 
+Topics::Topics(Command& command) : m_command(command), m_options(std::make_shared<CommonOptions>()) {
+    m_command.value("session", "SESSION", "Session file", &m_options->session).required();
+}
+
+Command& Topics::add(const std::string& name, const std::string& description, std::function<int()> run) {
+    Command& topic = m_command.command(name, description,
+                                       [options = m_options, run = std::move(run)] { return runTopic(*options, run); });
+    m_options->addOutputTo(topic);
+    return topic;
+}
+
 void Listing::add(std::vector<Json> values) {
     if (m_json) {
         Json object = Json::object();
-        for (std::size_t i = 0; i < m_keys.size(); ++i) object[m_keys[i]] = values[i];
+        for (std::size_t i = 0; i < m_keys.size(); ++i) object.add(m_keys[i], std::move(values[i]));
         printJson(object);
         return;
     }
-    std::vector<std::string> row;
-    for (const Json& value : values) {
-        if (value.is_string())
-            row.push_back(value.get<std::string>());
-        else if (value.is_array())
-            row.push_back(joined(value));
-        else if (value.is_boolean())
-            row.emplace_back(value.get<bool>() ? "yes" : "no");
-        else
-            row.push_back(value.is_null() ? std::string("-")
-                                          : value.dump(-1, ' ', false, Json::error_handler_t::replace));
-    }
-    m_rows.push_back(std::move(row));
+    m_rows.emplace_back();
+    for (const Json& value : values) m_rows.back().push_back(value.cell());
 }
 
 void Listing::print() const {
-    std::vector<std::string> headings;
     std::vector<Table::Column> columns;
-    headings.reserve(m_keys.size());
-    for (const char* key : m_keys) {
-        headings.emplace_back(key);
-        for (char& letter : headings.back())
+    for (std::string heading : m_keys) {
+        for (char& letter : heading)
             letter =
                 letter == '_' ? ' ' : static_cast<char>(letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter);
-        columns.push_back({headings.back().c_str()});
+        columns.push_back({heading});
     }
     Table table(columns);
     for (const auto& row : m_rows) table.add(row);
@@ -128,15 +104,12 @@ embedded::Product findProduct(const std::string& path) {
     return embedded::Product();
 }
 
-void addRunCommand(Program& program) {
-    const auto topics = std::make_shared<std::unique_ptr<Topics>>();
-    CLI::App& command = program.add("run", "The library's services on a session that a file describes",
-                                    [topics] { return (*topics)->run(); });
-    *topics = std::make_unique<Topics>(command);
-    addSessionTopics(**topics);
-    addModeTopics(**topics);
-    addSceneTopics(**topics);
-    addPropertyTopics(**topics);
-    addAttributeTopics(**topics);
-    addDesignTableTopics(**topics);
+void addRunCommand(Command& program) {
+    Topics topics(program.command("run", "The library's services on a session that a file describes", {}));
+    addSessionTopics(topics);
+    addModeTopics(topics);
+    addSceneTopics(topics);
+    addPropertyTopics(topics);
+    addAttributeTopics(topics);
+    addDesignTableTopics(topics);
 }

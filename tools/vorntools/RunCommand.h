@@ -9,32 +9,20 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 /** The topics of "vorntools run SESSION TOPIC": each asks the library about the session that was loaded. */
 class Topics {
 public:
-    struct Options {
-        std::string session;
-        bool json = false;
-        std::string journal;
-    };
-
-    explicit Topics(CLI::App& command) : m_command(command), m_options(std::make_shared<Options>()) {
-        m_command.add_option("session", m_options->session, "Session file")->required()->type_name("SESSION");
-        m_command.require_subcommand(1);
-    }
-    /** Adds a topic. @param run its exit code; the session is loaded by then */
-    CLI::App& add(const std::string& name, const std::string& description, std::function<int()> run);
-    /** Loads the session and runs the topic that was given; the exit code. */
-    int run() const;
-    const std::shared_ptr<Options>& options() const { return m_options; }
+    explicit Topics(Command& command);
+    /** Adds a topic with "--json" and "--journal". @param run its exit code; the session is loaded by then */
+    Command& add(const std::string& name, const std::string& description, std::function<int()> run);
+    /** What the topics share. */
+    const std::shared_ptr<CommonOptions>& options() const { return m_options; }
 
 private:
-    CLI::App& m_command;
-    std::shared_ptr<Options> m_options;
-    std::vector<std::pair<CLI::App*, std::function<int()>>> m_topics;
+    Command& m_command;
+    std::shared_ptr<CommonOptions> m_options;
 };
 
 /** Prints rows either as objects, with the keys given, or as a table, with the keys in capitals as headings. */

@@ -151,9 +151,8 @@ void addDesignTableTopics(Topics& topics) {
     topics.add("design-tables", "Design tables of every document: file, sheet, configuration and its checksum",
                [common] { return listDesignTables(common->json); });
     const auto entries = std::make_shared<std::vector<std::string>>();
-    CLI::App& checksums =
+    Command& checksums =
         topics.add("checksums", "Checksums of the configurations that the DAT files record, and which changed since",
                    [common, entries] { return listChecksums(common->json, *entries); });
-    checksums.add_option("entries", *entries, "Other entries than those that are recorded")
-        ->type_name("SHEET:CONFIGURATION");
+    checksums.value("entries", "SHEET:CONFIGURATION", "Other entries than those that are recorded", entries.get());
 }

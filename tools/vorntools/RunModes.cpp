@@ -52,11 +52,11 @@ int switchProducts(bool json, const SwitchOptions& options, bool restores) {
     std::vector<std::vector<Json>> rows;
     bool followed = true;
     for (const ListedProduct& listed : products) {
-        std::vector<Json> row = {listed.path, modeOf(listed.product)};
+        const std::string before = modeOf(listed.product);
         switcher.setWorkMode(listed.product.get(), modeNamed(options.mode), Modes::WorkModeUnknown, "", 0);
-        row.push_back(modeOf(listed.product));
-        followed = followed && row.back() == options.mode;
-        rows.push_back(std::move(row));
+        const std::string switched = modeOf(listed.product);
+        followed = followed && switched == options.mode;
+        rows.push_back({listed.path, before, switched});
     }
     if (restores) switcher.restoreAll(0);
     Listing listing(json, keys);
@@ -71,16 +71,12 @@ int switchProducts(bool json, const SwitchOptions& options, bool restores) {
 void addSwitchTopic(Topics& topics, const char* name, const char* description, bool restores) {
     const auto common = topics.options();
     const auto options = std::make_shared<SwitchOptions>();
-    CLI::App& topic = topics.add(
+    Command& topic = topics.add(
         name, description, [common, options, restores] { return switchProducts(common->json, *options, restores); });
-    topic.add_option("product", options->products, "Products, by the path that \"modes\" shows")
-        ->required()
-        ->type_name("PRODUCT");
-    topic.add_option("--to", options->mode, "The mode to switch to: visu, default, brep or design (the usual one)")
-        ->check(CLI::IsMember({"visu", "default", "brep", "design"}))
-        ->type_name("MODE");
-    topic.add_option("--save", options->save, "Session file that receives the session as it is afterwards")
-        ->type_name("FILE");
+    topic.value("product", "PRODUCT", "Products, by the path that \"modes\" shows", &options->products).required();
+    topic.value("--to", "MODE", "The mode to switch to: visu, default, brep or design (the usual one)", &options->mode)
+        .oneOf({"visu", "default", "brep", "design"});
+    topic.value("--save", "FILE", "Session file that receives the session as it is afterwards", &options->save);
 }
 
 } // namespace

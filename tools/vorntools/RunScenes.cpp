@@ -8,6 +8,9 @@ namespace {
 
 constexpr int kGroup = 4; ///< path, scene, position, hidden
 
+/** The library's flag; null where a scene says nothing. */
+Json truthOrNull(const std::string& flag) { return flag.empty() ? Json() : Json(flag == "TRUE"); }
+
 int listScenes(bool json) {
     Listing listing(json, {"assembly", "scene", "product", "position", "hidden"});
     const embedded::Session& session = embedded::Session::current();
@@ -26,7 +29,7 @@ int listScenes(bool json) {
         if (scenes) scenes->Release();
         for (int at = 3; at + kGroup - 1 < data.Size(); at += kGroup)
             listing.add({document.name(), bytesOf(data[at + 1]), bytesOf(data[at]), textOrNull(bytesOf(data[at + 2])),
-                         textOrNull(bytesOf(data[at + 3]))});
+                         truthOrNull(bytesOf(data[at + 3]))});
     }
     listing.print();
     return ExitFine;
@@ -64,15 +67,11 @@ void addSceneTopics(Topics& topics) {
     topics.add("scenes", "Where each product stands in each scene, and whether it is hidden",
                [common] { return listScenes(common->json); });
     const auto options = std::make_shared<MaskOptions>();
-    CLI::App& masks = topics.add("masks", "The mask of every product",
-                                 [common, options] { return listMasks(common->json, *options); });
-    CLI::Option* const product =
-        masks.add_option("--product", options->product, "Product to mark, by the path that is shown")
-            ->type_name("PRODUCT");
-    masks.add_option("--set", options->mask, "Its new mask, 1 to 10; 0 takes it off")
-        ->check(CLI::Range(0, 10))
-        ->needs(product)
-        ->type_name("MASK");
-    masks.add_option("--save", options->save, "Session file that receives the session as it is afterwards")
-        ->type_name("FILE");
+    Command& masks = topics.add("masks", "The mask of every product",
+                                [common, options] { return listMasks(common->json, *options); });
+    masks.value("--product", "PRODUCT", "Product to mark, by the path that is shown", &options->product);
+    masks.value("--set", "MASK", "Its new mask, 1 to 10; 0 takes it off", &options->mask)
+        .between(0, 10)
+        .needs("--product");
+    masks.value("--save", "FILE", "Session file that receives the session as it is afterwards", &options->save);
 }

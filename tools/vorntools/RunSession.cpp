@@ -94,13 +94,12 @@ void addSessionTopics(Topics& topics) {
 
     const auto file = std::make_shared<std::string>();
     const auto shape = std::make_shared<std::string>();
-    CLI::App& windows =
+    Command& windows =
         topics.add("windows", "Documents of the windows, or which window leads to a file", [options, file, shape] {
             return file->empty() ? listWindows(options->json) : findFile(options->json, *file, *shape);
         });
-    windows.add_option("--find", *file, "File name to look for below the windows' documents")->type_name("FILE");
-    windows.add_option("--shape", *shape, "Shape representation of a file that is no document of CATIA")
-        ->type_name("NAME");
+    windows.value("--find", "FILE", "File name to look for below the windows' documents", file.get());
+    windows.value("--shape", "NAME", "Shape representation of a file that is no document of CATIA", shape.get());
 
     topics.add("selection", "Selected products and their documents",
                [options] { return listSelection(options->json); });

@@ -68,12 +68,11 @@ void addValueTopic(Topics& topics, const char* name, const char* description, co
                    int (*run)(bool json, const ValueOptions& options)) {
     const auto common = topics.options();
     const auto options = std::make_shared<ValueOptions>();
-    CLI::App& topic = topics.add(name, description, [common, options, run] { return run(common->json, *options); });
-    CLI::Option* const object =
-        topic.add_option(option, options->object, "Only this one, by the name that is shown")->type_name(path);
-    topic.add_option("--set", options->assignments, "New value; types: s text, i integer, b truth value, d number")
-        ->needs(object)
-        ->type_name("NAME=VALUE:TYPE");
-    topic.add_option("--save", options->save, "Session file that receives the session as it is afterwards")
-        ->type_name("FILE");
+    Command& topic = topics.add(name, description, [common, options, run] { return run(common->json, *options); });
+    topic.value(option, path, "Only this one, by the name that is shown", &options->object);
+    topic
+        .value("--set", "NAME=VALUE:TYPE", "New value; types: s text, i integer, b truth value, d number",
+               &options->assignments)
+        .needs(option);
+    topic.value("--save", "FILE", "Session file that receives the session as it is afterwards", &options->save);
 }

@@ -2,6 +2,7 @@
 #include "tools/vorntools/DocumentLinks.h"
 #include "tools/vorntools/DocumentStatus.h"
 #include "tools/vorntools/Files.h"
+#include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
 #include "VornToolsFolderMemory.h"
@@ -17,34 +18,30 @@ struct StatusOptions {
 
 /** Null when the document cannot be read. */
 Json countLinksOf(const FoundDocument& found) {
-    const DocumentLinks links = readDocumentLinks(found.name, "");
+    const DocumentLinks links = readDocumentLinks(found.fullName, "");
     return links.read ? Json(links.countDocuments()) : Json();
 }
 
 /** @param documentLinks null when nobody counted */
 Json jsonOf(const DocumentStatus& row, bool withLinks, const Json& documentLinks) {
-    Json json = Json::object();
-    auto& members = json.get_ref<Json::object_t&>();
-    constexpr std::size_t kMembers = 13;
-    members.reserve(kMembers);
-    members.emplace_back("document", row.document);
-    members.emplace_back("dat", textOrNull(row.dat));
-    members.emplace_back("layout", textOrNull(row.layout));
-    members.emplace_back("item_revision", row.itemRevision);
-    members.emplace_back("dataset", row.dataset);
-    members.emplace_back("named_reference", row.namedReference);
-    members.emplace_back("load_type", row.loadType);
-    members.emplace_back("status", row.status);
-    members.emplace_back("reason", row.reason);
-    members.emplace_back("linked", row.linked);
-    members.emplace_back("unresolved", row.unresolved);
-    members.emplace_back("design_table", row.designTable);
-    if (withLinks) members.emplace_back("document_links", documentLinks);
+    Json json = Json::object({{"document", row.document},
+                              {"dat", textOrNull(row.dat)},
+                              {"layout", textOrNull(row.layout)},
+                              {"item_revision", row.itemRevision},
+                              {"dataset", row.dataset},
+                              {"named_reference", row.namedReference},
+                              {"load_type", row.loadType},
+                              {"status", row.status},
+                              {"reason", row.reason},
+                              {"linked", row.linked},
+                              {"unresolved", row.unresolved},
+                              {"design_table", row.designTable}});
+    if (withLinks) json.add("document_links", documentLinks);
     return json;
 }
 
 std::vector<std::string> cellsOf(const DocumentStatus& row, const Json& documentLinks) {
-    const std::string inDocument = documentLinks.is_null() ? "" : " / " + documentLinks.dump();
+    const std::string inDocument = documentLinks.isNull() ? "" : " / " + documentLinks.dump();
     return {row.status,
             row.reason,
             row.layout.empty() ? "-" : row.layout,
@@ -95,14 +92,13 @@ int runStatus(const StatusOptions& statusOptions) {
 
 } // namespace
 
-void addStatusCommand(Program& program) {
+void addStatusCommand(Command& program) {
     const auto options = std::make_shared<StatusOptions>();
-    CLI::App& command = program.add("status", "New, modified or not modified: every document of a folder, and why",
-                                    [options] { return runStatus(*options); });
-    command.add_option("folder", options->common.names, "Folders, searched with all below them, and documents")
-        ->required()
-        ->type_name("FOLDER");
-    command.add_flag("--links", options->links,
-                     "Also count the links in the documents themselves, which reads every one of them");
+    Command& command = program.command("status", "New, modified or not modified: every document of a folder, and why",
+                                       [options] { return runStatus(*options); });
+    command.value("folder", "FOLDER", "Folders, searched with all below them, and documents", &options->common.names)
+        .required();
+    command.flag("--links", "Also count the links in the documents themselves, which reads every one of them",
+                 options->links);
     options->common.addTo(command);
 }

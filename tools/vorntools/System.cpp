@@ -1,5 +1,6 @@
 #include "tools/vorntools/System.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #if defined(_WIN32)
@@ -35,22 +36,26 @@ std::vector<std::string> arguments(int count, char** values) {
     // The values of main() are in the system's own 8-bit encoding, which lacks most letters.
     int wideCount = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &wideCount);
-    if (!wide) return std::vector<std::string>(values, values + count);
+    if (!wide) return std::vector<std::string>(values + std::min(count, 1), values + count);
     std::vector<std::string> result;
-    for (int i = 0; i < wideCount; ++i) result.push_back(utf8(wide[i]));
+    for (int i = 1; i < wideCount; ++i) result.push_back(utf8(wide[i]));
     LocalFree(wide);
     return result;
 }
 
-bool isWatched() { return _isatty(_fileno(stdout)) && _isatty(_fileno(stderr)); }
+bool outputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
+
+bool errorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
 
 #else
 
 std::vector<std::string> arguments(int count, char** values) {
-    return std::vector<std::string>(values, values + count);
+    return std::vector<std::string>(values + std::min(count, 1), values + count);
 }
 
-bool isWatched() { return ::isatty(STDOUT_FILENO) && ::isatty(STDERR_FILENO); }
+bool outputIsTerminal() { return ::isatty(STDOUT_FILENO) != 0; }
+
+bool errorIsTerminal() { return ::isatty(STDERR_FILENO) != 0; }
 
 #endif
 

@@ -1,0 +1,27 @@
+#include "tools/vorntools/JournalFile.h"
+
+#include "tools/vorntools/Output.h"
+
+#include "embedded/Records.h"
+
+#include <filesystem>
+
+JournalFile::JournalFile(const std::string& name) : m_name(name) {
+    if (!m_name.empty()) m_stream.open(std::filesystem::u8path(m_name), std::ios::binary);
+}
+
+void JournalFile::take() {
+    embedded::Journal& journal = embedded::Journal::get();
+    for (std::size_t i = 0; !m_name.empty() && i < journal.size(); ++i) m_stream << journal.line(i) << '\n';
+    journal.clear();
+    embedded::ErrorReports::get().take();
+}
+
+bool JournalFile::finish() {
+    take();
+    if (m_name.empty()) return true;
+    m_stream.close();
+    if (!m_stream.fail()) return true;
+    complain("cannot write " + m_name);
+    return false;
+}

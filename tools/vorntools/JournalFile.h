@@ -1,0 +1,22 @@
+#ifndef TOOLS_VORNTOOLS_JOURNAL_FILE_H
+#define TOOLS_VORNTOOLS_JOURNAL_FILE_H
+
+#include <fstream>
+#include <string>
+
+/** Hands the journal's lines to a file, if the caller wants one, and forgets them and the error reports. */
+class JournalFile {
+public:
+    /** @param name empty for none */
+    explicit JournalFile(const std::string& name);
+    /** Takes what was written since the last call. */
+    void take();
+    /** False, and said on standard error, when the file could not be written. */
+    bool finish();
+
+private:
+    const std::string m_name;
+    std::ofstream m_stream;
+};
+
+#endif

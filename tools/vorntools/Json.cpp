@@ -1,0 +1,82 @@
+#include "tools/vorntools/Json.h"
+
+#include "tools/vorntools/Text.h"
+
+namespace {
+
+void writeText(const std::string& bytes, std::string& text) {
+    text += '"';
+    for (const char letter : printable(bytes)) {
+        if (letter == '"' || letter == '\\') text += '\\';
+        text += letter;
+    }
+    text += '"';
+}
+
+} // namespace
+
+Json Json::array(std::vector<Json> elements) {
+    Json json;
+    json.m_value = std::move(elements);
+    return json;
+}
+
+Json Json::object(std::vector<Member> members) {
+    Json json;
+    json.m_value = std::move(members);
+    return json;
+}
+
+void Json::write(std::string& text) const {
+    if (const auto* const own = std::get_if<std::string>(&m_value)) return writeText(*own, text);
+    const char* between = "";
+    if (elements()) {
+        text += '[';
+        for (const Json& element : *elements()) {
+            text += between;
+            element.write(text);
+            between = ",";
+        }
+        text += ']';
+    } else if (members()) {
+        text += '{';
+        for (const Member& member : *members()) {
+            text += between;
+            writeText(member.first, text);
+            text += ':';
+            member.second.write(text);
+            between = ",";
+        }
+        text += '}';
+    } else if (const bool* const truth = std::get_if<bool>(&m_value)) {
+        text += *truth ? "true" : "false";
+    } else if (const long long* const number = std::get_if<long long>(&m_value)) {
+        text += std::to_string(*number);
+    } else {
+        text += "null";
+    }
+}
+
+std::string Json::dump() const {
+    std::string text;
+    write(text);
+    return text;
+}
+
+std::string Json::cell(const char* between) const {
+    if (const auto* const own = std::get_if<std::string>(&m_value)) return *own;
+    if (const bool* const truth = std::get_if<bool>(&m_value)) return *truth ? "yes" : "no";
+    if (isNull()) return "-";
+    if (!elements()) return dump();
+    std::string text;
+    for (const Json& element : *elements()) text += (&element == elements()->data() ? "" : between) + element.cell();
+    return elements()->empty() ? "-" : text;
+}
+
+Json arrayOf(const CATListValCATUnicodeString& list) {
+    Json array = Json::array();
+    for (int i = 1; i <= list.Size(); ++i) array.push_back(bytesOf(list[i]));
+    return array;
+}
+
+Json textOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }

@@ -1,0 +1,73 @@
+#include "tools/vorntools/Text.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr unsigned char kDelete = 0x7F;
+
+unsigned int byteAt(const std::string& bytes, std::size_t at) {
+    return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0U;
+}
+
+bool isHexDigit(unsigned int byte) {
+    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'F') || (byte >= 'a' && byte <= 'f');
+}
+
+bool continues(unsigned int byte) { return (byte & 0xC0U) == 0x80U; }
+
+/** Bytes of the character of several bytes at a place; 0 when they are no UTF-8 or a control character. */
+std::size_t wideCharacterAt(const std::string& bytes, std::size_t at) {
+    const unsigned int first = byteAt(bytes, at), second = byteAt(bytes, at + 1);
+    if (!continues(second)) return 0;
+    if (first >= 0xC2U && first <= 0xDFU) return first == 0xC2U && second < 0xA0U ? 0 : 2;
+    if (!continues(byteAt(bytes, at + 2))) return 0;
+    if (first >= 0xE0U && first <= 0xEFU) {
+        const bool overlong = first == 0xE0U && second < 0xA0U;
+        const bool surrogate = first == 0xEDU && second >= 0xA0U;
+        return overlong || surrogate ? 0 : 3;
+    }
+    if (first < 0xF0U || first > 0xF4U || !continues(byteAt(bytes, at + 3))) return 0;
+    const bool overlong = first == 0xF0U && second < 0x90U;
+    const bool beyond = first == 0xF4U && second >= 0x90U;
+    return overlong || beyond ? 0 : 4;
+}
+
+/** Bytes of the character at a place that can stand as it is; 0 when it has to be escaped. */
+std::size_t plainAt(const std::string& bytes, std::size_t at) {
+    const unsigned int byte = byteAt(bytes, at);
+    if (byte >= 0x80U) return wideCharacterAt(bytes, at);
+    const bool looksEscaped = byte == '%' && isHexDigit(byteAt(bytes, at + 1)) && isHexDigit(byteAt(bytes, at + 2));
+    return byte < ' ' || byte == kDelete || looksEscaped ? 0 : 1;
+}
+
+} // namespace
+
+std::string bytesOf(const CATUnicodeString& text) {
+    return {text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte())};
+}
+
+CATUnicodeString textOf(const std::string& bytes) { return CATUnicodeString(bytes.data(), bytes.size()); }
+
+std::string fileNameOf(const std::string& name) { return name.substr(name.find_last_of("/\\") + 1); }
+
+std::string printable(const std::string& bytes) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string result;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t length = plainAt(bytes, at);
+        if (length > 0) {
+            result.append(bytes, at, length);
+        } else {
+            const unsigned int byte = byteAt(bytes, at);
+            result += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+        }
+        at += std::max<std::size_t>(length, 1);
+    }
+    return result;
+}
+
+std::size_t widthOf(const std::string& text) {
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char byte) { return !continues(static_cast<unsigned char>(byte)); }));
+}
