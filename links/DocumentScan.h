@@ -1,6 +1,7 @@
 #ifndef LINKS_DOCUMENT_SCAN_H
 #define LINKS_DOCUMENT_SCAN_H
 
+#include "foundation/SearchKernel.h"
 #include "links/DocumentFields.h"
 #include "links/Imports.h"
 #include "links/PropertyStream.h"
@@ -34,6 +35,8 @@ public:
     DocumentScan(const DocumentScan&) = delete;
     DocumentScan& operator=(const DocumentScan&) = delete;
 
+    /** Whether the image has a document-property stream. */
+    bool hasStream() const { return m_property != notFound; }
     const PropertyStream& stream();
     /** Documents of a kind that are in use, in stream order. */
     std::vector<LinkedDocument> used(LinkedDocument::Kind i_kind);

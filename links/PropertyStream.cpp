@@ -15,6 +15,10 @@ constexpr std::size_t kTail = 45;
 constexpr std::size_t kUses = 16;
 /** Where the symbol numbers begin behind the text of the last block. */
 constexpr std::size_t kSymbols = 27;
+/** A tag and a symbol number. */
+constexpr std::size_t kSymbolBytes = 5;
+/** The word behind the symbol numbers, which ends the stream. */
+constexpr std::string_view kClosing = "\x9F\x36\x08\x46INJPL";
 /** A text holds one path, whose length is a 16-bit number, and less than a hundred bytes beside it. */
 constexpr std::int32_t kLongestText = 0x10000 + 256;
 
@@ -135,14 +139,16 @@ void PropertyStream::readRecords(std::string_view i_image, std::size_t i_positio
         m_documents.push_back(document);
         records.push_back(static_cast<std::size_t>(record));
     }
-    if (record == count) readSymbols(i_image, block.textEnd + kSymbols, records, i_header.littleEndian);
+    if (record != count) return;
+    const std::size_t symbols = block.textEnd + kSymbols;
+    readSymbols(i_image, symbols, records, i_header.littleEndian);
+    m_is_complete = standsAt(i_image, symbols + kSymbolBytes * static_cast<std::size_t>(count), kClosing);
 }
 
 void PropertyStream::readSymbols(std::string_view i_image, std::size_t i_at, const std::vector<std::size_t>& i_records,
                                  bool i_little_endian) {
-    constexpr std::size_t entry = 1 + sizeof(std::int32_t);
     for (std::size_t i = 0; i < i_records.size(); ++i) {
-        const std::size_t at = i_at + entry * i_records[i];
+        const std::size_t at = i_at + kSymbolBytes * i_records[i];
         const unsigned char tag = byteAt(i_image, at);
         if (tag != 0x22 && tag != 0x24) return;
         m_documents[i].symbol = int32At(i_image, at + 1, i_little_endian);

@@ -45,6 +45,8 @@ public:
     const std::string& ownPath() const { return m_own_path; }
     /** In stream order, unused ones and repeats included. */
     const std::vector<LinkedDocument>& documents() const { return m_documents; }
+    /** Whether the stream was read to its end: as many records as it counts, and the word that closes it. */
+    bool isComplete() const { return m_is_complete; }
 
 private:
     struct Header;
@@ -55,6 +57,7 @@ private:
 
     std::string m_own_path;
     std::vector<LinkedDocument> m_documents;
+    bool m_is_complete = false;
 };
 
 } // namespace vorntools

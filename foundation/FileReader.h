@@ -1,0 +1,53 @@
+#ifndef FOUNDATION_FILE_READER_H
+#define FOUNDATION_FILE_READER_H
+
+#include "foundation/OpenFile.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorntools {
+
+/** A stretch of a file. */
+struct FileRange {
+    std::uint64_t offset = 0;
+    std::uint64_t length = 0;
+
+    std::uint64_t end() const { return offset + length; }
+};
+
+/**
+ * Reads stretches of a file and keeps them. A read costs a way to the server and back, so neighbours are read together
+ * and nothing is read twice. The file is neither mapped nor buffered: what is asked for is what is read.
+ */
+class FileReader {
+public:
+    /** @return false for what is no file or cannot be opened; nothing is then known */
+    bool open(const CATUnicodeString& i_name);
+    /** Its length when it was opened. */
+    std::uint64_t size() const { return m_size; }
+
+    /** Reads what is not known yet of the given stretches, in any order; those that overlap are read once.
+     * @return false when one lies beyond the end or cannot be read: the file has changed */
+    bool fetch(std::vector<FileRange> i_wanted);
+    /** The bytes of a stretch that was fetched as a whole; empty for any other. Valid while the reader lives. */
+    std::string_view bytes(const FileRange& i_range) const;
+    /** Reads a stretch into a buffer of the caller's and keeps nothing. @return as fetch */
+    bool readInto(const FileRange& i_range, char* op_bytes) const;
+
+private:
+    bool knows(const FileRange& i_range) const { return i_range.length == 0 || !bytes(i_range).empty(); }
+    bool read(const FileRange& i_range);
+
+    OpenFile m_file;
+    std::uint64_t m_size = 0;
+    std::map<std::uint64_t, std::string> m_known; ///< by position
+};
+
+} // namespace vorntools
+
+#endif

@@ -1,0 +1,59 @@
+#ifndef LINKS_DOCUMENT_DIRECTORY_H
+#define LINKS_DOCUMENT_DIRECTORY_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorntools {
+
+/** A stretch of the file that holds a part of a stream. */
+struct StreamPiece {
+    std::uint32_t offset = 0; ///< in the file
+    std::uint32_t length = 0;
+};
+
+/** A storage or a stream of a document file. */
+struct DirectoryEntry {
+    std::uint32_t identifier = 0;
+    std::uint32_t parent = 0; ///< identifier of the storage that holds it; it need not be there
+    bool is_stream = false;
+    std::uint32_t size = 0;
+    /** When it was made and changed, each in units of 100 ns since 1601; 0 where the file does not tell. */
+    std::array<std::uint64_t, 3> dates = {};
+    /** UTF-16 as stored. The names of properties begin with the character 3, that of the preview with 5. */
+    std::u16string name;
+    /** In the order of the stream, which need not be that of the file. Together they are as long as the size, which is
+     * no more than that of the file, and each lies within it. */
+    std::vector<StreamPiece> pieces;
+};
+
+/** The first bytes of a document file, which tell where its directory is. */
+struct FileHeader {
+    static constexpr std::size_t length = 16;
+
+    explicit FileHeader(std::string_view i_first_bytes);
+
+    bool is_document = false;     ///< whether the file begins as a document of any layout does
+    bool is_known_layout = false; ///< whether the directory has the layout that readDirectory reads
+    std::uint32_t directory = 0;  ///< its position
+    std::uint32_t directory_length = 0;
+
+    /** End of the directory, which is that of every file that is whole. */
+    std::uint64_t end() const { return std::uint64_t{directory} + directory_length; }
+};
+
+/**
+ * Reads a directory. Everything that it tells is checked against the file; one thing that does not fit and none of it
+ * is believed.
+ * @param i_directory its bytes, from FileHeader::directory to the end of the file
+ * @return false, without entries, when it does not fit
+ */
+bool readDirectory(std::string_view i_directory, std::uint64_t i_file_size, std::vector<DirectoryEntry>& o_entries);
+
+} // namespace vorntools
+
+#endif

@@ -1,0 +1,546 @@
+#include "VornToolsDocumentFile.h"
+
+#include "tests/support/DocumentContainer.h"
+#include "tests/support/DocumentImage.h"
+#include "tests/support/Fixture.h"
+#include "tests/support/Sweep.h"
+
+#include "VornToolsCommon.h"
+#include "VornToolsLinks.h"
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
+
+using namespace std::string_literals;
+
+namespace {
+
+using Container = DocumentContainer;
+using Condition = VornToolsDocumentFile::EnumDocumentCondition;
+
+const std::string kProperty = "\x03"
+                              "CATDocumentProperty";
+const std::string kSets = "\x03"
+                          "CATPropertySets";
+const std::string kPreview = "\x05"
+                             "CATPreview";
+const std::string kProductIdentity = "\0\0\0\0\0\0\x1A\x60\x60\xC7\x4B\xFE\0\0\0\x83"s;
+const std::string kPartIdentity = "\0\0\0\0\0\0\x1A\x61\x61\xC7\0\xFF\0\0\0\x84"s;
+/** What no link hangs on: as long as the link streams are not neighbours, and the file is not read in one go. */
+const std::string kGeometry(40000, '\x55');
+
+std::string bytesOf(const VornToolsString* text) { return text ? std::string(text->bytes(), text->size()) : "none"; }
+std::string bytesOf(const CATUnicodeString& text) {
+    return std::string(text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte()));
+}
+
+/** A part in the context of an assembly: a reference, an unpublished import and an import with link. */
+struct PartStreams {
+    std::string data = DocumentImage().application().bytes();
+    std::string properties =
+        DocumentImage()
+            .properties("/own/Part.CATPart",
+                        {ImageRecord::object("CATProduct", "/own/Assembly.CATProduct", kProductIdentity),
+                         ImageRecord::object("CATPart", "/own/Neighbour.CATPart", kPartIdentity),
+                         ImageRecord::whole("CATPart", "/own/Skeleton.CATPart"),
+                         ImageRecord::whole("CATPart", "/own/Ghost.CATPart", 0)})
+            .bytes();
+    std::string product = DocumentImage()
+                              .references({"..!..!SKELETON.1!Axis"})
+                              .raw("CATPrdInputProxy")
+                              .pointer(kProductIdentity)
+                              .pointer(kPartIdentity, "\x09\1\0\0\0"s)
+                              .bytes();
+    std::string imports = DocumentImage().imports({{3, {4}}}, {"InputToDoc:Doc!Geometry:AJBAAAAAAA!"}).bytes();
+    std::string summary = DocumentImage().summary(5, 27, 3).bytes();
+
+    Container container() const {
+        Container file;
+        file.stream("Data", data).container("CATProdCont", product).container("CGMGeom", kGeometry);
+        file.container("CATXDocLinkCont", imports).container("CATMFBRP", kGeometry);
+        return file.stream(kProperty, properties).stream(kSets, summary);
+    }
+};
+
+class DocumentFileTest : public PlatformTest {
+protected:
+    /** Everything that hangs on the links of an image. */
+    static Texts linksOf(VornToolsString* image) {
+        VornToolsString file("/own/Part.CATPart", 17);
+        unsigned char missing = 0;
+        Texts texts;
+        const auto add = [&](const VornToolsVector<VornToolsLink>& links) {
+            for (unsigned int i = 0; i < links.size(); ++i)
+                texts.push_back(bytesOf(links[i].get_type()) + "|" + bytesOf(links[i].get_linkedFileName()) + "|" +
+                                bytesOf(links[i].get_reference()) + "|" +
+                                std::to_string(links[i].get_link_tag_found()));
+            texts.push_back("--");
+        };
+        add(VornToolsLinks::getLinks(image, "", &file, "", missing));
+        add(VornToolsLinks::getAllLinks(image, &file, ""));
+        add(VornToolsLinks::getMMLDrawingLinks(image, &file, ""));
+        int version = 0, release = 0, pack = 0;
+        const int code = VornToolsLinks::getVersion(image, version, release, pack);
+        texts.push_back(std::to_string(code) + "|" + std::to_string(version) + "|" + std::to_string(release) + "|" +
+                        std::to_string(pack));
+        const std::string bytes = bytesOf(image);
+        const auto place = [&](const char* marker) {
+            const std::size_t found = bytes.find(marker);
+            return found == std::string::npos ? -1 : static_cast<int>(found);
+        };
+        const int application = place("AppliCont"), property = place("CATDocumentProperty");
+        VornToolsVector<VornToolsString> lists[6];
+        VornToolsLinks::getLinkedDocName(image, property, &file, "", lists[0], lists[1], lists[2], lists[3]);
+        VornToolsLinks::getGhosts(image, property, lists[4]);
+        VornToolsLinks::getExternalReference(image, release, application, property, lists[5]);
+        for (const auto& list : lists) {
+            for (unsigned int i = 0; i < list.size(); ++i) texts.push_back(bytesOf(&list[i]));
+            texts.push_back("--");
+        }
+        return texts;
+    }
+
+    struct Read {
+        std::string image;
+        Texts links;
+        Condition condition = VornToolsDocumentFile::DocumentNotOpen;
+    };
+    Read readFile(const CATUnicodeString& name) {
+        VornToolsDocumentFile file;
+        EXPECT_EQ(file.open(name), S_OK);
+        const std::unique_ptr<VornToolsString> image(file.readLinkImage());
+        return {bytesOf(image.get()), image ? linksOf(image.get()) : Texts(), file.getCondition()};
+    }
+    Read read(const std::string& bytes) { return readFile(write("document", bytes).c_str()); }
+    /** Links of the whole file, read as bytes. */
+    static Texts linksOfWhole(const std::string& bytes) {
+        VornToolsString image(bytes.data(), static_cast<int>(bytes.size()));
+        return linksOf(&image);
+    }
+    Condition conditionOf(const std::string& bytes) {
+        VornToolsDocumentFile file;
+        EXPECT_EQ(file.open(write("document", bytes).c_str()), S_OK);
+        return file.getCondition();
+    }
+};
+
+TEST_F(DocumentFileTest, ListsStoragesAndStreams) {
+    Container file("");
+    file.stream("Format", "twelve bytes");
+    const std::uint32_t inner = file.storage("inner", file.root());
+    file.stream("Cont_inner", "one two three", inner, 3, true);
+    VornToolsDocumentFile document;
+    ASSERT_EQ(document.open(write("d", file.bytes()).c_str()), S_OK);
+    EXPECT_EQ(document.getSize(), file.bytes().size());
+
+    Texts entries;
+    for (int i = 1; i <= document.getEntryCount(); ++i) {
+        CATUnicodeString name("before"), date;
+        int parent = -1, pieces = -1;
+        unsigned char is_stream = 2;
+        unsigned int size = 99;
+        EXPECT_EQ(document.getEntry(i, name, parent, is_stream, size, pieces), S_OK);
+        entries.push_back(bytesOf(name) + " " + std::to_string(parent) + " " + std::to_string(is_stream) + " " +
+                          std::to_string(size) + " " + std::to_string(pieces));
+    }
+    EXPECT_EQ(entries, Texts({".0123456789abcdef 0 0 0 0", "CATIA1 1 0 0 0", "Format 2 1 12 1", "inner 2 0 0 0",
+                              "Cont_inner 4 1 13 3"}));
+    CATUnicodeString first, second, third;
+    EXPECT_EQ(document.getEntryDate(3, 1, first), S_OK);
+    EXPECT_EQ(document.getEntryDate(3, 2, second), S_OK);
+    EXPECT_EQ(document.getEntryDate(3, 3, third), S_OK);
+    EXPECT_EQ(bytesOf(first), "2021-04-22 13:07:23");
+    EXPECT_EQ(bytesOf(second), "");
+    EXPECT_EQ(bytesOf(third), bytesOf(first));
+
+    const auto stream = [&](int index, unsigned int from, unsigned int count) {
+        return bytesOf(std::unique_ptr<VornToolsString>(document.readStream(index, from, count)).get());
+    };
+    EXPECT_EQ(stream(5, 0, 0xFFFFFFFF), "one two three") << "pieces in the order of the stream";
+    EXPECT_EQ(stream(5, 2, 7), "e two t");
+    EXPECT_EQ(stream(5, 12, 5), "e");
+    EXPECT_EQ(stream(5, 13, 1), "");
+    EXPECT_EQ(stream(5, 0xFFFFFFFF, 0xFFFFFFFF), "");
+    EXPECT_EQ(stream(4, 0, 9), "") << "a storage";
+}
+
+TEST_F(DocumentFileTest, IndicesOutsideAndFilesThatAreNotThereAreReported) {
+    VornToolsDocumentFile document;
+    CATUnicodeString text("before");
+    int number = 5, pieces = 5;
+    unsigned char flag = 5;
+    unsigned int size = 5;
+    EXPECT_EQ(document.open(path("missing").c_str()), E_FAIL);
+    EXPECT_EQ(reports(), Texts({"VornToolsDocumentFile::open 501 " + path("missing")}));
+    EXPECT_EQ(document.open(folder().u8string().c_str()), E_FAIL) << "a folder";
+    reports();
+    EXPECT_EQ(document.getCondition(), VornToolsDocumentFile::DocumentNotOpen);
+    EXPECT_EQ(document.getSize(), 0U);
+    EXPECT_EQ(document.readLinkImage(), nullptr);
+    EXPECT_EQ(document.readPreview(), nullptr);
+
+    ASSERT_EQ(document.open(write("d", Container().bytes()).c_str()), S_OK);
+    for (const int index : {0, -1, 4}) {
+        EXPECT_EQ(document.getEntry(index, text, number, flag, size, pieces), E_FAIL);
+        EXPECT_EQ(bytesOf(text) + std::to_string(number) + std::to_string(flag) + std::to_string(size), "000");
+        EXPECT_EQ(document.getEntryDate(index, 1, text), E_FAIL);
+        EXPECT_EQ(document.readStream(index), nullptr);
+        EXPECT_EQ(reports(), Texts({"VornToolsDocumentFile::getEntry 9006 i_index",
+                                    "VornToolsDocumentFile::getEntryDate 9006 i_index",
+                                    "VornToolsDocumentFile::readStream 9006 i_index"}));
+    }
+    EXPECT_EQ(document.getEntryDate(1, 4, text), E_FAIL);
+    EXPECT_EQ(document.getEntryDate(1, 0, text), E_FAIL);
+    EXPECT_EQ(reports(), Texts(2, "VornToolsDocumentFile::getEntryDate 9006 i_which"));
+    EXPECT_EQ(document.close(), S_OK);
+    EXPECT_EQ(document.getEntryCount(), 0);
+    EXPECT_EQ(document.close(), S_OK);
+}
+
+TEST_F(DocumentFileTest, NamesOfStreamsAreUtf16) {
+    Container plain("");
+    plain.stream("ABCDEF", "");
+    std::string bytes = plain.bytes();
+    // A letter, one of two bytes in UTF-8, one of three, a pair, half a pair.
+    bytes.replace(bytes.find("\0A\0B\0C\0D\0E\0F"s), 12, "\0A\0\xE9\x20\xAC\xD8\x3D\xDE\x00\xD8\x3D"s);
+    VornToolsDocumentFile document;
+    ASSERT_EQ(document.open(write("d", bytes).c_str()), S_OK);
+    CATUnicodeString name;
+    int parent = 0, pieces = 0;
+    unsigned char is_stream = 0;
+    unsigned int size = 0;
+    ASSERT_EQ(document.getEntry(3, name, parent, is_stream, size, pieces), S_OK);
+    EXPECT_EQ(bytesOf(name), "A\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xEF\xBF\xBD");
+}
+
+TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {
+    const PartStreams part;
+    const std::string bytes = part.container().bytes();
+    const Read found = read(bytes);
+    EXPECT_EQ(found.links, linksOfWhole(bytes));
+    EXPECT_EQ(
+        Texts(found.links.begin(), found.links.begin() + 5),
+        Texts({"MMLAssy_Context|/own/Assembly.CATProduct||0", "MMLAssy_Ref||..!..!SKELETON.1!Axis|0",
+               "MMLAssy_ImportNotPub|/own/Neighbour.CATPart||0", "MML|/own/Skeleton.CATPart|AJBAAAAAAA|1", "--"}));
+    EXPECT_LT(found.image.size(), 4000U) << "the geometry is not read";
+    EXPECT_EQ(found.condition, VornToolsDocumentFile::DocumentIntact);
+
+    // The same streams in another order, the application container among the properties, the product's in pieces.
+    Container turned;
+    turned.stream(kSets, part.summary + part.data).container("CGMGeom", kGeometry);
+    const std::uint32_t storage = turned.storage("p", turned.root());
+    turned.stream("Cont_p", part.product, storage, 2);
+    turned.gap(kGeometry).stream("\x03"
+                                 "CATStorageProperty",
+                                 Container::classStream("CATProdCont"), storage);
+    turned.container("CATXDocLinkCont", part.imports).stream(kProperty, part.properties).gap(kGeometry);
+    const Read other = read(turned.bytes());
+    EXPECT_EQ(other.links, found.links);
+    EXPECT_LT(other.image.size(), 4000U);
+}
+
+TEST_F(DocumentFileTest, ProductsAndDrawingsAreToldByTheirProperties) {
+    const std::string names =
+        DocumentImage()
+            .properties("/own/A.CATProduct",
+                        {ImageRecord::object("CATProduct", "/own/Group.CATProduct", kProductIdentity, 2),
+                         ImageRecord::object("CATPart", "/own/Bolt.CATPart", kPartIdentity),
+                         ImageRecord::object("CATDrawing", "/own/Frame.CATDrawing", kPartIdentity)})
+            .bytes();
+    for (const char* const type : {"CATProduct", "CATDrawing"}) {
+        Container file(type);
+        // What a part would be asked for is not looked at.
+        file.stream("Data", "containers").container("CATProdCont", kGeometry);
+        const std::string bytes = file.stream(kProperty, names).stream(kSets, PartStreams().summary).bytes();
+        const Read found = read(bytes);
+        EXPECT_EQ(found.links, linksOfWhole(bytes));
+        EXPECT_EQ(found.links[0], "MMLAssy_Context|/own/Group.CATProduct||0");
+        EXPECT_LT(found.image.size(), 4000U);
+    }
+}
+
+// Each of these is something that the platform always writes and that nothing in the layout promises.
+TEST_F(DocumentFileTest, WhatTheStreamsDoNotTellIsReadFromTheWholeFile) {
+    const struct {
+        const char* what;
+        std::function<std::string(PartStreams)> make;
+    } cases[] = {
+        {"references and pointers in a container of another class",
+         [](PartStreams part) {
+             Container file;
+             file.stream("Data", part.data).container("CATPrtCont", part.product).container("", kGeometry);
+             file.container("CATXDocLinkCont", part.imports);
+             return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
+         }},
+        {"imports in a container of another class",
+         [](PartStreams part) {
+             Container file;
+             file.stream("Data", part.data).container("CATProdCont", part.product).container("CGMGeom", kGeometry);
+             file.container("CATStdCont", part.imports);
+             return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
+         }},
+        {"a pointer that is not where the others are",
+         [](PartStreams part) {
+             const std::string pointer = DocumentImage().pointer(kPartIdentity, "\x09\1\0\0\0"s).bytes();
+             part.product.erase(part.product.find(pointer), pointer.size());
+             Container file;
+             file.stream("Data", part.data).container("CATProdCont", part.product);
+             file.container("CATPrtCont", kGeometry + pointer).container("CATXDocLinkCont", part.imports);
+             return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
+         }},
+        {"a release that stores imports in the older form",
+         [](PartStreams part) {
+             part.summary = DocumentImage().summary(5, 11, 0).bytes();
+             return part.container().bytes();
+         }},
+        {"a part whose application container stands elsewhere",
+         [](PartStreams part) {
+             Container file;
+             file.stream("Elsewhere", part.data + kGeometry).container("CATProdCont", part.product);
+             file.container("CATXDocLinkCont", part.imports);
+             return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
+         }},
+        {"a product with part files",
+         [](PartStreams part) {
+             Container file("CATProduct");
+             file.container("CATXDocLinkCont", part.imports).container("CGMGeom", kGeometry);
+             return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
+         }},
+        {"no property stream of that name",
+         [](PartStreams part) {
+             Container file;
+             file.stream("Data", part.data).container("CATProdCont", part.product).gap(kGeometry);
+             file.container("CATXDocLinkCont", part.imports);
+             return file.stream("Properties", part.properties).stream(kSets, part.summary).bytes();
+         }},
+        {"another layout",
+         [](PartStreams part) {
+             std::string bytes = part.container().bytes();
+             bytes[6] = '4';
+             return bytes;
+         }},
+        {"no container at all", [](PartStreams part) {
+             return part.data + part.product + part.imports + part.properties + part.summary + kGeometry;
+         }}};
+    for (const auto& made : cases) {
+        SCOPED_TRACE(made.what);
+        const std::string bytes = made.make(PartStreams());
+        const Read found = read(bytes);
+        EXPECT_EQ(found.image.size(), bytes.size());
+        EXPECT_EQ(found.links, linksOfWhole(bytes));
+        EXPECT_GT(found.links.size(), 15U);
+        EXPECT_EQ(found.condition, VornToolsDocumentFile::DocumentIntact);
+    }
+}
+
+TEST_F(DocumentFileTest, PiecesOutOfOrderAreReadInTheOrderOfTheStream) {
+    const PartStreams part;
+    Container file;
+    file.stream("Data", part.data).container("CATProdCont", part.product).container("CATXDocLinkCont", part.imports);
+    file.stream(kProperty, part.properties, file.root(), 3, true).stream(kSets, part.summary).gap(kGeometry);
+    EXPECT_EQ(read(file.bytes()).links, read(part.container().bytes()).links);
+}
+
+TEST_F(DocumentFileTest, ContainersThatTellNoClassAreRead) {
+    const PartStreams part;
+    Container file;
+    file.stream("Data", part.data).container("", part.product).container("CGMGeom", kGeometry);
+    file.container("CATXDocLinkCont", part.imports);
+    const std::string bytes = file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
+    const Read found = read(bytes);
+    EXPECT_EQ(found.links, linksOfWhole(bytes));
+    EXPECT_LT(found.image.size(), 4000U);
+    // A class of eight letters has a form of its own; it is none of those that count.
+    EXPECT_LT(read(part.container().bytes()).image.size(), 4000U);
+}
+
+TEST_F(DocumentFileTest, DamageIsTold) {
+    const PartStreams part;
+    const std::string whole = part.container().bytes();
+    EXPECT_EQ(conditionOf(whole), VornToolsDocumentFile::DocumentIntact);
+    for (const std::size_t length : {whole.size() - 1, whole.size() * 9 / 10, whole.size() / 2, std::size_t{17}})
+        EXPECT_EQ(conditionOf(whole.substr(0, length)), VornToolsDocumentFile::DocumentCutOff) << length;
+    EXPECT_EQ(conditionOf(whole + "x"), VornToolsDocumentFile::DocumentDamaged);
+    EXPECT_EQ(conditionOf(whole + std::string(100000, '\0')), VornToolsDocumentFile::DocumentDamaged);
+
+    const auto with_properties = [&](const std::string& properties) {
+        PartStreams changed = part;
+        changed.properties = properties;
+        return conditionOf(changed.container().bytes());
+    };
+    const std::string& names = part.properties;
+    EXPECT_EQ(with_properties(names.substr(0, names.size() - 9)), VornToolsDocumentFile::DocumentDamaged)
+        << "a closing word that is cut";
+    EXPECT_EQ(with_properties(names.substr(0, names.size() / 2)), VornToolsDocumentFile::DocumentDamaged);
+    std::string counts_more = names;
+    counts_more[31] = 5;
+    EXPECT_EQ(with_properties(counts_more), VornToolsDocumentFile::DocumentDamaged);
+
+    EXPECT_EQ(conditionOf(""), VornToolsDocumentFile::DocumentNoDocument);
+    EXPECT_EQ(conditionOf("version https://example.invalid/file\n"), VornToolsDocumentFile::DocumentNoDocument);
+    EXPECT_EQ(conditionOf("V5_CF"), VornToolsDocumentFile::DocumentNoDocument);
+    EXPECT_EQ(conditionOf("V5_CFV2"), VornToolsDocumentFile::DocumentCutOff);
+    EXPECT_EQ(conditionOf(names + part.summary), VornToolsDocumentFile::DocumentIntact) << "properties alone";
+    EXPECT_EQ(conditionOf(names.substr(0, names.size() / 2)), VornToolsDocumentFile::DocumentDamaged);
+}
+
+TEST_F(DocumentFileTest, FormsOfOldReleasesAreIntact) {
+    const Container file = PartStreams().container();
+    // The root entry has a piece of its own, and room is left behind the end.
+    std::string directory = file.directory();
+    directory.replace(64, 4, Container::bigEndian(106)).insert(158, 20, '\0');
+    directory += std::string(500, '\0');
+    const std::string bytes = file.bytesWithDirectory(directory);
+    const Read found = read(bytes);
+    EXPECT_EQ(found.links, linksOfWhole(bytes));
+    EXPECT_LT(found.image.size(), 4000U) << "the directory is believed";
+    EXPECT_EQ(found.condition, VornToolsDocumentFile::DocumentIntact);
+}
+
+TEST_F(DocumentFileTest, ADirectoryWithAnythingThatDoesNotFitIsNotBelieved) {
+    Container file("");
+    file.stream("xyz", "bytes of the stream").stream("uvw", "and others");
+    const std::string directory = file.directory();
+    const std::size_t first = 158, stream = directory.find("\0x\0y\0z"s);
+    const std::size_t rest = stream + 8;
+    const struct {
+        const char* what;
+        std::size_t at;
+        std::uint32_t value;
+    } damages[] = {{"signature", 0, 0},
+                   {"length of the root", 64, 85},
+                   {"a root that ends nowhere", 64, 0xFFFFFFFF},
+                   {"kind of an entry", first + 4, 3},
+                   {"length of a name", stream - 4, 0xFFFFFFFE},
+                   {"name of no length", stream - 4, 0},
+                   {"name of odd length", stream - 4, 7},
+                   {"rest of an entry", rest, 0xFFFFFFFF},
+                   {"short rest of an entry", rest, 85},
+                   {"rest with half a piece", rest, 96},
+                   {"number of pieces", rest + 82, 2},
+                   {"huge number of pieces", rest + 82, 0xFFFFFFFF},
+                   {"piece outside the file", rest + 86, 0xFFFFFFF0},
+                   {"length of a piece", rest + 90, 0xFFFFFFFF},
+                   {"length that is not the stream's", rest + 90, 18},
+                   {"position of a piece", rest + 98, 1},
+                   {"size of a stream", stream - 4 - 76 + 8, 20}};
+    for (const auto& damage : damages) {
+        SCOPED_TRACE(damage.what);
+        std::string changed = directory;
+        changed.replace(damage.at, 4, Container::bigEndian(damage.value));
+        VornToolsDocumentFile document;
+        ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
+        EXPECT_EQ(document.getEntryCount(), 0);
+    }
+    for (const std::size_t length : {std::size_t{0}, std::size_t{15}, std::size_t{70}, first, stream, rest + 90,
+                                     directory.size() - 12, directory.size() - 1}) {
+        VornToolsDocumentFile document;
+        ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(directory.substr(0, length))).c_str()), S_OK);
+        EXPECT_EQ(document.getEntryCount(), 0) << length;
+    }
+}
+
+TEST_F(DocumentFileTest, StoragesThatHoldThemselvesOrAreNotThereDoNoHarm) {
+    Container file("");
+    file.stream("loop", "x", 5).stream("lost", "y", 77).storage("self", 6);
+    VornToolsDocumentFile document;
+    ASSERT_EQ(document.open(write("d", file.bytes()).c_str()), S_OK);
+    Texts parents;
+    for (int i = 1; i <= document.getEntryCount(); ++i) {
+        CATUnicodeString name;
+        int parent = -1, pieces = 0;
+        unsigned char is_stream = 0;
+        unsigned int size = 0;
+        EXPECT_EQ(document.getEntry(i, name, parent, is_stream, size, pieces), S_OK);
+        parents.push_back(bytesOf(name) + std::to_string(parent));
+    }
+    EXPECT_EQ(parents, Texts({".0123456789abcdef0", "CATIA11", "loop0", "lost0", "self5"}));
+}
+
+// Streams may name the same bytes: the image of them is never longer than the file.
+TEST_F(DocumentFileTest, StreamsThatShareTheirBytesCostNoMoreThanTheFile) {
+    const PartStreams part;
+    Container file = part.container();
+    std::string entry = file.directory();
+    const std::size_t begin = entry.find("\0D\0a\0t\0a"s) - 80;
+    const std::size_t end = entry.find("\0C\0o\0n\0t"s);
+    ASSERT_LT(begin, end);
+    std::string shared = entry.substr(begin, 80 + 10 + 86 + 20);
+    const std::size_t piece = shared.size() - 20;
+    shared.replace(8, 4, Container::bigEndian(60000))
+        .replace(piece, 8, Container::bigEndian(16) + Container::bigEndian(60000));
+    std::string many;
+    for (int i = 0; i < 500; ++i) many += shared;
+    entry.insert(begin, many);
+    const std::string bytes = file.bytesWithDirectory(entry);
+    const Read found = read(bytes);
+    EXPECT_LE(found.image.size(), bytes.size());
+    EXPECT_EQ(found.links, linksOfWhole(bytes));
+}
+
+TEST_F(DocumentFileTest, AFileThatShrinksIsNotReadBeyondItsEnd) {
+    const PartStreams part;
+    const std::string bytes = part.container().bytes();
+    const std::string name = write("d", bytes);
+    VornToolsDocumentFile document;
+    ASSERT_EQ(document.open(name.c_str()), S_OK);
+    const int last = document.getEntryCount();
+    std::filesystem::resize_file(std::filesystem::u8path(name), 5000);
+    EXPECT_EQ(document.readStream(last), nullptr);
+    EXPECT_EQ(reports(), Texts({"VornToolsDocumentFile::readStream 9003 readStream"}));
+    EXPECT_EQ(document.readLinkImage(), nullptr);
+    EXPECT_EQ(document.getCondition(), VornToolsDocumentFile::DocumentDamaged);
+}
+
+TEST_F(DocumentFileTest, PreviewIsThePictureBehindFourBytes) {
+    const std::string picture = "\xFF\xD8\xFF\xE0 picture";
+    const auto preview = [this](const Container& file) {
+        VornToolsDocumentFile document;
+        EXPECT_EQ(document.open(write("d", file.bytes()).c_str()), S_OK);
+        return bytesOf(std::unique_ptr<VornToolsString>(document.readPreview()).get());
+    };
+    EXPECT_EQ(preview(Container().stream(kPreview, "\0\0\0\0"s + picture)), picture);
+    EXPECT_EQ(preview(Container().stream(kPreview, "\0\0\0\0"s)), "none");
+    EXPECT_EQ(preview(Container().stream(kPreview, "")), "none");
+    EXPECT_EQ(preview(Container().stream(kPreview, "\0\0\0\0no picture"s)), "none");
+    EXPECT_EQ(preview(Container()), "none");
+    Container other;
+    EXPECT_EQ(preview(other.stream(kPreview, "\0\0\0\0"s + picture, other.storage("inner", other.root()))), "none")
+        << "that of another storage";
+}
+
+TEST_F(DocumentFileTest, SurvivesFailingCalls) {
+    const std::string name = write("d", PartStreams().container().bytes());
+    sweepFailures({"VornToolsDocumentFile::open", [&] {
+                       VornToolsDocumentFile document;
+                       const HRESULT code = document.open(name.c_str());
+                       const std::unique_ptr<VornToolsString> image(document.readLinkImage());
+                       const std::unique_ptr<VornToolsString> stream(document.readStream(3));
+                       const std::unique_ptr<VornToolsString> picture(document.readPreview());
+                       return SweepOutcome{code, document.getEntryCount() == 0,
+                                           static_cast<int>(image ? image->size() : 0) + document.getCondition()};
+                   }});
+}
+
+TEST_F(DocumentFileTest, RealDocumentsAreReadFromTheirStreams) {
+    const char* const folder = std::getenv("VORNTOOLS_DOCUMENTS");
+    if (!folder) GTEST_SKIP() << "VORNTOOLS_DOCUMENTS names no folder of real documents";
+    int streams = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension().u8string().rfind(".CAT", 0) != 0) continue;
+        SCOPED_TRACE(entry.path().u8string());
+        const CATUnicodeString name(entry.path().u8string().c_str());
+        const Read found = readFile(name);
+        const std::unique_ptr<VornToolsString> whole(VornToolsCommon::readBinaryFile(name));
+        ASSERT_TRUE(whole);
+        EXPECT_EQ(found.links, linksOf(whole.get()));
+        const bool is_document = entry.path().filename() != "not_a_document.CATPart";
+        EXPECT_EQ(found.condition,
+                  is_document ? VornToolsDocumentFile::DocumentIntact : VornToolsDocumentFile::DocumentNoDocument);
+        streams += found.image.size() < whole->size() ? 1 : 0;
+    }
+    EXPECT_EQ(streams, 15) << "all but the picture and the one of release 11";
+}
+
+} // namespace
