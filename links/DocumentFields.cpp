@@ -6,26 +6,11 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <unordered_set>
 
 namespace vorntools {
 
 namespace {
-
-/** The number at the beginning of a text, as atoi reads it; 0 when there is none. A number that no int holds gives the
- * nearest one. */
-int numberAt(std::string_view i_text) {
-    std::size_t at = 0;
-    while (at < i_text.size() && (i_text[at] == ' ' || (i_text[at] >= '\t' && i_text[at] <= '\r'))) ++at;
-    const bool negative = at < i_text.size() && i_text[at] == '-';
-    if (negative || (at < i_text.size() && i_text[at] == '+')) ++at;
-    constexpr long long limit = std::numeric_limits<int>::max();
-    long long value = 0;
-    for (; at < i_text.size() && i_text[at] >= '0' && i_text[at] <= '9'; ++at)
-        value = std::min(limit, 10 * value + (i_text[at] - '0'));
-    return static_cast<int>(negative ? -value : value);
-}
 
 /** The number between two markers; false when one is missing. The closing marker holds the opening one, so that it is
  * looked for behind it. */
@@ -36,7 +21,7 @@ bool numberBetween(std::string_view i_image, std::size_t i_from, std::string_vie
     const std::size_t begin = open + i_open.size();
     const std::size_t close = findMarker(i_image, i_close, begin);
     if (close == notFound) return false;
-    o_number = numberAt(i_image.substr(begin, close - begin));
+    o_number = leadingNumber(i_image.substr(begin, close - begin));
     return true;
 }
 
