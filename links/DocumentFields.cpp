@@ -53,12 +53,13 @@ std::vector<std::string> referencesIn(std::string_view i_image, std::size_t i_be
 constexpr std::size_t kIdentifierBytes = 5;
 
 /** Identifiers of the zone that one lead-in introduces: five bytes, then the first end byte. */
-void appendIdentifiers(std::string_view i_zone, std::string_view i_lead, std::vector<std::string>& io_identifiers) {
+void appendIdentifiers(std::string_view i_zone, std::string_view i_lead,
+                       std::vector<std::string_view>& io_identifiers) {
     const std::size_t whole = i_lead.size() + kIdentifierBytes;
     // Zeros follow each other in long runs, where a plain search does better than one that is prepared for each.
     for (std::size_t at = i_zone.find(i_lead); at != notFound; at = i_zone.find(i_lead, at + i_lead.size())) {
         if (i_zone.substr(at, whole + 1).find(marker::keyEnd) == whole)
-            io_identifiers.emplace_back(i_zone.substr(at + i_lead.size(), kIdentifierBytes));
+            io_identifiers.push_back(i_zone.substr(at + i_lead.size(), kIdentifierBytes));
     }
 }
 
@@ -91,7 +92,7 @@ std::vector<std::string> publishedReferences(std::string_view i_image, std::size
     return end == notFound ? std::vector<std::string>() : referencesIn(i_image, begin, end);
 }
 
-std::vector<std::string> identifiersBehind(std::string_view i_image, std::string_view i_key) {
+std::vector<std::string_view> identifiersBehind(std::string_view i_image, std::string_view i_key) {
     const std::size_t key = findMarker(i_image, i_key, 0);
     if (key == notFound) return {};
     std::size_t end = findMarker(i_image, marker::keyZoneEnd, key);
@@ -99,7 +100,7 @@ std::vector<std::string> identifiersBehind(std::string_view i_image, std::string
     const std::size_t begin = key + i_key.size();
     if (end == notFound || begin >= end) return {};
     const std::string_view zone = i_image.substr(begin, end - begin);
-    std::vector<std::string> identifiers;
+    std::vector<std::string_view> identifiers;
     appendIdentifiers(zone, marker::keyLead, identifiers);
     appendIdentifiers(zone, marker::zeroLead, identifiers);
     return identifiers;

@@ -122,7 +122,8 @@ Json fieldsOf(VornCache& cache, const CATUnicodeString& name) {
         for (const char* const tag : kSingleTags) add(tag);
     addIdentifier(name, fields);
     addBlocks(cache, name, fields);
-    const DocumentLinks links = readDocumentLinks(bytesOf(name), "");
+    VornToolsFolderMemory folders;
+    const DocumentLinks links = readDocumentLinks(bytesOf(name), "", folders);
     fields[kDocumentLinks] = links.read ? Json(links.countDocuments()) : Json();
     return fields;
 }

@@ -7,6 +7,7 @@
 #include "VornToolsLinks.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <set>
 
@@ -44,17 +45,16 @@ std::string folderOf(const std::string& document) {
 /** One document image with what every question about it takes. */
 class Image {
 public:
-    Image(VornToolsString& bytes, const std::string& document)
+    Image(VornToolsString& bytes, const std::string& document, VornToolsFolderMemory& folders)
         : m_bytes(bytes), m_name(document.data(), static_cast<int>(document.size())),
-          m_folder(textOf(folderOf(document))) {
-        VornToolsLinks::findStreams(&m_bytes, m_application, m_properties);
-    }
+          m_folder(textOf(folderOf(document))), m_folders(folders), m_properties(positionOf("CATDocumentProperty")),
+          m_application(positionOf("AppliCont")) {}
 
     void readNames(DocumentLinks& links) {
         VornToolsLinks::getVersion(&m_bytes, links.version, links.release, links.servicePack);
         Strings partFiles, contextProducts, contextParts, identities, references, ghosts;
         VornToolsLinks::getLinkedDocName(&m_bytes, m_properties, &m_name, m_folder, partFiles, contextProducts,
-                                         contextParts, identities);
+                                         contextParts, identities, m_folders);
         VornToolsLinks::getExternalReference(&m_bytes, links.release, m_application, m_properties, references);
         VornToolsLinks::getGhosts(&m_bytes, m_properties, ghosts);
         links.partFiles = named(partFiles);
@@ -66,20 +66,26 @@ public:
 
     void readTyped(const std::string& type, DocumentLinks& links) {
         unsigned char missingTag = 0;
-        const auto list = type == "MMLDrawing"
-                              ? VornToolsLinks::getMMLDrawingLinks(&m_bytes, &m_name, m_folder)
-                              : VornToolsLinks::getLinks(&m_bytes, textOf(type), &m_name, m_folder, missingTag);
+        const auto list =
+            type == "MMLDrawing"
+                ? VornToolsLinks::getMMLDrawingLinks(&m_bytes, &m_name, m_folder, m_folders)
+                : VornToolsLinks::getLinks(&m_bytes, textOf(type), &m_name, m_folder, missingTag, m_folders);
         for (unsigned int i = 0; i < list.size(); ++i)
             links.links.push_back({::bytesOf(list[i].get_type()), named(::bytesOf(list[i].get_linkedFileName())),
                                    ::bytesOf(list[i].get_reference()), list[i].get_link_tag_found() != 0});
     }
 
 private:
+    int positionOf(const char* stream) const {
+        return m_bytes.indexOf(VornToolsString(stream, static_cast<int>(std::strlen(stream))), 0, 0xFFFFFFFFU, 0);
+    }
+
     VornToolsString& m_bytes;
     VornToolsString m_name;
     CATUnicodeString m_folder;
-    int m_properties = -1;
-    int m_application = -1;
+    VornToolsFolderMemory& m_folders;
+    int m_properties;
+    int m_application;
 };
 
 } // namespace
@@ -100,12 +106,13 @@ std::size_t DocumentLinks::countDocuments() const {
     return names.size();
 }
 
-DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter) {
+DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter,
+                                VornToolsFolderMemory& folders) {
     DocumentLinks links;
     const std::unique_ptr<VornToolsString> bytes(VornToolsCommon::readBinaryFile(textOf(document)));
     if (!bytes) return links;
     links.read = true;
-    Image image(*bytes, document);
+    Image image(*bytes, document, folders);
     image.readNames(links);
     image.readTyped(filter.empty() && isDrawing(document) ? "MMLDrawing" : filter, links);
     return links;

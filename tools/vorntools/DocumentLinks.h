@@ -1,6 +1,8 @@
 #ifndef TOOLS_VORNTOOLS_DOCUMENT_LINKS_H
 #define TOOLS_VORNTOOLS_DOCUMENT_LINKS_H
 
+#include "VornToolsFolderMemory.h"
+
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -34,7 +36,8 @@ struct DocumentLinks {
     std::size_t countDocuments() const;
 };
 
-/** @param filter "MML", "MMLASSY", "MMLDrawing", or empty: what fits the document, by its suffix */
-DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter);
+/** @param filter "MML", "MMLASSY", "MMLDrawing", or empty: what fits the document, by its suffix. @param folders read
+ * for other documents already */
+DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter, VornToolsFolderMemory& folders);
 
 #endif

@@ -3,8 +3,6 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/Output.h"
 
-#include "VornToolsFolderMemory.h"
-
 #include <cstdio>
 #include <memory>
 #include <set>
@@ -143,13 +141,13 @@ int runLinks(const LinksOptions& options) {
     bool usable = search.search(options.common.names);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);
-    const VornToolsFolderMemory memory;
+    VornToolsFolderMemory folders;
     bool missing = false;
     if (options.dot) std::puts("digraph links {\n  rankdir=LR;\n  node [shape=box];");
     {
         Progress progress(documents.size(), "documents");
         for (const std::string& document : documents) {
-            const DocumentLinks links = readDocumentLinks(document, options.type);
+            const DocumentLinks links = readDocumentLinks(document, options.type, folders);
             show(document, links, options);
             usable = usable && links.read;
             missing = missing || links.anyMissing();

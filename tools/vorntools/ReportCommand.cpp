@@ -5,8 +5,6 @@
 #include "tools/vorntools/LinkGraph.h"
 #include "tools/vorntools/Output.h"
 
-#include "VornToolsFolderMemory.h"
-
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -44,8 +42,8 @@ struct Report {
     std::vector<std::string> unread;
     LinkGraph graph;
 
-    void addLinks(const std::string& document) {
-        const DocumentLinks links = readDocumentLinks(document, "");
+    void addLinks(const std::string& document, VornToolsFolderMemory& folders) {
+        const DocumentLinks links = readDocumentLinks(document, "", folders);
         if (!links.read) unread.push_back(document);
         const std::size_t from = graph.add(absoluteName(document), false);
         const auto connect = [&](const NamedDocument& target) {
@@ -142,10 +140,10 @@ int runReport(const ReportOptions& options) {
     {
         Progress progress(search.found().size(), "documents");
         Examiner examiner;
-        const VornToolsFolderMemory folders;
+        VornToolsFolderMemory folders;
         for (const FoundDocument& found : search.found()) {
             report.documents.push_back(examiner.examine(found));
-            if (found.exists && isCatiaDocument(found.name)) report.addLinks(found.name);
+            if (found.exists && isCatiaDocument(found.name)) report.addLinks(found.name, folders);
             journal.take();
             progress.step();
         }

@@ -4,8 +4,6 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/Output.h"
 
-#include "VornToolsFolderMemory.h"
-
 #include <memory>
 
 namespace {
@@ -16,8 +14,8 @@ struct StatusOptions {
 };
 
 /** Null when the document cannot be read. */
-Json countLinksOf(const FoundDocument& found) {
-    const DocumentLinks links = readDocumentLinks(found.name, "");
+Json countLinksOf(const FoundDocument& found, VornToolsFolderMemory& folders) {
+    const DocumentLinks links = readDocumentLinks(found.name, "", folders);
     return links.read ? Json(links.countDocuments()) : Json();
 }
 
@@ -77,10 +75,10 @@ int runStatus(const StatusOptions& statusOptions) {
     {
         Progress progress(documents.found().size(), "documents");
         Examiner examiner;
-        const VornToolsFolderMemory folders;
+        VornToolsFolderMemory folders;
         for (const FoundDocument& found : documents.found()) {
             const DocumentStatus row = examiner.examine(found);
-            const Json documentLinks = statusOptions.links ? countLinksOf(found) : Json();
+            const Json documentLinks = statusOptions.links ? countLinksOf(found, folders) : Json();
             findings = findings || row.isFinding();
             options.json ? printJson(jsonOf(row, statusOptions.links, documentLinks))
                          : table.add(cellsOf(row, documentLinks));
