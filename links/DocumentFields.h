@@ -30,8 +30,9 @@ std::vector<std::string> externalReferences(std::string_view i_image, std::size_
 /** The same with the table ending at the next catalog anywhere. */
 std::vector<std::string> publishedReferences(std::string_view i_image, std::size_t i_names);
 
-/** Identifiers of five bytes behind a key: those led in by D3 B5, then those led in by two zeros. */
-std::vector<std::string> identifiersBehind(std::string_view i_image, std::string_view i_key);
+/** Identifiers of five bytes behind a key: those led in by D3 B5, then those led in by two zeros. They stay in the
+ * image. */
+std::vector<std::string_view> identifiersBehind(std::string_view i_image, std::string_view i_key);
 
 /** Whether one of the keys is published by the document, imports left out. */
 bool publishes(std::string_view i_image, const std::vector<std::string_view>& i_keys);

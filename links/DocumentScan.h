@@ -2,26 +2,17 @@
 #define LINKS_DOCUMENT_SCAN_H
 
 #include "foundation/SearchKernel.h"
-#include "links/DocumentFields.h"
-#include "links/Imports.h"
+#include "links/ContextParts.h"
+#include "links/MultiModelLinks.h"
 #include "links/PropertyStream.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vorntools {
-
-/** A multi-model link: which document, which element of it. */
-struct MultiModelLink {
-    static constexpr std::size_t noDocument = static_cast<std::size_t>(-1);
-
-    std::string publication;
-    std::string tag;
-    /** Index among the used part files or, behind them, among the used context parts; noDocument when unknown. */
-    std::size_t document = noDocument;
-};
 
 /**
  * What one document image holds, each thing looked for when it is first asked for, and once: a search through the image
@@ -39,28 +30,32 @@ public:
     bool hasStream() const { return m_property != notFound; }
     const PropertyStream& stream();
     /** Documents of a kind that are in use, in stream order. */
-    std::vector<LinkedDocument> used(LinkedDocument::Kind i_kind);
+    std::vector<const LinkedDocument*> used(LinkedDocument::Kind i_kind);
 
-    /** Release of the program that saved the document last. */
+    /** Release of the program that saved the document last; 0 when it does not tell. */
     int release();
     /** Answers for a release that the caller knows. */
     void setRelease(int i_release);
 
-    std::vector<std::string> references();
+    const std::vector<std::string>& references();
     /** Uses of used(ContextPart), by index. Only a part imports: other documents point to the parts that they show. */
     const std::vector<ImportUse>& contextPartUses();
-    /** Elements of part files in stream order, then those of the older form. */
-    std::vector<MultiModelLink> multiModelLinks();
+    /** Documents count by index in used(PartFile), then in used(ContextPart). */
+    const MultiModelLinks& multiModelLinks();
 
 private:
+    /** Where the names of containers begin between the two streams; notFound when they do not. */
+    std::size_t containerNames() const;
+
     std::string_view m_image;
     std::size_t m_application;
     std::size_t m_property;
-    PropertyStream m_stream;
-    bool m_stream_read = false;
-    std::vector<ImportUse> m_uses;
-    bool m_uses_known = false;
-    int m_release = -1; ///< -1: not read yet
+    std::optional<std::size_t> m_first_names; ///< first place in the image, when known
+    std::optional<PropertyStream> m_stream;
+    std::optional<int> m_release;
+    std::optional<std::vector<std::string>> m_references;
+    std::optional<std::vector<ImportUse>> m_uses;
+    std::optional<MultiModelLinks> m_multi_model;
 };
 
 } // namespace vorntools

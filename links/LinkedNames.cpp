@@ -2,50 +2,13 @@
 
 #include "CATLib.h"
 #include "UTILFile.h"
-#include "VornToolsFolderMemory.h"
 
 #include <algorithm>
-#include <cstring>
 #include <initializer_list>
-#include <memory>
 
 namespace vorntools {
 
 namespace {
-
-constexpr int kMostEntries = 260;
-int entriesRead = 0;
-
-/** A folder being read, closed at the end. On the heap: searches go as deep as folders do. */
-class Folder {
-public:
-    explicit Folder(const char* i_path) : m_open(CATOpenDirectory(i_path, &m_directory) == CATLibSuccess) {}
-    ~Folder() {
-        if (m_open) CATCloseDirectory(&m_directory);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    bool isOpen() const { return m_open; }
-    /** Name of the next entry; null at the end. */
-    const char* next() {
-        int at_end = 0;
-        if (!m_open || CATReadDirectory(&m_directory, &m_entry, &at_end) != CATLibSuccess || at_end) return nullptr;
-        return m_entry.name;
-    }
-    /** Path of an entry; null when it is longer than the platform's paths. */
-    const char* pathOf(const char* i_folder, const char* i_entry) {
-        if (std::strlen(i_folder) + std::strlen(i_entry) + 2 > sizeof m_path) return nullptr;
-        CATMakePath(i_folder, i_entry, m_path);
-        return m_path;
-    }
-
-private:
-    CATDirectory m_directory{};
-    CATDirectoryEntry m_entry{};
-    char m_path[CATMaxPathSize] = "";
-    bool m_open;
-};
 
 bool isSeparator(char i_byte) { return i_byte == '/' || i_byte == '\\'; }
 
@@ -107,26 +70,6 @@ std::string firstFile(std::initializer_list<std::string> i_names) {
     return {};
 }
 
-void appendFoldersBelow(const std::string& i_directory, std::vector<std::string>& io_folders) {
-    const auto sp_folder = std::make_unique<Folder>(i_directory.c_str());
-    while (entriesRead < kMostEntries) {
-        const char* const p_entry = sp_folder->next();
-        if (!p_entry) break;
-        ++entriesRead;
-        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory.c_str(), p_entry);
-        if (!p_path || !Folder(p_path).isOpen()) continue;
-        io_folders.emplace_back(p_path);
-        appendFoldersBelow(p_path, io_folders);
-    }
-}
-
-/** What is kept while a memory for it exists. */
-std::unordered_map<std::string, std::shared_ptr<const FoldersBelow>>& keptFolders() {
-    static std::unordered_map<std::string, std::shared_ptr<const FoldersBelow>> kept;
-    return kept;
-}
-int memories = 0;
-
 /** Removes the path components at the end that both directories share. */
 void removeCommonEnd(std::string& io_saved, std::string& io_current) {
     while (!io_saved.empty() && !io_current.empty() && nameOf(io_saved) == nameOf(io_current)) {
@@ -139,38 +82,9 @@ void removeCommonEnd(std::string& io_saved, std::string& io_current) {
 
 bool isBareName(std::string_view i_name) { return i_name.find_first_of("/\\") == std::string_view::npos; }
 
-void restartSearch() { entriesRead = 0; }
-
-const char* findBelow(const char* i_file_name, const char* i_directory) {
-    const char* p_found = CATFindPath(i_file_name, i_directory);
-    if (p_found || entriesRead >= kMostEntries) return p_found;
-    const auto sp_folder = std::make_unique<Folder>(i_directory);
-    while (!p_found && entriesRead < kMostEntries) {
-        const char* const p_entry = sp_folder->next();
-        if (!p_entry) break;
-        ++entriesRead;
-        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory, p_entry);
-        if (p_path) p_found = findBelow(i_file_name, p_path);
-    }
-    return p_found;
-}
-
-std::shared_ptr<const FoldersBelow> foldersBelow(const std::string& i_directory) {
-    restartSearch();
-    const auto kept = keptFolders().find(i_directory);
-    if (kept != keptFolders().end()) {
-        entriesRead = kept->second->entries;
-        return kept->second;
-    }
-    const auto sp_below = std::make_shared<FoldersBelow>();
-    appendFoldersBelow(i_directory, sp_below->folders);
-    sp_below->entries = entriesRead;
-    if (memories > 0) keptFolders().emplace(i_directory, sp_below);
-    return sp_below;
-}
-
-LinkedNames::LinkedNames(std::string_view i_own_path, std::string_view i_file_name, std::string_view i_directory)
-    : m_directory(i_directory) {
+LinkedNames::LinkedNames(std::string_view i_own_path, std::string_view i_file_name, std::string_view i_directory,
+                         KnownFolders& io_folders)
+    : m_directory(i_directory), m_folders(io_folders) {
     const CATUnicodeString separator = UTILFile::getPathSeparator();
     if (!separator.IsNull()) m_separator = *separator.ConvertToChar();
     m_saved_directory = withOneSeparator(directoryOf(i_own_path), m_separator);
@@ -181,25 +95,33 @@ LinkedNames::LinkedNames(std::string_view i_own_path, std::string_view i_file_na
 }
 
 const std::string& LinkedNames::resolve(const std::string& i_name) {
-    const auto known = m_known.find(i_name);
-    if (known != m_known.end()) return known->second;
-    const std::string found = isBareName(i_name) ? firstFile({m_directory + i_name}) : findPath(i_name);
-    return m_known.emplace(i_name, found.empty() ? i_name : found).first->second;
+    auto known = m_known.find(i_name);
+    if (known == m_known.end()) {
+        Place place;
+        place.path = isBareName(i_name) ? firstFile({m_directory + i_name}) : findPath(i_name, place.entries);
+        if (place.path.empty()) place.path = i_name;
+        known = m_known.emplace(i_name, std::move(place)).first;
+    }
+    setEntriesRead(known->second.entries);
+    return known->second.path;
 }
 
-std::string LinkedNames::findPath(const std::string& i_name) {
+std::string LinkedNames::findPath(const std::string& i_name, int& o_entries) {
     if (exists(i_name)) return i_name;
     const std::string path = withOneSeparator(i_name, m_separator);
     std::string found = isAbsolute(path) ? firstFile({rerooted(path), besideRoot(path)}) : findRelative(path);
     if (!found.empty() || m_current_directory.empty()) return found;
-    return findByName(std::string(nameOf(path)));
+    return findByName(std::string(nameOf(path)), o_entries);
 }
 
-std::string LinkedNames::findByName(const std::string& i_name) {
+std::string LinkedNames::findByName(const std::string& i_name, int& o_entries) {
     if (const char* const p_found = CATFindPath(i_name.c_str(), m_current_directory.c_str())) return p_found;
-    if (!m_sp_below) m_sp_below = foldersBelow(m_current_directory);
-    for (const std::string& folder : m_sp_below->folders)
-        if (const char* const p_found = CATFindPath(i_name.c_str(), folder.c_str())) return p_found;
+    const FoldersBelow& below = m_folders.below(m_current_directory);
+    for (const FoldersBelow::Folder& folder : below.folders) {
+        o_entries = folder.entries;
+        if (const char* const p_found = CATFindPath(i_name.c_str(), folder.path.c_str())) return p_found;
+    }
+    o_entries = below.entries;
     return {};
 }
 
@@ -228,9 +150,3 @@ std::string LinkedNames::besideRoot(const std::string& i_path) const {
 }
 
 } // namespace vorntools
-
-VornToolsFolderMemory::VornToolsFolderMemory() { ++vorntools::memories; }
-
-VornToolsFolderMemory::~VornToolsFolderMemory() {
-    if (--vorntools::memories == 0) vorntools::keptFolders().clear();
-}

@@ -136,7 +136,8 @@ Json fieldsOf(const DatLines& lines, const std::string& document) {
     if (lines.has(kIdentifierTag)) fields.add(kIdentifierTag, lines.behind(kIdentifierTag));
     for (const char* const tag : kBlockTags) fields.add(tag, jsonOf(lines.block(tag)));
     fields.add(kMapsTag, mapsOf(lines.block(kMapsTag)));
-    const DocumentLinks links = readDocumentLinks(document, "");
+    VornToolsFolderMemory folders;
+    const DocumentLinks links = readDocumentLinks(document, "", folders);
     fields.add(kDocumentLinks, links.read ? Json(links.countDocuments()) : Json());
     return fields;
 }

@@ -4,6 +4,7 @@
 
 #include "UTILFile.h"
 #include "VornToolsCommon.h"
+#include "VornToolsDocumentFile.h"
 #include "VornToolsLinks.h"
 
 #include <algorithm>
@@ -48,15 +49,15 @@ std::string folderOf(const std::string& document) {
 /** One document image with what every question about it takes. */
 class Image {
 public:
-    Image(VornToolsString& bytes, const std::string& document)
+    Image(VornToolsString& bytes, const std::string& document, VornToolsFolderMemory& folders)
         : m_bytes(bytes), m_name(document.data(), static_cast<int>(document.size())),
-          m_folder(textOf(folderOf(document))), m_properties(positionOf("CATDocumentProperty")) {}
+          m_folder(textOf(folderOf(document))), m_folders(folders), m_properties(positionOf("CATDocumentProperty")) {}
 
     void readNames(DocumentLinks& links) {
         VornToolsLinks::getVersion(&m_bytes, links.version, links.release, links.servicePack);
         Strings partFiles, contextProducts, contextParts, identities, ghosts;
         VornToolsLinks::getLinkedDocName(&m_bytes, m_properties, &m_name, m_folder, partFiles, contextProducts,
-                                         contextParts, identities);
+                                         contextParts, identities, m_folders);
         VornToolsLinks::getGhosts(&m_bytes, m_properties, ghosts);
         links.partFiles = named(partFiles);
         links.contextProducts = named(contextProducts);
@@ -66,9 +67,10 @@ public:
 
     void readTyped(const std::string& type, DocumentLinks& links) {
         unsigned char missingTag = 0;
-        const auto list = type == kDrawingType
-                              ? VornToolsLinks::getMMLDrawingLinks(&m_bytes, &m_name, m_folder)
-                              : VornToolsLinks::getLinks(&m_bytes, textOf(type), &m_name, m_folder, missingTag);
+        const auto list =
+            type == kDrawingType
+                ? VornToolsLinks::getMMLDrawingLinks(&m_bytes, &m_name, m_folder, m_folders)
+                : VornToolsLinks::getLinks(&m_bytes, textOf(type), &m_name, m_folder, missingTag, m_folders);
         links.links.reserve(list.size());
         for (unsigned int i = 0; i < list.size(); ++i)
             links.links.push_back({::bytesOf(list[i].get_type()), named(::bytesOf(list[i].get_linkedFileName())),
@@ -96,6 +98,7 @@ private:
     VornToolsString& m_bytes;
     VornToolsString m_name;
     CATUnicodeString m_folder;
+    VornToolsFolderMemory& m_folders;
     int m_properties;
 };
 
@@ -116,13 +119,16 @@ std::size_t DocumentLinks::countDocuments() const {
     return names.size();
 }
 
-DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter) {
+DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter,
+                                VornToolsFolderMemory& folders) {
     DocumentLinks links;
-    const std::unique_ptr<VornToolsString> bytes(VornToolsCommon::readBinaryFile(textOf(document)));
+    VornToolsDocumentFile file;
+    if (FAILED(file.open(textOf(document)))) return links;
+    const std::unique_ptr<VornToolsString> bytes(file.readLinkImage());
     if (!bytes) return links;
     links.read = true;
     const std::string type = filter.empty() && isDrawing(document) ? kDrawingType : filter;
-    Image image(*bytes, document);
+    Image image(*bytes, document, folders);
     image.readNames(links);
     image.readTyped(type, links);
     image.readReferences(type, links);

@@ -1,6 +1,8 @@
 #ifndef TOOLS_VORNTOOLS_DOCUMENT_LINKS_H
 #define TOOLS_VORNTOOLS_DOCUMENT_LINKS_H
 
+#include "VornToolsFolderMemory.h"
+
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -37,7 +39,8 @@ struct DocumentLinks {
 };
 
 /** @param document its full name
- * @param filter "MML", "MMLASSY", "MMLDrawing", or empty: what fits the document, by its suffix */
-DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter);
+ * @param filter "MML", "MMLASSY", "MMLDrawing", or empty: what fits the document, by its suffix
+ * @param folders read for other documents already */
+DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter, VornToolsFolderMemory& folders);
 
 #endif

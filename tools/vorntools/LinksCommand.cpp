@@ -22,9 +22,10 @@ struct LinksOptions {
 /** What a document points to, with its names as the command line writes them. */
 class Listed {
 public:
-    Listed(const DocumentSearch& search, const std::string& document, const LinksOptions& options)
+    Listed(const DocumentSearch& search, const std::string& document, const LinksOptions& options,
+           VornToolsFolderMemory& folders)
         : m_search(search), m_options(options), m_document(search.asGiven(document)),
-          m_links(readDocumentLinks(document, options.type)) {}
+          m_links(readDocumentLinks(document, options.type, folders)) {}
 
     const DocumentLinks& links() const { return m_links; }
     void show() const {
@@ -153,13 +154,13 @@ int runLinks(const LinksOptions& options) {
     bool usable = search.search(options.common.names);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);
-    const VornToolsFolderMemory memory;
+    VornToolsFolderMemory folders;
     bool missing = false;
     if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
     {
         Progress progress(documents.size(), "documents");
         for (const std::string& document : documents) {
-            const Listed listed(search, document, options);
+            const Listed listed(search, document, options, folders);
             listed.show();
             usable = usable && listed.links().read;
             missing = missing || listed.links().anyMissing();

@@ -38,8 +38,8 @@ struct Report {
     std::vector<std::string> unread;
     LinkGraph graph;
 
-    void addLinks(const DocumentSearch& search, const FoundDocument& found) {
-        const DocumentLinks links = readDocumentLinks(found.fullName, "");
+    void addLinks(const DocumentSearch& search, const FoundDocument& found, VornToolsFolderMemory& folders) {
+        const DocumentLinks links = readDocumentLinks(found.fullName, "", folders);
         if (!links.read) unread.push_back(found.name);
         const std::size_t from = graph.add(found.name, false);
         const auto connect = [&](const NamedDocument& target) {
@@ -135,10 +135,10 @@ int runReport(const ReportOptions& options) {
     {
         Progress progress(search.found().size(), "documents");
         Examiner examiner;
-        const VornToolsFolderMemory folders;
+        VornToolsFolderMemory folders;
         for (const FoundDocument& found : search.found()) {
             report.documents.push_back(examiner.examine(found));
-            if (found.exists && isCatiaDocument(found.name)) report.addLinks(search, found);
+            if (found.exists && isCatiaDocument(found.name)) report.addLinks(search, found, folders);
             journal.take();
             progress.step();
         }

@@ -17,8 +17,8 @@ struct StatusOptions {
 };
 
 /** Null when the document cannot be read. */
-Json countLinksOf(const FoundDocument& found) {
-    const DocumentLinks links = readDocumentLinks(found.fullName, "");
+Json countLinksOf(const FoundDocument& found, VornToolsFolderMemory& folders) {
+    const DocumentLinks links = readDocumentLinks(found.fullName, "", folders);
     return links.read ? Json(links.countDocuments()) : Json();
 }
 
@@ -74,10 +74,10 @@ int runStatus(const StatusOptions& statusOptions) {
     {
         Progress progress(documents.found().size(), "documents");
         Examiner examiner;
-        const VornToolsFolderMemory folders;
+        VornToolsFolderMemory folders;
         for (const FoundDocument& found : documents.found()) {
             const DocumentStatus row = examiner.examine(found);
-            const Json documentLinks = statusOptions.links ? countLinksOf(found) : Json();
+            const Json documentLinks = statusOptions.links ? countLinksOf(found, folders) : Json();
             findings = findings || row.isFinding();
             options.json ? printJson(jsonOf(row, statusOptions.links, documentLinks))
                          : table.add(cellsOf(row, documentLinks));

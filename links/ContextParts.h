@@ -1,35 +1,13 @@
-#ifndef LINKS_IMPORTS_H
-#define LINKS_IMPORTS_H
-
-#include "links/PropertyStream.h"
+#ifndef LINKS_CONTEXT_PARTS_H
+#define LINKS_CONTEXT_PARTS_H
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vorntools {
-
-/** An element of another part that a part has imported with a link. */
-struct ImportedElement {
-    /** Path of the element as stored, UTF-8: "InputToDoc:Doc!" kind ":" element "!". */
-    std::string publication;
-    /** The element alone: ten letters for geometry, a name for a parameter; empty when the path does not tell it. */
-    std::string tag;
-    /** Which of the document's import repositories holds it, from 0. */
-    std::size_t repository = 0;
-    /** Number of the record that the repository points to; 0 when it does not tell. */
-    std::int32_t symbol = 0;
-};
-
-/**
- * Reads the import container of a part, in stream order, repeats included. A table that cannot be read leaves the
- * element paths that stand in the image.
- * @param i_repository first position of the repositories' name; notFound gives none
- */
-std::vector<ImportedElement> importedElements(std::string_view i_image, std::size_t i_repository);
 
 /** Whether releases of that number store imports in the older form: without a container of their own, told only by the
  * record of the part. */

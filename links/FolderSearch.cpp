@@ -1,0 +1,85 @@
+#include "links/FolderSearch.h"
+
+#include "CATLib.h"
+
+#include <cstring>
+#include <memory>
+
+namespace vorntools {
+
+namespace {
+
+constexpr int kMostEntries = 260;
+int entriesRead = 0;
+
+/** A folder being read, closed at the end. On the heap: searches go as deep as folders do. */
+class Folder {
+public:
+    explicit Folder(const char* i_path) : m_open(CATOpenDirectory(i_path, &m_directory) == CATLibSuccess) {}
+    ~Folder() {
+        if (m_open) CATCloseDirectory(&m_directory);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    bool isOpen() const { return m_open; }
+    /** Name of the next entry; null at the end. */
+    const char* next() {
+        int at_end = 0;
+        if (!m_open || CATReadDirectory(&m_directory, &m_entry, &at_end) != CATLibSuccess || at_end) return nullptr;
+        return m_entry.name;
+    }
+    /** Path of an entry; null when it is longer than the platform's paths. */
+    const char* pathOf(const char* i_folder, const char* i_entry) {
+        if (std::strlen(i_folder) + std::strlen(i_entry) + 2 > sizeof m_path) return nullptr;
+        CATMakePath(i_folder, i_entry, m_path);
+        return m_path;
+    }
+
+private:
+    CATDirectory m_directory{};
+    CATDirectoryEntry m_entry{};
+    char m_path[CATMaxPathSize] = "";
+    bool m_open;
+};
+
+void appendFoldersBelow(const std::string& i_directory, FoldersBelow& io_below) {
+    const auto sp_folder = std::make_unique<Folder>(i_directory.c_str());
+    while (io_below.entries < kMostEntries) {
+        const char* const p_entry = sp_folder->next();
+        if (!p_entry) break;
+        ++io_below.entries;
+        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory.c_str(), p_entry);
+        if (!p_path || !Folder(p_path).isOpen()) continue;
+        io_below.folders.push_back({p_path, io_below.entries});
+        appendFoldersBelow(p_path, io_below);
+    }
+}
+
+} // namespace
+
+void setEntriesRead(int i_count) { entriesRead = i_count; }
+
+const char* findBelow(const char* i_file_name, const char* i_directory) {
+    const char* p_found = CATFindPath(i_file_name, i_directory);
+    if (p_found || entriesRead >= kMostEntries) return p_found;
+    const auto sp_folder = std::make_unique<Folder>(i_directory);
+    while (!p_found && entriesRead < kMostEntries) {
+        const char* const p_entry = sp_folder->next();
+        if (!p_entry) break;
+        ++entriesRead;
+        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory, p_entry);
+        if (p_path) p_found = findBelow(i_file_name, p_path);
+    }
+    return p_found;
+}
+
+const FoldersBelow& KnownFolders::below(const std::string& i_directory) {
+    const auto known = m_known.find(i_directory);
+    if (known != m_known.end()) return known->second;
+    FoldersBelow below;
+    appendFoldersBelow(i_directory, below);
+    return m_known.emplace(i_directory, std::move(below)).first->second;
+}
+
+} // namespace vorntools

@@ -1,0 +1,44 @@
+#ifndef LINKS_FOLDER_SEARCH_H
+#define LINKS_FOLDER_SEARCH_H
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace vorntools {
+
+// Searches for a file by its name alone, in a folder and below. Entries whose names begin with a dot are passed over.
+// The process counts the entries that searches have read, and no search goes on beyond 260 of them.
+
+/** The count, for the searches that follow; resolving a name leaves there what it has read. */
+void setEntriesRead(int i_count);
+
+/**
+ * Looks for a file in a directory and below it, and goes on with the count.
+ * @return the path, which the platform owns and which lasts until its next search; null when there is none
+ */
+const char* findBelow(const char* i_file_name, const char* i_directory);
+
+/** The folders below a directory, in the order in which findBelow looks into them and with its bound on the entries. */
+struct FoldersBelow {
+    struct Folder {
+        std::string path;
+        int entries; ///< that findBelow has read when it comes to this one
+    };
+    std::vector<Folder> folders;
+    int entries = 0; ///< read for all of them
+};
+
+/** Reads the folders below each directory once, when they are first asked for. */
+class KnownFolders {
+public:
+    /** Good for as long as this object. Leaves the count alone. */
+    const FoldersBelow& below(const std::string& i_directory);
+
+private:
+    std::unordered_map<std::string, FoldersBelow> m_known;
+};
+
+} // namespace vorntools
+
+#endif

@@ -1,0 +1,57 @@
+#include "VornToolsLinks.h"
+
+#include "foundation/JournalFrame.h"
+#include "links/FolderSearch.h"
+#include "links/LinkLists.h"
+#include "links/LinkedNames.h"
+
+// Names and paths.
+
+using namespace vorntools;
+
+namespace {
+
+VornToolsString* resolved(const JournalFrame& i_frame, const VornToolsString* ip_own_path,
+                          const VornToolsString* ip_file_name, const VornToolsString* ip_linked_name,
+                          const CATUnicodeString& i_directory) {
+    if (!ip_linked_name) {
+        i_frame.badInput("ip_linked_name");
+        return new VornToolsString;
+    }
+    KnownFolders folders;
+    LinkedNames names(viewOf(ip_own_path), viewOf(ip_file_name), viewOf(i_directory), folders);
+    const std::string& found = names.resolve(std::string(viewOf(*ip_linked_name)));
+    return new VornToolsString(found.data(), static_cast<int>(found.size()));
+}
+
+} // namespace
+
+unsigned char VornToolsLinks::isAFilename(const VornToolsString& name) {
+    const JournalFrame frame(_CteCLASS_NAME, "isAFilename");
+    return isBareName(viewOf(name)) ? 1 : 0;
+}
+
+const char* VornToolsLinks::findFileInPath(const char* fileName, const char* directory) {
+    const JournalFrame frame(_CteCLASS_NAME, "findFileInPath");
+    if (fileName && directory) return findBelow(fileName, directory);
+    frame.badInput(fileName ? "ip_directory" : "ip_file_name");
+    return nullptr;
+}
+
+int VornToolsLinks::replaceSeparatorInString(VornToolsString& path) {
+    const JournalFrame frame(_CteCLASS_NAME, "replaceSeparatorInString");
+    path.replaceAll(VornToolsString("/", 1), VornToolsString("\\", 1));
+    return 0;
+}
+
+VornToolsString* VornToolsLinks::realLinkedDocPath(VornToolsString* ownPath, VornToolsString* fileName,
+                                                   VornToolsString* linkedName, CATUnicodeString directory) {
+    const JournalFrame frame(_CteCLASS_NAME, "realLinkedDocPath");
+    return resolved(frame, ownPath, fileName, linkedName, directory);
+}
+
+VornToolsString* VornToolsLinks::realLinkedDocPath_2(VornToolsString* ownPath, VornToolsString* fileName,
+                                                     VornToolsString* linkedName, CATUnicodeString directory) {
+    const JournalFrame frame(_CteCLASS_NAME, "realLinkedDocPath_2");
+    return resolved(frame, ownPath, fileName, linkedName, directory);
+}

@@ -1,0 +1,167 @@
+#include "tests/support/LinksTest.h"
+
+namespace {
+
+TEST_F(LinksTest, RecordsNameDocumentsByKind) {
+    const std::vector<ImageRecord> records = {
+        ImageRecord::whole("feat", "Literals.feat", 4),
+        ImageRecord::whole("CATPart", "C:\\w\\file.CATPart"),
+        ImageRecord::object("feat", "ProductModel.feat", kFirst),
+        ImageRecord::object("CATProduct", "C:\\w\\ctx.CATProduct", kFirst, 3),
+        ImageRecord::object("CATPart", "C:\\w\\ctx.CATPart", kSecond, 300),
+        ImageRecord::object("CATPart", "C:\\w\\ctx.CATPart", kThird, -1),
+        ImageRecord::object("CATDrawing", "C:\\w\\frame.CATDrawing", kFirst),
+        ImageRecord::object("Catproduct", "C:\\w\\case.CATProduct", kFirst),
+        ImageRecord::whole("CATProduct", "C:\\w\\whole.CATProduct"),
+        ImageRecord::whole("CATPart", "\xC3\xA9t\xC3\xA9.CATPart"),
+        ImageRecord::whole("CATPart", "\xFF\xFE.CATPart"),
+        ImageRecord::whole("CATPart", ""),
+        ImageRecord::whole("CATPart", "gone.CATPart", 0),
+        ImageRecord::object("CATProduct", "C:\\w\\renamed.CATProduct", kFirst, 0),
+        ImageRecord::object("CATDrawing", "C:\\w\\renamed.CATDrawing", kFirst, 0),
+        {"\x05Undef\0\0\0\0\x06"s + "CATWin", 1, 0},
+    };
+    for (const bool littleEndian : {true, false}) {
+        DocumentImage image(littleEndian);
+        image.raw("noise").properties("C:\\w\\own.CATPart", records).raw("CATDocumentProperty");
+        const LinkedNamesOfImage names = namesIn(image);
+        EXPECT_EQ(names.partFiles, Texts({"C:\\w\\file.CATPart", "\xC3\xA9t\xC3\xA9.CATPart", "\xFF\xFE.CATPart"}));
+        EXPECT_EQ(names.products, Texts({"C:\\w\\ctx.CATProduct"}));
+        EXPECT_EQ(names.parts, Texts({"C:\\w\\ctx.CATPart", "C:\\w\\ctx.CATPart"}));
+        EXPECT_EQ(names.references, Texts({kSecond.substr(8), kThird.substr(8)}));
+        EXPECT_EQ(names.ghosts, Texts({"gone.CATPart", "C:\\w\\renamed.CATProduct", "C:\\w\\renamed.CATDrawing"}));
+    }
+}
+
+TEST_F(LinksTest, ExternalReferencesComeFromTheTableOfNames) {
+    const std::string longest(48, 'n');
+    const auto part = [](const std::string& table) {
+        DocumentImage image;
+        return image.application().raw(table).properties("own", {});
+    };
+    const auto text = DocumentImage::tableText;
+    const std::string names = text("_CntrName"), end = text("CATCatalogManager");
+    const struct {
+        std::string table;
+        Texts references;
+    } cases[] = {
+        {names + text("..!A.1!x") + text("other") + text("..!..!B.1!y") + end, {"..!A.1!x", "..!..!B.1!y"}},
+        {names + text("..!A.1!x") + text("..!A.1!x") + text("..!B!y") + end, {"..!A.1!x", "..!B!y"}},
+        {names + text("..!" + longest.substr(3)) + text("..!" + longest) + end,
+         {"..!" + longest.substr(3), "..!" + longest}},
+        {names + text("..!\xC3\xA9!x") + text("..!\xE9!x") + end, {"..!\xC3\xA9!x", "..!\xE9!x"}},
+        {names + text("..!A!x") + "DASSAULT-SYSTEMES", {"..!A!x"}},
+        {names + text("..!A!x"), {}},
+        {text("..!A!x") + names + end + text("..!B!y"), {}},
+        {text("..!A!x") + end, {}},
+        {names + text("..!A!x") + "\x01..!B!y"s + text("..!C!z") + end, {"..!A!x"}},
+        {names + text("..!A!x") + "\x7F..!B!y"s + end, {"..!A!x"}},
+        {names + text("..!A!x") + "\0\0\0\0\x7F..!B!y"s + end, {"..!A!x"}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(references(part(c.table)), c.references) << c.table;
+
+    DocumentImage noPart;
+    EXPECT_EQ(references(noPart.references({"..!A!x"}).properties("own", {})), Texts()) << "no application container";
+    DocumentImage before;
+    before.references({"..!A!x"}).application().references({"..!B!y"}).properties("own", {});
+    EXPECT_EQ(references(before), Texts({"..!B!y"}));
+    EXPECT_EQ(links(before, "MMLASSY"), Texts({"MMLAssy_Ref||..!B!y|0"}));
+    DocumentImage behind;
+    behind.application().properties("own", {}).references({"..!A!x"});
+    EXPECT_EQ(references(behind), Texts());
+    VornToolsString bytes = stringOf(behind.bytes());
+    EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
+}
+
+TEST_F(LinksTest, VersionsStandBetweenTheirMarkers) {
+    const struct {
+        std::string bytes;
+        int code, version, release, servicePack;
+    } cases[] = {
+        {"", 0, 0, 0, 0},
+        {"<Version>5/<Version>", 0, 0, 0, 0},
+        {DocumentImage().summary(5, 21, 3).bytes(), 0, 5, 21, 3},
+        {DocumentImage().summary(5, 21, 3).summary(5, 12, 0).bytes(), 0, 5, 21, 3},
+        {"CATSummaryInformation <Version>5/<Version><Release>19", 1, 5, 0, 0},
+        {"CATSummaryInformation<ServicePack>9/<ServicePack>/<Version>", 1, 0, 0, 9},
+        {"CATSummaryInformation<Version> 5x/<Version><Release>-3/<Release><ServicePack>x/<ServicePack>", 0, 5, -3, 0},
+        {"CATSummaryInformation<Version>99999999999/<Version><Release>/<Release><ServicePack>+4/<ServicePack>", 0,
+         2147483647, 0, 4},
+    };
+    for (const auto& c : cases) {
+        VornToolsString bytes = stringOf(c.bytes);
+        int version = 7, release = 7, servicePack = 7;
+        EXPECT_EQ(VornToolsLinks::getVersion(&bytes, version, release, servicePack), c.code) << c.bytes;
+        EXPECT_EQ(version, c.version) << c.bytes;
+        EXPECT_EQ(release, c.release) << c.bytes;
+        EXPECT_EQ(servicePack, c.servicePack) << c.bytes;
+    }
+}
+
+TEST_F(LinksTest, IdentifiersFollowTheirKey) {
+    const std::string first = "\xD3\xB5"
+                              "abcde\xFE",
+                      second = "\0\0pqrst\xFE"s, end = "CATCatalogManager";
+    const struct {
+        std::string bytes;
+        Texts identifiers;
+    } cases[] = {
+        {"key" + second + first + "x" + first + end, {"abcde", "abcde", "pqrst"}},
+        {"key" + first + "\0\0\xE8\0\x12\x01"s + first + end, {"abcde"}},
+        {end + "key" + first, {}},
+        {first + "key" + end + first, {}},
+        {"\xD3\xB5key"
+         "ab\xFE" +
+             end,
+         {}},
+        {"key\xD3\xB5"
+         "abcd\xFE\xFE" +
+             end,
+         {}},
+        {"key\xD3\xB5"
+         "abcdef\xFE" +
+             end,
+         {}},
+        {"key\xD3\xB5"
+         "abcde",
+         {}},
+        {"key" + std::string(3, '\0') + "pqrs\xFE" + std::string(4, '\0') + "uvwxy\xFE" + end, {"\0pqrs"s, "uvwxy"}},
+        {"nothing" + end, {}},
+    };
+    for (const auto& c : cases) {
+        VornToolsString bytes = stringOf(c.bytes), key = stringOf("key");
+        EXPECT_EQ(textsOf(VornToolsLinks::findKey(&bytes, key)), c.identifiers) << c.bytes;
+    }
+    VornToolsString bytes = stringOf(first), none;
+    EXPECT_EQ(VornToolsLinks::findKey(&bytes, none).size(), 0U);
+}
+
+TEST_F(LinksTest, KeysCountOutsideTheNamesOfContainers) {
+    const std::string begin = "x_ShapeConnector", end = "Inputs", names = "_CntrName", catalog = "CATCatalogManager";
+    const struct {
+        std::string bytes;
+        int found;
+    } cases[] = {
+        {begin + "key" + end, 1},
+        {begin + "ke" + end + "key", 0},
+        {"key" + begin + end, 0},
+        {begin + "key", 0},
+        {end + begin + "key", 0},
+        {begin + "key" + names + catalog + end, 1},
+        {begin + names + "key" + catalog + end, 0},
+        {begin + names + catalog + "key" + end, 1},
+        {begin + names + "key" + catalog + "key" + end, 0}, // only the first occurrence counts
+        {begin + names + "key" + end + catalog, 0},
+        {begin + catalog + "key" + end, 1},
+        {begin + names + "KEY" + catalog + "other" + end, 1},
+    };
+    for (const auto& c : cases) {
+        VornToolsString bytes = stringOf(c.bytes);
+        Strings keys = stringsOf({"", "absent", "key", "other"});
+        EXPECT_EQ(VornToolsLinks::isKeyInFile(bytes, keys), c.found) << c.bytes;
+        Strings none;
+        EXPECT_EQ(VornToolsLinks::isKeyInFile(bytes, none), 0);
+    }
+}
+
+} // namespace

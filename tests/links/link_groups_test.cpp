@@ -1,0 +1,208 @@
+#include "tests/support/LinksTest.h"
+#include "tests/support/Sweep.h"
+
+#include <functional>
+#include <tuple>
+
+namespace {
+
+TEST_F(LinksTest, ALinkIsItsFourFields) {
+    VornToolsLink link;
+    EXPECT_EQ(link.set_type("MML") + link.set_linkedFileName("f") + link.set_reference("r"), 0);
+    EXPECT_EQ(link.set_link_tag_found(1), 0);
+    VornToolsLink copy;
+    EXPECT_FALSE(copy == link);
+    copy = link;
+    EXPECT_TRUE(copy == link);
+    VornToolsLink& same = copy;
+    copy = same;
+    EXPECT_TRUE(copy == link);
+    const std::function<void(VornToolsLink&)> changes[] = {
+        [](VornToolsLink& changed) { changed.set_type("m"); },
+        [](VornToolsLink& changed) { changed.set_linkedFileName("F"); },
+        [](VornToolsLink& changed) { changed.set_reference(""); },
+        [](VornToolsLink& changed) { changed.set_link_tag_found(0); },
+    };
+    for (const auto& change : changes) {
+        VornToolsLink changed(link);
+        change(changed);
+        EXPECT_FALSE(changed == link);
+    }
+}
+
+TEST_F(LinksTest, GroupsComeInOrderAndByFilter) {
+    DocumentImage image;
+    image.application().references({"..!..!SKEL.1!Axis", "..!SKEL.1!Plane"}).raw("CATPrdInputProxy").pointer(kSecond);
+    image.imports({{2, {4, 5}}}, {"InputToDoc:Doc!Geometry:AJADAAAAAA!", "InputToDoc:Doc!Parameters:`a b`!"});
+    image.properties("C:\\w\\own.CATPart", {ImageRecord::object("CATPart", "ctx.CATPart", kSecond),
+                                            ImageRecord::whole("CATPart", "file.CATPart"),
+                                            ImageRecord::object("CATProduct", "ctx.CATProduct", kFirst),
+                                            ImageRecord::object("CATPart", "neighbour.CATPart", kThird)});
+    image.summary(5, 21, 0);
+    const Texts assembly = {"MMLAssy_Context|ctx.CATProduct||0", "MMLAssy_Ref||..!..!SKEL.1!Axis|0",
+                            "MMLAssy_Ref||..!SKEL.1!Plane|0", "MMLAssy_ImportNotPub|ctx.CATPart||0"};
+    const Texts multiModel = {"MML|file.CATPart|AJADAAAAAA|1", "MML|file.CATPart|`a b`|1"};
+    EXPECT_EQ(links(image, ""), assembly + multiModel);
+    EXPECT_EQ(links(image, "mml"), assembly + multiModel);
+    EXPECT_EQ(links(image, "MMLASSY"), assembly);
+    EXPECT_EQ(links(image, "MML"), multiModel);
+
+    VornToolsString bytes = stringOf(image.bytes()), file = stringOf("own.CATPart");
+    EXPECT_EQ(textsOf(VornToolsLinks::getAllLinks(&bytes, &file, "")), multiModel + assembly);
+    EXPECT_EQ(textsOf(VornToolsLinks::getMMLLinks(&bytes, &file, "")), multiModel);
+    EXPECT_EQ(textsOf(VornToolsLinks::getMMLAssyLinks(&bytes, nullptr, "")), assembly);
+    EXPECT_EQ(textsOf(VornToolsLinks::getContextLinks(&bytes, &file, "")), Texts({assembly[0]}));
+    EXPECT_EQ(textsOf(VornToolsLinks::getImportLinks(&bytes, &file, "")), Texts(assembly.begin() + 1, assembly.end()));
+    EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithoutPub(&bytes, &file, "")), Texts({assembly[3]}));
+    EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({assembly[1], assembly[2]}));
+    EXPECT_EQ(textsOf(VornToolsLinks::getMMLDrawingLinks(&bytes, &file, "")),
+              Texts({"MMLDrawing|ctx.CATProduct||0", "MMLDrawing|ctx.CATPart||0", "MMLDrawing|neighbour.CATPart||0"}));
+}
+
+TEST_F(LinksTest, DrawingsShowEachDocumentOnce) {
+    DocumentImage image;
+    image.properties("own.CATDrawing", {ImageRecord::object("CATPart", "a.CATPart", kFirst),
+                                        ImageRecord::object("CATDrawing", "frame.CATDrawing", kFirst),
+                                        ImageRecord::object("CATPart", "a.CATPart", kSecond),
+                                        ImageRecord::object("CATProduct", "p.CATProduct", kThird),
+                                        ImageRecord::object("CATPart", "gone.CATPart", kThird, 0)});
+    const std::string file = write("own.CATDrawing", image.bytes());
+    double count = 7;
+    CATListValCATUnicodeString lists[5];
+    VornToolsVector<unsigned char> flags;
+    unsigned char missing = 7;
+    EXPECT_EQ(VornToolsLinks::searchLinks(file.c_str(), "MMLDrawing", "", count, lists[0], lists[1], lists[2], lists[3],
+                                          lists[4], flags, missing),
+              0);
+    EXPECT_EQ(textsOf(lists[0]), Texts({"p.CATProduct", "a.CATPart", "frame.CATDrawing"}));
+    EXPECT_EQ(textsOf(lists[1]), Texts(3, "MMLDrawing"));
+    for (int i = 2; i < 5; ++i) EXPECT_EQ(textsOf(lists[i]), Texts(3, ""));
+    EXPECT_EQ(count, 3);
+    EXPECT_EQ(flags.size(), 3U);
+    EXPECT_EQ(missing, 0);
+    for (const std::string& unreadable : {path("absent.CATPart"), folder().u8string(), write("empty.CATPart", "")}) {
+        EXPECT_EQ(VornToolsLinks::searchLinks(unreadable.c_str(), "", "", count, lists[0], lists[1], lists[2], lists[3],
+                                              lists[4], flags, missing),
+                  0);
+        for (const auto& list : lists) EXPECT_EQ(list.Size(), 0);
+        EXPECT_EQ(count, 0);
+        EXPECT_EQ(flags.size(), 0U);
+    }
+}
+
+TEST_F(LinksTest, DocumentsWithoutTheirStreamsHaveNoLinks) {
+    for (const std::string& bytes : {""s, "CATDocumentProperty"s, "x"s, std::string(5000, '\0'), "\x3B\x01"s,
+                                     DocumentImage().application().summary(5, 21, 0).bytes()}) {
+        DocumentImage image;
+        image.raw(bytes);
+        const LinkedNamesOfImage names = namesIn(image);
+        EXPECT_EQ(names.partFiles + names.products + names.parts + names.references + names.ghosts, Texts());
+        for (const char* type : {"", "MML", "MMLASSY"}) EXPECT_EQ(links(image, type), Texts());
+    }
+}
+
+TEST_F(LinksTest, FilesThatAreNoDocumentsHaveNoLinks) {
+    std::filesystem::create_directories(folder() / "folder.CATPart");
+    for (const std::string& name : {path("folder.CATPart"), path("absent.CATPart"), write("empty.CATPart", ""),
+                                    write("text.CATPart", "AppliCont_CntrNameCATDocumentProperty")}) {
+        double count = 7;
+        CATListValCATUnicodeString lists[5];
+        VornToolsVector<unsigned char> flags;
+        unsigned char missing = 7;
+        EXPECT_EQ(VornToolsLinks::searchLinks(name.c_str(), "", "", count, lists[0], lists[1], lists[2], lists[3],
+                                              lists[4], flags, missing),
+                  0);
+        EXPECT_EQ(count, 0) << name;
+        EXPECT_EQ(missing, 0) << name;
+    }
+}
+
+TEST_F(LinksTest, AMissingImageIsReported) {
+    unsigned char missing = 7;
+    int number = 7;
+    Strings list = stringsOf({"stale"}), other, third, fourth;
+    VornToolsString key;
+    EXPECT_EQ(VornToolsLinks::getLinks(nullptr, "", nullptr, "", missing).size(), 0U);
+    EXPECT_EQ(VornToolsLinks::getAllLinks(nullptr, nullptr, "").size(), 0U);
+    EXPECT_EQ(VornToolsLinks::getImportLinksWithPub(nullptr).size(), 0U);
+    EXPECT_EQ(VornToolsLinks::getVersion(nullptr, number, number, number), 0);
+    EXPECT_EQ(VornToolsLinks::findKey(nullptr, key).size(), 0U);
+    EXPECT_EQ(VornToolsLinks::getLinkedDocName(nullptr, 0, nullptr, "", list, other, third, fourth), 0);
+    EXPECT_EQ(list.size(), 0U);
+    EXPECT_EQ(VornToolsLinks::getExternalReference(nullptr, 0, 0, 0, list), 0);
+    EXPECT_EQ(VornToolsLinks::getGhosts(nullptr, 0, list), 0);
+    EXPECT_EQ(VornToolsLinks::getMMLTag(nullptr, 0, 0, 0, list), 0);
+    EXPECT_EQ(VornToolsLinks::getMmlPublication(nullptr, 0, 0, 0, list), 0);
+    EXPECT_EQ(VornToolsLinks::sortImportUnpublished_and_MMLR12(nullptr, 0, 0, 0, list, list, other, third), 0);
+    EXPECT_EQ(missing, 0);
+    EXPECT_EQ(number, 0);
+    const Texts reported = reports();
+    EXPECT_EQ(reported.size(), 11U);
+    for (const std::string& report : reported) EXPECT_NE(report.find(" 9001 ip_image"), std::string::npos) << report;
+}
+
+TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
+    DocumentImage image;
+    image.application().references({"..!A!x"}).imports({{1, {4}}}, {"InputToDoc:Doc!Parameters:Depth!"});
+    image.properties("C:\\w\\own.CATPart", {ImageRecord::whole("CATPart", "C:\\w\\sub\\a.CATPart"),
+                                            ImageRecord::object("CATProduct", "b.CATProduct", kFirst),
+                                            ImageRecord::object("CATPart", ".\\c.CATPart", kSecond)});
+    const std::string file = write("own.CATPart", image.bytes());
+    write("deep/er/a.CATPart", "x");
+    VornToolsString bytes = stringOf(image.bytes()), name = stringOf(file), linked = stringOf("C:\\x\\a.CATPart");
+    const CATUnicodeString directory(folder().u8string().c_str());
+    const int property = image.propertyPosition();
+    const auto sweep = [&](const char* method, const std::function<void()>& operation) {
+        const auto startCountAnew = [&] { located("", path("none/own"), "\\none\\none"); };
+        sweepFailures({"VornToolsLinks::"s + method,
+                       [&] {
+                           operation();
+                           return SweepOutcome();
+                       },
+                       startCountAnew});
+    };
+    sweep("searchLinks", [&] {
+        double count = 0;
+        CATListValCATUnicodeString lists[5];
+        VornToolsVector<unsigned char> flags;
+        unsigned char missing = 0;
+        VornToolsLinks::searchLinks(file.c_str(), "", directory, count, lists[0], lists[1], lists[2], lists[3],
+                                    lists[4], flags, missing);
+        for (const auto& list : lists) EXPECT_EQ(list.Size(), static_cast<int>(count));
+        EXPECT_TRUE(count == 0 || count == 3);
+        EXPECT_EQ(flags.size(), static_cast<unsigned int>(count));
+    });
+    sweep("getLinks", [&] {
+        unsigned char missing = 0;
+        EXPECT_EQ(VornToolsLinks::getLinks(&bytes, "", &name, directory, missing).size(), 3U);
+    });
+    sweep("getLinkedDocName", [&] {
+        Strings lists[4];
+        VornToolsLinks::getLinkedDocName(&bytes, property, &name, directory, lists[0], lists[1], lists[2], lists[3]);
+        for (const auto& list : lists) EXPECT_EQ(list.size(), 1U);
+    });
+    using OneKind = VornToolsVector<VornToolsLink> (*)(VornToolsString*, VornToolsString*, CATUnicodeString);
+    const std::tuple<const char*, OneKind, unsigned int> kinds[] = {
+        {"getAllLinks", VornToolsLinks::getAllLinks, 3},
+        {"getMMLLinks", VornToolsLinks::getMMLLinks, 1},
+        {"getMMLAssyLinks", VornToolsLinks::getMMLAssyLinks, 2},
+        {"getContextLinks", VornToolsLinks::getContextLinks, 1},
+        {"getImportLinks", VornToolsLinks::getImportLinks, 1},
+        {"getImportLinksWithoutPub", VornToolsLinks::getImportLinksWithoutPub, 0},
+        {"getMMLDrawingLinks", VornToolsLinks::getMMLDrawingLinks, 2},
+    };
+    for (const auto& [method, operation, count] : kinds)
+        sweep(method,
+              [&, &run = operation, &expected = count] { EXPECT_EQ(run(&bytes, &name, directory).size(), expected); });
+    using Resolution = VornToolsString* (*)(VornToolsString*, VornToolsString*, VornToolsString*, CATUnicodeString);
+    for (const auto& [method, resolve] :
+         {std::pair<const char*, Resolution>{"realLinkedDocPath", VornToolsLinks::realLinkedDocPath},
+          {"realLinkedDocPath_2", VornToolsLinks::realLinkedDocPath_2}})
+        sweep(method, [&, &run = resolve] {
+            const std::unique_ptr<VornToolsString> found(run(nullptr, &name, &linked, directory));
+            EXPECT_TRUE(bytesOf(*found) == bytesOf(linked) || bytesOf(*found) == path("deep/er/a.CATPart"));
+        });
+    sweep("findFileInPath", [&] { VornToolsLinks::findFileInPath("a.CATPart", directory.ConvertToChar()); });
+}
+
+} // namespace

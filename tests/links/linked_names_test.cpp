@@ -1,0 +1,161 @@
+#include "tests/support/LinksTest.h"
+
+#include "UTILFile.h"
+#include "VornToolsFolderMemory.h"
+
+#include <functional>
+
+namespace {
+
+TEST_F(LinksTest, NamesWithoutDirectoryAreLookedForInTheGivenOne) {
+    write("in/a.CATPart", "x");
+    write("in/deep/b.CATPart", "x");
+    const std::string in = path("in"), separator = UTILFile::getPathSeparator().ConvertToChar();
+    EXPECT_EQ(located("", in + separator + "own", "a.CATPart", in), path("in/a.CATPart"));
+    EXPECT_EQ(located("", "own", "a.CATPart", in + separator), path("in/a.CATPart"));
+    EXPECT_EQ(located("", in + separator + "own", "b.CATPart", in), "b.CATPart") << "not below it";
+    EXPECT_EQ(located("", in + separator + "own", "a.CATPart", ""), "a.CATPart");
+    EXPECT_EQ(located("", in + separator + "own", "", in), "");
+}
+
+TEST_F(LinksTest, PathsMoveWithTheDocument) {
+    for (const char* name : {"copy/asm/own.CATProduct", "copy/asm/sub/a.CATPart", "copy/parts/b.CATPart",
+                             "copy/asm/x/y/c.CATPart", "copy/asm/.hidden/d.CATPart", "stored.CATPart"})
+        write(name, "x");
+    const std::string file = path("copy/asm/own.CATProduct"), stored = path("stored.CATPart");
+    const struct {
+        std::string own, linked, found;
+    } cases[] = {
+        {"C:\\proj\\asm\\own.CATProduct", stored, stored},
+        {"C:\\proj\\asm\\own.CATProduct", "C:\\proj\\asm\\sub\\a.CATPart", path("copy/asm/sub/a.CATPart")},
+        {"C:\\proj\\asm\\own.CATProduct", "C:\\proj\\parts\\b.CATPart", path("copy/parts/b.CATPart")},
+        {"C:\\other\\own.CATProduct", "C:\\elsewhere\\c.CATPart", path("copy/asm/x/y/c.CATPart")},
+        {"", "\\\\srv\\share\\c.CATPart", path("copy/asm/x/y/c.CATPart")},
+        {"C:\\proj\\asm\\own.CATProduct", ".\\sub\\a.CATPart", path("copy/asm/sub/a.CATPart")},
+        {"C:\\proj\\asm\\own.CATProduct", "C:\\proj\\asm\\d.CATPart", "C:\\proj\\asm\\d.CATPart"},
+        {"C:\\proj\\asm\\own.CATProduct", "C:\\proj\\asm\\sub\\", "C:\\proj\\asm\\sub\\"},
+        {"C:\\pro\\asm\\own.CATProduct", "C:\\proj\\e\\f.CATPart", "C:\\proj\\e\\f.CATPart"},
+        {path("copy/own.CATProduct"), path("copy/sub/a.CATPart"), path("copy/asm/sub/a.CATPart")},
+        {path("copy/asm2/own.CATProduct"), path("copy/asm2/sub/a.CATPart"), path("copy/asm/sub/a.CATPart")},
+    };
+    for (const auto& c : cases) EXPECT_EQ(located(c.own, file, c.linked), c.found) << c.own << " " << c.linked;
+    VornToolsString own = stringOf("own"), name = stringOf("\\x\\c.CATPart");
+    std::unique_ptr<VornToolsString> result(
+        VornToolsLinks::realLinkedDocPath(nullptr, nullptr, &name, path("copy").c_str()));
+    EXPECT_EQ(bytesOf(*result), path("copy/asm/x/y/c.CATPart"));
+    result.reset(VornToolsLinks::realLinkedDocPath_2(&own, &own, nullptr, ""));
+    EXPECT_EQ(bytesOf(*result), "");
+    EXPECT_EQ(reports(), Texts({"VornToolsLinks::realLinkedDocPath_2 9001 ip_linked_name"}));
+}
+
+TEST_F(LinksTest, SearchesReadAtMost260Entries) {
+    write("wide/z/target.CATPart", "x");
+    const std::string wide = path("wide");
+    const auto found = [&] {
+        located("", path("none/own"), "\\none\\none"); // starts the count anew
+        return VornToolsLinks::findFileInPath("target.CATPart", wide.c_str()) != nullptr;
+    };
+    EXPECT_TRUE(found());
+    for (int i = 0; i < 300; ++i) write("wide/" + std::to_string(i), "x");
+    std::filesystem::create_directories(folder() / "wide" / "zz");
+    int entries = 0;
+    for (int i = 0; i < 400; ++i) // files are opened like folders, and are none
+        entries += VornToolsLinks::findFileInPath("absent", (wide + "/" + std::to_string(i % 300)).c_str()) != nullptr;
+    EXPECT_EQ(entries, 0);
+    located("", path("none/own"), "\\none\\none");
+    EXPECT_EQ(VornToolsLinks::findFileInPath("absent", wide.c_str()), nullptr);
+    EXPECT_EQ(VornToolsLinks::findFileInPath("target.CATPart", wide.c_str()), nullptr) << "the entries are used up";
+    EXPECT_NE(VornToolsLinks::findFileInPath("target.CATPart", (wide + "/z").c_str()), nullptr) << "looked at first";
+    EXPECT_EQ(VornToolsLinks::findFileInPath("x", nullptr), nullptr);
+    EXPECT_EQ(VornToolsLinks::findFileInPath(nullptr, "x"), nullptr);
+    EXPECT_EQ(reports(), Texts({"VornToolsLinks::findFileInPath 9001 ip_directory",
+                                "VornToolsLinks::findFileInPath 9001 ip_file_name"}));
+}
+
+TEST_F(LinksTest, AMemoryForFoldersReadsThemOnce) {
+    write("w/old/a.CATPart", "x");
+    const std::string own = path("w/own.CATProduct");
+    const auto find = [&](const std::string& name, VornToolsFolderMemory& folders) {
+        DocumentImage image;
+        image.properties("", {ImageRecord::whole("CATPart", "\\gone\\" + name)});
+        VornToolsString bytes = stringOf(image.bytes()), file = stringOf(own);
+        Strings found, other;
+        VornToolsLinks::getLinkedDocName(&bytes, image.propertyPosition(), &file, "", found, other, other, other,
+                                         folders);
+        return textsOf(found);
+    };
+    VornToolsFolderMemory folders, others;
+    EXPECT_EQ(find("b.CATPart", folders), Texts({"\\gone\\b.CATPart"}));
+    write("w/old/b.CATPart", "x");
+    write("w/new/c.CATPart", "x");
+    EXPECT_EQ(find("a.CATPart", folders), Texts({path("w/old/a.CATPart")}));
+    EXPECT_EQ(find("b.CATPart", folders), Texts({path("w/old/b.CATPart")})) << "files are noticed";
+    EXPECT_EQ(find("c.CATPart", folders), Texts({"\\gone\\c.CATPart"})) << "folders are not";
+    EXPECT_EQ(find("c.CATPart", others), Texts({path("w/new/c.CATPart")})) << "each remembers for itself";
+    EXPECT_EQ(located("", own, "\\gone\\c.CATPart"), path("w/new/c.CATPart"));
+}
+
+/** Every operation that takes a memory looks into it. */
+TEST_F(LinksTest, AMemoryForFoldersServesEveryOperation) {
+    write("w/deep/other.CATPart", "x");
+    DocumentImage image;
+    image.application().properties("", {ImageRecord::whole("CATPart", "\\gone\\late.CATPart"),
+                                        ImageRecord::object("CATProduct", "\\gone\\late.CATPart", kFirst)});
+    const std::string own = write("w/own.CATPart", image.bytes());
+    VornToolsString bytes = stringOf(image.bytes()), file = stringOf(own);
+    VornToolsFolderMemory folders;
+    unsigned char missing = 0;
+    const std::function<Texts()> operations[] = {
+        [&] { return textsOf(VornToolsLinks::getLinks(&bytes, "MML", &file, "", missing, folders)); },
+        [&] { return textsOf(VornToolsLinks::getMMLDrawingLinks(&bytes, &file, "", folders)); },
+        [&] {
+            Strings found, other;
+            const int property = image.propertyPosition();
+            VornToolsLinks::getLinkedDocName(&bytes, property, &file, "", found, other, other, other, folders);
+            return textsOf(found);
+        },
+        [&] {
+            double count = 0;
+            CATListValCATUnicodeString lists[5];
+            VornToolsVector<unsigned char> flags;
+            VornToolsLinks::searchLinks(own.c_str(), "MML", "", count, lists[0], lists[1], lists[2], lists[3], lists[4],
+                                        flags, missing, folders);
+            return textsOf(lists[0]);
+        },
+    };
+    for (const auto& operation : operations) {
+        SCOPED_TRACE(&operation - operations);
+        const Texts stored = operation();
+        ASSERT_EQ(stored.size(), 1U);
+        write("w/late/late.CATPart", "x");
+        EXPECT_EQ(operation(), stored) << "the folder is new";
+        std::filesystem::remove_all(folder() / "w" / "late");
+    }
+}
+
+TEST_F(LinksTest, SearchesFollowLinksButNotForever) {
+    write("elsewhere/far.CATPart", "x");
+    write("w/deep/Near.CATPart", "x");
+    std::filesystem::create_directories(folder() / "w" / "folder.CATPart");
+    std::error_code noLinksHere;
+    std::filesystem::create_directory_symlink(folder() / "elsewhere", folder() / "w" / "aside", noLinksHere);
+    const std::string own = path("w/own.CATProduct");
+    EXPECT_EQ(located("", own, "\\gone\\far.CATPart"),
+              noLinksHere ? "\\gone\\far.CATPart" : path("w/aside/far.CATPart"));
+    std::filesystem::create_directory_symlink(folder() / "w", folder() / "w" / "deep" / "loop", noLinksHere);
+    EXPECT_EQ(located("", own, "\\gone\\absent.CATPart"), "\\gone\\absent.CATPart");
+    EXPECT_EQ(located("", own, "\\gone\\folder.CATPart"), "\\gone\\folder.CATPart");
+    // Whether letter case tells names apart is the system's business.
+    const bool same = std::filesystem::exists(folder() / "w" / "deep" / "NEAR.CATPart");
+    EXPECT_EQ(located("", own, "\\gone\\NEAR.CATPart"), same ? path("w/deep/NEAR.CATPart") : "\\gone\\NEAR.CATPart");
+}
+
+TEST_F(LinksTest, NamesAndSeparators) {
+    const std::pair<const char*, int> names[] = {{"a.CATPart", 1}, {"", 1}, {"d\\a", 0}, {"d/a", 0}, {"\\", 0}};
+    for (const auto& name : names) EXPECT_EQ(VornToolsLinks::isAFilename(stringOf(name.first)), name.second);
+    VornToolsString path = stringOf("/a//b\\c\0/d"s);
+    EXPECT_EQ(VornToolsLinks::replaceSeparatorInString(path), 0);
+    EXPECT_EQ(bytesOf(path), "\\a\\\\b\\c\0\\d"s);
+}
+
+} // namespace

@@ -1,0 +1,106 @@
+#include "tests/support/LinksTest.h"
+
+namespace {
+
+TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
+    const std::string geometry = "InputToDoc:Doc!Geometry:AJADAAAAAA!", depth = "InputToDoc:Doc!Parameters:Depth!",
+                      far = "InputToDoc:Doc!Publication:" + std::string(60, 'p') + "!";
+    const auto a = ImageRecord::whole("CATPart", "a.CATPart", 1, 17),
+               b = ImageRecord::whole("CATPart", "b.CATPart", 1, 300),
+               gone = ImageRecord::whole("CATPart", "gone.CATPart", 0, 18);
+    const struct {
+        std::vector<ImageRepository> repositories;
+        Texts texts;
+        std::vector<ImageRecord> records;
+        Texts links; // without "MML|"
+        int missing;
+    } cases[] = {
+        {{{17, {4, 5}}, {300, {5}}},
+         {geometry, depth},
+         {a, gone, b},
+         {"a.CATPart|AJADAAAAAA|1", "a.CATPart|Depth|1", "b.CATPart|Depth|1"},
+         0},
+        {{{300, {4}}, {17, {4}}}, {depth}, {a, b}, {"b.CATPart|Depth|1", "a.CATPart|Depth|1"}, 0}, // by number
+        {{{5, {4}}, {6, {5}}},
+         {depth, far},
+         {a, b},
+         {"a.CATPart|Depth|1", "b.CATPart|" + std::string(60, 'p') + "|1"},
+         0}, // by place
+        {{{17, {4, 200}}}, {"other", depth}, {a, b}, {"a.CATPart|Depth|1", "b.CATPart||0"}, 1},
+        {{{17, {4}}}, {"InputToDoc:Doc!"}, {a}, {"a.CATPart||0"}, 1},
+        {{{17, {4}}, {18, {4}}}, {depth}, {a}, {"a.CATPart|Depth|1"}, 1}, // an element without its part
+        {{{17, {}}}, {}, {a}, {"a.CATPart||0"}, 1},
+        {{{17, {4}}}, {depth}, {gone}, {}, 0},
+    };
+    for (const auto& c : cases) {
+        DocumentImage image;
+        image.application().raw("OSMXCATCatalogManager").imports(c.repositories, c.texts).properties("own", c.records);
+        Texts expected;
+        for (const std::string& link : c.links) expected.push_back("MML|" + link);
+        EXPECT_EQ(links(image, "MML", c.missing), expected);
+        EXPECT_EQ(links(image, "", 0), expected);
+    }
+    // A table whose head is damaged leaves the texts themselves.
+    DocumentImage damaged;
+    damaged.application().imports({{1, {4}}}, {geometry, far}).properties("own", {a});
+    std::string bytes = damaged.bytes();
+    bytes[bytes.find("\x7C\x02") + 1] = '\x05';
+    DocumentImage image;
+    image.raw(bytes);
+    EXPECT_EQ(links(image, "MML"),
+              Texts({"MML|a.CATPart|AJADAAAAAA|1", "MML|a.CATPart|" + std::string(60, 'p') + "|1"}));
+}
+
+TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
+    const std::string own = kThird.substr(0, 12) + "\0\0\0\x99"s, element = "\x09\x92\0\0\0"s;
+    const auto image = [&](int release, bool part, bool proxy) {
+        DocumentImage result;
+        if (part) result.application();
+        if (proxy) result.raw("CATPrdInputProxy");
+        result.raw(own)
+            .pointer(kFirst, element)
+            .properties("own", {ImageRecord::object("CATPart", "linked.CATPart", kFirst),
+                                ImageRecord::object("CATPart", "bare.CATPart", kSecond),
+                                ImageRecord::object("CATPart", "itself.CATPart", kThird)});
+        return result.summary(5, release, 0);
+    };
+    const Texts unpublished = {"MMLAssy_ImportNotPub|linked.CATPart||0"};
+    const Texts bare = {"MML|bare.CATPart||0"};
+    EXPECT_EQ(links(image(21, true, true)), unpublished);
+    EXPECT_EQ(links(image(21, true, false)), Texts());
+    EXPECT_EQ(links(image(21, false, true)), Texts()) << "a product's parts are no imports";
+    EXPECT_EQ(links(image(12, false, true)), Texts());
+    EXPECT_EQ(links(image(11, true, true)), unpublished + bare);
+    EXPECT_EQ(links(image(13, true, true)), unpublished);
+    EXPECT_EQ(links(image(12, true, false)), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
+    EXPECT_EQ(links(image(12, true, false), "MML", 1), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
+    EXPECT_EQ(links(image(0, true, false)), Texts());
+
+    const DocumentImage older = image(12, true, false);
+    VornToolsString bytes = stringOf(older.bytes());
+    const int application = older.applicationPosition(), property = older.propertyPosition();
+    Strings tags, publications, unpublishedNames, olderNames;
+    VornToolsLinks::getMMLTag(&bytes, 12, application, property, tags);
+    VornToolsLinks::getMmlPublication(&bytes, 12, application, property, publications);
+    EXPECT_EQ(textsOf(tags), Texts({"AJJCAAAAAA"}));
+    EXPECT_EQ(textsOf(publications), Texts({"AJJCAAAAAA"}));
+    VornToolsLinks::getMMLTag(&bytes, 21, application, property, tags);
+    EXPECT_EQ(textsOf(tags), Texts());
+    Strings names = stringsOf({"L", "B", "I", "unknown", "without reference"}),
+            references = stringsOf({kFirst.substr(8), kSecond.substr(8), kThird.substr(8), "?"});
+    VornToolsLinks::sortImportUnpublished_and_MMLR12(&bytes, 12, application, property, names, references,
+                                                     unpublishedNames, olderNames);
+    EXPECT_EQ(textsOf(unpublishedNames), Texts());
+    EXPECT_EQ(textsOf(olderNames), Texts({"L", "B"}));
+}
+
+TEST_F(LinksTest, MultiModelLinksPairByIndex) {
+    Strings tags = stringsOf({"t1", "", "t3"}), publications = stringsOf({"p1", "p2", "p3"}),
+            names = stringsOf({"a", "b", "", "d"});
+    VornToolsVector<VornToolsLink> links;
+    links.append(VornToolsLink());
+    EXPECT_EQ(VornToolsLinks::updateMMLLink(tags, publications, names, links), 0);
+    EXPECT_EQ(textsOf(links), Texts({"MML|a|t1|1", "MML|b||0", "MML|d||0"}));
+}
+
+} // namespace
