@@ -83,15 +83,16 @@ bool namesPart(CATUnicodeString i_representation_name) {
 
 bool namesPicture(const CATUnicodeString& i_representation_name) { return endsWith(i_representation_name, ".cgr"); }
 
-/** The platform may throw one of its own errors, which then is a failure. */
+/** The platform may throw one of its own errors, which then is a failure. Handles are made outside the guarded block:
+ * its way out of a call need not destroy them. */
 HRESULT switchGuarded(CATIProduct* ipi_product, PlatformMode i_mode) {
-    CATTry { return CATPrsWorkModeServices::SetWorkMode(CATIProduct_var(ipi_product), i_mode); }
+    const CATIProduct_var sp_product(ipi_product);
+    HRESULT code = E_FAIL;
+    CATTry { code = CATPrsWorkModeServices::SetWorkMode(sp_product, i_mode); }
     // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference): the platform throws pointers
-    CATCatch(CATError, p_error) {
-        p_error->Release();
-        return E_FAIL;
-    }
-    CATEndTry
+    CATCatch(CATError, p_error) { p_error->Release(); }
+    CATEndTry;
+    return code;
 }
 
 } // namespace

@@ -175,7 +175,7 @@ HRESULT VornToolsCommon::analyzeWindowsInSession(CATUnicodeString i_file_name, C
     const bool is_foreign = returnDocumentType(i_file_name) == DocumentTypeUnknown;
     code = is_foreign ? loadForeignDocument(frame, search, op_document) : loadDocument(frame, search, op_document);
     if (FAILED(code)) return code;
-    // A foreign file is found once its product is; any other file has a document. Where it was found, all are told.
+    // A file of the platform counts as found with its document only; where it is, the other outputs tell all the same.
     o_found = is_foreign || op_document ? 1 : 0;
     iop_root_document = search.p_root_document;
     opi_product = search.sp_product.detach();

@@ -81,6 +81,26 @@ TEST_F(DocumentsTest, NamesAreComparedWholeOrWithoutDirectory) {
     EXPECT_EQ(reports(), Texts({kCommon + "getDocumentInSession 9003 splitPathAndFileName"}));
 }
 
+TEST_F(DocumentsTest, ASearchWithoutHitGivesTheCodeOfItsLastStep) {
+    session().part("/w/a.CATPart");
+    session().part("/w/b.CATPart");
+    embedded::Failures& failures = embedded::Failures::get();
+    std::vector<HRESULT> codes; // while the name looked for, the first document's and the second's cannot be split
+    int nth = 0;
+    do {
+        failures.arm(++nth, false, embedded::FaultFlavour::code);
+        CATDocument* document = nullptr;
+        unsigned char flag = 7;
+        const HRESULT code = VornToolsCommon::getDocumentInSession("none.CATPart", document, flag);
+        failures.disarm();
+        const Texts told = reports();
+        if (failures.firedAt() != "UTILFile::splitPathAndFileName") continue;
+        codes.push_back(code);
+        EXPECT_EQ(told, Texts({kCommon + "getDocumentInSession 9003 splitPathAndFileName"}));
+    } while (failures.fired());
+    EXPECT_EQ(codes, (std::vector<HRESULT>{S_OK, S_OK, E_FAIL}));
+}
+
 TEST_F(DocumentsTest, TheJournalTellsHowADocumentWasFound) {
     session().part("/w/p.CATPart");
     found("P.CATPart");
@@ -184,7 +204,15 @@ TEST_F(DocumentsTest, TheFirstRootIsTheProduct) {
 TEST_F(DocumentsTest, ALoadedProductIsNotSwitched) {
     auto root = session().product("/w/a.CATProduct").root();
     const auto part = session().part("/w/p.CATPart");
-    EXPECT_EQ(switched(root.add(part, "p.1"), S_OK), part.get());
+    const auto instance = root.add(part, "p.1");
+    EXPECT_EQ(switched(instance, S_OK), part.get());
+    // Its reference comes only when asked again; it is in design mode already.
+    clearJournal();
+    embedded::Failures::get().arm(1, false, embedded::FaultFlavour::code);
+    EXPECT_EQ(switched(instance, S_OK), part.get());
+    EXPECT_EQ(embedded::Failures::get().firedAt(), "CATIProduct::GetReferenceProduct");
+    embedded::Failures::get().disarm();
+    EXPECT_EQ(messages(), Texts());
     EXPECT_EQ(reports(), Texts());
     EXPECT_EQ(switched(embedded::Product(), E_FAIL), nullptr);
     CATDocument* document = part.get();

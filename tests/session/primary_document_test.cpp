@@ -66,7 +66,9 @@ TEST_F(PrimaryDocumentTest, SecondaryPartsArePassedOver) {
     EXPECT_EQ(primary(low, &cache, name, S_OK), top.get()) << "without a DAT file";
     know("mid.CATProduct", "");
     VornCache fresh;
+    clearJournal();
     EXPECT_EQ(primary(low, &fresh, name, S_OK), top.get()) << "without an item revision";
+    EXPECT_TRUE(embedded::Journal::get().contains("Product is a secondary part: itemRevUID field is empty"));
 }
 
 TEST_F(PrimaryDocumentTest, ARootWithoutItemRevisionEndsTheSearch) {
@@ -93,6 +95,17 @@ TEST_F(PrimaryDocumentTest, ABareNameLiesInADirectoryOfTheEnvironment) {
     EXPECT_EQ(name, path("files/bare.CATProduct"));
     EXPECT_EQ(primary(library.add(session().find(path("low.CATPart")), "l.1"), &cache, name, S_OK), library.get());
     EXPECT_EQ(name, path("library/REF_bare.CATProduct"));
+}
+
+TEST_F(PrimaryDocumentTest, ALogicalNameIsHandedOutAsThePathOnDisk) {
+    const std::string separator = path("").substr(path("").size() - 1);
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    auto logical = session().product("\x01\x02\\LIB" + separator + "l.CATProduct").root();
+    know("l.CATProduct", "r");
+    VornCache cache;
+    EXPECT_EQ(primary(logical.add(session().find(path("low.CATPart")), "l.1"), &cache, name, S_OK), logical.get());
+    EXPECT_EQ(name, path("l.CATProduct"));
 }
 
 TEST_F(PrimaryDocumentTest, NoFaultLeavesAnythingBehind) {

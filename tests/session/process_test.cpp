@@ -21,9 +21,13 @@ TEST_F(ProcessTest, BothTemporaryDirectoriesExist) {
 }
 
 TEST_F(ProcessTest, TheHostedClientIsOpenedOrBroughtToTheFront) {
+    const auto lastLine = [] { return embedded::Journal::get().lines().back(); };
     EXPECT_EQ(VornToolsCommon::startSkylane(), S_OK);
     EXPECT_TRUE(embedded::hostedClient().open);
+    EXPECT_EQ(lastLine(), "< VornToolsCommon::startSkylane 0");
+    clearJournal();
     EXPECT_EQ(VornToolsCommon::startSkylane(), S_OK);
+    EXPECT_EQ(lastLine(), "< VornToolsCommon::startSkylane 0");
     EXPECT_EQ(embedded::hostedClient().broughtToFront, 1);
     embedded::hostedClient().installed = false;
     EXPECT_EQ(VornToolsCommon::startSkylane(), E_FAIL);

@@ -133,10 +133,10 @@ TEST_F(ProductSearchTest, WhatIsOutOfReachAtOnePlaceIsLookedForAtTheNext) {
     EXPECT_EQ(find("p.CATPart"), root.at({"m.1", "g.1", "p.1"}).get()) << "its picture tells";
 }
 
-/** What no place can load is no reason to look below a reference again: this structure has 2^40 places. */
+/** What no place can load is no reason to look below a reference again: this structure has 4,096 places. */
 TEST_F(ProductSearchTest, EachReferenceIsWalkedOnce) {
     const auto level = [this](int i) { return session().product("/w/l" + std::to_string(i) + ".CATProduct"); };
-    constexpr int kDeepest = 40;
+    constexpr int kDeepest = 12;
     level(kDeepest).root().addUnresolved("x.1");
     level(kDeepest).root().addComponent("bolt", "b.1").shape("low", "/w/low.cgr");
     for (int i = kDeepest; i > 0; --i)
@@ -210,6 +210,10 @@ TEST_F(SeenPartsTest, NothingIsSwitchedWhileThatIsForbidden) {
     VornToolsWorkModeServices::setCatiaCacheActivated(0);
     EXPECT_EQ(foreign(root, "none.cgr"), nullptr);
     EXPECT_EQ(embedded::workModeSwitches(), 0U);
+    VornToolsWorkModeServices::setCatiaCacheActivated(1);
+    embedded::setSwitchOutcome(embedded::SwitchOutcome::refused);
+    EXPECT_EQ(foreign(root, "none.cgr"), nullptr);
+    EXPECT_EQ(reports(), Texts(400, "VornToolsWorkModeServices::setWorkMode 9004 SetWorkMode")) << "tried once each";
 }
 
 /** A part at two places that are only seen. Its picture tells nothing: the call that asks it fails. */
@@ -281,6 +285,20 @@ TEST_F(SilentPictureTest, WhatCannotBePutBackAtOnceIsTheSwitchersToPutBack) {
     EXPECT_EQ(left, 1) << "the one fault that hinders it";
 }
 
+TEST_F(SilentPictureTest, APictureIsToldByItsNameWhereNobodyTellsTheMode) {
+    for (const char* const shape : {"/w/p.CATPart", ""}) {
+        places[0].reference().masterShape(shape);
+        std::size_t switches = 0;
+        int nth = 0;
+        do {
+            const std::size_t start = embedded::workModeSwitches();
+            search("none.cgr", ++nth);
+            switches = embedded::workModeSwitches() - start;
+        } while (embedded::Failures::get().firedAt() != "CATPrsWorkModeServices::GetWorkMode");
+        EXPECT_EQ(switches, *shape ? 4U : 2U) << "the second place is asked again";
+    }
+}
+
 TEST_F(SilentPictureTest, WhatThePlatformThrowsPassesThrough) {
     embedded::setSwitchOutcome(embedded::SwitchOutcome::foreign);
     CATIProduct* found = nullptr;
@@ -289,6 +307,27 @@ TEST_F(SilentPictureTest, WhatThePlatformThrowsPassesThrough) {
                  std::runtime_error);
     EXPECT_EQ(embedded::Journal::get().open(), 0);
     EXPECT_EQ(embedded::Accounting::get().holders(), Texts());
+}
+
+TEST_F(ProductSearchTest, ChildrenThatAreCountedAndNotToldAreAFailure) {
+    auto root = session().product("/w/a.CATProduct").root();
+    root.add(session().product("/w/g.CATProduct"), "g.1").reference().add(session().part("/w/p.CATPart"), "p.1");
+    embedded::Failures& failures = embedded::Failures::get();
+    int failed = 0;
+    int nth = 0;
+    do {
+        failures.arm(++nth, false, embedded::FaultFlavour::code);
+        CATIProduct* found = root.get();
+        unsigned char flag = 7;
+        const HRESULT code = VornToolsCommon::getProductInSession(root.get(), "none.CATPart", found, flag);
+        failures.disarm();
+        const Texts told = reports();
+        if (failures.firedAt() != "CATIProduct::GetChildren") continue;
+        const bool has_children = ++failed <= 2; // the root and the group; the part has none
+        EXPECT_EQ(code, has_children ? E_FAIL : S_OK);
+        EXPECT_EQ(told, has_children ? Texts{kCommon + "getProductInSession 9004 GetChildren"} : Texts());
+    } while (failures.fired());
+    EXPECT_EQ(failed, 3);
 }
 
 TEST_F(ProductSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {

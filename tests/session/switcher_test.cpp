@@ -9,8 +9,11 @@
 #include "CATLISTV_CATISpecObject.h"
 #include "embedded/Windows.h"
 
+#include <algorithm>
 #include <functional>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 using embedded::SwitchOutcome;
 
@@ -36,6 +39,62 @@ TEST_F(SwitcherTest, RemembersAPartAndPutsItBack) {
     EXPECT_EQ(switcher.restore("Nut.CATPart"), S_FALSE);
 }
 
+TEST_F(SwitcherTest, EachSwitchActsFromItsModes) {
+    using Switch = HRESULT (VornToolsSwitchMgt::*)(CATUnicodeString, CATIProduct*, unsigned char);
+    constexpr int kOutOfOrder = 9; // tells no mode
+    const struct {
+        Switch operation;
+        WorkMode target;
+        std::vector<int> acts; ///< from these modes of the platform
+    } cases[] = {
+        {&VornToolsSwitchMgt::switchVisu, WorkMode::visualisation, {1, 2, 3}},
+        {&VornToolsSwitchMgt::switchDefault, WorkMode::standard, {0}},
+        {&VornToolsSwitchMgt::switchBREP, WorkMode::brep, {0, 1, kOutOfOrder}},
+        {&VornToolsSwitchMgt::switchDesign, WorkMode::design, {0, 1, 2, kOutOfOrder}},
+    };
+    for (const auto& row : cases) {
+        for (const int from : {0, 1, 2, 3, kOutOfOrder}) {
+            SCOPED_TRACE(std::to_string(&row - cases) + " from " + std::to_string(from));
+            embedded::setUnknownWorkMode(bolt, from);
+            clearJournal();
+            VornToolsSwitchMgt switcher{1};
+            EXPECT_EQ((switcher.*row.operation)("Bolt.CATPart", bolt.get(), 0), S_OK);
+            reports();
+            const bool acts = std::count(row.acts.begin(), row.acts.end(), from) != 0;
+            EXPECT_EQ(static_cast<int>(embedded::workMode(bolt)), acts ? static_cast<int>(row.target) : from);
+            CATIProduct* product = nullptr;
+            const bool remembered = acts && from != kOutOfOrder;
+            EXPECT_EQ(switcher.getCATIProduct("Bolt.CATPart", product), remembered ? S_OK : E_FAIL);
+            EXPECT_EQ(embedded::Journal::get().contains("Document Bolt.CATPart has been added, its original work mode "
+                                                        "is " +
+                                                        std::to_string(from + 1)),
+                      remembered);
+        }
+    }
+}
+
+TEST_F(SwitcherTest, ASwitchReadsTheModeOnceAndChecksIt) {
+    embedded::setWorkMode(bolt, WorkMode::visualisation);
+    clearJournal();
+    VornToolsSwitchMgt switcher{1};
+    switcher.switchDefault("Bolt.CATPart", bolt.get(), 0);
+    const std::string readsDefault = "VornToolsWorkModeServices::getWorkMode";
+    const auto reading = [&](int code) {
+        const std::string tail = " " + std::to_string(code);
+        return Texts{"> " + readsDefault, "> " + readsDefault + "CAA", "< " + readsDefault + "CAA" + tail,
+                     "< " + readsDefault + tail};
+    };
+    Texts expected = {"> VornToolsSwitchMgt::switchDefault", "_b_switch_back = 1"};
+    const auto add = [&](const Texts& lines) { expected.insert(expected.end(), lines.begin(), lines.end()); };
+    add(reading(0));
+    add({"> VornToolsSwitchMgt::setWorkMode", "> VornToolsWorkModeServices::setWorkMode", "PERFX real switch DEFAULT"});
+    add(reading(0));
+    add({"PERFX real switch", "< VornToolsWorkModeServices::setWorkMode", "> VornToolsSwitchMgt::add",
+         "Document Bolt.CATPart has been added, its original work mode is 1", "< VornToolsSwitchMgt::add",
+         "< VornToolsSwitchMgt::setWorkMode", "< VornToolsSwitchMgt::switchDefault"});
+    EXPECT_EQ(embedded::Journal::get().lines(), expected);
+}
+
 TEST_F(SwitcherTest, ADesignModeComesBackAsGeometry) {
     VornToolsSwitchMgt switcher{1};
     switcher.switchVisu("Bolt.CATPart", bolt.get(), 0);
@@ -45,9 +104,10 @@ TEST_F(SwitcherTest, ADesignModeComesBackAsGeometry) {
 }
 
 TEST_F(SwitcherTest, SwitchesPartsOnlyAndOnlyWhenItIsToSwitchBack) {
-    VornToolsSwitchMgt idle{0};
+    VornToolsSwitchMgt idle{0}, odd{2};
     EXPECT_EQ(idle.switchVisu("Bolt.CATPart", bolt.get(), 1), S_OK);
-    EXPECT_EQ(messages(), Texts{"_b_switch_back = 0"});
+    EXPECT_EQ(odd.switchVisu("Bolt.CATPart", bolt.get(), 1), S_OK);
+    EXPECT_EQ(messages(), (Texts{"_b_switch_back = 0", "_b_switch_back = 2"}));
     VornToolsSwitchMgt switcher{1};
     clearJournal();
     EXPECT_EQ(switcher.switchVisu("Root.CATProduct", bolt.father().get(), 0), E_FAIL);
@@ -114,6 +174,40 @@ TEST_F(SwitcherTest, ANameInSeveralListsIsRestoredByTheFirst) {
     EXPECT_EQ(switcher.updateDocumentName("Pin.CATPart", "Bolt.CATPart"), S_OK);
     EXPECT_EQ(switcher.restore("Bolt.CATPart"), S_OK);
     EXPECT_EQ(embedded::workMode(bolt), WorkMode::brep) << "design comes before both";
+
+    // Renaming takes the lists in another order: design, default, visualisation.
+    const auto restored = [&] {
+        clearJournal();
+        switcher.restoreAll(0);
+        Texts lines;
+        for (const std::string& line : messages())
+            if (line.rfind("restoring ", 0) == 0) lines.push_back(line.substr(10));
+        return lines;
+    };
+    switcher.updateDocumentName("Bolt.CATPart", "A.CATPart");
+    EXPECT_EQ(restored(), (Texts{"A.CATPart in design", "Bolt.CATPart in visu", "Bolt.CATPart in default/visu"}));
+    switcher.updateDocumentName("Bolt.CATPart", "B.CATPart");
+    EXPECT_EQ(restored(), (Texts{"A.CATPart in design", "Bolt.CATPart in visu", "B.CATPart in default/visu"}));
+    // A part of the name that a list holds already stands there once.
+    embedded::setWorkMode(pin, WorkMode::standard);
+    switcher.switchDesign("B.CATPart", pin.get(), 0);
+    EXPECT_EQ(restored(), (Texts{"A.CATPart in design", "Bolt.CATPart in visu", "B.CATPart in default/visu"}));
+}
+
+TEST_F(SwitcherTest, RestoringIsForcedAndMaySkipTheCheck) {
+    embedded::setWorkMode(bolt, WorkMode::standard);
+    VornToolsSwitchMgt switcher{1};
+    switcher.switchDesign("Bolt.CATPart", bolt.get(), 0);
+    switcher.setSwitchEnabled(0);
+    EXPECT_EQ(switcher.restoreAll(0), S_OK);
+    EXPECT_EQ(embedded::workMode(bolt), WorkMode::standard);
+    EXPECT_EQ(switcher.restoreAll(0), S_FALSE) << "it has its mode already";
+    const std::size_t switches = embedded::workModeSwitches();
+    EXPECT_EQ(switcher.restoreAll(1), S_OK) << "nobody looks";
+    EXPECT_EQ(embedded::workModeSwitches(), switches + 2) << "to visualisation and back";
+    embedded::setWorkMode(bolt, WorkMode::design);
+    EXPECT_EQ(switcher.restore("Bolt.CATPart"), S_OK);
+    EXPECT_EQ(embedded::workMode(bolt), WorkMode::standard);
 }
 
 TEST_F(SwitcherTest, OnlyWhatTheLibraryItselfSwitchesIsHeld) {
@@ -201,12 +295,22 @@ TEST_F(SwitcherTest, AsksWhetherAPartIsShownByItsPicture) {
     EXPECT_EQ(switcher.isInVisuMode("Root.CATProduct", visu), S_OK);
     EXPECT_EQ(visu, 0);
     EXPECT_EQ(switcher.isInVisuMode("Bolt.CATPart", visu), E_FAIL);
-    switcher.switchVisu("Bolt.CATPart", bolt.get(), 0);
-    EXPECT_EQ(switcher.isInVisuMode("Bolt.CATPart", visu), S_OK);
-    EXPECT_EQ(visu, 1); // now, though it was in design mode
-    switcher.switchDesign("Bolt.CATPart", bolt.get(), 0);
-    switcher.isInVisuMode("Bolt.CATPart", visu);
-    EXPECT_EQ(visu, 0);
+    EXPECT_EQ(messages(), Texts{"Filename Bolt.CATPart not found for SwitchDefault"});
+    // For a part found in design mode the mode that it has now counts, for any other the one that it had.
+    const struct {
+        WorkMode found, now;
+        int answer;
+    } cases[] = {{WorkMode::design, WorkMode::visualisation, 1}, {WorkMode::design, WorkMode::standard, 1},
+                 {WorkMode::design, WorkMode::brep, 0},          {WorkMode::design, WorkMode::design, 0},
+                 {WorkMode::standard, WorkMode::design, 1},      {WorkMode::visualisation, WorkMode::design, 1}};
+    for (const auto& row : cases) {
+        switcher.release();
+        embedded::setWorkMode(bolt, row.found);
+        switcher.setWorkMode(bolt.get(), Modes::WorkModeBrep, Modes::WorkModeUnknown, "Bolt.CATPart", 0);
+        embedded::setWorkMode(bolt, row.now);
+        EXPECT_EQ(switcher.isInVisuMode("Bolt.CATPart", visu), S_OK);
+        EXPECT_EQ(visu, row.answer) << &row - cases;
+    }
 }
 
 TEST_F(SwitcherTest, LoadsAPartForTheNameOfItsRepresentation) {

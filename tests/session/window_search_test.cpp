@@ -114,6 +114,17 @@ TEST_F(WindowSearchTest, AllWindowsAreSearchedInTheirOrder) {
     EXPECT_EQ(reports(), Texts(2, kCommon + "analyzeWindowsInSession 9003 CATFrmLayout::GetCurrentLayout"));
 }
 
+TEST_F(WindowSearchTest, TheFirstWindowWithTheFileEndsTheSearch) {
+    first.root().add(session().find("/w/q.CATPart"), "q.9");
+    windows().open(second);
+    windows().open(first);
+    clearJournal();
+    const Found result = search("q.CATPart");
+    EXPECT_EQ(result.root, second.get());
+    EXPECT_EQ(result.product, second.root().at({"q.1"}).get());
+    EXPECT_FALSE(embedded::Journal::get().contains("-->document in session [/w/a.CATProduct]\n"));
+}
+
 TEST_F(WindowSearchTest, AGivenRootDocumentIsSearchedAlone) {
     windows().open(first);
     clearJournal();
@@ -154,6 +165,44 @@ TEST_F(WindowSearchTest, AForeignFileIsFoundByItsShapeAndLoaded) {
     const Found named = search("high.cgr", "high");
     EXPECT_EQ(named.product, visual.get());
     EXPECT_EQ(named.document, low.get()) << "what is loaded is the default representation";
+}
+
+TEST_F(WindowSearchTest, APartThatShowsAForeignFileIsLoadedForAMoment) {
+    VornToolsWorkModeServices::setCatiaCacheActivated(1);
+    windows().open(second);
+    const embedded::Product part = second.root().at({"q.1"});
+    part.reference().shape("foreign", "/w/q.cgr");
+    embedded::setWorkMode(part, embedded::WorkMode::visualisation);
+    clearJournal();
+    const Found missing = search("q.cgr");
+    EXPECT_EQ(missing.found, 1);
+    EXPECT_EQ(missing.product, part.get());
+    EXPECT_EQ(missing.document, nullptr);
+    EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::visualisation);
+    const Texts expected = {"looking for document in session [q.cgr]",
+                            "looking in all CATIA windows",
+                            "-->document in session [/w/b.CATProduct]\n",
+                            "PERFX real switch DEFAULT",
+                            "PERFX real switch",
+                            "Document q.CATPart has been added, its original work mode is 1",
+                            "o_default_shape_name : foreign",
+                            "searching in session the document : /w/q.cgr",
+                            "Document is not found in session",
+                            "PERFX real switch DESIGN",
+                            "PERFX real switch",
+                            "searching in session the document : /w/q.cgr",
+                            "PERFX real switch VISU",
+                            "PERFX real switch"};
+    EXPECT_EQ(messages(), expected);
+    EXPECT_EQ(reports(), Texts({kCommon + "analyzeWindowsInSession 9002 VornToolsCommon::getDocumentInSession"}));
+
+    const auto shown = session().document("/w/q.cgr");
+    EXPECT_EQ(search("q.cgr").document, shown.get());
+    EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::standard) << "the switcher is to put it back";
+    EXPECT_EQ(switcher.restoreAll(0), S_OK);
+    EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::visualisation);
+    switcher.release();
+    VornToolsWorkModeServices::setCatiaCacheActivated(0);
 }
 
 TEST_F(WindowSearchTest, APartThatIsOnlySeenIsFoundAndLoaded) {
@@ -238,9 +287,9 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
 
     VornToolsWorkModeServices::setCatiaCacheActivated(1);
     const embedded::Product part = second.root().at({"q.1"});
-    part.reference().masterShape("/w/q.CATPart").shape("foreign", "/w/q.stp");
-    session().document("/w/q.stp");
-    for (const char* const file : {"q.CATPart", "q.stp"})
+    part.reference().masterShape("/w/q.CATPart").shape("foreign", "/w/q.cgr");
+    session().document("/w/q.cgr");
+    for (const char* const file : {"q.CATPart", "q.cgr"})
         run("analyzeWindowsInSession", [this, file, part, &analyze] {
             embedded::setWorkMode(part, embedded::WorkMode::visualisation);
             const SweepOutcome outcome = analyze(file)();

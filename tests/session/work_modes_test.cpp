@@ -3,6 +3,7 @@
 #include "CATIProduct.h"
 
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 using embedded::SwitchOutcome;
@@ -57,6 +58,38 @@ TEST_F(WorkModesTest, TellsAPictureByItsName) {
     unsigned char visual = 0;
     Modes::isVisualWorkMode(bolt.get(), visual);
     EXPECT_EQ(visual, 1);
+}
+
+TEST_F(WorkModesTest, WhereThePlatformDoesNotTellThePicturesNameDoes) {
+    const struct {
+        WorkMode mode;
+        const char* shape;
+        HRESULT code;
+        Modes::EnumWorkMode found;
+    } cases[] = {{WorkMode::visualisation, "/w/Bolt.CATPart", S_OK, Modes::WorkModeVisu},
+                 {WorkMode::standard, "/w/Bolt.CATPart", E_FAIL, Modes::WorkModeUnknown},
+                 {WorkMode::visualisation, "", E_FAIL, Modes::WorkModeUnknown}};
+    for (const auto& row : cases) {
+        bolt.reference().masterShape(row.shape);
+        embedded::setWorkMode(bolt, row.mode);
+        clearJournal();
+        embedded::Failures::get().arm(1, false, embedded::FaultFlavour::code);
+        Modes::EnumWorkMode found = Modes::WorkModeDesign;
+        EXPECT_EQ(Modes::getWorkMode(bolt.get(), found), row.code);
+        embedded::Failures::get().disarm();
+        EXPECT_EQ(found, row.found);
+        EXPECT_EQ(
+            embedded::Journal::get().lines(),
+            (Texts{"> VornToolsWorkModeServices::getWorkMode", "> VornToolsWorkModeServices::getWorkModeCAA",
+                   "< VornToolsWorkModeServices::getWorkModeCAA -2147467259",
+                   "> VornToolsWorkModeServices::isVisualWorkMode", "< VornToolsWorkModeServices::isVisualWorkMode",
+                   "< VornToolsWorkModeServices::getWorkMode " + std::to_string(row.code)}));
+    }
+    EXPECT_EQ(reports(), (Texts{"VornToolsWorkModeServices::getWorkModeCAA 9004 GetWorkMode",
+                                "VornToolsWorkModeServices::getWorkModeCAA 9004 GetWorkMode",
+                                "VornToolsWorkModeServices::getWorkModeCAA 9004 GetWorkMode",
+                                "VornToolsWorkModeServices::isVisualWorkMode 9004 isVisualWorkMode",
+                                "VornToolsWorkModeServices::getWorkMode 9004 isVisualWorkMode"}));
 }
 
 TEST_F(WorkModesTest, SwitchesOnlyWithTheCacheActivated) {
