@@ -1,6 +1,5 @@
 #include "VornToolsString.h"
 
-#include "CATUnicodeString.h"
 #include "foundation/FirstPlaces.h"
 #include "foundation/ImageMemory.h"
 #include "foundation/SearchKernel.h"
@@ -9,6 +8,8 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+
+const CATUnicodeString VornToolsString::_CteCLASS_NAME("VornToolsString::");
 
 namespace {
 
