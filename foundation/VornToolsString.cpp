@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <cstring>
 
+const CATUnicodeString VornToolsString::_CteCLASS_NAME("VornToolsString::");
+
 namespace {
 
 using vorntools::notFound;

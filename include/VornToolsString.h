@@ -2,6 +2,7 @@
 #define VornToolsString_H
 
 #include "CATBaseUnknown.h"
+#include "CATUnicodeString.h"
 #include "ExportedByVornTools.h"
 
 /**
@@ -17,6 +18,8 @@
  */
 class ExportedByVornTools VornToolsString : public CATBaseUnknown {
 public:
+    static const CATUnicodeString _CteCLASS_NAME;
+
     /** The empty string. */
     VornToolsString();
     /** Copies len bytes; a negative len and a null text give the empty string. */

@@ -14,10 +14,8 @@
 #include "CATInit.h"
 #include "CATLISTV_CATISpecObject.h"
 
-#include <algorithm>
 #include <memory>
 #include <unordered_set>
-#include <vector>
 
 using namespace vorntools;
 
@@ -70,24 +68,11 @@ Home processHome(const JournalFrame& i_frame, CATDocument* ip_document) {
     return home;
 }
 
-/** The first parameter set among a container's members; empty without one. */
-InterfacePtr<CATICkeParameterSet> setInContainer(CATIContainer* ipi_container) {
-    if (!ipi_container) return {};
-    SEQUENCE(CATBaseUnknown_ptr) sequence;
-    const CATLONG32 count = ipi_container->ListMembersHere(CATICkeParameterSet::ClassName(), sequence);
-    std::vector<InterfacePtr<CATBaseUnknown>> members;
-    members.reserve(static_cast<std::size_t>(std::max<CATLONG32>(count, 0)));
-    for (CATLONG32 i = 0; i < count; ++i) members.push_back(InterfacePtr<CATBaseUnknown>::adopt(sequence[i]));
-    InterfacePtr<CATICkeParameterSet> sp_set;
-    for (const auto& sp_member : members)
-        if (asParameterSet(sp_member.query<CATISpecObject>().get(), sp_set) == S_OK) return sp_set;
-    return {};
-}
-
-/** The set of an analysis or process; empty without one. */
-InterfacePtr<CATICkeParameterSet> setAtHome(const Home& i_home) {
-    auto sp_set = setInContainer(i_home.container.get());
-    return sp_set ? sp_set : setBelow(i_home.feature.get());
+/** The set of an analysis or process: its own, since others in the container are those of other features. Empty without
+ * one. @return E_FAIL, reported, when it cannot be read */
+HRESULT findSetAtHome(const JournalFrame& i_frame, const Home& i_home, InterfacePtr<CATICkeParameterSet>& o_set) {
+    const auto sp_publisher = i_home.feature.query<CATIParmPublisher>();
+    return sp_publisher && SUCCEEDED(findSetBelow(sp_publisher.get(), o_set)) ? S_OK : i_frame.missing("pi_set");
 }
 
 /** Lists the parameters that stand in a set. False when they are not to be had: listing has no result code, so a set
@@ -126,8 +111,8 @@ HRESULT updateMembers(const JournalFrame& i_frame, CATICkeParameterSet* ipi_set,
     return forEachMember(i_frame, ipi_set,
                          [&](int i_member, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name) {
                              i_frame.write("\t %d = %s", i_member, i_name);
-                             if (hasPath(i_name)) return S_OK;
                              o_present.insert(i_name);
+                             if (hasPath(i_name)) return S_OK;
                              i_frame.write("------ %d = %s", i_member, i_name);
                              const auto entry = positions.find(i_name);
                              if (entry == positions.end()) return S_OK;
@@ -137,18 +122,21 @@ HRESULT updateMembers(const JournalFrame& i_frame, CATICkeParameterSet* ipi_set,
                          });
 }
 
-/** Creates the attributes that a set lacks and shows them. @return the code of the last call */
+/** Creates the attributes that a set lacks, each name once, and shows them. @return the code of the last call */
 HRESULT createMissing(const JournalFrame& i_frame, CATICkeParmFactory* ipi_factory, CATICkeParameterSet* ipi_set,
-                      const AttributesToWrite& i_attributes, const NameSet& i_present, const CreationRules& i_rules,
+                      const AttributesToWrite& i_attributes, NameSet& io_present, const CreationRules& i_rules,
                       HRESULT i_code) {
     const auto sp_publisher = queryInterface<CATIParmPublisher>(ipi_set);
+    InterfacePtr<CATICkeParm> sp_made;
     bool created = false;
     for (int i = 1; i <= i_attributes.names.Size(); ++i) {
         const CATUnicodeString& name = i_attributes.names[i];
-        if (i_present.count(name)) continue;
+        if (io_present.count(name)) continue;
         i_code = createAttribute(i_frame, i_attributes, i, ipi_factory, sp_publisher.get(), i_rules.makesReadOnly(name),
-                                 true);
-        created = created || SUCCEEDED(i_code);
+                                 true, sp_made);
+        if (FAILED(i_code)) continue;
+        created = true;
+        io_present.insert(name);
     }
     return created ? VornToolsCADDOCProperties::redrawParametersNode(ipi_set) : i_code;
 }
@@ -161,7 +149,8 @@ HRESULT writeAtHome(const JournalFrame& i_frame, const Home& i_home, const Attri
     CreationRules rules;
     if (FAILED(rules.read(i_frame))) return E_FAIL;
     HRESULT code = S_OK;
-    auto sp_set = setAtHome(i_home);
+    InterfacePtr<CATICkeParameterSet> sp_set;
+    if (FAILED(findSetAtHome(i_frame, i_home, sp_set))) return E_FAIL;
     if (!sp_set && !rules.creates) return S_OK;
     if (!sp_set) {
         sp_set = makeSet(i_home.feature.get());
@@ -178,7 +167,8 @@ HRESULT writeAtHome(const JournalFrame& i_frame, const Home& i_home, const Attri
 HRESULT readAtHome(const JournalFrame& i_frame, const Home& i_home, JoinValues i_join,
                    CATListValCATUnicodeString& o_pairs) {
     if (!i_home.feature) return E_FAIL;
-    const auto sp_set = setAtHome(i_home);
+    InterfacePtr<CATICkeParameterSet> sp_set;
+    if (FAILED(findSetAtHome(i_frame, i_home, sp_set))) return E_FAIL;
     if (!sp_set) return i_frame.missing("pi_set");
     AttributePairs pairs(o_pairs);
     const HRESULT code =

@@ -2,8 +2,8 @@
 #define PROPERTIES_ATTRIBUTES_TO_WRITE_H
 
 #include "foundation/JournalFrame.h"
+#include "properties/Parameters.h"
 
-#include "CATICkeParm.h"
 #include "VornToolsCADDOCProperties.h"
 
 namespace vorntools {
@@ -27,9 +27,9 @@ struct AttributesToWrite {
                                                           types[i_entry]);
     }
     HRESULT create(CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_publisher, int i_entry, bool i_read_only,
-                   bool i_rename) const {
-        return VornToolsCADDOCProperties::createParameter(ipi_factory, ipi_publisher, names[i_entry], values[i_entry],
-                                                          types[i_entry], i_read_only ? 1 : 0, 0, i_rename ? 1 : 0);
+                   bool i_rename, InterfacePtr<CATICkeParm>& o_made) const {
+        return makeParameter(ipi_factory, ipi_publisher,
+                             {names[i_entry], values[i_entry], types[i_entry], i_read_only, false, i_rename}, o_made);
     }
 };
 

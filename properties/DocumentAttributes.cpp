@@ -11,9 +11,11 @@ std::unordered_map<CATUnicodeString, int> positionsOf(const CATListValCATUnicode
 }
 
 HRESULT createAttribute(const JournalFrame& i_frame, const AttributesToWrite& i_attributes, int i_entry,
-                        CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_set, bool i_read_only, bool i_rename) {
+                        CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_set, bool i_read_only, bool i_rename,
+                        InterfacePtr<CATICkeParm>& o_made) {
+    o_made.reset();
     if (i_attributes.names[i_entry].IsNull()) return i_frame.badInput("i_names");
-    return i_attributes.create(ipi_factory, ipi_set, i_entry, i_read_only, i_rename);
+    return i_attributes.create(ipi_factory, ipi_set, i_entry, i_read_only, i_rename, o_made);
 }
 
 HRESULT addParameter(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,

@@ -19,7 +19,8 @@ std::unordered_map<CATUnicodeString, int> positionsOf(const CATListValCATUnicode
 
 /** Creates an attribute; one without a name is refused: nobody could read a set with such a parameter again. */
 HRESULT createAttribute(const JournalFrame& i_frame, const AttributesToWrite& i_attributes, int i_entry,
-                        CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_set, bool i_read_only, bool i_rename);
+                        CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_set, bool i_read_only, bool i_rename,
+                        InterfacePtr<CATICkeParm>& o_made);
 
 /** Adds a parameter with the values that it keeps, else the one that it shows. E_FAIL, reported, when the parameter
  * does not let its values be seen. */

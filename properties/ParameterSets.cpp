@@ -3,6 +3,7 @@
 #include "foundation/JournalFrame.h"
 
 #include "CATIAlias.h"
+#include "CATICkeNaming.h"
 #include "CATICkeRelationFactory.h"
 #include "CATIRedrawEvent.h"
 #include "CATLISTV_CATISpecObject.h"
@@ -13,6 +14,11 @@ using namespace vorntools;
 namespace {
 
 constexpr const char* kNewSet = "Parameters.1";
+constexpr const char* kExcludedSet = "ExternalParameterSet";
+/** The attributes in which a feature may keep its set; the second is only asked when the first is missing. */
+constexpr const char* kSetAttributes[] = {"_AttrForLiterals", "_FtrList", "UserParameters"};
+
+bool isExcluded(const CATUnicodeString& i_name) { return i_name == kExcludedSet; }
 
 CATUnicodeString aliasOf(const CATIContainer_var& i_container) {
     const auto sp_alias = queryInterface<CATIAlias>(static_cast<CATIContainer*>(i_container));
@@ -31,16 +37,23 @@ HRESULT setInComponent(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
     return setBehind(sp_component.get(), o_set);
 }
 
+/** A set that does not tell its name or its type ends the walk: behind it stand others only, and it may be the excluded
+ * one. */
 HRESULT setInList(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, InterfacePtr<CATICkeParameterSet>& o_set) {
     HRESULT code = E_FAIL;
     forEachComponent(ipi_access, ipi_key, [&](CATISpecObject* ipi_object) {
-        if (!ipi_object || ipi_object->GetDisplayName() != kExcludedSet) code = setBehind(ipi_object, o_set);
-        return static_cast<bool>(o_set);
+        const CATUnicodeString name = ipi_object ? ipi_object->GetDisplayName() : CATUnicodeString();
+        if (isExcluded(name)) return false;
+        code = setBehind(ipi_object, o_set);
+        const bool unnamed = o_set && name.IsNull();
+        if (unnamed) o_set.reset();
+        if (unnamed) code = E_FAIL;
+        return o_set || unnamed || (ipi_object && FAILED(code));
     });
     return code;
 }
 
-/** @return empty when a step failed */
+/** @return empty when a step failed; a set that stands nowhere would take attributes that are never saved */
 InterfacePtr<CATICkeParameterSet> appendNewSet(CATISpecObject* ipi_feature, CATUnicodeString& o_container_name) {
     const auto sp_publisher = queryInterface<CATIParmPublisher>(ipi_feature);
     if (!sp_publisher) return {};
@@ -52,22 +65,59 @@ InterfacePtr<CATICkeParameterSet> appendNewSet(CATISpecObject* ipi_feature, CATU
     auto sp_set = sp_object.query<CATICkeParameterSet>();
     if (!sp_set) return {};
     sp_publisher->Append(CATISpecObject_var(sp_object.get()));
+    if (!hasChild(sp_publisher.get(), CATICkeParameterSet::ClassName(), sp_object.get())) return {};
     o_container_name = aliasOf(sp_container);
     return sp_set;
+}
+
+/** Whether an attribute tells that it holds no set but the excluded one. */
+bool holdsNoSet(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key) {
+    InterfacePtr<CATICkeParameterSet> sp_set;
+    const CATAttrKind kind = ipi_key->GetType();
+    if (kind == tk_component) return SUCCEEDED(setInComponent(ipi_access, ipi_key, sp_set)) && !sp_set;
+    if (kind != tk_list || ipi_key->GetListType() != tk_component) return true;
+    const HRESULT code = findSet(
+        ipi_access, ipi_key, [](const CATUnicodeString& i_name) { return !isExcluded(i_name); }, sp_set);
+    return SUCCEEDED(code) && !sp_set;
 }
 
 } // namespace
 
 namespace vorntools {
 
-InterfacePtr<CATICkeParameterSet> setBelow(CATISpecObject* ipi_feature) {
-    const auto sp_publisher = queryInterface<CATIParmPublisher>(ipi_feature);
+bool hasChild(CATIParmPublisher* ipi_publisher, CATClassId i_class, CATISpecObject* ipi_object) {
     CATListValCATISpecObject_var children;
-    if (sp_publisher) sp_publisher->GetDirectChildren(CATICkeParameterSet::ClassName(), children);
-    InterfacePtr<CATICkeParameterSet> sp_set;
+    ipi_publisher->GetDirectChildren(i_class, children);
+    for (int i = children.Size(); i >= 1; --i)
+        if (children[i]->IsEqual(ipi_object)) return true;
+    return false;
+}
+
+HRESULT findSetBelow(CATIParmPublisher* ipi_publisher, InterfacePtr<CATICkeParameterSet>& o_set) {
+    o_set.reset();
+    CATListValCATISpecObject_var children;
+    ipi_publisher->GetDirectChildren(CATICkeParameterSet::ClassName(), children);
+    for (int i = 1; i <= children.Size(); ++i) {
+        const HRESULT code = asParameterSet(children[i], o_set);
+        if (code != S_FALSE) return code;
+    }
+    // Listing has no result code: what comes out empty is checked against the list of all that has a name.
+    InterfacePtr<CATICkeParameterSet> sp_missed;
+    ipi_publisher->GetDirectChildren(CATICkeNaming::ClassName(), children);
     for (int i = 1; i <= children.Size(); ++i)
-        if (asParameterSet(children[i], sp_set) == S_OK && children[i]->GetDisplayName() != kExcludedSet) return sp_set;
-    return {};
+        if (asParameterSet(children[i], sp_missed) == S_OK) return E_FAIL;
+    return S_OK;
+}
+
+bool hasNoSet(CATISpecObject* ipi_feature) {
+    const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_feature);
+    if (!sp_access) return false;
+    for (const char* const p_name : kSetAttributes) {
+        const auto sp_key = keyOf(sp_access.get(), p_name);
+        if (sp_key && sp_access->TestAttributeValue(sp_key.get()) && !holdsNoSet(sp_access.get(), sp_key.get()))
+            return false;
+    }
+    return true;
 }
 
 InterfacePtr<CATICkeParameterSet> makeSet(CATISpecObject* ipi_feature) {
@@ -102,11 +152,11 @@ HRESULT VornToolsCADDOCProperties::getParameterSet(CATISpecObject* ipi_spec_obje
     const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_spec_object);
     if (!sp_access) return frame.endWith(E_FAIL);
     HRESULT code = E_FAIL;
-    auto sp_key = keyOf(sp_access.get(), "_AttrForLiterals");
-    if (!sp_key) sp_key = keyOf(sp_access.get(), "_FtrList");
+    auto sp_key = keyOf(sp_access.get(), kSetAttributes[0]);
+    if (!sp_key) sp_key = keyOf(sp_access.get(), kSetAttributes[1]);
     if (sp_key) code = getParameterSetByAttributKey(sp_key.get(), sp_access.get(), opi_set);
     if (opi_set) return frame.endWith(code);
-    sp_key = keyOf(sp_access.get(), "UserParameters");
+    sp_key = keyOf(sp_access.get(), kSetAttributes[2]);
     if (sp_key) code = getParameterSetByAttributKey(sp_key.get(), sp_access.get(), opi_set);
     return frame.endWith(code);
 }

@@ -12,9 +12,6 @@
 
 namespace vorntools {
 
-/** The name of a set that is none of documents' own. */
-constexpr const char* kExcludedSet = "ExternalParameterSet";
-
 /** An object as a parameter set. @return S_FALSE for one of another type; E_FAIL when it does not tell its type, or is
  * one that does not answer */
 inline HRESULT asParameterSet(CATISpecObject* ipi_object, InterfacePtr<CATICkeParameterSet>& o_set) {
@@ -65,8 +62,17 @@ inline void listParameters(CATIParmPublisher* ipi_publisher, CATListValCATISpecO
     ipi_publisher->GetDirectChildren(CATICkeParm::ClassName(), o_members);
 }
 
-/** The first set directly below a feature but the excluded one; empty without one. */
-InterfacePtr<CATICkeParameterSet> setBelow(CATISpecObject* ipi_feature);
+/** Whether an object stands directly below a publisher. Appending has no result code: this tells whether it was done.
+ * @param i_class one that lists the object */
+bool hasChild(CATIParmPublisher* ipi_publisher, CATClassId i_class, CATISpecObject* ipi_object);
+
+/** The first set directly below a publisher; empty when there is none. @return E_FAIL, and no set, when one that cannot
+ * be read may be it */
+HRESULT findSetBelow(CATIParmPublisher* ipi_publisher, InterfacePtr<CATICkeParameterSet>& o_set);
+
+/** Whether a feature tells that it has no set but the excluded one. Asked when the look-up by its attributes found
+ * none: one that failed must not give the feature a second set. */
+bool hasNoSet(CATISpecObject* ipi_feature);
 
 /** A new set below a feature; empty when it cannot be made. */
 InterfacePtr<CATICkeParameterSet> makeSet(CATISpecObject* ipi_feature);

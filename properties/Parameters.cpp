@@ -1,6 +1,7 @@
-#include "VornToolsCADDOCProperties.h"
+#include "properties/Parameters.h"
 
 #include "foundation/JournalFrame.h"
+#include "properties/ParameterSets.h"
 #include "properties/ParameterTexts.h"
 #include "properties/SpecAttributes.h"
 #include "properties/Valuation.h"
@@ -8,6 +9,7 @@
 
 #include "CATICkeParmFactory.h"
 #include "VornLocaleEnv.h"
+#include "VornToolsCADDOCProperties.h"
 
 using namespace vorntools;
 
@@ -17,16 +19,16 @@ constexpr const char* kStore = "setAttributeOnCATISpecObject";
 
 /** A new parameter with a single value; null when the text does not fit the type. */
 CATICkeParm_var createSingle(CATICkeParmFactory* ipi_factory, const CATUnicodeString& i_name,
-                             const CATUnicodeString& i_value, const CATUnicodeString& i_type,
-                             const CATUnicodeString& i_separator) {
+                             const CATUnicodeString& i_value, const CATUnicodeString& i_type) {
     if (i_type == "i") {
         int number = 0;
         return i_value.ConvertToNum(&number) ? ipi_factory->CreateInteger(i_name, number) : CATICkeParm_var();
     }
     if (i_type == "d") {
         double number = 0.0;
-        return readReal(inSessionNotation(i_value, i_separator), number) ? ipi_factory->CreateReal(i_name, number)
-                                                                         : CATICkeParm_var();
+        return readReal(inSessionNotation(i_value, VornLocaleEnv::getDecimalSeparatorSymbol()), number)
+                   ? ipi_factory->CreateReal(i_name, number)
+                   : CATICkeParm_var();
     }
     if (i_type == "b") return ipi_factory->CreateBoolean(i_name, truthOf(i_value) ? CATCke::True : CATCke::False);
     return ipi_factory->CreateString(i_name, i_value);
@@ -38,20 +40,35 @@ void markAsUsers(CATICkeParm* ipi_parameter) { ipi_parameter->Rename(ipi_paramet
 
 /** Sets what a new parameter's users may do with it and under which name they see it. The platform's calls have no
  * result: whether they took is asked. */
-HRESULT applyFlags(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,
-                   bool i_read_only, bool i_user_access, bool i_rename_to_name) {
-    if (i_user_access) {
+HRESULT applyFlags(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const NewParameter& i_new) {
+    if (i_new.user_access) {
         ipi_parameter->SetUserAccess(CATICkeParm::User);
         markAsUsers(ipi_parameter);
     }
-    if (i_rename_to_name) ipi_parameter->Rename(i_name);
-    if (i_read_only) ipi_parameter->SetUserAccess(CATICkeParm::ReadOnly);
-    const CATICkeParm::UserAccessMode access = i_read_only ? CATICkeParm::ReadOnly : CATICkeParm::User;
-    if ((i_read_only || i_user_access) && ipi_parameter->UserAccess() != access)
+    if (i_new.rename_to_name) ipi_parameter->Rename(i_new.name);
+    if (i_new.read_only) ipi_parameter->SetUserAccess(CATICkeParm::ReadOnly);
+    const CATICkeParm::UserAccessMode access = i_new.read_only ? CATICkeParm::ReadOnly : CATICkeParm::User;
+    if ((i_new.read_only || i_new.user_access) && ipi_parameter->UserAccess() != access)
         return i_frame.callFailed("SetUserAccess");
-    if ((i_user_access || i_rename_to_name) && !i_name.IsNull() && !ipi_parameter->IsNamed())
+    if ((i_new.user_access || i_new.rename_to_name) && !i_new.name.IsNull() && !ipi_parameter->IsNamed())
         return i_frame.callFailed("Rename");
     return S_OK;
+}
+
+/** A new parameter that stands nowhere yet; null, and journalled, when the value does not fit the type. */
+CATICkeParm_var createUnplaced(const JournalFrame& i_frame, CATICkeParmFactory* ipi_factory, const NewParameter& i_new,
+                               const ValueList& i_values) {
+    const CATICkeParm_var sp_parameter = holdsSeveralValues(i_new.value)
+                                             ? i_values.create(ipi_factory, i_new.name)
+                                             : createSingle(ipi_factory, i_new.name, i_new.value, i_new.type);
+    if (sp_parameter == nullptr)
+        i_frame.write("Unable to create parameter [%s] with type [%s]\n", i_new.name, i_new.type);
+    return sp_parameter;
+}
+
+HRESULT place(const JournalFrame& i_frame, CATIParmPublisher* ipi_publisher, const CATISpecObject_var& i_object) {
+    ipi_publisher->Append(i_object);
+    return hasChild(ipi_publisher, CATICkeParm::ClassName(), i_object) ? S_OK : i_frame.callFailed("Append");
 }
 
 /** The kind of list that several values are kept in: that of the list which is there, else the one that the type letter
@@ -77,31 +94,35 @@ HRESULT VornToolsCADDOCProperties::createParameter(CATICkeParmFactory* ipi_param
                                                    CATUnicodeString i_value, CATUnicodeString i_type,
                                                    unsigned char i_read_only, unsigned char i_user_access,
                                                    unsigned char i_rename_to_name) {
-    JournalFrame frame(_CteCLASS_NAME, "createParameter");
-    if (!ipi_param_factory) return frame.endWith(frame.badInput("ipi_param_factory"));
-    if (!ipi_param_publisher) return frame.endWith(frame.badInput("ipi_param_publisher"));
-    const CATUnicodeString separator = VornLocaleEnv::getDecimalSeparatorSymbol();
-    const bool several = holdsSeveralValues(i_value);
+    InterfacePtr<CATICkeParm> sp_made;
+    return makeParameter(ipi_param_factory, ipi_param_publisher,
+                         {i_name, i_value, i_type, i_read_only != 0, i_user_access != 0, i_rename_to_name != 0},
+                         sp_made);
+}
+
+HRESULT vorntools::makeParameter(CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_publisher,
+                                 const NewParameter& i_new, InterfacePtr<CATICkeParm>& o_made) {
+    JournalFrame frame(VornToolsCADDOCProperties::_CteCLASS_NAME, "createParameter");
+    o_made.reset();
+    if (!ipi_factory) return frame.endWith(frame.badInput("ipi_param_factory"));
+    if (!ipi_publisher) return frame.endWith(frame.badInput("ipi_param_publisher"));
+    const bool several = holdsSeveralValues(i_new.value);
     ValueList values;
-    if (several && !values.split(i_value, ValueList::kindOf(i_type), separator)) {
-        frame.write("Unable to split parameter [%s] with value [%s]\n", i_name, i_value);
+    if (several &&
+        !values.split(i_new.value, ValueList::kindOf(i_new.type), VornLocaleEnv::getDecimalSeparatorSymbol())) {
+        frame.write("Unable to split parameter [%s] with value [%s]\n", i_new.name, i_new.value);
         return frame.endWith(E_FAIL);
     }
-    const CATICkeParm_var sp_parameter = several ? values.create(ipi_param_factory, i_name)
-                                                 : createSingle(ipi_param_factory, i_name, i_value, i_type, separator);
-    if (sp_parameter == nullptr) {
-        frame.write("Unable to create parameter [%s] with type [%s]\n", i_name, i_type);
-        return frame.endWith(E_FAIL);
-    }
+    const CATICkeParm_var sp_parameter = createUnplaced(frame, ipi_factory, i_new, values);
+    if (sp_parameter == nullptr) return frame.endWith(E_FAIL);
     const CATISpecObject_var sp_object(sp_parameter);
     if (sp_object == nullptr) return frame.endWith(frame.missing("sp_spec_object"));
     // A parameter that lost its values or its flags is not put anywhere.
     if (several && FAILED(values.store(sp_object))) return frame.endWith(frame.callFailed(kStore));
-    const HRESULT code =
-        applyFlags(frame, sp_parameter, i_name, i_read_only != 0, i_user_access != 0, i_rename_to_name != 0);
-    if (FAILED(code)) return frame.endWith(code);
-    ipi_param_publisher->Append(sp_object);
-    return frame.endWith(S_OK);
+    HRESULT code = applyFlags(frame, sp_parameter, i_new);
+    if (SUCCEEDED(code)) code = place(frame, ipi_publisher, sp_object);
+    if (SUCCEEDED(code)) o_made = InterfacePtr<CATICkeParm>::share(static_cast<CATICkeParm*>(sp_parameter));
+    return frame.endWith(code);
 }
 
 HRESULT VornToolsCADDOCProperties::updateParameter(CATICkeParm* ipi_parameter, CATUnicodeString i_name,

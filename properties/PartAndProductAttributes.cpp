@@ -18,11 +18,11 @@ namespace {
 
 using ParameterList = std::unique_ptr<CATListValCATBaseUnknown_var>;
 
-/** The parameters of an object's set as they were before anything was written. */
+/** The parameters of an object's set, by their position. */
 struct Present {
     std::vector<InterfacePtr<CATICkeParm>> parameters;
     CATListValCATUnicodeString names;
-    CATListValCATUnicodeString flags;
+    CATListValCATUnicodeString flags; ///< "false" for one that may be changed
 };
 
 /** Reads a set, whose members need not all be parameters. E_FAIL, reported, when one of those or its name is not to be
@@ -49,8 +49,9 @@ HRESULT setOfObject(const JournalFrame& i_frame, VornToolsCADDOCProperties& i_se
                     const char* i_found_line, bool i_create, InterfacePtr<CATICkeParameterSet>& o_set, bool& o_made) {
     o_set.receive([&](CATICkeParameterSet*& o_found) { return i_service.getParameterSet(ipi_object, o_found); });
     if (o_set) i_frame.write(i_found_line);
-    if (!o_set) o_set = setBelow(ipi_object);
-    if (o_set || !i_create) return S_OK;
+    if (o_set) return S_OK;
+    if (!hasNoSet(ipi_object)) return i_frame.callFailed("getParameterSet");
+    if (!i_create) return S_OK;
     o_set = makeSet(ipi_object);
     o_made = static_cast<bool>(o_set);
     return o_made ? S_OK : i_frame.callFailed("createParameterSet");
@@ -59,35 +60,41 @@ HRESULT setOfObject(const JournalFrame& i_frame, VornToolsCADDOCProperties& i_se
 /** Writes attributes one by one. */
 class ObjectWriter {
 public:
-    ObjectWriter(const AttributesToWrite& i_attributes, const Present& i_present, InterfacePtr<CATIParmPublisher> i_set)
-        : m_attributes(i_attributes), m_present(i_present), m_positions(positionsOf(i_present.names)),
-          m_set(std::move(i_set)) {}
+    ObjectWriter(const JournalFrame& i_frame, const AttributesToWrite& i_attributes, Present i_present,
+                 InterfacePtr<CATIParmPublisher> i_set)
+        : m_frame(i_frame), m_attributes(i_attributes), m_present(std::move(i_present)),
+          m_positions(positionsOf(m_present.names)), m_set(std::move(i_set)) {}
 
-    /** @return whether anything was created */
-    bool write(const JournalFrame& i_frame, bool i_create, const CATUnicodeString& i_document_name) {
+    void write(bool i_create, const CATUnicodeString& i_document_name) {
         InterfacePtr<CATICkeParmFactory> sp_factory;
         if (i_create && m_set) {
             const CATIContainer_var sp_container = m_set->GetContainer();
             sp_factory = queryInterface<CATICkeParmFactory>(static_cast<CATIContainer*>(sp_container));
         }
-        bool created = false;
         for (int i = 1; i <= m_attributes.names.Size(); ++i) {
             const auto found = m_positions.find(m_attributes.names[i]);
-            if (found != m_positions.end()) {
-                if (!update(found->second, i)) addError(m_attributes.names[i], i_document_name);
-            } else if (i_create) {
-                m_code = createAttribute(i_frame, m_attributes, i, sp_factory.get(), m_set.get(), false, false);
-                created = created || SUCCEEDED(m_code);
-            }
+            if (found == m_positions.end() && i_create) create(i, sp_factory.get());
+            if (found != m_positions.end() && !update(found->second, i))
+                addError(m_attributes.names[i], i_document_name);
         }
-        return created;
     }
+    bool hasCreated() const { return m_created; }
     /** Code of the last call. */
     HRESULT code() const { return m_code; }
     /** One line for each attribute that was not set. */
     const CATUnicodeString& errors() const { return m_errors; }
 
 private:
+    /** What is made is known from then on: the same name again changes it. */
+    void create(int i_entry, CATICkeParmFactory* ipi_factory) {
+        InterfacePtr<CATICkeParm> sp_made;
+        m_code = createAttribute(m_frame, m_attributes, i_entry, ipi_factory, m_set.get(), false, false, sp_made);
+        if (!sp_made) return;
+        m_created = true;
+        m_present.parameters.push_back(std::move(sp_made));
+        m_present.flags.Append("false");
+        m_positions.emplace(m_attributes.names[i_entry], m_present.flags.Size());
+    }
     bool update(int i_position, int i_entry) {
         if (m_present.flags[i_position] != "false") return false;
         const auto& sp_parameter = m_present.parameters[static_cast<std::size_t>(i_position) - 1];
@@ -98,10 +105,12 @@ private:
         m_errors += "unable to set the value to the " + i_name + " parameter of " + i_document_name + "\n";
     }
 
+    const JournalFrame& m_frame;
     const AttributesToWrite& m_attributes;
-    const Present& m_present;
-    const std::unordered_map<CATUnicodeString, int> m_positions;
+    Present m_present;
+    std::unordered_map<CATUnicodeString, int> m_positions;
     const InterfacePtr<CATIParmPublisher> m_set;
+    bool m_created = false;
     HRESULT m_code = S_OK;
     CATUnicodeString m_errors;
 };
@@ -118,11 +127,11 @@ HRESULT writeToObject(const JournalFrame& i_frame, VornToolsCADDOCProperties& i_
     if (!sp_set) return S_OK;
     Present present;
     if (FAILED(readSet(i_frame, i_service, sp_set.get(), present))) return E_FAIL;
-    ObjectWriter writer(i_attributes, present, sp_set.query<CATIParmPublisher>());
-    const bool created = writer.write(i_frame, create, i_document_name);
+    ObjectWriter writer(i_frame, i_attributes, std::move(present), sp_set.query<CATIParmPublisher>());
+    writer.write(create, i_document_name);
     if (!writer.errors().IsNull() && FAILED(UTILLog::writeInLogFile("Error:", writer.errors())))
         i_frame.callFailed("writeInLogFile");
-    return made || created ? VornToolsCADDOCProperties::redrawParametersNode(sp_set.get()) : writer.code();
+    return made || writer.hasCreated() ? VornToolsCADDOCProperties::redrawParametersNode(sp_set.get()) : writer.code();
 }
 
 } // namespace

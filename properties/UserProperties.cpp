@@ -200,7 +200,9 @@ HRESULT VornToolsCommon::setUserProperties(CATIProduct* ipi_catiproduct, CATList
         } else if (rules.creates && !(ignores_oem && beginsWith(i_names[i], "OEM"))) {
             code = checkNames(frame, members); // no second property of a name
             if (FAILED(code)) continue;
-            code = properties.create(sp_factory.get(), sp_publisher.get(), i, rules.makesReadOnly(i_names[i]), false);
+            InterfacePtr<CATICkeParm> sp_made;
+            code = properties.create(sp_factory.get(), sp_publisher.get(), i, rules.makesReadOnly(i_names[i]), false,
+                                     sp_made);
             // A name that comes twice is updated the second time.
             readMembers(sp_publisher.get(), members, static_cast<int>(members.size()) + 1);
         }

@@ -30,6 +30,10 @@ protected:
     }
 };
 
+TEST_F(VornToolsStringTest, TheClassHasItsName) {
+    EXPECT_STREQ(VornToolsString::_CteCLASS_NAME.ConvertToChar(), "VornToolsString::");
+}
+
 TEST_F(VornToolsStringTest, IsMadeFromBytes) {
     char bytes[] = "a\0b";
     EXPECT_EQ(text(VornToolsString()), "");
