@@ -3,6 +3,7 @@
 #include "CATDocument.h"
 #include "UTILDLName.h"
 #include "tests/support/Allocations.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -13,7 +14,11 @@ protected:
     void SetUp() override {
         PlatformTest::SetUp();
         environment().separator = "/";
-        environment().logicalNames = {{"LIB", "/data/lib"}, {"BOLTS", "/data/lib/bolts/"}, {"DRIVE", "C:\\lib"}};
+        environment().logicalNames = {{"LIB", "/data/lib"},
+                                      {"BOLTS", "/data/lib/bolts/"},
+                                      {"DRIVE", "C:\\lib"},
+                                      {"NET", "\\\\srv\\lib"},
+                                      {"REL", "LIB"}};
         environment().usesLogicalNames = true;
     }
     /** Storage name of the document found; "" when none. */
@@ -60,6 +65,16 @@ TEST_F(DocumentTest, OtherNamesAreLookedUpAsTheyAre) {
     EXPECT_EQ(find("/data/lib/plain.CATPart"), "/data/lib/plain.CATPart");
     EXPECT_EQ(find(""), "");
     EXPECT_EQ(reports(), Texts({"VornToolsDocument::getDocumentInSession 9001 name"}));
+}
+
+TEST_F(DocumentTest, APathThatCannotBePutIntoThatFormStays) {
+    session().part("/data/lib/plain.CATPart");
+    std::string found;
+    const auto look = [&] { found = find("/data/lib/plain.CATPart"); };
+    for (const auto flavour : {embedded::FaultFlavour::codeWithOutput, embedded::FaultFlavour::nullOutput}) {
+        EXPECT_TRUE(failAt("CATMakeLogicalPath", 1, look, flavour));
+        EXPECT_EQ(found, "/data/lib/plain.CATPart");
+    }
 }
 
 TEST_F(DocumentTest, NoFaultOfThePlatformLeavesAnythingBehind) {

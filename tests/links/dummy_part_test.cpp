@@ -115,13 +115,27 @@ TEST_F(DummyPartTest, AComponentWhoseShapeIsNotToldIsReported) {
     EXPECT_EQ(reports(),
               Texts({"VornToolsCommon::getMasterShapeRepresentationPathName 9004 GetMasterShapeRepresentationPathName",
                      "VornToolsDummyPart::isADummyPart 9004 VornToolsCommon::getMasterShapeRepresentationPathName"}));
+
+    auto group = root.add(session().product(path("g.CATProduct")), "g.1").masterShape(path("g.model"));
+    clearJournal();
+    EXPECT_EQ(tester().isADummyPart(group.get(), 1), 0);
+    EXPECT_FALSE(embedded::Journal::get().contains("> VornToolsCommon::getMasterShapeRepresentationPathName"))
+        << "not asked of what is no component";
+}
+
+TEST_F(DummyPartTest, ADocumentWithoutANameIsNone) {
+    auto part = session().part(writeLoaded("d.CATPart")).root();
+    unsigned char answer = 7;
+    EXPECT_TRUE(failAt("CATDocument::StorageName", 1, [&] { answer = tester().isADummyPart(part.get(), 1); }));
+    EXPECT_EQ(answer, 0);
+    EXPECT_EQ(reports(), Texts());
 }
 
 TEST_F(DummyPartTest, ListsAndSelectionsAreSearchedForTheFirst) {
     auto document = session().part(writeLoaded("d.CATPart"));
     auto root = session().product(path("r.CATProduct")).root();
     auto dummy = root.add(document, "d.1");
-    environment().filesDirectory = (folder() / "").u8string();
+    environment().filesDirectory = (folder() / "files" / "").u8string();
     const auto listed = [&](std::initializer_list<std::string> names) {
         CATListValCATUnicodeString files;
         for (const std::string& name : names) files.Append(name.c_str());
@@ -131,7 +145,9 @@ TEST_F(DummyPartTest, ListsAndSelectionsAreSearchedForTheFirst) {
     };
     EXPECT_EQ(listed({}), 0);
     EXPECT_EQ(listed({path("none"), document.name(), ""}), 1);
-    EXPECT_EQ(listed({"none", "d.CATPart"}), 1) << "completed with the files directory";
+    writeLoaded("files/e.CATPart");
+    EXPECT_EQ(listed({"none", "e.CATPart"}), 1) << "completed with the files directory";
+    EXPECT_EQ(listed({"d.CATPart"}), 0);
     clearJournal();
     EXPECT_EQ(listed({""}), 0);
     EXPECT_EQ(messages(), Texts({"file name may not contains path : "}));
@@ -150,9 +166,11 @@ TEST_F(DummyPartTest, ListsAndSelectionsAreSearchedForTheFirst) {
     };
     EXPECT_EQ(selected({}), 0);
     EXPECT_EQ(selected({root.get()}), 0);
-    EXPECT_EQ(selected({nullptr, document.get(), root.get(), dummy.get()}), 1);
+    EXPECT_EQ(selected({nullptr, document.get(), root.get(), dummy.get(), nullptr}), 1);
     EXPECT_EQ(reports(),
               Texts(2, "VornToolsDummyPart::selectionContainsADummyPart 9004 QueryInterface IID_CATIProduct"));
+    std::filesystem::remove(folder() / "d.CATPart");
+    EXPECT_EQ(selected({dummy.get()}), 1) << "remembered";
 }
 
 TEST_F(DummyPartTest, TheInstanceIsAnObjectOfThePlatform) {

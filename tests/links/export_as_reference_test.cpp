@@ -77,6 +77,7 @@ TEST_F(ExportAsReferenceTest, AncestorsAreTestedUpToTheRoot) {
     EXPECT_EQ(code, E_FAIL);
     EXPECT_EQ(result, 0);
     EXPECT_EQ(reports(), Texts({"VornToolsExportAsReference::hasAnEAR 9004 splitPathAndFileName"}));
+    EXPECT_FALSE(embedded::Journal::get().contains("the element is NOT a child of an EAR"));
 
     sweepFailures({"VornToolsExportAsReference::hasAnEAR", [&] {
                        unsigned char answer = 7;

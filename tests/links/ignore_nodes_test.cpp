@@ -187,6 +187,8 @@ TEST_F(IgnoreNodesTest, NamesAreReadOnlyWhereTheyCount) {
         EXPECT_FALSE(embedded::Journal::get().contains("> VornToolsCommon::getPrdInstanceNameWithoutNewLines"));
         part.description("IgnoreNode");
         EXPECT_EQ(ask(nodes, part, "p.CATPart", mode), 1);
+        EXPECT_EQ(decision, std::string(mode == 2 ? "the BrokenIcon" : "the Component") +
+                                " is an Ignore Node (by Instance Description)");
         part.description("");
     }
 }
@@ -297,6 +299,7 @@ TEST_F(IgnoreNodesTest, FailedCallsAreReported) {
         EXPECT_EQ(code, c.code) << c.site;
         EXPECT_EQ(part.description(), "foo") << c.site;
         EXPECT_EQ(reports(), Texts({std::string("VornToolsIgnoreNodes::") + c.report}));
+        EXPECT_FALSE(embedded::Journal::get().contains("the element is NOT a child of an ignore node"));
     }
 }
 
