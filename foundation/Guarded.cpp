@@ -1,0 +1,17 @@
+// The library's one catch of what is no error of the platform. No header of the platform may be included here: there
+// the words below are macros.
+
+#include "foundation/Guarded.h"
+
+namespace vorntools {
+
+bool runGuarded(void (*ip_work)(void*), void* ip_argument) {
+    try {
+        ip_work(ip_argument);
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+} // namespace vorntools

@@ -1,0 +1,46 @@
+#ifndef FOUNDATION_GUARDED_H
+#define FOUNDATION_GUARDED_H
+
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace vorntools {
+
+/** Runs the work on its argument. @return false when it threw something, which is dropped */
+bool runGuarded(void (*ip_work)(void*), void* ip_argument);
+
+/**
+ * Keeps what is thrown from leaving the library; above all std::bad_alloc, which an input may provoke by its size. For
+ * the work of an exported method between its JournalFrame and its answer: the frame is made outside, so that it ends on
+ * this path as well. What the work holds is released by its destructors; outputs that it has begun to fill are the
+ * caller's to clear, and best written at the end of the work.
+ *
+ *     if (!guarded([&] { list = readList(); })) list.RemoveAll();
+ *
+ * @return false when the work did not come to its end
+ */
+template <class Work>
+bool guarded(Work&& i_work) {
+    using Plain = std::remove_reference_t<Work>;
+    const auto run = [](void* ip_work) { (*static_cast<Plain*>(ip_work))(); };
+    return runGuarded(run, const_cast<void*>(static_cast<const void*>(std::addressof(i_work))));
+}
+
+/**
+ * The same for work with an answer.
+ *
+ *     return guarded([&] { return readAll(frame, list); }, E_FAIL);
+ *
+ * @return what the work answers, i_otherwise when it did not come to its end
+ */
+template <class Work, class Otherwise>
+auto guarded(Work&& i_work, Otherwise&& i_otherwise) -> std::decay_t<decltype(i_work())> {
+    std::decay_t<decltype(i_work())> answer(std::forward<Otherwise>(i_otherwise));
+    guarded([&] { answer = i_work(); });
+    return answer;
+}
+
+} // namespace vorntools
+
+#endif
