@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 
 using namespace vorntools;
 
@@ -51,7 +52,7 @@ public:
         CATUnicodeString file;
         if (FAILED(getDesignTableFullFilename(m_design_table, file))) return;
         FileBackup backup(m_frame, physicalName(m_frame, file));
-        if (!backup.make()) return;
+        backup.make();
         const int configuration = m_design_table->ConfigurationRow();
         if (findSheet()) {
             refreshSheet();
@@ -70,12 +71,14 @@ private:
         m_sheet = m_design_table->Sheet();
         if (!m_sheet || FAILED(findOleSheet(m_sheet, m_ole_sheet))) return false;
         if (!m_ole_sheet) return true;
-        m_first = m_selected = m_ole_sheet->GetSheetIndex();
+        m_first = m_ole_sheet->GetSheetIndex();
+        m_selected = m_first;
         return m_first > 0;
     }
 
     void refreshSheet() {
-        if (isFileModified(m_sheet)) updateDesignTableCurrentSheet(m_sheet);
+        if (isFileModified(m_sheet) && FAILED(updateDesignTableCurrentSheet(m_sheet)))
+            m_frame.callFailed("updateDesignTableCurrentSheet");
         readColumns();
     }
 
@@ -137,7 +140,8 @@ private:
 
     /** Until a sheet's cells are there none is selected: a sheet that failed is tried again. */
     bool select(int i_sheet) {
-        m_selected = 0;
+        if (i_sheet < 1) return false;
+        m_selected.reset();
         m_ole_sheet->SetSheetIndex(i_sheet);
         if (m_ole_sheet->GetSheetIndex() != i_sheet || FAILED(updateDesignTableCurrentSheet(m_sheet))) return false;
         m_selected = i_sheet;
@@ -152,7 +156,7 @@ private:
     }
 
     void giveConfigurationBack(int i_configuration) const {
-        if (i_configuration < 1 || m_design_table->ConfigurationRow() == i_configuration) return;
+        if (m_design_table->ConfigurationRow() == i_configuration) return;
         if (m_design_table->SetCurrentConfiguration(i_configuration) != CATIDesignTable::NoError)
             m_frame.write("%s : configuration %d cannot be set again", m_frame.name(), i_configuration);
     }
@@ -166,7 +170,7 @@ private:
     CATICkeSheet_var m_sheet;
     InterfacePtr<CATICkeOleSheet> m_ole_sheet; ///< empty for a text file, which has sheet 1 only
     int m_first = 0;                           ///< selected when the call began
-    int m_selected = 0;                        ///< the one whose cells are read
+    std::optional<int> m_selected;             ///< the one whose cells are read; none when it failed
     ConfigurationText m_text;
     bool m_is_readable = false; ///< whether the table told all its parameters
 };

@@ -12,6 +12,8 @@ namespace vorntools {
 
 namespace {
 
+constexpr const char* kCopy = "UTILFile::copyFile";
+
 /** Large blocks: most of the time goes into the calls. */
 constexpr std::size_t kBlock = 65536;
 
@@ -34,6 +36,18 @@ bool haveSameBytes(const CATUnicodeString& i_first, const CATUnicodeString& i_se
     }
 }
 
+/** None when the file cannot be read to its end. */
+std::optional<std::string> bytesOf(const CATUnicodeString& i_file) {
+    const OpenFile sp_file = openFile(i_file, "rb");
+    if (!sp_file) return std::nullopt;
+    std::string bytes;
+    std::vector<char> block(kBlock);
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), sp_file.get()))
+        bytes.append(block.data(), count);
+    if (std::ferror(sp_file.get()) != 0) return std::nullopt;
+    return bytes;
+}
+
 /** Kept because earlier versions left copies under such names: four characters are the dot and the suffix "xls" or
  * "txt", not those of "xlsx", whose copy is called "name._tmpxlsx". */
 CATUnicodeString copyNameOf(const CATUnicodeString& i_file) {
@@ -50,21 +64,30 @@ FileBackup::FileBackup(const JournalFrame& i_frame, const CATUnicodeString& i_fi
 
 bool FileBackup::isFileAsItWas() const { return haveSameBytes(m_file, m_name); }
 
-bool FileBackup::make() {
-    if (isThere(m_name) && !isFileAsItWas()) {
+void FileBackup::make() {
+    m_is_made = isFileAsItWas();
+    if (m_is_made) return;
+    if (isThere(m_name)) {
         m_frame.write("%s : %s is not replaced, it may be the only copy of %s", m_frame.name(), m_name, m_file);
-        return false;
+    } else {
+        m_is_made = SUCCEEDED(UTILFile::copyFile(m_file, m_name)) && isFileAsItWas();
+        if (m_is_made || !isThere(m_file)) return;
+        m_frame.write("%s : %s cannot be copied to %s", m_frame.name(), m_file, m_name);
+        UTILFile::deleteFile(m_name);
     }
-    m_is_made = SUCCEEDED(UTILFile::copyFile(m_file, m_name)) && isFileAsItWas();
-    if (m_is_made) return true;
-    if (!isThere(m_file)) return true;
-    m_frame.write("%s : %s cannot be copied to %s", m_frame.name(), m_file, m_name);
-    UTILFile::deleteFile(m_name);
-    return false;
+    m_bytes = bytesOf(m_file);
 }
 
 bool FileBackup::restore() {
-    if (!m_is_made) return true;
+    if (m_is_made) return restoreFromCopy();
+    if (!m_bytes || bytesOf(m_file) == m_bytes) return true;
+    m_bytes.reset();
+    m_frame.write("%s : %s was changed and cannot be restored", m_frame.name(), m_file);
+    m_frame.callFailed(kCopy);
+    return false;
+}
+
+bool FileBackup::restoreFromCopy() {
     m_is_made = false;
     if (isFileAsItWas()) return dropCopy();
     UTILFile::deleteFile(m_file);
@@ -72,6 +95,7 @@ bool FileBackup::restore() {
     // A disk without room for a second copy still lets the first one take the file's place.
     if (SUCCEEDED(UTILFile::renameFile(m_name, m_file))) return true;
     m_frame.write("%s : %s cannot be restored, its content is in %s", m_frame.name(), m_file, m_name);
+    m_frame.callFailed(kCopy);
     return false;
 }
 

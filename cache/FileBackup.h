@@ -5,12 +5,15 @@
 
 #include "CATUnicodeString.h"
 
+#include <optional>
+#include <string>
+
 namespace vorntools {
 
 /**
  * A copy beside a file, from which the file is put back once others have worked with it. At no point is the copy given
  * up before the file holds the same bytes again: whatever fails, one of the two is complete, and the journal says
- * which.
+ * which. Where no copy can be made the file is remembered, so that a change is noticed.
  */
 class FileBackup {
 public:
@@ -20,21 +23,24 @@ public:
     /** Where the copy stands: the file's name with "_tmp" in front of its last four characters. */
     const CATUnicodeString& name() const { return m_name; }
 
-    /** Copies the file; without a file there is nothing to do. A different file that has the copy's name already may be
-     * all that an earlier call could save, and is not replaced. @return false, journalled, without a complete copy */
-    bool make();
+    /** Copies the file; without a file there is nothing to do. A copy that is there already serves; a different file of
+     * that name may be all that an earlier call could save, and is not replaced. What keeps a copy from being made is
+     * journalled. */
+    void make();
     /** Puts the file back as it was, and deletes the copy. A file that still is what it was is not touched: it may be
-     * open elsewhere, or read-only. @return false, journalled, when the file is not as it was */
+     * open elsewhere, or read-only. @return false, journalled and reported, when the file is not as it was */
     bool restore();
 
 private:
     bool isFileAsItWas() const;
+    bool restoreFromCopy();
     bool dropCopy();
 
     const JournalFrame& m_frame;
     const CATUnicodeString m_file;
     const CATUnicodeString m_name;
     bool m_is_made = false;
+    std::optional<std::string> m_bytes; ///< of the file, where there is no copy
 };
 
 } // namespace vorntools

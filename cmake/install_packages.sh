@@ -5,7 +5,7 @@
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache nlohmann-json3-dev libcli11-dev libgtest-dev
-    libfreexl-dev libzip-dev libpugixml-dev)
+    libzip-dev libpugixml-dev)
 if [ "${1:-build}" = test ]; then
     packages+=(clang libclang-rt-14-dev llvm clang-format clang-tidy g++-mingw-w64-x86-64-posix googletest wine wine64
         libbenchmark-dev pkg-config dpkg-dev file)

@@ -1,9 +1,7 @@
-// Any bytes as the workbook of a design table. Those that begin like an archive are taken as they are; all others are
-// the XML parts of a workbook, one behind the other with a NUL between them, which are put into an archive first: an
-// archive's own checksums would keep nearly every change away from what reads the parts.
-//
-// Files of the older kind have no target: FreeXL itself reads beyond its buffers where their records lie about a text's
-// length. The tests read one such file cut at many places.
+// Any bytes as the workbook of a design table. What begins like an archive or like a compound file is taken as it is.
+// What begins like a stream of records is put into a compound file, and all others are the XML parts of a workbook, one
+// behind the other with a NUL between them, which are put into an archive: the containers would keep nearly every
+// change away from what reads their content.
 
 #include "ExchangeFolder.h"
 
@@ -34,6 +32,15 @@ std::string archiveOfParts(const std::string& bytes) {
     return archiveOf(parts);
 }
 
+bool beginsWith(const std::string& bytes, const std::string& beginning) { return bytes.rfind(beginning, 0) == 0; }
+
+/** The file that the bytes stand for, and its name. */
+std::pair<std::string, std::string> fileOf(const std::string& bytes) {
+    if (beginsWith(bytes, "\xD0\xCF\x11\xE0")) return {"bolts.xls", bytes};
+    if (beginsWith(bytes, "\x09\x08")) return {"bolts.xls", compoundFile("Workbook", bytes)};
+    return {"bolts.xlsx", beginsWith(bytes, "PK") ? bytes : archiveOfParts(bytes)};
+}
+
 /** Reads all cells and some outside. @return how many are not empty */
 int check(embedded::DesignTable& table) {
     int count = 0;
@@ -52,12 +59,12 @@ int check(embedded::DesignTable& table) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const ExchangeFolder folder;
-    const std::string bytes(data, data + size);
-    folder.write("bolts.xlsx", bytes.rfind("PK", 0) == 0 ? bytes : archiveOfParts(bytes));
+    const auto [name, bytes] = fileOf(std::string(data, data + size));
+    folder.write(name, bytes);
     {
         const auto part = embedded::Session::current().part("/w/Bolt.CATPart");
-        auto table = embedded::addDesignTable(embedded::parametersOf(part, "MechanicalPart", "Bolt"), "T",
-                                              folder.nameOf("bolts.xlsx"));
+        auto table =
+            embedded::addDesignTable(embedded::parametersOf(part, "MechanicalPart", "Bolt"), "T", folder.nameOf(name));
         const int cells = check(table);
         for (const int sheet : {2, 3, 0, -1, 65536, 2147483647}) {
             const int former = table.sheet();

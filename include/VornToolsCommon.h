@@ -114,14 +114,15 @@ public:
                                               unsigned char& o_is_design_table);
     /**
      * Checksums of the configurations of a document's design table (see docs/checksums.md).
-     * @param iop_sheets, iop_configurations sheet and configuration of each entry, decimal numbers from 1
+     * @param iop_sheets, iop_configurations sheet and configuration of each entry, decimal numbers from 1; a text that
+     * begins with none counts as 0, which is no sheet, and as a configuration the row of titles
      * @param iop_checksums empty: a checksum is appended for each entry, an empty one where the sheet or its cells
      * cannot be read, none where a file without sheets is asked for another one than 1. Not empty: parallel to the
      * other two; each "ERROR" is replaced, and entries whose sheet or cells cannot be read leave all three lists
      * @param o_found whether the document has a design table with that file. Sheet and configuration of the table and
      * the bytes of its file are afterwards what they were
-     * @return always S_OK. A null list is reported; lists stay as they were, journalled, where the file cannot be
-     * protected by a copy or the table does not show its sheet
+     * @return always S_OK. A null list is reported, and so is a file that is not as it was; lists stay as they were,
+     * journalled, where the table does not show its sheet
      */
     static HRESULT calculateCheckSums(CATDocument* ip_document, CATUnicodeString i_design_table_file,
                                       VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
@@ -451,12 +452,12 @@ public:
      * @param ip_part_number_to_file_name part number to file name (new CATUnicodeString, class "CATUnicodeString");
      * null leaves the associated files empty
      * @param o_file_path path on disk. @param o_file_name without directory and extension
-     * @param o_sheet current sheet, from 1; 1 for a text file. @param o_configuration current one, from 1
+     * @param o_sheet current sheet, from 1; 1 for a text file. @param o_configuration current one, from 1; 0 while the
+     * table has none, whose values are the titles
      * @param o_configuration_text checksum of the current configuration's values
      * @param o_associated_files file of each part that the table sets a parameter of, "!!!" in front of each
      * @param o_name empty when the table has none
-     * @return E_FAIL, outputs empty, when the file is not there or the table does not tell its file, sheet or
-     * configuration
+     * @return E_FAIL, outputs empty, when the file is not there or the table does not tell its file, sheet or values
      */
     static HRESULT readDesignTableInformation(CATISpecObject_var isp_design_table, CATUnicodeString i_document_name,
                                               TYPMapCATUnicodeStringPVoid* ip_part_number_to_file_name,
@@ -503,8 +504,12 @@ private:
     static unsigned char getDesignTable(CATDocument* ip_document, CATUnicodeString i_full_file_name,
                                         VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
                                         CATIDesignTable*& opi_design_table);
-    /** Texts of a configuration's cells, one a parameter that the table sets, one behind the other. */
+    /** Texts of a configuration's cells, one a parameter that the table sets, one behind the other; configuration 0 is
+     * the row of titles. */
     static CATUnicodeString getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration);
+    /** The same. @return E_FAIL, reported, when they cannot be read: a configuration may also be without text */
+    static HRESULT getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration,
+                                          CATUnicodeString& o_values);
     /** Has a sheet read its file again. @return E_FAIL when it cannot, or for a null sheet */
     static HRESULT updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet);
 

@@ -7,6 +7,7 @@
 #include "properties/ProductsBelow.h"
 
 #include "CATDocument.h"
+#include "CATIDesignTable.h"
 #include "CATIDocRoots.h"
 #include "CATListOfCATBaseUnknown.h"
 #include "CATListOfInt.h"
@@ -149,6 +150,10 @@ HRESULT VornToolsCommon::getDesignTableSheet(CATDocument* ip_document, VornTools
     frame.write(" Nb design table found : %d", sources.design_tables.Size());
     const CATUnicodeString document_name = ip_document->StorageName();
     for (int i = 1; i <= sources.design_tables.Size(); ++i) {
+        if (!queryInterface<CATIDesignTable>(static_cast<CATISpecObject*>(sources.design_tables[i]))) {
+            frame.missing("p_dt");
+            continue;
+        }
         CATUnicodeString path, file_name, configuration_text, associated_files, name;
         int sheet = 0;
         int configuration = 0;

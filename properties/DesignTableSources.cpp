@@ -91,7 +91,11 @@ HRESULT appendTablesOfRootContainer(const JournalFrame& i_frame, CATDocument* ip
     const CATLONG32 count = sp_container->ListMembersHere(kTableInterface, members);
     for (CATLONG32 i = 0; i < count; ++i) {
         const auto sp_member = InterfacePtr<CATBaseUnknown>::adopt(members[i]);
-        io_design_tables.Append(CATISpecObject_var(sp_member.get()));
+        const CATISpecObject_var sp_design_table(sp_member.get());
+        if (!sp_design_table)
+            i_frame.missing("sp_design_table");
+        else
+            io_design_tables.Append(sp_design_table);
     }
     return S_OK;
 }

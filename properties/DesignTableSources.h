@@ -15,7 +15,8 @@ enum class DocumentKind { Analysis, Process, Part, Product, Drawing, Other };
 /** By the suffix of the document's name. */
 DocumentKind kindOf(CATDocument* ip_document);
 
-/** Appends the design tables that a document's root container has. @return E_FAIL, reported, without a container */
+/** Appends the design tables that a document's root container has. One that is no specification object is reported and
+ * left out. @return E_FAIL, reported, without a container */
 HRESULT appendTablesOfRootContainer(const JournalFrame& i_frame, CATDocument* ip_document,
                                     CATListValCATISpecObject_var& io_design_tables);
 

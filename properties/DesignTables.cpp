@@ -84,23 +84,21 @@ void addAssociatedFile(const JournalFrame& i_frame, const CATUnicodeString& i_pa
     if (io_files.SearchSubString(entry) < 0) io_files.Append(entry);
 }
 
-CATUnicodeString associatedFiles(const JournalFrame& i_frame, const DesignTableParameters& i_parameters,
-                                 const TYPMapCATUnicodeStringPVoid& i_part_number_to_file_name) {
-    CATUnicodeString files;
-    for (const auto& sp_parameter : i_parameters)
-        addAssociatedFile(i_frame, sp_parameter->Pathname(), i_part_number_to_file_name, files);
-    return files;
+HRESULT readAssociatedFiles(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
+                            const TYPMapCATUnicodeStringPVoid& i_part_number_to_file_name, CATUnicodeString& o_files) {
+    DesignTableParameters parameters;
+    if (FAILED(readAssociatedParameters(i_frame, ipi_design_table, parameters))) return E_FAIL;
+    for (const auto& sp_parameter : parameters)
+        addAssociatedFile(i_frame, sp_parameter->Pathname(), i_part_number_to_file_name, o_files);
+    return S_OK;
 }
 
-/** Numbers of the current sheet and configuration, both from 1. */
-HRESULT readCurrent(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table, const CATICkeSheet_var& isp_sheet,
-                    int& o_sheet, int& o_configuration) {
+/** Number of the sheet that is shown, from 1. */
+HRESULT readSheetNumber(const JournalFrame& i_frame, const CATICkeSheet_var& isp_sheet, int& o_sheet) {
     InterfacePtr<CATICkeOleSheet> sp_ole_sheet;
     if (FAILED(findOleSheet(isp_sheet, sp_ole_sheet))) return i_frame.missing("pi_ole_sheet");
     o_sheet = sp_ole_sheet ? sp_ole_sheet->GetSheetIndex() : kTextSheet;
-    if (o_sheet < 1) return i_frame.platformFailed("GetSheetIndex");
-    o_configuration = ipi_design_table->ConfigurationRow();
-    return o_configuration < 1 ? i_frame.platformFailed("ConfigurationRow") : S_OK;
+    return o_sheet < 1 ? i_frame.platformFailed("GetSheetIndex") : S_OK;
 }
 
 } // namespace
@@ -148,27 +146,27 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
         *p_output = "";
     o_sheet = o_configuration = 0;
     const auto sp_design_table = queryInterface<CATIDesignTable>(static_cast<CATISpecObject*>(isp_design_table));
-    if (!sp_design_table) return frame.missing("p_dt");
+    if (!sp_design_table) return frame.badInput("isp_design_table");
     frame.writeInDebug("Design table of %s", i_document_name);
 
     CATUnicodeString path;
     CATUnicodeString file_name;
     if (FAILED(readFilePath(frame, sp_design_table.get(), path)) || FAILED(readFileName(frame, path, file_name)))
         return E_FAIL;
-    DesignTableParameters parameters;
-    if (FAILED(readAssociatedParameters(frame, sp_design_table.get(), parameters))) return E_FAIL;
     CATUnicodeString associated_files;
-    if (ip_part_number_to_file_name)
-        associated_files = associatedFiles(frame, parameters, *ip_part_number_to_file_name);
+    if (ip_part_number_to_file_name &&
+        FAILED(readAssociatedFiles(frame, sp_design_table.get(), *ip_part_number_to_file_name, associated_files)))
+        return E_FAIL;
     const CATICkeSheet_var sp_sheet = sp_design_table->Sheet();
     if (!sp_sheet) return frame.missing("sp_sheet");
     int sheet = 0;
-    int configuration = 0;
-    if (FAILED(readCurrent(frame, sp_design_table.get(), sp_sheet, sheet, configuration))) return E_FAIL;
+    if (FAILED(readSheetNumber(frame, sp_sheet, sheet))) return E_FAIL;
+    const int configuration = sp_design_table->ConfigurationRow();
     // A file that cannot be read again leaves the values that the document was made with.
     if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
         frame.callFailed("updateDesignTableCurrentSheet");
-    const CATUnicodeString values = ConfigurationText(sp_design_table.get(), sp_sheet, parameters).read(configuration);
+    CATUnicodeString values;
+    if (FAILED(getConfigurationValues(sp_design_table.get(), configuration, values))) return E_FAIL;
     frame.write(" String used to find CkSum : %s", values);
 
     o_file_path = path;
@@ -182,19 +180,22 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
 }
 
 CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration) {
+    CATUnicodeString values;
+    getConfigurationValues(ipi_design_table, i_configuration, values);
+    return values;
+}
+
+HRESULT VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration,
+                                                CATUnicodeString& o_values) {
     const JournalFrame frame(_CteCLASS_NAME, "getConfigurationValues");
-    if (!ipi_design_table) {
-        frame.badInput("ipi_design_table");
-        return CATUnicodeString();
-    }
+    o_values = "";
+    if (!ipi_design_table) return frame.badInput("ipi_design_table");
     const CATICkeSheet_var sp_sheet = ipi_design_table->Sheet();
-    if (!sp_sheet) {
-        frame.missing("sp_sheet");
-        return CATUnicodeString();
-    }
+    if (!sp_sheet) return frame.missing("sp_sheet");
     DesignTableParameters parameters;
-    if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return CATUnicodeString();
-    return ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration);
+    if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return E_FAIL;
+    o_values = ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration);
+    return S_OK;
 }
 
 HRESULT VornToolsCommon::updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet) {

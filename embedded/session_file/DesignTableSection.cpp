@@ -124,6 +124,7 @@ Json writeState(const DesignTableObject& table) {
     if (table.configuration != 1) json["configuration"] = table.configuration;
     if (!table.hasAutomation) json["without"].push_back("automation");
     if (!table.hasSheet) json["without"].push_back("sheet");
+    if (table.sheet.isOpenElsewhere) json["open_elsewhere"] = true;
     return json;
 }
 
@@ -177,7 +178,8 @@ void readWithout(const JsonField& field, DesignTableObject& table) {
 
 void readTable(const JsonField& field, const SectionReader& reader) {
     constexpr int kMost = 0x7FFFFFFF;
-    field.expectKeys({"name", "file", "sheet", "configuration", "without", "below", "date", "rows", "associations"});
+    field.expectKeys({"name", "file", "sheet", "configuration", "without", "open_elsewhere", "below", "date", "rows",
+                      "associations"});
     Node& parent = readWay(field.required("below"), reader);
     DesignTableObject& table =
         DesignTablesData::get().add(parent, field.required("name").text(), reader.path(field.required("file")));
@@ -185,6 +187,7 @@ void readTable(const JsonField& field, const SectionReader& reader) {
     if (const auto number = field.optional("configuration")) table.configuration = number->integer(-kMost, kMost);
     readWithout(field, table);
     readCells(field, table.sheet);
+    if (const auto isOpen = field.optional("open_elsewhere")) table.sheet.isOpenElsewhere = isOpen->flag();
     const auto associations = field.optional("associations");
     if (!associations) return;
     for (const JsonField& one : associations->elements()) {

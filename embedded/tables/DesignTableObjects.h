@@ -5,10 +5,12 @@
 #include "CATICkeOleSheet.h"
 #include "CATICkeRelation.h"
 #include "CATIDesignTable.h"
+#include "embedded/DesignTables.h"
 #include "embedded/knowledge/Knowledge.h"
 #include "embedded/tables/Sheets.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,17 +28,23 @@ struct Identity<CATICkeOleSheet> {
     static bool has(const IID& iid) { return iid == IID_CATICkeOleSheet || iid == IID_CATICkeSheet; }
 };
 
-/** The cells that a design table took from its file, and the file's date at that time. */
+/** The cells that a design table took from its file, and what the file was at that time. */
 struct SheetState {
     std::string file;
     int index = 1;
     SheetRows rows;
-    long long date = 0; ///< of the file that the cells are of, seconds since 1970; 0: never read
-    int updates = 0;    ///< on demand of the platform's users
+    long long date = 0;                 ///< of the file that the cells are of, seconds since 1970; 0: never read
+    std::optional<std::size_t> content; ///< tells that file's bytes from others; none when they are not known
+    int updates = 0;                    ///< on demand of the platform's users
+    bool isOpenElsewhere = false;       ///< in another program, which keeps it from being read
 
+    bool isSpreadsheet() const { return sheetFileKind(file) != SheetFileKind::text; }
     /** Reads the file; when it cannot be read, everything stays as it was. */
     bool read();
-    /** Whether the file is another one than that which was read; a file that is not there is not. */
+    /** Makes the file longer, by what its readers pass over. */
+    void lengthenFile() const;
+    /** Whether the file is another one than that which was read, by its date or, since that only counts seconds, by its
+     * bytes; a file that is not there is not. */
     bool isModified(long long& fileDate) const;
     int columns() const;
     /** Empty outside; both from 1. */
@@ -85,12 +93,14 @@ public:
 
 class SpreadsheetObject final : public SheetObject<CATICkeOleSheet> {
 public:
-    using SheetObject::SheetObject;
+    /** @param configuration the current one of the table */
+    SpreadsheetObject(SheetState& state, int& configuration) : SheetObject(state), m_configuration(configuration) {}
 
     int GetSheetIndex() override { return failing("CATICkeOleSheet::GetSheetIndex") ? 0 : state().index; }
-    void SetSheetIndex(int iIndex) override {
-        if (!failing("CATICkeOleSheet::SetSheetIndex")) state().index = iIndex;
-    }
+    void SetSheetIndex(int iIndex) override;
+
+private:
+    int& m_configuration;
 };
 
 struct Association {
@@ -163,6 +173,7 @@ public:
     DesignTableObject& add(Node& parent, const std::string& name, const std::string& file);
 
     std::vector<std::unique_ptr<DesignTableObject>> tables;
+    DesignTableHabits habits;
 };
 
 } // namespace embedded

@@ -2,8 +2,12 @@
 
 #include "embedded/files/SystemFiles.h"
 #include "embedded/tables/DesignTableObjects.h"
+#include "embedded/text/Numbers.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
 
 EMBEDDED_INTERFACE(CATICkeRelation, CATICkeNaming, 0x400);
 EMBEDDED_INTERFACE(CATIDesignTable, CATBaseUnknown, 0x401);
@@ -13,13 +17,22 @@ EMBEDDED_INTERFACE(CATIADesignTable, CATIABase, 0x404);
 
 namespace embedded {
 
+namespace {
+
+std::size_t contentOf(const std::string& bytes) { return std::hash<std::string>()(bytes); }
+
+} // namespace
+
 bool SheetState::read() {
     FileFacts facts;
-    if (!examineFile(file, facts)) return false;
-    std::optional<SheetRows> found = readSheet(file, index);
+    if (isOpenElsewhere || !examineFile(file, facts)) return false;
+    const std::optional<std::string> bytes = readSheetFile(file);
+    if (!bytes) return false;
+    std::optional<SheetRows> found = readSheet(*bytes, sheetFileKind(file), index, sessionDecimalMark());
     if (!found) return false;
     rows = std::move(*found);
     date = facts.changed;
+    content = contentOf(*bytes);
     return true;
 }
 
@@ -27,7 +40,9 @@ bool SheetState::isModified(long long& fileDate) const {
     FileFacts facts;
     if (!examineFile(file, facts)) return false;
     fileDate = facts.changed;
-    return fileDate != date;
+    if (fileDate != date) return true;
+    const std::optional<std::string> bytes = readSheetFile(file);
+    return bytes && contentOf(*bytes) != content;
 }
 
 int SheetState::columns() const {
@@ -43,8 +58,22 @@ std::string SheetState::cell(int row, int column) const {
                                                            : cells[static_cast<std::size_t>(column) - 1];
 }
 
+void SheetState::lengthenFile() const {
+    std::fstream opened(std::filesystem::u8path(file), std::ios::binary | std::ios::in | std::ios::out);
+    opened.seekp(0, std::ios::end).put('\n');
+}
+
+void SpreadsheetObject::SetSheetIndex(int iIndex) {
+    if (failing("CATICkeOleSheet::SetSheetIndex")) return;
+    const DesignTableHabits& habits = designTableHabits();
+    if (habits.selectingWritesFile && iIndex != state().index) state().lengthenFile();
+    if (habits.sheetSelectsFirstConfiguration) m_configuration = 1;
+    state().index = iIndex;
+}
+
 DesignTableObject::DesignTableObject(DocumentObject& document, const std::string& name, const std::string& file)
-    : Implements("DesignTable"), m_document(document), m_name(name), m_textSheet(sheet), m_spreadsheet(sheet) {
+    : Implements("DesignTable"), m_document(document), m_name(name), m_textSheet(sheet),
+      m_spreadsheet(sheet, configuration) {
     sheet.file = file;
 }
 
@@ -80,8 +109,8 @@ CATIContainer_var DesignTableObject::GetFeatContainer() const {
 
 const CATICkeSheet_var DesignTableObject::Sheet() const {
     if (failing("CATIDesignTable::Sheet") || !hasSheet) return CATICkeSheet_var();
-    return isSpreadsheet(sheet.file) ? CATICkeSheet_var(static_cast<CATICkeSheet*>(&m_spreadsheet))
-                                     : CATICkeSheet_var(&m_textSheet);
+    return sheet.isSpreadsheet() ? CATICkeSheet_var(static_cast<CATICkeSheet*>(&m_spreadsheet))
+                                 : CATICkeSheet_var(&m_textSheet);
 }
 
 int DesignTableObject::ConfigurationRow() const {
@@ -90,7 +119,10 @@ int DesignTableObject::ConfigurationRow() const {
 
 CATIDesignTable::DTError DesignTableObject::SetCurrentConfiguration(const int iConfiguration) {
     if (failing("CATIDesignTable::SetCurrentConfiguration")) return MiscellaneousError;
-    if (!hasConfiguration(iConfiguration)) return BadConfiguration;
+    const DesignTableHabits& habits = designTableHabits();
+    const bool isRowZero = iConfiguration == 0 && habits.rowZeroIsTaken;
+    if (!isRowZero && !hasConfiguration(iConfiguration)) return BadConfiguration;
+    if (habits.selectingWritesFile && iConfiguration != configuration) sheet.lengthenFile();
     configuration = iConfiguration;
     return NoError;
 }
@@ -173,7 +205,7 @@ std::string DesignTable::name() const { return m_object ? m_object->displayName(
 std::string DesignTable::file() const { return m_object ? m_object->sheet.file : std::string(); }
 
 DesignTable& DesignTable::sheet(int index) {
-    if (!m_object || !isSpreadsheet(m_object->sheet.file)) return *this;
+    if (!m_object || !m_object->sheet.isSpreadsheet()) return *this;
     const int former = m_object->sheet.index;
     m_object->sheet.index = index;
     if (!m_object->sheet.read()) m_object->sheet.index = former;
@@ -219,6 +251,11 @@ bool DesignTable::update() { return m_object && m_object->sheet.read(); }
 
 int DesignTable::updates() const { return m_object ? m_object->sheet.updates : 0; }
 
+DesignTable& DesignTable::openElsewhere(bool value) {
+    if (m_object) m_object->sheet.isOpenElsewhere = value;
+    return *this;
+}
+
 DesignTable& DesignTable::withoutAutomation() {
     if (m_object) m_object->hasAutomation = false;
     return *this;
@@ -228,6 +265,8 @@ DesignTable& DesignTable::withoutSheet() {
     if (m_object) m_object->hasSheet = false;
     return *this;
 }
+
+DesignTableHabits& designTableHabits() { return DesignTablesData::get().habits; }
 
 DesignTable addDesignTable(const Publisher& publisher, const std::string& name, const std::string& file) {
     Node* const node = nodeOf(publisher.get());
@@ -244,6 +283,6 @@ std::vector<DesignTable> designTablesOf(const Document& document) {
     return result;
 }
 
-bool readsSpreadsheets(const std::string& suffix) { return suffix == "xls" ? readsXls() : readsXlsx(); }
+bool readsSpreadsheets(const std::string& suffix) { return reads(sheetFileKind("." + suffix)); }
 
 } // namespace embedded

@@ -1,8 +1,5 @@
 #include "embedded/tables/SheetBuilder.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdio>
 #include <utility>
 
 namespace embedded {
@@ -26,14 +23,6 @@ SheetRows SheetBuilder::take() {
         while (!row.empty() && row.back().empty()) row.pop_back();
     while (!m_rows.empty() && m_rows.back().empty()) m_rows.pop_back();
     return std::move(m_rows);
-}
-
-std::string cellNumber(double value) {
-    std::array<char, 40> text{};
-    std::snprintf(text.data(), text.size(), "%.15g", value);
-    std::string result = text.data();
-    std::replace(result.begin(), result.end(), ',', '.');
-    return result;
 }
 
 } // namespace embedded

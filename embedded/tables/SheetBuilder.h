@@ -32,9 +32,6 @@ private:
     std::size_t m_bytes = 0;
 };
 
-/** A number as a cell shows it: up to fifteen digits and a decimal point. */
-std::string cellNumber(double value);
-
 } // namespace embedded
 
 #endif

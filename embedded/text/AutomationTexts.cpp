@@ -46,18 +46,6 @@ std::u16string toUtf16(std::string_view bytes) {
     return units;
 }
 
-std::string fromUtf16(const CATUC2Bytes* units, std::size_t count) {
-    std::string bytes;
-    bytes.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        unsigned code = units[i];
-        const bool pair = (code & 0xFC00U) == 0xD800U && i + 1 < count && (units[i + 1] & 0xFC00U) == 0xDC00U;
-        if (pair) code = 0x10000U + ((code & 0x3FFU) << 10U) + (units[++i] & 0x3FFU);
-        embedded::appendCharacter(bytes, code);
-    }
-    return bytes;
-}
-
 } // namespace
 
 void CATFreeString(CATBSTR iText) {

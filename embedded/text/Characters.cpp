@@ -160,6 +160,18 @@ void appendCharacter(std::string& text, unsigned code) {
     for (int i = continuations - 1; i >= 0; --i) add(0x80U | ((code >> (6U * static_cast<unsigned>(i))) & 0x3FU));
 }
 
+std::string fromUtf16(const unsigned short* units, std::size_t count) {
+    std::string bytes;
+    bytes.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        unsigned code = units[i];
+        const bool pair = (code & 0xFC00U) == 0xD800U && i + 1 < count && (units[i + 1] & 0xFC00U) == 0xDC00U;
+        if (pair) code = 0x10000U + ((code & 0x3FFU) << 10U) + (units[++i] & 0x3FFU);
+        appendCharacter(bytes, code);
+    }
+    return bytes;
+}
+
 unsigned toLower(unsigned code) { return code < kCaseTableSize ? kLower[code] : code; }
 
 unsigned toUpper(unsigned code) { return code < kCaseTableSize ? kUpper[code] : code; }

@@ -35,6 +35,9 @@ std::size_t offsetFromEnd(std::string_view text, std::size_t count);
 /** Adds a character: its UTF-8 form, or the byte that it stands for. A code that is no character becomes U+FFFD. */
 void appendCharacter(std::string& text, unsigned code);
 
+/** UTF-8 from UTF-16. */
+std::string fromUtf16(const unsigned short* units, std::size_t count);
+
 // Letter case follows fixed tables (Latin, Greek, Cyrillic) and never the locale. A letter keeps its length in bytes.
 unsigned toLower(unsigned code);
 unsigned toUpper(unsigned code);

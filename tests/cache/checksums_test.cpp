@@ -187,6 +187,7 @@ TEST_F(CheckSumsTest, AFileThatCannotBeReadAgainLeavesTheCellsOfBefore) {
         Lists lists({"1", "2", "1"}, {"1", "1", "1"});
         EXPECT_EQ(lists.calculate(document(), file()), S_OK);
         EXPECT_EQ(textsOf(lists.checksums), Texts({kM8, "", ""})) << c.name << ": sheet 1 is tried again, in vain";
+        EXPECT_EQ(reports(), Texts({std::string(kName) + " 9003 updateDesignTableCurrentSheet"})) << c.name;
         EXPECT_EQ(bytesOf(file()), c.bytes) << c.name;
         EXPECT_EQ(made.cell(2, 1), "M8") << c.name;
     }
@@ -251,22 +252,103 @@ TEST_F(CheckSumsTest, BadListsAndDocumentsAreNoHarm) {
     EXPECT_FALSE(reports().empty());
 }
 
-TEST_F(CheckSumsTest, WithoutACopyNothingIsDone) {
+TEST_F(CheckSumsTest, AnEntryWithoutASheetNumberIsNoSheet) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    auto made = spreadsheetTable();
+    const Texts sheets = {"0", "9", "0", "", "x", "-1", "2", "0", "1"};
+    Lists lists(sheets, Texts(sheets.size(), "1"));
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({"", "", "", "", "", "", kM8, "", kM8}));
+    EXPECT_EQ(made.updates(), 3) << "selected 9, 2 and 1";
+    Lists updated(sheets, Texts(sheets.size(), "1"), Texts(sheets.size(), "ERROR"));
+    EXPECT_EQ(updated.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(updated.sheets), Texts({"2", "1"}));
+    EXPECT_EQ(textsOf(updated.checksums), Texts({kM8, kM8}));
+}
+
+TEST_F(CheckSumsTest, WhatSelectingTouchesIsPutBack) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    auto made = spreadsheetTable();
+    const std::string content = bytesOf(file());
+    auto& habits = embedded::designTableHabits();
+    habits.selectingWritesFile = habits.sheetSelectsFirstConfiguration = true;
+    const struct {
+        int configuration;
+        bool rowZeroIsTaken;
+        int after;
+        Texts lines;
+    } cases[] = {{2, false, 2, {}},
+                 {0, true, 0, {}},
+                 {0, false, 1, {" : configuration 0 cannot be set again"}},
+                 {7, false, 1, {" : configuration 7 cannot be set again"}}};
+    made.sheet(2);
+    for (const auto& c : cases) {
+        habits.rowZeroIsTaken = c.rowZeroIsTaken;
+        made.storedConfiguration(c.configuration);
+        clearJournal();
+        Lists lists({"1", "2"}, {"1", "2"});
+        EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+        EXPECT_EQ(textsOf(lists.checksums), Texts({kM8, kM10}));
+        EXPECT_EQ(made.sheet(), 2);
+        EXPECT_EQ(made.configuration(), c.after);
+        EXPECT_EQ(bytesOf(file()), content);
+        EXPECT_EQ(filesInFolder(), 1);
+        const Texts all = lines();
+        EXPECT_EQ(Texts(all.begin() + 6, all.end()), c.lines);
+    }
+}
+
+TEST_F(CheckSumsTest, WithoutACopyTheChecksumsAreComputedAllTheSame) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    spreadsheetTable();
+    const std::string content = bytesOf(file());
+    const std::string other = "all that an earlier call could save";
+    write(fs::u8path(backup()).filename().u8string(), other);
+    const std::string longFile = write(std::string(247, 'b') + ".xlsx", content);
+    table(longFile);
+    const std::string longCopy = longFile.substr(0, longFile.size() - 4) + "_tmpxlsx";
+    const struct {
+        std::string file;
+        std::string line;
+    } cases[] = {{file(), " : " + backup() + " is not replaced, it may be the only copy of " + file()},
+                 {longFile, " : " + longFile + " cannot be copied to " + longCopy}};
+    for (const auto& c : cases)
+        for (const bool isWritten : {false, true}) {
+            embedded::designTableHabits().selectingWritesFile = isWritten;
+            clearJournal();
+            Lists lists({"2"}, {"2"}, {"ERROR"});
+            EXPECT_EQ(lists.calculate(document(), c.file), S_OK);
+            EXPECT_EQ(lists.found, 1);
+            EXPECT_EQ(textsOf(lists.checksums), Texts({kM10}));
+            EXPECT_EQ(lines()[1], c.line);
+            EXPECT_EQ(bytesOf(c.file) == content, !isWritten);
+            EXPECT_EQ(lines().back() == " : " + c.file + " was changed and cannot be restored", isWritten);
+            EXPECT_EQ(reports(), isWritten ? Texts({std::string(kName) + " 9003 UTILFile::copyFile"}) : Texts());
+        }
+    EXPECT_EQ(bytesOf(backup()), other);
+}
+
+TEST_F(CheckSumsTest, ACopyThatACrashLeftBehindServes) {
     textTable();
-    write(fs::u8path(backup()).filename().u8string(), "all that an earlier call could save");
+    fs::copy_file(fs::u8path(file()), fs::u8path(backup()));
     Lists lists({"1"}, {"1"}, {"ERROR"});
     EXPECT_EQ(lists.calculate(document(), file()), S_OK);
-    EXPECT_EQ(lists.found, 1);
-    EXPECT_EQ(textsOf(lists.checksums), Texts({"ERROR"}));
-    EXPECT_EQ(lines(),
-              Texts({" Update...", " : " + backup() + " is not replaced, it may be the only copy of " + file()}));
-    EXPECT_EQ(bytesOf(backup()), "all that an earlier call could save");
-
-    fs::remove(fs::u8path(backup())); // not every library overwrites when it is asked to
-    fs::copy_file(fs::u8path(file()), fs::u8path(backup()));
-    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
-    EXPECT_EQ(textsOf(lists.checksums), Texts({kM8})) << "a copy left behind by a crash is one";
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM8}));
+    EXPECT_EQ(lines().size(), 4U) << "and not a word about copies";
     EXPECT_EQ(filesInFolder(), 1);
+}
+
+TEST_F(CheckSumsTest, AFileThatAnotherProgramHasOpenKeepsItsCells) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    auto made = spreadsheetTable();
+    touch("bolts.xlsx", 1500000000);
+    made.openElsewhere(true);
+    Lists lists({"1", "2", "1"}, {"1", "1", "1"});
+    EXPECT_EQ(lists.calculate(document(), file()), S_OK);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM8, "", ""}));
+    EXPECT_EQ(reports(), Texts({std::string(kName) + " 9003 updateDesignTableCurrentSheet"}));
+    EXPECT_EQ(made.sheet(), 1);
+    EXPECT_EQ(made.cell(2, 1), "M8");
 }
 
 TEST_F(CheckSumsTest, EveryPlatformCallMayFail) {
@@ -341,7 +423,8 @@ TEST_F(FileBackupTest, PutsBackWhatOthersChanged) {
         const std::string file = write("cfg.xls", content);
         touch("cfg.xls", 1500000000);
         FileBackup backup(frame, file.c_str());
-        EXPECT_TRUE(backup.make());
+        backup.make();
+        EXPECT_EQ(bytesOf(backup.name().ConvertToChar()), content) << c.name;
         c.change(file);
         EXPECT_TRUE(backup.restore());
         EXPECT_EQ(bytesOf(file), content) << c.name;
@@ -351,10 +434,48 @@ TEST_F(FileBackupTest, PutsBackWhatOthersChanged) {
     EXPECT_EQ(messages(), Texts());
 }
 
+TEST_F(FileBackupTest, ALargeFileIsComparedToItsEnd) {
+    const std::string large = std::string(200000, 'x') + "end";
+    for (const std::size_t place : {std::size_t(0), std::size_t(65536), large.size() - 1}) {
+        const std::string file = write("cfg.xls", large);
+        FileBackup backup(frame, file.c_str());
+        backup.make();
+        std::string changed = large;
+        changed[place] = '!';
+        write("cfg.xls", changed);
+        EXPECT_TRUE(backup.restore());
+        EXPECT_EQ(bytesOf(file), large) << place;
+    }
+}
+
+TEST_F(FileBackupTest, WithoutACopyAChangeIsNoticed) {
+    const std::string large(200000, 'x');
+    const struct {
+        const char* name;
+        std::string bytes;
+        bool isChanged;
+    } cases[] = {{"the same", large, false},
+                 {"another end", large.substr(1) + "y", true},
+                 {"longer", large + "x", true},
+                 {"empty", "", true}};
+    for (const auto& c : cases) {
+        const std::string file = write("cfg.xls", large);
+        write("cfg_tmp.xls", "another file");
+        FileBackup backup(frame, file.c_str());
+        backup.make();
+        write("cfg.xls", c.bytes);
+        EXPECT_EQ(backup.restore(), !c.isChanged) << c.name;
+        EXPECT_EQ(bytesOf(file), c.bytes) << c.name;
+        EXPECT_EQ(bytesOf(path("cfg_tmp.xls")), "another file");
+        EXPECT_EQ(reports(), c.isChanged ? Texts({"VornToolsCommon::test 9003 UTILFile::copyFile"}) : Texts())
+            << c.name;
+    }
+}
+
 TEST_F(FileBackupTest, NamesOfAnyLanguageAreFound) {
     const std::string file = write("\xCE\xB1\xE6\x97\xA5\xC3\xA9.xls", content);
     FileBackup backup(frame, file.c_str());
-    EXPECT_TRUE(backup.make());
+    backup.make();
     fs::remove(fs::u8path(file));
     EXPECT_TRUE(backup.restore());
     EXPECT_EQ(bytesOf(file), content);
@@ -363,7 +484,7 @@ TEST_F(FileBackupTest, NamesOfAnyLanguageAreFound) {
 
 TEST_F(FileBackupTest, AFileThatIsNotThereNeedsNone) {
     FileBackup backup(frame, path("missing.xls").c_str());
-    EXPECT_TRUE(backup.make());
+    backup.make();
     write("missing.xls", "made by others");
     EXPECT_TRUE(backup.restore());
     EXPECT_EQ(bytesOf(path("missing.xls")), "made by others");
@@ -380,20 +501,27 @@ TEST_F(FileBackupTest, WhicheverStepFailsOneCompleteFileIsLeftAndTold) {
                 const std::string copy = backup.name().ConvertToChar();
                 clearJournal();
                 Failures::get().arm(nth, persistent, flavour);
-                const bool isMade = backup.make();
-                if (isMade) write("cfg.xls", "new");
+                backup.make();
+                const bool isMade = bytesOf(copy) == content;
+                write("cfg.xls", "new");
                 const bool isRestored = backup.restore();
                 const bool fired = Failures::get().fired();
                 Failures::get().disarm();
                 SCOPED_TRACE(std::to_string(nth) + (persistent ? " and on, " : ", ") + Failures::get().firedAt());
+                const std::string test = "VornToolsCommon::test : ";
                 if (isRestored) {
+                    EXPECT_TRUE(isMade);
                     EXPECT_EQ(bytesOf(file), content);
-                    EXPECT_EQ(isMade, messages().empty() || bytesOf(copy) == content);
-                } else {
+                    EXPECT_EQ(messages(),
+                              bytesOf(copy) == "(none)" ? Texts() : Texts({test + copy + " cannot be deleted"}));
+                } else if (isMade) {
                     EXPECT_EQ(bytesOf(copy), content);
-                    EXPECT_EQ(messages(), Texts({"VornToolsCommon::test : " + file +
-                                                 " cannot be restored, its content is in " + copy}));
+                    EXPECT_EQ(messages(), Texts({test + file + " cannot be restored, its content is in " + copy}));
+                } else {
+                    EXPECT_EQ(messages(), Texts({test + file + " cannot be copied to " + copy,
+                                                 test + file + " was changed and cannot be restored"}));
                 }
+                EXPECT_EQ(reports(), isRestored ? Texts() : Texts({"VornToolsCommon::test 9003 UTILFile::copyFile"}));
                 fs::remove(fs::u8path(copy));
                 ++runs;
                 if (!fired) break;

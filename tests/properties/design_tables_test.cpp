@@ -1,5 +1,6 @@
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Workbook.h"
 
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
@@ -17,6 +18,7 @@
 #include "embedded/WorkModes.h"
 
 #include <algorithm>
+#include <functional>
 
 struct VornToolsCommonTestAccess {
     static unsigned char find(CATDocument* document, const std::string& file, CATIDesignTable*& table) {
@@ -30,9 +32,12 @@ struct VornToolsCommonTestAccess {
 namespace {
 
 using Access = VornToolsCommonTestAccess;
+using embedded::Failures;
+using embedded::FaultFlavour;
 using embedded::WorkMode;
 
 constexpr const char* kChecksum12x = "4456d0bcde17f2280b93877cff7b3c36";
+constexpr const char* kChecksumLN = "faccf5fbece5d95182fae0726ddadd4b";
 constexpr const char* kNoChecksum = "d41d8cd98f00b204e9800998ecf8427e";
 
 struct Sheets {
@@ -84,6 +89,19 @@ protected:
         CATListValCATISpecObject_var tables;
         EXPECT_EQ(VornToolsCommon::getDesignTableList(document.get(), nullptr, 0, &tables), expected);
         return tables.Size();
+    }
+    /** Runs an operation with a platform call failing: the first one of that name, and no other. */
+    void withFailing(const std::string& call, FaultFlavour flavour, const std::function<void()>& operation) {
+        auto& failures = Failures::get();
+        for (int nth = 1;; ++nth) {
+            reports();
+            clearJournal();
+            failures.arm(nth, false, flavour);
+            operation();
+            failures.disarm();
+            ASSERT_TRUE(failures.fired()) << call << " is not called";
+            if (failures.firedAt() == call) return;
+        }
     }
     bool hasMessage(const std::string& text) {
         const Texts lines = messages();
@@ -144,6 +162,84 @@ TEST_F(DesignTablesTest, ATableIsReadWithItsCurrentConfiguration) {
     EXPECT_TRUE(hasMessage(" String used to find CkSum : 12x"));
 }
 
+TEST_F(DesignTablesTest, TheJournalTellsHowATableIsRead) {
+    auto table = addTable(feature).configuration(2);
+    CATUnicodeString tablePath, fileName, text, associated, tableName;
+    int sheet = 0;
+    int configuration = 0;
+    clearJournal();
+    EXPECT_EQ(VornToolsCommon::readDesignTableInformation(CATISpecObject_var(table.specObject()), "", nullptr,
+                                                          tablePath, fileName, sheet, configuration, text, associated,
+                                                          tableName),
+              S_OK);
+    const std::string class_ = "VornToolsCommon::";
+    EXPECT_EQ(embedded::Journal::get().lines(),
+              Texts({"> " + class_ + "readDesignTableInformation", "> " + class_ + "getDesignTableFullFilename",
+                     "< " + class_ + "getDesignTableFullFilename", "Not a DLName, filepath = " + file,
+                     "> " + class_ + "getConfigurationValues", "< " + class_ + "getConfigurationValues",
+                     " String used to find CkSum : 12x", "> " + class_ + "getDesignTableName",
+                     "< " + class_ + "getDesignTableName", "< " + class_ + "readDesignTableInformation"}));
+}
+
+TEST_F(DesignTablesTest, ATableWithoutCurrentConfigurationHasTheTitles) {
+    addTable(feature).storedConfiguration(0);
+    Sheets read;
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(read.rows(), Texts({std::string("bolts 1 0 ") + kChecksumLN + "  DT.1"}));
+}
+
+TEST_F(DesignTablesTest, ASpreadsheetIsNoTextFileBecauseAQueryFailed) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    const WorkbookSheet other = {{"N", "L"}, {"a", "1"}};
+    file = write("bolts.xlsx", workbook({other, other, {{"N", "L"}, {"x", "12"}}}));
+    addTable(feature).sheet(3);
+    Sheets read;
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(read.rows(), Texts({std::string("bolts 3 1 ") + kChecksum12x + "  DT.1"}));
+    withFailing("QueryInterface(CATICkeOleSheet)", FaultFlavour::nullOutput, [&] { read.read(bolt); });
+    EXPECT_EQ(read.rows(), Texts());
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9002 pi_ole_sheet"}));
+    withFailing("CATICkeOleSheet::GetSheetIndex", FaultFlavour::code, [&] { read.read(bolt); });
+    EXPECT_EQ(read.rows(), Texts());
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9004 GetSheetIndex"}));
+}
+
+TEST_F(DesignTablesTest, WhatIsNoTableIsReportedAndTheOthersAreRead) {
+    addTable(feature, "DT.1");
+    addTable(feature, "DT.2");
+    Sheets read;
+    HRESULT code = E_FAIL;
+    withFailing("QueryInterface(CATIDesignTable)", FaultFlavour::code, [&] { code = read.read(bolt); });
+    EXPECT_EQ(code, S_OK);
+    EXPECT_EQ(textsOf(read.names), Texts({"DT.2"}));
+    EXPECT_TRUE(hasMessage(" Nb design table found : 2"));
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableSheet 9002 p_dt"}));
+
+    const auto top = session().product(path("R.CATProduct"));
+    addTable(embedded::parametersOf(top.root()), "DT.3");
+    addTable(embedded::parametersOf(top.root()), "DT.4");
+    CATListValCATISpecObject_var tables;
+    withFailing("QueryInterface(CATISpecObject)", FaultFlavour::code, [&] {
+        tables.RemoveAll();
+        code = VornToolsCommon::getDesignTableList(top.get(), nullptr, 0, &tables);
+    });
+    EXPECT_EQ(code, S_OK);
+    ASSERT_EQ(tables.Size(), 1);
+    EXPECT_STREQ(tables[1]->GetDisplayName().ConvertToChar(), "DT.4");
+    EXPECT_TRUE(hasMessage(" Nb DesignTable in CATIA structure = 1"));
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableList 9002 sp_design_table"}));
+}
+
+TEST_F(DesignTablesTest, ValuesThatCannotBeReadAreNoEmptyValues) {
+    addTable(feature);
+    Sheets read;
+    for (const char* const call : {"CATICkeRelation::OutParameters", "QueryInterface(CATICkeParm)"}) {
+        withFailing(call, FaultFlavour::code, [&] { read.read(bolt); });
+        EXPECT_EQ(read.paths.Size(), 0) << call;
+    }
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getConfigurationValues 9002 pi_parameter"}));
+}
+
 TEST_F(DesignTablesTest, AChangedFileIsReadAgain) {
     auto table = addTable(feature);
     EXPECT_EQ(Access::values(table.get(), 1), "11w");
@@ -153,6 +249,10 @@ TEST_F(DesignTablesTest, AChangedFileIsReadAgain) {
     EXPECT_EQ(read.read(bolt), S_OK);
     EXPECT_EQ(table.updates(), 1);
     EXPECT_EQ(read.rows(), Texts({std::string("bolts 1 1 ") + kChecksum12x + "  DT.1"}));
+    write("bolts.txt", "N\tL\nw\t11\n");
+    touch("bolts.txt", 2000);
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(table.updates(), 2) << "rewritten within a second";
     write("bolts.txt", "");
     touch("bolts.txt", 3000);
     EXPECT_EQ(read.read(bolt), S_OK);
@@ -334,6 +434,11 @@ TEST_F(DesignTablesTest, NullsAreReported) {
                                 "VornToolsCommon::getDesignTableList 9001 iop_design_tables",
                                 "VornToolsCommon::getDesignTableFullFilename 9001 ipi_design_table",
                                 "VornToolsCommon::getDesignTableSheet 9001 ip_document"}));
+    int sheet = 0;
+    EXPECT_EQ(VornToolsCommon::readDesignTableInformation(CATISpecObject_var(), "", nullptr, text, text, sheet, sheet,
+                                                          text, text, text),
+              E_FAIL);
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9001 isp_design_table"}));
 }
 
 TEST_F(DesignTablesTest, Sweep) {

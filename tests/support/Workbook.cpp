@@ -2,6 +2,12 @@
 
 #include <cstdint>
 
+std::string littleEndian(std::uint64_t value, int size) {
+    std::string bytes;
+    for (int i = 0; i < size; ++i, value >>= 8) bytes += static_cast<char>(value);
+    return bytes;
+}
+
 namespace {
 
 std::uint32_t crc32(const std::string& bytes) {
@@ -13,25 +19,22 @@ std::uint32_t crc32(const std::string& bytes) {
     return ~crc;
 }
 
-std::string number(std::uint64_t value, int size) {
-    std::string bytes;
-    for (int i = 0; i < size; ++i, value >>= 8) bytes += static_cast<char>(value);
-    return bytes;
-}
-
 /** A zip archive whose parts are stored as they are. */
 class Archive {
 public:
     void add(const std::string& name, const std::string& content) {
-        const std::string facts = number(20, 2) + number(0, 8) + number(crc32(content), 4) + number(content.size(), 4) +
-                                  number(content.size(), 4) + number(name.size(), 2) + number(0, 2);
-        m_directory += "PK\1\2" + number(20, 2) + facts + number(0, 10) + number(m_parts.size(), 4) + name;
+        const std::string facts = littleEndian(20, 2) + littleEndian(0, 8) + littleEndian(crc32(content), 4) +
+                                  littleEndian(content.size(), 4) + littleEndian(content.size(), 4) +
+                                  littleEndian(name.size(), 2) + littleEndian(0, 2);
+        m_directory +=
+            "PK\1\2" + littleEndian(20, 2) + facts + littleEndian(0, 10) + littleEndian(m_parts.size(), 4) + name;
         m_parts += "PK\3\4" + facts + name + content;
         ++m_count;
     }
     std::string bytes() const {
-        return m_parts + m_directory + "PK\5\6" + number(0, 4) + number(m_count, 2) + number(m_count, 2) +
-               number(m_directory.size(), 4) + number(m_parts.size(), 4) + number(0, 2);
+        return m_parts + m_directory + "PK\5\6" + littleEndian(0, 4) + littleEndian(m_count, 2) +
+               littleEndian(m_count, 2) + littleEndian(m_directory.size(), 4) + littleEndian(m_parts.size(), 4) +
+               littleEndian(0, 2);
     }
 
 private:
@@ -50,7 +53,80 @@ std::string sheetPart(const WorkbookSheet& sheet) {
     return "<worksheet><sheetData>" + data + "</sheetData></worksheet>";
 }
 
+constexpr std::size_t kSector = 512;
+constexpr std::size_t kShortSector = 64;
+constexpr std::size_t kShortStream = 4096; ///< from this size on a stream has sectors of its own
+constexpr std::uint32_t kFree = 0xFFFFFFFF;
+constexpr std::uint32_t kEnd = 0xFFFFFFFE;
+constexpr std::uint32_t kTable = 0xFFFFFFFD;
+
+std::string padded(std::string bytes, std::size_t unit, char filling = '\0') {
+    bytes.resize((bytes.size() + unit - 1) / unit * unit, filling);
+    return bytes;
+}
+
+/** The table of a chain over sectors that stand one behind the other. */
+std::string chainOf(std::size_t first, std::size_t count) {
+    std::string table;
+    for (std::size_t i = 1; i <= count; ++i) table += littleEndian(i < count ? first + i : kEnd, 4);
+    return table;
+}
+
+std::string directoryEntry(const std::string& name, int type, std::uint32_t child, std::size_t first,
+                           std::size_t size) {
+    std::string wide;
+    for (const char character : name) wide += littleEndian(static_cast<unsigned char>(character), 2);
+    wide.resize(64, '\0');
+    return wide + littleEndian(2 * name.size() + 2, 2) + littleEndian(static_cast<std::uint64_t>(type), 1) +
+           littleEndian(1, 1) + littleEndian(kFree, 4) + littleEndian(kFree, 4) + littleEndian(child, 4) +
+           std::string(36, '\0') + littleEndian(first, 4) + littleEndian(size, 8);
+}
+
 } // namespace
+
+std::string compoundFile(const std::string& name, const std::string& content) {
+    const bool isShort = content.size() < kShortStream;
+    const std::string sectors = padded(content, kSector);
+    const std::size_t count = sectors.size() / kSector;
+    // The table describes itself, the directory, the table of short sectors and the stream.
+    std::size_t tables = 1;
+    while (tables * kSector / 4 < tables + 2 + count) ++tables;
+    const std::size_t first = tables + 2;
+    std::string table;
+    for (std::size_t i = 0; i < tables; ++i) table += littleEndian(kTable, 4);
+    table += littleEndian(kEnd, 4) + littleEndian(kEnd, 4) + chainOf(first, count);
+    const std::string shortTable = isShort ? chainOf(0, padded(content, kShortSector).size() / kShortSector) : "";
+    const std::string directory =
+        directoryEntry("Root Entry", 5, 1, isShort ? first : kEnd, isShort ? sectors.size() : 0) +
+        directoryEntry(name, 2, kFree, isShort ? 0 : first, content.size());
+    std::string header = std::string("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1") + std::string(16, '\0') +
+                         littleEndian(0x3E, 2) + littleEndian(3, 2) + littleEndian(0xFFFE, 2) + littleEndian(9, 2) +
+                         littleEndian(6, 2) + std::string(10, '\0') + littleEndian(tables, 4) +
+                         littleEndian(tables, 4) + littleEndian(0, 4) + littleEndian(kShortStream, 4) +
+                         littleEndian(tables + 1, 4) + littleEndian(1, 4) + littleEndian(kEnd, 4) + littleEndian(0, 4);
+    for (std::size_t i = 0; i < tables; ++i) header += littleEndian(i, 4);
+    return padded(header, kSector, '\xFF') + padded(table, kSector, '\xFF') + padded(directory, kSector) +
+           padded(shortTable.empty() ? littleEndian(kFree, 4) : shortTable, kSector, '\xFF') + sectors;
+}
+
+std::string xlsRecord(unsigned type, const std::string& data) {
+    return littleEndian(type, 2) + littleEndian(data.size(), 2) + data;
+}
+
+std::string xlsStream(const std::string& workbook, const std::vector<std::string>& sheets) {
+    const std::string begin = xlsRecord(0x809, littleEndian(0x600, 2) + littleEndian(5, 2));
+    const std::string end = xlsRecord(0x0A, "");
+    const std::size_t listed = sheets.size() * 13;
+    std::size_t offset = begin.size() + workbook.size() + listed + end.size();
+    std::string list;
+    std::string rest;
+    for (const std::string& sheet : sheets) {
+        list += xlsRecord(0x85, littleEndian(offset + rest.size(), 4) + littleEndian(0, 2) + littleEndian(1, 1) +
+                                    littleEndian(0, 1) + "S");
+        rest += xlsRecord(0x809, littleEndian(0x600, 2) + littleEndian(0x10, 2)) + sheet + end;
+    }
+    return begin + workbook + list + end + rest;
+}
 
 std::string archiveOf(const std::vector<std::pair<std::string, std::string>>& parts) {
     Archive archive;

@@ -1,22 +1,53 @@
 #include "tools/vorntools/RunCommand.h"
 
 #include "CATDocument.h"
+#include "CATIDesignTable.h"
+#include "CATISpecObject.h"
+#include "CATLISTV_CATISpecObject.h"
 #include "CATListOfInt.h"
+#include "UTILFile.h"
 #include "VornCache.h"
 #include "VornToolsCommon.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
-/** The design tables of a document, as parallel lists. */
+/** A design table of a document. */
+struct DesignTable {
+    CATUnicodeString name, file;
+    int index = 0; ///< in the lists of what was read; 0: it could not be
+};
+
+/** The design tables of a document that can be read, as parallel lists, and all that it has. */
 struct DesignTables {
     explicit DesignTables(const embedded::Document& document) {
         VornToolsCommon::getDesignTableSheet(document.get(), nullptr, 0, paths, files, sheets, configurations,
                                              checksums, associated, names);
+        CATListValCATISpecObject_var found;
+        VornToolsCommon::getDesignTableList(document.get(), nullptr, 0, &found);
+        int next = 1;
+        for (int i = 1; i <= found.Size(); ++i) addTable(found[i], next);
+        // Documents of other kinds have tables that only reading finds.
+        for (; next <= paths.Size(); ++next) all.push_back({names[next], paths[next], next});
     }
     CATListValCATUnicodeString paths, files, checksums, associated, names;
     CATRawCollint sheets, configurations;
+    std::vector<DesignTable> all;
+
+private:
+    /** Tables are read in their order, and those that cannot be are left out. */
+    void addTable(const CATIDesignTable_var& object, int& next) {
+        DesignTable table;
+        VornToolsCommon::getDesignTableName(object, table.name);
+        VornToolsCommon::getDesignTableFullFilename(object, table.file);
+        const std::string file = fileNameOf(bytesOf(table.file));
+        const bool isRead = next <= paths.Size() && names[next] == table.name &&
+                            bytesOf(files[next]) == file.substr(0, file.rfind('.'));
+        if (isRead) table = {table.name, paths[next], next++};
+        all.push_back(std::move(table));
+    }
 };
 
 /** Calls `visit(document, tables)` for every document that has design tables. */
@@ -26,8 +57,13 @@ void forEachDocumentWithTables(Visit&& visit) {
     for (std::size_t i = 0; i < session.documentCount(); ++i) {
         const embedded::Document document = session.documentAt(i);
         const DesignTables tables(document);
-        if (tables.paths.Size() > 0) visit(document, tables);
+        if (!tables.all.empty()) visit(document, tables);
     }
+}
+
+/** Why a table cannot be read. */
+const char* problemOf(const DesignTable& table) {
+    return UTILFile::existingFile(table.file) ? "not readable" : "missing file";
 }
 
 /** The names of a text in which "!!!" stands in front of each. */
@@ -43,15 +79,25 @@ Json namesIn(const std::string& text) {
 }
 
 int listDesignTables(bool json) {
-    Listing listing(json, {"document", "table", "file", "sheet", "configuration", "checksum", "associated_files"});
+    bool complete = true;
+    Listing listing(json,
+                    {"document", "table", "file", "sheet", "configuration", "checksum", "associated_files", "problem"});
     forEachDocumentWithTables([&](const embedded::Document& document, const DesignTables& tables) {
-        for (int i = 1; i <= tables.paths.Size(); ++i)
-            listing.add({document.name(), bytesOf(tables.names[i]), bytesOf(tables.paths[i]), tables.sheets[i],
-                         tables.configurations[i], bytesOf(tables.checksums[i]),
-                         namesIn(bytesOf(tables.associated[i]))});
+        for (const DesignTable& table : tables.all) {
+            const int i = table.index;
+            const Json name = bytesOf(table.name);
+            const Json file = bytesOf(table.file);
+            if (i == 0) {
+                listing.add({document.name(), name, file, Json(), Json(), Json(), Json::array(), problemOf(table)});
+                complete = false;
+                continue;
+            }
+            listing.add({document.name(), name, file, tables.sheets[i], tables.configurations[i],
+                         bytesOf(tables.checksums[i]), namesIn(bytesOf(tables.associated[i])), Json()});
+        }
     });
     listing.print();
-    return ExitFine;
+    return complete ? ExitFine : ExitFindings;
 }
 
 /** Entries of a design table: sheets and configurations with the checksums that the PDM knows, if it knows any. */
@@ -93,7 +139,7 @@ Entries recordedEntries(const embedded::Document& document) {
 /** The entries of the table at an index: those asked for, else those recorded, else the current configuration. */
 Entries entriesOf(const embedded::Document& document, const DesignTables& tables, int index, const Entries& asked) {
     if (asked.sheets.Size() > 0) return asked;
-    Entries entries = tables.paths.Size() == 1 ? recordedEntries(document) : Entries();
+    Entries entries = tables.all.size() == 1 ? recordedEntries(document) : Entries();
     if (entries.sheets.Size() > 0) return entries;
     entries.sheets.Append(textOf(std::to_string(tables.sheets[index])));
     entries.configurations.Append(textOf(std::to_string(tables.configurations[index])));
@@ -115,6 +161,9 @@ CATUnicodeString checksumOf(const embedded::Document& document, const CATUnicode
     return checksums.Size() == 1 ? checksums[1] : CATUnicodeString();
 }
 
+/** The number that the library takes a text for. */
+Json numberIn(const CATUnicodeString& text) { return std::strtol(text.ConvertToChar(), nullptr, 10); }
+
 /** Adds a row an entry; true when one is not what the PDM knows. */
 bool addChecksums(const embedded::Document& document, const CATUnicodeString& file, const Entries& entries,
                   Listing& listing) {
@@ -123,9 +172,9 @@ bool addChecksums(const embedded::Document& document, const CATUnicodeString& fi
         const CATUnicodeString checksum = checksumOf(document, file, entries.sheets[i], entries.configurations[i]);
         const bool isKnown = i <= entries.known.Size();
         const bool differs = isKnown && entries.known[i] != checksum;
-        listing.add({document.name(), bytesOf(file), bytesOf(entries.sheets[i]), bytesOf(entries.configurations[i]),
+        listing.add({document.name(), bytesOf(file), numberIn(entries.sheets[i]), numberIn(entries.configurations[i]),
                      textOrNull(bytesOf(checksum)), isKnown ? Json(bytesOf(entries.known[i])) : Json(),
-                     isKnown ? Json(differs) : Json()});
+                     isKnown ? Json(differs) : Json(), Json()});
         changed = changed || differs;
     }
     return changed;
@@ -134,14 +183,21 @@ bool addChecksums(const embedded::Document& document, const CATUnicodeString& fi
 int listChecksums(bool json, const std::vector<std::string>& texts) {
     Entries asked;
     if (!parseEntries(texts, asked)) return ExitUnusable;
-    bool changed = false;
-    Listing listing(json, {"document", "file", "sheet", "configuration", "checksum", "recorded", "changed"});
+    bool fine = true;
+    Listing listing(json, {"document", "file", "sheet", "configuration", "checksum", "recorded", "changed", "problem"});
     forEachDocumentWithTables([&](const embedded::Document& document, const DesignTables& tables) {
-        for (int i = 1; i <= tables.paths.Size(); ++i)
-            if (addChecksums(document, tables.paths[i], entriesOf(document, tables, i, asked), listing)) changed = true;
+        for (const DesignTable& table : tables.all) {
+            if (table.index == 0) {
+                listing.add(
+                    {document.name(), bytesOf(table.file), Json(), Json(), Json(), Json(), Json(), problemOf(table)});
+                fine = false;
+            } else if (addChecksums(document, table.file, entriesOf(document, tables, table.index, asked), listing)) {
+                fine = false;
+            }
+        }
     });
     listing.print();
-    return changed ? ExitFindings : ExitFine;
+    return fine ? ExitFine : ExitFindings;
 }
 
 } // namespace

@@ -33,7 +33,7 @@ public:
     int sheet() const;
     /** Makes a configuration the current one, from 1. One that the sheet does not have is refused. */
     DesignTable& configuration(int number);
-    /** The same without a look at the sheet, as in a document whose file lost rows since. */
+    /** The same without a look at the sheet, as in a document whose file lost rows since; 0: none is current. */
     DesignTable& storedConfiguration(int number);
     int configuration() const;
     /** Associates a parameter with the column of a title. The title need not be there: the file may come later. A
@@ -52,6 +52,8 @@ public:
     /** How often users of the platform had the file read again. */
     int updates() const;
 
+    /** A file that another program has open cannot be read again until that is over. */
+    DesignTable& openElsewhere(bool value);
     /** A table that does not show itself to automation / that has no sheet. */
     DesignTable& withoutAutomation();
     DesignTable& withoutSheet();
@@ -60,10 +62,20 @@ private:
     DesignTableObject* m_object;
 };
 
+/** What selecting does besides, and what it takes: nothing is published of it. Usually nothing, and no row 0. */
+struct DesignTableHabits {
+    bool selectingWritesFile = false;            ///< another sheet or configuration; the file is longer afterwards
+    bool sheetSelectsFirstConfiguration = false; ///< whichever was current before the sheet was selected
+    bool rowZeroIsTaken = false;                 ///< a table can be left without a current configuration
+};
+/** Of all tables of the session. */
+ExportedByCatia DesignTableHabits& designTableHabits();
+
 /**
  * Makes a design table below a publisher, in its document. The cells are read from the file now; they stay empty when
  * that cannot be read. The suffix tells the kind of the file: xls, xlsx and xlsm are spreadsheets, whatever else is
- * text, one row a line, cells separated by tabulators. The first configuration is the current one.
+ * text, one row a line, cells separated by tabulators, as many as the first row has titles. The first configuration is
+ * the current one.
  *
  *     auto relations = part.addSet("Relations");
  *     auto table = addDesignTable(relations, "DesignTable.1", path("bolts.txt"));
@@ -73,7 +85,8 @@ ExportedByCatia DesignTable addDesignTable(const Publisher& publisher, const std
                                            const std::string& file);
 /** The design tables stored in a document, in the order in which they were made. */
 ExportedByCatia std::vector<DesignTable> designTablesOf(const Document& document);
-/** Whether this platform reads a spreadsheet of a kind ("xls", "xlsx"): that depends on what it was built with. */
+/** Whether this platform reads a spreadsheet of a kind ("xls", "xlsx"): for the latter that depends on what it was
+ * built with. */
 ExportedByCatia bool readsSpreadsheets(const std::string& suffix);
 
 } // namespace embedded

@@ -3,7 +3,7 @@
 
 #include "embedded/tables/SheetBuilder.h"
 
-#include <string>
+#include <string_view>
 
 #if defined(_WIN32)
 #define VORN_SPREADSHEETS_EXPORT __declspec(dllexport)
@@ -11,12 +11,11 @@
 #define VORN_SPREADSHEETS_EXPORT __attribute__((visibility("default")))
 #endif
 
-// What the library of the readers exports. Each reads one sheet, from 1, of a file; false when the file or the sheet
-// cannot be read.
+// What the library of the readers exports: reads one sheet, from 1, of a file's bytes; false when they are no such file
+// or the sheet cannot be read.
 
-using ReadSpreadsheet = bool(const std::string& file, int index, embedded::SheetRows& rows);
+using ReadSpreadsheet = bool(std::string_view bytes, int index, char decimalMark, embedded::SheetRows& rows);
 
-extern "C" VORN_SPREADSHEETS_EXPORT ReadSpreadsheet vornReadXls;
 extern "C" VORN_SPREADSHEETS_EXPORT ReadSpreadsheet vornReadXlsx;
 
 #endif
