@@ -122,7 +122,7 @@ Json writeMasks(Session& session) {
         products[place.dump()] = Json{{"place", place}, {"mask", mask.second}};
     }
     Json section;
-    if (!masks.hasManager) section["without"] = {"manager"};
+    if (!masks.hasManager) section["without"].push_back("manager");
     for (const auto& product : products) section["products"].push_back(product.second);
     return section;
 }

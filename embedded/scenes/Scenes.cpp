@@ -364,11 +364,11 @@ Json writeProduct(const SceneProductObject& product) {
     for (const std::string& name : pathOf(product.product())) object["path"].push_back(checkedText(name));
     if (product.hidden) object["hidden"] = true;
     if (!product.components) {
-        object["without"] = {"position"};
+        object["without"].push_back("position");
     } else if (std::memcmp(product.components->data(), kIdentity.data(), sizeof(Components)) != 0) { // -0 is not 0
         for (const double number : *product.components)
             if (!std::isfinite(number)) throw SaveFault{"a position in a scene is no number"};
-        object["position"] = *product.components;
+        for (const double number : *product.components) object["position"].push_back(number);
     }
     return object;
 }

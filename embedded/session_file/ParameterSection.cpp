@@ -151,7 +151,7 @@ std::map<std::string, Json> writeProducts(const SessionData& session) {
         const ProductNode* const node = existingExtension<ProductNode>(*product);
         if (!node || node->isEmpty()) continue;
         Json json = writeProduct(*node);
-        const std::string place = json["product"].dump(-1, ' ', false, Json::error_handler_t::replace);
+        const std::string place = json["product"].dump();
         products.emplace(place, std::move(json));
     }
     return products;
@@ -176,17 +176,9 @@ Json writeAll(const KnowledgeData& data) {
     return json;
 }
 
-void checkTexts(const Json& json) {
-    if (json.is_string()) checkedText(json.get_ref<const std::string&>());
-    for (const auto& item : json.items()) {
-        if (json.is_object()) checkedText(item.key());
-        if (json.is_structured()) checkTexts(item.value());
-    }
-}
-
 Json write(Session& session) {
     Json json = writeAll(session.data().part<KnowledgeData>());
-    checkTexts(json);
+    if (!json.isWellFormed()) throw SaveFault{"a text is not UTF-8"};
     return json;
 }
 
@@ -338,7 +330,7 @@ const SessionSection section("parameters", read, write);
 
 void KnowledgeData::addToDigest(std::string& text) const {
     const Json json = writeAll(*this);
-    if (!json.is_null()) text += "parameters " + json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+    if (!json.isNull()) text += "parameters " + json.dump() + "\n";
 }
 
 } // namespace embedded

@@ -101,7 +101,7 @@ SessionFileResult loadSession(const std::string& path) {
 SessionFileResult sessionText(std::string& text) {
     text.clear();
     try {
-        text = writeSession(Session::current().data()).dump(2) + "\n";
+        text = writeSession(Session::current().data()).dumpLines() + "\n";
         return {};
     } catch (const SaveFault& fault) {
         return failure(fault.message);

@@ -2,16 +2,13 @@
 #define EMBEDDED_SESSION_FILE_SESSION_SECTIONS_H
 
 #include "embedded/Session.h"
+#include "embedded/session_file/Json.h"
 #include "embedded/session_file/JsonReader.h"
-
-#include <nlohmann/json.hpp>
 
 #include <string>
 #include <vector>
 
 namespace embedded {
-
-using Json = nlohmann::ordered_json;
 
 /** What a section of a session file is read with. Everything that fails throws JsonFault at the field. */
 class SectionReader {

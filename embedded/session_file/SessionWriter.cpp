@@ -30,7 +30,7 @@ public:
         root["documents"] = std::move(documents);
         for (const SessionSection* section : SessionSection::all()) {
             Json written = writeSection(*section);
-            if (!written.is_null()) root[section->key] = std::move(written);
+            if (!written.isNull()) root[section->key] = std::move(written);
         }
         return root;
     }
