@@ -192,9 +192,9 @@ Json writeSelection(Session& session) {
     return list.empty() ? Json() : list;
 }
 
-const SessionSection frameSection("frame", &readFrame, &writeFrame);
-const SessionSection selectionSection("selection", &readSelection, &writeSelection, kRankBehindDesignTables);
-const SessionSection windowsSection("windows", &readWindows, &writeWindows);
+const SessionSection frameSection("frame", readFrame, writeFrame);
+const SessionSection selectionSection("selection", readSelection, writeSelection, kRankBehindDesignTables);
+const SessionSection windowsSection("windows", readWindows, writeWindows);
 
 } // namespace
 
