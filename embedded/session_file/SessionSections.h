@@ -37,17 +37,19 @@ Json placeOf(const Product& product);
 /** Why a session cannot be written. */
 struct SaveFault {
     std::string message;
+    std::string place = {}; ///< within the section: "[3]"
 };
 
 /** One topic's member of a session file. Stands in a source file as a static object; they are read and written in the
- * order of their ranks and keys, behind "environment" and "documents". */
+ * order of their ranks and keys. */
 class SessionSection {
 public:
     using Read = void (*)(const JsonField& field, const SectionReader& reader);
     /** Null when there is nothing to write. */
     using Write = Json (*)(Session& session);
 
-    /** @param rank above that of every section whose objects this one names */
+    /** @param rank above that of every section whose objects this one names; those of the environment and of the
+     * documents are below 0 */
     SessionSection(const char* key, Read read, Write write, int rank = 0);
 
     static const SessionSection* find(const std::string& key);
