@@ -1,5 +1,5 @@
 #include "embedded/Parameters.h"
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/KnowledgeData.h"
 #include "embedded/session_file/SessionSections.h"
 #include "embedded/text/Numbers.h"
 

@@ -5,7 +5,7 @@
 #include "CATICkeOleSheet.h"
 #include "CATICkeRelation.h"
 #include "CATIDesignTable.h"
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/KnowledgeData.h"
 #include "embedded/tables/Sheets.h"
 
 #include <memory>
