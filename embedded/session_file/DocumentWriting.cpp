@@ -39,10 +39,6 @@ private:
     static void write(Json& object, const char* key, bool flag, bool usual) {
         if (flag != usual) object[key] = flag;
     }
-    static void writeWithout(Json& object, std::initializer_list<std::pair<bool, const char*>> parts) {
-        for (const auto& part : parts)
-            if (!part.first) object["without"].push_back(part.second);
-    }
     void writeList(Json& object, const char* key, const std::vector<std::string>& texts) const {
         for (const std::string& text : texts) object[key].push_back(checked(text));
     }
@@ -55,9 +51,9 @@ private:
         write(object, "saved", document.saved, true);
         write(object, "on_disk", document.onDisk, hasDirectory(document.name()));
         write(object, "up_to_date", document.upToDate, true);
-        writeWithout(object, {{document.hasDescriptor, "descriptor"},
-                              {document.hasAutomation, "automation"},
-                              {document.hasRoots, "roots"}});
+        writeWithout(object, {{"descriptor", document.hasDescriptor},
+                              {"automation", document.hasAutomation},
+                              {"roots", document.hasRoots}});
         m_components.clear();
         if (const ProductObject* const root = document.rootProduct()) writeReference(object, *root->reference(), 0);
         return object;
@@ -71,7 +67,7 @@ private:
         for (const auto& shape : reference.shapes)
             object["shapes"].push_back(Json{{"name", checked(shape.first)}, {"path", checked(shape.second)}});
         writeWithout(object,
-                     {{reference.node->hasProperties(), "properties"}, {reference.linkable, "linkable_object"}});
+                     {{"properties", reference.node->hasProperties()}, {"linkable_object", reference.linkable}});
         if (reference.node->childCount() == 0) return;
         Json& children = object["children"] = Json::array();
         for (std::size_t i = 0; i < reference.node->childCount(); ++i)
@@ -89,7 +85,7 @@ private:
         else
             object["component"] = writeComponent(*reference, depth);
         write(object, "description", instance.description());
-        writeWithout(object, {{instance.hasProperties(), "properties"}});
+        writeWithout(object, {{"properties", instance.hasProperties()}});
         const auto own = m_own.find(&instance);
         if (own == m_own.end()) return object;
         for (const ProductObject* occurrence : own->second)
@@ -113,7 +109,7 @@ private:
         Json object = Json::object();
         writeList(object, "path", namesBelowInstance(occurrence));
         if (occurrence.ownDescription()) object["description"] = checked(*occurrence.ownDescription());
-        writeWithout(object, {{occurrence.hasProperties(), "properties"}});
+        writeWithout(object, {{"properties", occurrence.hasProperties()}});
         return object;
     }
 

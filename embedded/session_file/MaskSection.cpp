@@ -11,11 +11,7 @@ namespace {
 
 void readMasks(const JsonField& field, const SectionReader& reader) {
     field.expectKeys({"without", "products"});
-    if (const auto without = field.optional("without"))
-        for (const JsonField& what : without->elements()) {
-            if (what.text() != "manager") what.fail("nothing named '" + what.text() + "' can be missing here");
-            withoutMaskManager();
-        }
+    readWithout(field, {{"manager", &SessionMasks::get().hasManager}});
     const auto products = field.optional("products");
     if (!products) return;
     for (const JsonField& product : products->elements()) {
@@ -35,7 +31,7 @@ Json writeMasks(Session& session) {
         products[place.dump()] = Json{{"place", place}, {"mask", mask.second}};
     }
     Json json;
-    if (!masks.hasManager) json["without"].push_back("manager");
+    writeWithout(json, {{"manager", masks.hasManager}});
     for (const auto& product : products) json["products"].push_back(product.second);
     return json;
 }

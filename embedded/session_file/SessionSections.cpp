@@ -70,6 +70,22 @@ Product SectionReader::place(const JsonField& field) const {
     return product;
 }
 
+void readWithout(const JsonField& field, std::initializer_list<Part> parts) {
+    const auto without = field.optional("without");
+    if (!without) return;
+    for (const JsonField& what : without->elements()) {
+        const auto isIt = [&what](const Part& part) { return what.text() == part.first; };
+        const Part* const found = std::find_if(parts.begin(), parts.end(), isIt);
+        if (found == parts.end()) what.fail("nothing named '" + what.text() + "' can be missing here");
+        *found->second = false;
+    }
+}
+
+void writeWithout(Json& object, std::initializer_list<std::pair<const char*, bool>> parts) {
+    for (const auto& part : parts)
+        if (!part.second) object["without"].push_back(part.first);
+}
+
 const std::string& checkedText(const std::string& text) {
     if (!isWellFormed(text)) throw SaveFault{"a text is not UTF-8"};
     return text;

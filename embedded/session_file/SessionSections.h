@@ -5,7 +5,9 @@
 #include "embedded/session_file/Json.h"
 #include "embedded/session_file/JsonReader.h"
 
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace embedded {
@@ -33,6 +35,13 @@ private:
 const std::string& checkedText(const std::string& text);
 /** What SectionReader::place reads. */
 Json placeOf(const Product& product);
+
+/** What an object can lack, and the flag that is false when it does. */
+using Part = std::pair<const char*, bool*>;
+/** Reads the member "without" of an object, a list of names of parts. */
+void readWithout(const JsonField& field, std::initializer_list<Part> parts);
+/** Writes it, unless nothing is missing. */
+void writeWithout(Json& object, std::initializer_list<std::pair<const char*, bool>> parts);
 
 /** Why a session cannot be written. */
 struct SaveFault {
