@@ -1,5 +1,5 @@
 #include "CATInit.h"
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/KnowledgeData.h"
 
 EMBEDDED_INTERFACE(CATInit, CATBaseUnknown, 0x613);
 

@@ -1,5 +1,5 @@
 #include "CATSessionServices.h"
-#include "embedded/frame/Frame.h"
+#include "embedded/frame/FrameData.h"
 
 using namespace embedded;
 

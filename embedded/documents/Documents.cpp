@@ -138,6 +138,8 @@ CATListValCATBaseUnknown_var* DocumentObject::GiveDocRoots() {
     return roots.release();
 }
 
+std::string nameOf(const DocumentObject* document) { return document ? document->name() : std::string(); }
+
 } // namespace embedded
 
 HRESULT CATDocumentServices::GetDocumentInSession(const CATUnicodeString& iStorageName, CATDocument*& oOpenedDoc) {

@@ -109,6 +109,9 @@ private:
     mutable std::unique_ptr<DescriptorObject> m_descriptor;
 };
 
+/** Empty for none. */
+std::string nameOf(const DocumentObject* document);
+
 } // namespace embedded
 
 #endif

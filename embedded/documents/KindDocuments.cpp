@@ -3,7 +3,7 @@
 #include "CATISPPProcessContainer.h"
 #include "CATISamAccess.h"
 #include "CATISamAnalysisContainer.h"
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/KnowledgeData.h"
 
 EMBEDDED_INTERFACE(CATIContainerOfDocument, CATBaseUnknown, 0x600);
 EMBEDDED_INTERFACE(CATISamAccess, CATIContainerOfDocument, 0x601);

@@ -1,6 +1,6 @@
 #include "embedded/documents/LoadedDocuments.h"
 
-#include "embedded/frame/Frame.h"
+#include "embedded/frame/FrameData.h"
 #include "embedded/structure/Places.h"
 
 #include <algorithm>

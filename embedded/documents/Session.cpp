@@ -21,6 +21,7 @@ void Session::reset() {
     // In place: the environment keeps its address.
     m_data->environment = Environment();
     m_data->updatedDrawings.clear();
+    m_data->logLines.clear();
     // They refer to the objects below.
     m_data->parts.clear();
     m_data->documentIndex.clear();

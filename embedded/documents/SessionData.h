@@ -32,6 +32,7 @@ public:
 struct SessionData {
     Environment environment;
     std::vector<std::string> updatedDrawings;
+    std::vector<std::string> logLines; ///< of the integration's log file
     std::vector<std::unique_ptr<DocumentObject>> documents;
     std::unordered_map<std::string, DocumentObject*> documentIndex; ///< by foldedName()
     std::vector<std::unique_ptr<Reference>> references;

@@ -2,7 +2,7 @@
 #include "embedded/documents/SessionObject.h"
 #include "embedded/files/FileNames.h"
 #include "embedded/files/SystemFiles.h"
-#include "embedded/frame/Frame.h"
+#include "embedded/frame/FrameData.h"
 
 EMBEDDED_INTERFACE(CATIIniInteractiveSession, CATBaseUnknown, 0x103);
 

@@ -1,7 +1,7 @@
 #include "embedded/Windows.h"
 
 #include "embedded/documents/SessionObject.h"
-#include "embedded/frame/Frame.h"
+#include "embedded/frame/FrameData.h"
 
 #include <algorithm>
 

@@ -1,5 +1,13 @@
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/ParameterObjects.h"
+
+#include "embedded/documents/Documents.h"
 #include "embedded/text/Numbers.h"
+
+EMBEDDED_INTERFACE(CATICkeInst, CATBaseUnknown, 0x318);
+EMBEDDED_INTERFACE(CATICkeParm, CATBaseUnknown, 0x319);
+
+const CATCke::Boolean CATCke::True(1);
+const CATCke::Boolean CATCke::False(0);
 
 namespace embedded {
 

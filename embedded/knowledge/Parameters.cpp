@@ -1,6 +1,6 @@
 #include "embedded/Parameters.h"
 
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/KnowledgeData.h"
 #include "embedded/text/Numbers.h"
 
 namespace embedded {
@@ -29,10 +29,7 @@ Parameter added(Node* node, const char* type, const std::string& role, Set set) 
     return Parameter(node->append(made) ? &made : nullptr);
 }
 
-ProductNode* referenceNode(const Product& product) {
-    ProductObject* const object = product.object();
-    return object && object->reference() ? &nodeOf(*object->reference()->node) : nullptr;
-}
+ProductNode* referenceNode(const Product& product) { return product ? referenceNodeOf(*product.object()) : nullptr; }
 
 /** Another interface of an object, borrowed. */
 template <class T>
@@ -236,7 +233,5 @@ bool selectUnit(const std::string& magnitude, const std::string& symbol) {
     TypeObject* const type = KnowledgeData::get().type(magnitude);
     return type && type->select(symbol);
 }
-
-std::vector<std::string>& logFile() { return KnowledgeData::get().logLines; }
 
 } // namespace embedded

@@ -1,5 +1,5 @@
 #include "CATIPrtContainer.h"
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/KnowledgeData.h"
 
 EMBEDDED_INTERFACE(CATIPrtContainer, CATBaseUnknown, 0x330);
 

@@ -76,9 +76,13 @@ public:
     SceneProductObject* find(const ProductObject* product) const;
     /** Takes a product in; null when it is not below the root. */
     SceneProductObject* take(const ProductObject* product);
+    /** Takes in what is below the root now. */
+    void takeAll();
     void drop(const ProductObject* product);
     /** In the order in which they were taken in. */
     const std::vector<std::unique_ptr<SceneProductObject>>& products() const { return m_products; }
+    /** The same in the order of the structure. */
+    std::vector<const SceneProductObject*> inOrder() const;
 
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
     HRESULT __stdcall get_Type(CatSceneType& oType) override;
@@ -123,6 +127,7 @@ public:
     static constexpr const char* kName = "scenes";
 
     explicit SessionScenes(SessionData&) {}
+    static SessionScenes& get();
 
     void addToDigest(std::string& text) const override;
 

@@ -214,8 +214,8 @@ void DesignTablesData::addToDigest(std::string& text) const {
         json["document"] = table->document()->name();
         json["below"] = table->parent->path(nullptr);
         for (const Association& one : table->associations)
-            json["associations"].push_back({one.title, one.parameter->path(nullptr)});
-        text += "design table " + json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+            json["associations"].push_back(Json{{one.title, one.parameter->path(nullptr)}});
+        text += "design table " + json.dump() + "\n";
     }
 }
 

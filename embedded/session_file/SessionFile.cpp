@@ -1,13 +1,14 @@
 #include "embedded/SessionFile.h"
 
+#include "embedded/files/FileNames.h"
 #include "embedded/files/SystemFiles.h"
-#include "embedded/session_file/SessionTree.h"
+#include "embedded/session_file/SessionSections.h"
 
-#include <algorithm>
-#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <set>
+#include <string>
 #include <system_error>
 #include <vector>
 
@@ -50,28 +51,41 @@ bool replaceFile(const fs::path& path, const std::string& text) {
     return false;
 }
 
-std::vector<const SessionSection*>& sections() {
-    static std::vector<const SessionSection*> list;
-    return list;
+/** The folder of a file, with a separator at its end. */
+std::string folderOf(const std::string& path) {
+    std::error_code error;
+    const fs::path file = fs::absolute(fs::u8path(path), error);
+    std::string folder = (error ? fs::u8path(path) : file).parent_path().u8string();
+    if (!folder.empty() && !isSeparator(folder.back())) folder += systemSeparator();
+    return folder;
+}
+
+void readSession(Session& session, const std::string& path, const JsonField& root) {
+    const std::vector<JsonField> members = root.members();
+    std::set<std::string> seen;
+    for (const JsonField& member : members) {
+        if (!SessionSection::find(member.key())) member.fail("unknown key");
+        if (!seen.insert(member.key()).second) member.fail("given twice");
+    }
+    const SectionReader reader(session, folderOf(path));
+    for (const SessionSection* section : SessionSection::all())
+        if (const auto field = root.optional(section->key)) section->read(*field, reader);
+}
+
+Json writeSession(Session& session) {
+    Json root = Json::object();
+    for (const SessionSection* section : SessionSection::all()) {
+        try {
+            Json written = section->write(session);
+            if (!written.isNull()) root[section->key] = std::move(written);
+        } catch (const SaveFault& fault) {
+            throw SaveFault{section->key + fault.place + ": " + fault.message, {}};
+        }
+    }
+    return root;
 }
 
 } // namespace
-
-SessionSection::SessionSection(const char* sectionKey, Read readSection, Write writeSection, int sectionRank)
-    : key(sectionKey), read(readSection), write(writeSection), rank(sectionRank) {
-    const auto after = [](const SessionSection* left, const SessionSection* right) {
-        return left->rank != right->rank ? left->rank < right->rank : std::strcmp(left->key, right->key) < 0;
-    };
-    sections().insert(std::upper_bound(sections().begin(), sections().end(), this, after), this);
-}
-
-const SessionSection* SessionSection::find(const std::string& key) {
-    for (const SessionSection* section : sections())
-        if (key == section->key) return section;
-    return nullptr;
-}
-
-const std::vector<const SessionSection*>& SessionSection::all() { return sections(); }
 
 SessionFileResult loadSessionText(const std::string& path, const std::string& text) {
     Session& session = Session::current();
@@ -101,7 +115,7 @@ SessionFileResult loadSession(const std::string& path) {
 SessionFileResult sessionText(std::string& text) {
     text.clear();
     try {
-        text = writeSession(Session::current().data()).dump(2) + "\n";
+        text = writeSession(Session::current()).dumpLines() + "\n";
         return {};
     } catch (const SaveFault& fault) {
         return failure(fault.message);

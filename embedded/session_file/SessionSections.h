@@ -2,16 +2,15 @@
 #define EMBEDDED_SESSION_FILE_SESSION_SECTIONS_H
 
 #include "embedded/Session.h"
+#include "embedded/session_file/Json.h"
 #include "embedded/session_file/JsonReader.h"
 
-#include <nlohmann/json.hpp>
-
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace embedded {
-
-using Json = nlohmann::ordered_json;
 
 /** What a section of a session file is read with. Everything that fails throws JsonFault at the field. */
 class SectionReader {
@@ -37,20 +36,29 @@ const std::string& checkedText(const std::string& text);
 /** What SectionReader::place reads. */
 Json placeOf(const Product& product);
 
+/** What an object can lack, and the flag that is false when it does. */
+using Part = std::pair<const char*, bool*>;
+/** Reads the member "without" of an object, a list of names of parts. */
+void readWithout(const JsonField& field, std::initializer_list<Part> parts);
+/** Writes it, unless nothing is missing. */
+void writeWithout(Json& object, std::initializer_list<std::pair<const char*, bool>> parts);
+
 /** Why a session cannot be written. */
 struct SaveFault {
     std::string message;
+    std::string place = {}; ///< within the section: "[3]"
 };
 
 /** One topic's member of a session file. Stands in a source file as a static object; they are read and written in the
- * order of their ranks and keys, behind "environment" and "documents". */
+ * order of their ranks and keys. */
 class SessionSection {
 public:
     using Read = void (*)(const JsonField& field, const SectionReader& reader);
     /** Null when there is nothing to write. */
     using Write = Json (*)(Session& session);
 
-    /** @param rank above that of every section whose objects this one names */
+    /** @param rank above that of every section whose objects this one names; those of the environment and of the
+     * documents are below 0 */
     SessionSection(const char* key, Read read, Write write, int rank = 0);
 
     static const SessionSection* find(const std::string& key);

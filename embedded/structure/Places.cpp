@@ -21,7 +21,7 @@ auto onTheWay(const ProductObject& product, Begins begins, Answer answer) {
     return way;
 }
 
-const std::string& nameOf(const ProductObject& product) { return product.instanceName(); }
+const std::string& instanceNameOf(const ProductObject& product) { return product.instanceName(); }
 
 std::size_t indexOf(const ProductObject& product) { return product.index(); }
 
@@ -33,12 +33,14 @@ const ProductObject& rootOf(const ProductObject& product) {
     return *root;
 }
 
-std::vector<std::string> namesBelowRoot(const ProductObject& product) { return onTheWay(product, isRoot, nameOf); }
+std::vector<std::string> namesBelowRoot(const ProductObject& product) {
+    return onTheWay(product, isRoot, instanceNameOf);
+}
 
 std::vector<std::size_t> indicesBelowRoot(const ProductObject& product) { return onTheWay(product, isRoot, indexOf); }
 
 std::vector<std::string> namesBelowInstance(const ProductObject& product) {
-    return onTheWay(product, isDirectInstance, nameOf);
+    return onTheWay(product, isDirectInstance, instanceNameOf);
 }
 
 std::unordered_map<const ProductObject*, std::vector<const ProductObject*>> ownOccurrences(const SessionData& session) {

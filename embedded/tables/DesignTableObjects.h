@@ -6,7 +6,7 @@
 #include "CATICkeRelation.h"
 #include "CATIDesignTable.h"
 #include "embedded/DesignTables.h"
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/KnowledgeData.h"
 #include "embedded/tables/Sheets.h"
 
 #include <memory>

@@ -1,50 +1,36 @@
-#include "embedded/session_file/SessionTree.h"
+#include "embedded/session_file/DocumentSection.h"
 
+#include "embedded/documents/SessionData.h"
 #include "embedded/files/FileNames.h"
 #include "embedded/structure/Places.h"
 #include "embedded/text/Characters.h"
 
-#include <algorithm>
+#include <initializer_list>
 #include <map>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace embedded {
 
 namespace {
 
-/** Makes the tree of a session file. What has its default is left out. Throws SaveFault. */
-class Saver {
+class Writer {
 public:
-    explicit Saver(const SessionData& session) : m_session(session), m_own(ownOccurrences(session)) {}
+    explicit Writer(const SessionData& session) : m_session(session), m_own(ownOccurrences(session)) {}
 
-    Json save() {
-        Json root = Json::object();
-        Json environment = writeEnvironment();
-        if (!environment.empty()) root["environment"] = std::move(environment);
+    Json write() {
         Json documents = Json::array();
         for (const auto& document : m_session.documents) {
-            m_place = "documents[" + std::to_string(documents.size()) + "]";
+            m_place = "[" + std::to_string(documents.size()) + "]";
             documents.push_back(writeDocument(*document));
         }
-        root["documents"] = std::move(documents);
-        for (const SessionSection* section : SessionSection::all()) {
-            Json written = writeSection(*section);
-            if (!written.is_null()) root[section->key] = std::move(written);
-        }
-        return root;
+        return documents;
     }
 
 private:
-    static Json writeSection(const SessionSection& section) {
-        try {
-            return section.write(Session::current());
-        } catch (const SaveFault& fault) {
-            throw SaveFault{std::string(section.key) + ": " + fault.message};
-        }
-    }
     const std::string& checked(const std::string& text) const {
-        if (!isWellFormed(text)) throw SaveFault{m_place + ": a text is not UTF-8"};
+        if (!isWellFormed(text)) throw SaveFault{"a text is not UTF-8", m_place};
         return text;
     }
     void write(Json& object, const char* key, const std::string& text, const std::string& usual = {}) const {
@@ -53,32 +39,8 @@ private:
     static void write(Json& object, const char* key, bool flag, bool usual) {
         if (flag != usual) object[key] = flag;
     }
-    static void writeWithout(Json& object, std::initializer_list<std::pair<bool, const char*>> parts) {
-        for (const auto& part : parts)
-            if (!part.first) object["without"].push_back(part.second);
-    }
     void writeList(Json& object, const char* key, const std::vector<std::string>& texts) const {
         for (const std::string& text : texts) object[key].push_back(checked(text));
-    }
-
-    Json writeEnvironment() {
-        m_place = "environment";
-        const Environment& environment = m_session.environment;
-        const Environment usual;
-        Json object = Json::object();
-        for (const FlagField& flag : kFlags) write(object, flag.key, environment.*flag.field, usual.*flag.field);
-        for (const DirectoryField& directory : kDirectories) write(object, directory.key, environment.*directory.field);
-        write(object, "reference_prefix", environment.referencePrefix);
-        writeList(object, "release_cache_directories", environment.releaseCacheDirectories);
-        for (const auto& name : environment.logicalNames)
-            object["logical_names"][checked(name.first)] = checked(name.second);
-        write(object, "separator", environment.separator);
-        for (const auto& variable : environment.variables)
-            object["variables"][checked(variable.first)] = checked(variable.second);
-        writeList(object, "missing_managers", environment.missingManagers);
-        write(object, "decimal_separator", environment.decimalSeparator, usual.decimalSeparator);
-        writeList(object, "properties_read_only_on_create", environment.propertiesReadOnlyOnCreate);
-        return object;
     }
 
     Json writeDocument(DocumentObject& document) {
@@ -89,23 +51,23 @@ private:
         write(object, "saved", document.saved, true);
         write(object, "on_disk", document.onDisk, hasDirectory(document.name()));
         write(object, "up_to_date", document.upToDate, true);
-        writeWithout(object, {{document.hasDescriptor, "descriptor"},
-                              {document.hasAutomation, "automation"},
-                              {document.hasRoots, "roots"}});
+        writeWithout(object, {{"descriptor", document.hasDescriptor},
+                              {"automation", document.hasAutomation},
+                              {"roots", document.hasRoots}});
         m_components.clear();
         if (const ProductObject* const root = document.rootProduct()) writeReference(object, *root->reference(), 0);
         return object;
     }
 
     void writeReference(Json& object, const Reference& reference, int depth) {
-        if (depth > kDeepestComponent) throw SaveFault{m_place + ": components nested too deeply"};
+        if (depth > kDeepestComponent) throw SaveFault{"components nested too deeply", m_place};
         object["part_number"] = checked(reference.partNumber);
         write(object, "description_ref", reference.description);
         write(object, "master_shape", reference.masterShape);
         for (const auto& shape : reference.shapes)
             object["shapes"].push_back(Json{{"name", checked(shape.first)}, {"path", checked(shape.second)}});
         writeWithout(object,
-                     {{reference.node->hasProperties(), "properties"}, {reference.linkable, "linkable_object"}});
+                     {{"properties", reference.node->hasProperties()}, {"linkable_object", reference.linkable}});
         if (reference.node->childCount() == 0) return;
         Json& children = object["children"] = Json::array();
         for (std::size_t i = 0; i < reference.node->childCount(); ++i)
@@ -123,7 +85,7 @@ private:
         else
             object["component"] = writeComponent(*reference, depth);
         write(object, "description", instance.description());
-        writeWithout(object, {{instance.hasProperties(), "properties"}});
+        writeWithout(object, {{"properties", instance.hasProperties()}});
         const auto own = m_own.find(&instance);
         if (own == m_own.end()) return object;
         for (const ProductObject* occurrence : own->second)
@@ -147,31 +109,18 @@ private:
         Json object = Json::object();
         writeList(object, "path", namesBelowInstance(occurrence));
         if (occurrence.ownDescription()) object["description"] = checked(*occurrence.ownDescription());
-        writeWithout(object, {{occurrence.hasProperties(), "properties"}});
+        writeWithout(object, {{"properties", occurrence.hasProperties()}});
         return object;
     }
 
     const SessionData& m_session;
     const std::unordered_map<const ProductObject*, std::vector<const ProductObject*>> m_own;
     std::map<const Reference*, std::string> m_components; ///< ids of the document being written
-    std::string m_place;
+    std::string m_place;                                  ///< of the document being written
 };
 
 } // namespace
 
-Json writeSession(const SessionData& session) { return Saver(session).save(); }
-
-const std::string& checkedText(const std::string& text) {
-    if (!isWellFormed(text)) throw SaveFault{"a text is not UTF-8"};
-    return text;
-}
-
-Json placeOf(const Product& product) {
-    const Reference* const root = product ? rootOf(*product.object()).reference() : nullptr;
-    if (!root || root->component) throw SaveFault{"a component has no place of its own"};
-    Json json{{"document", checkedText(root->document->name())}};
-    for (const std::string& name : namesBelowRoot(*product.object())) json["path"].push_back(checkedText(name));
-    return json;
-}
+Json writeDocuments(Session& session) { return Writer(session.data()).write(); }
 
 } // namespace embedded

@@ -1,60 +1,20 @@
-#include "embedded/session_file/SessionTree.h"
+#include "embedded/session_file/DocumentSection.h"
 
-#include "embedded/files/FileNames.h"
-#include "embedded/files/SystemFiles.h"
+#include "embedded/documents/SessionData.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <map>
-#include <set>
-#include <system_error>
+#include <string>
 #include <vector>
 
 namespace embedded {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/** Whether a name says by itself where it begins: from a root, a drive or a logical name. */
-bool isAbsolute(const std::string& name) {
-    return !name.empty() && (isSeparator(name[0]) || name[0] == '\x01' || (name.size() > 1 && name[1] == ':'));
-}
-
-/** The folder of a file, with a separator at its end. */
-std::string folderOf(const std::string& path) {
-    std::error_code error;
-    const fs::path file = fs::absolute(fs::u8path(path), error);
-    std::string folder = (error ? fs::u8path(path) : file).parent_path().u8string();
-    if (!folder.empty() && !isSeparator(folder.back())) folder += systemSeparator();
-    return folder;
-}
-
-/** Fills the session from the tree of a session file. Throws JsonFault. */
-class Loader {
+class Reader {
 public:
-    Loader(Session& session, const std::string& path) : m_session(session), m_reader(session, folderOf(path)) {}
+    explicit Reader(const SectionReader& reader) : m_session(reader.session()), m_reader(reader) {}
 
-    void load(const JsonField& root) {
-        const std::vector<JsonField> members = root.members();
-        expectSections(members);
-        if (const auto environment = root.optional("environment")) readEnvironment(*environment);
-        if (const auto documents = root.optional("documents")) readDocuments(*documents);
-        for (const SessionSection* section : SessionSection::all())
-            if (const auto field = root.optional(section->key)) section->read(*field, m_reader);
-    }
-
-private:
-    static void expectSections(const std::vector<JsonField>& members) {
-        std::set<std::string> seen;
-        for (const JsonField& member : members) {
-            const std::string& key = member.key();
-            if (key != "environment" && key != "documents" && !SessionSection::find(key)) member.fail("unknown key");
-            if (!seen.insert(key).second) member.fail("given twice");
-        }
-    }
-
-    void readDocuments(const JsonField& list) {
+    void read(const JsonField& list) {
         const std::vector<JsonField> documents = list.elements();
         for (const JsonField& document : documents) readDocument(document);
         for (std::size_t i = 0; i < documents.size(); ++i) {
@@ -65,70 +25,12 @@ private:
             readOccurrences(documents[i], m_session.documentAt(i).root());
     }
 
-    std::string path(const JsonField& field) const { return m_reader.path(field); }
-
-    void readEnvironment(const JsonField& field) {
-        Environment& environment = m_session.environment();
-        for (const JsonField& member : field.members()) readEnvironmentField(member, environment);
-    }
-
-    void readEnvironmentField(const JsonField& member, Environment& environment) {
-        if (!m_environmentKeys.emplace(member.key(), true).second) member.fail("given twice");
-        for (const FlagField& flag : kFlags)
-            if (member.key() == flag.key) return void(environment.*flag.field = member.flag());
-        for (const DirectoryField& directory : kDirectories)
-            if (member.key() == directory.key) return void(environment.*directory.field = path(member));
-        if (member.key() == "reference_prefix") return void(environment.referencePrefix = member.text());
-        if (member.key() == "separator") return readSeparator(member, environment);
-        if (member.key() == "variables") return readVariables(member, environment);
-        if (member.key() == "logical_names") return readLogicalNames(member, environment);
-        if (member.key() == "missing_managers") return readMissingManagers(member, environment);
-        if (member.key() == "decimal_separator") return readDecimalSeparator(member, environment);
-        if (member.key() == "properties_read_only_on_create") {
-            for (const JsonField& name : member.elements())
-                environment.propertiesReadOnlyOnCreate.push_back(name.text());
-            return;
-        }
-        if (member.key() != "release_cache_directories") member.fail("unknown key");
-        for (const JsonField& directory : member.elements())
-            environment.releaseCacheDirectories.push_back(path(directory));
-    }
-
-    static void readSeparator(const JsonField& field, Environment& environment) {
-        environment.separator = field.text();
-        const bool one = environment.separator.size() == 1 && isSeparator(environment.separator[0]);
-        if (!one && !environment.separator.empty()) field.fail("a slash or a backslash is expected");
-    }
-
-    static void readDecimalSeparator(const JsonField& field, Environment& environment) {
-        environment.decimalSeparator = field.text();
-        if (field.text() != "." && field.text() != ",") field.fail("a point or a comma is expected");
-    }
-
-    void readLogicalNames(const JsonField& field, Environment& environment) const {
-        for (const JsonField& name : field.members())
-            if (!environment.logicalNames.emplace(name.key(), path(name)).second) name.fail("given twice");
-    }
-
-    static void readVariables(const JsonField& field, Environment& environment) {
-        for (const JsonField& variable : field.members())
-            if (!environment.variables.emplace(variable.key(), variable.text()).second) variable.fail("given twice");
-    }
-
-    static void readMissingManagers(const JsonField& field, Environment& environment) {
-        for (const JsonField& manager : field.elements()) {
-            const std::string& name = manager.text();
-            if (std::find(std::begin(kManagers), std::end(kManagers), name) == std::end(kManagers))
-                manager.fail("no manager is named '" + name + "'");
-            environment.missingManagers.push_back(name);
-        }
-    }
-
+private:
     void readDocument(const JsonField& field) {
         field.expectKeys({"name", "type", "uuid", "saved", "on_disk", "up_to_date", "part_number", "description_ref",
                           "master_shape", "shapes", "children", "without"});
         const JsonField nameField = field.required("name");
-        const std::string name = path(nameField);
+        const std::string name = m_reader.path(nameField);
         if (m_session.find(name)) nameField.fail("a second document named '" + name + "'");
         Document document = m_session.document(name);
         if (const auto type = field.optional("type")) document.type(type->text());
@@ -184,12 +86,12 @@ private:
         if (const auto partNumber = field.optional("part_number")) product.partNumber(partNumber->text());
         if (const auto description = field.optional("description_ref"))
             product.referenceDescription(description->text());
-        if (const auto masterShape = field.optional("master_shape")) product.masterShape(path(*masterShape));
+        if (const auto masterShape = field.optional("master_shape")) product.masterShape(m_reader.path(*masterShape));
         const auto shapes = field.optional("shapes");
         if (!shapes) return;
         for (const JsonField& shape : shapes->elements()) {
             shape.expectKeys({"name", "path"});
-            product.shape(shape.required("name").text(), path(shape.required("path")));
+            product.shape(shape.required("name").text(), m_reader.path(shape.required("path")));
         }
     }
 
@@ -221,7 +123,7 @@ private:
     }
 
     Product addDocument(const JsonField& field, const Product& father, const std::string& name) {
-        const std::string documentName = path(field);
+        const std::string documentName = m_reader.path(field);
         const Document document = m_session.find(documentName);
         if (!document) field.fail("no document named '" + documentName + "'");
         if (!document.root()) field.fail("a document of type '" + document.type() + "' has no product");
@@ -287,43 +189,17 @@ private:
     }
 
     Session& m_session;
-    const SectionReader m_reader;
-    std::map<std::string, bool> m_environmentKeys;
+    const SectionReader& m_reader;
     std::map<std::string, Product> m_components; ///< of the document being read, by their ids
     int m_depth = 0;                             ///< components around the one being read
 };
 
+constexpr int kRank = -1;
+
+const SessionSection section("documents", readDocuments, writeDocuments, kRank);
+
 } // namespace
 
-void readSession(Session& session, const std::string& path, const JsonField& root) { Loader(session, path).load(root); }
-
-std::string SectionReader::path(const JsonField& field) const {
-    std::string name = field.text();
-    if (!hasDirectory(name) || isAbsolute(name)) return name;
-    if (name[0] == '.' && isSeparator(name[1])) name.erase(0, 2);
-    for (char& character : name)
-        if (isSeparator(character)) character = *systemSeparator();
-    return m_folder + name;
-}
-
-Document SectionReader::document(const JsonField& field) const {
-    const std::string name = path(field);
-    const Document document = m_session.find(name);
-    if (!document) field.fail("no document named '" + name + "'");
-    return document;
-}
-
-Product SectionReader::place(const JsonField& field) const {
-    field.expectKeys({"document", "path"});
-    Product product = document(field.required("document")).root();
-    if (!product) field.fail("the document has no product");
-    const auto names = field.optional("path");
-    if (!names) return product;
-    for (const JsonField& name : names->elements()) {
-        product = product.at({name.text()});
-        if (!product) name.fail("no such instance");
-    }
-    return product;
-}
+void readDocuments(const JsonField& field, const SectionReader& reader) { Reader(reader).read(field); }
 
 } // namespace embedded

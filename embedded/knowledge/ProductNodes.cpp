@@ -1,49 +1,18 @@
-#include "CATIDftDocumentServices.h"
-#include "UTILConversion.h"
-#include "UTILLog.h"
-#include "VornCATxPDMTools.h"
-#include "VornLocaleEnv.h"
-#include "embedded/Session.h"
-#include "embedded/knowledge/Knowledge.h"
+#include "embedded/knowledge/ProductNodes.h"
 
-EMBEDDED_INTERFACE(CATIDftDocumentServices, CATBaseUnknown, 0x320);
-EMBEDDED_INTERFACE(VornCATIxPDMItem, CATBaseUnknown, 0x321);
+#include "embedded/knowledge/KnowledgeData.h"
 
 namespace embedded {
 
-EMBEDDED_IDENTITY(CATIDftDocumentServices);
-
 namespace {
 
-/** What a drawing document answers beside its own interfaces. */
-class DrawingServices final : public Extends<DocumentObject, CATIDftDocumentServices> {
-public:
-    explicit DrawingServices(DocumentObject& document) : Extends(document) {}
-
-    HRESULT GetDrawing(const IID iIID, void** oDrawing) override {
-        if (!oDrawing) return E_POINTER;
-        const FaultFlavour flavour = called("CATIDftDocumentServices::GetDrawing");
-        FeatureNode& drawing = KnowledgeData::get().feature(owner(), FeatureNode::kDrawing, "Drawing");
-        *oDrawing = flavour == FaultFlavour::codeWithOutput ? drawing.unknown() : nullptr;
-        if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
-        drawing.AddRef(); // it is asked while nobody else holds it
-        const HRESULT code = drawing.QueryInterface(iIID, oDrawing);
-        drawing.Release();
-        return code;
-    }
-
-private:
-    bool answers(const IID&) const override { return owner().type() == "CATDrawing"; }
-};
-
-const ExtensionOf<DocumentObject, DrawingServices> known;
-
-/** The node of the reference that a product shows; null for one that is not loaded. */
-ProductNode* referenceNode(const ProductObject& product) {
-    return product.reference() ? &nodeOf(*product.reference()->node) : nullptr;
-}
+const ExtensionOf<ProductObject, ProductNode> known;
 
 } // namespace
+
+ProductNode* referenceNodeOf(const ProductObject& product) {
+    return product.reference() ? &nodeOf(*product.reference()->node) : nullptr;
+}
 
 ProductNode::ProductNode(ProductObject& place) : WithParameters(place) {}
 
@@ -69,28 +38,22 @@ bool ProductNode::isEmpty() const {
            item.properties.empty();
 }
 
-HRESULT PdmItemObject::SetProperty(const CATUnicodeString& iName, const CATUnicodeString& iValue) {
-    if (failing("VornCATIxPDMItem::SetProperty")) return E_FAIL;
-    properties[toBytes(iName)] = toBytes(iValue);
-    return S_OK;
-}
-
 HRESULT ProductObject::SetDefinition(const CATUnicodeString& iDefinition) {
-    ProductNode* const node = referenceNode(*this);
+    ProductNode* const node = referenceNodeOf(*this);
     if (failing("CATIPrdProperties::SetDefinition") || !node) return E_FAIL;
     node->definition = toBytes(iDefinition);
     return S_OK;
 }
 
 HRESULT ProductObject::SetRevision(const CATUnicodeString& iRevision) {
-    ProductNode* const node = referenceNode(*this);
+    ProductNode* const node = referenceNodeOf(*this);
     if (failing("CATIPrdProperties::SetRevision") || !node) return E_FAIL;
     node->revision = toBytes(iRevision);
     return S_OK;
 }
 
 HRESULT ProductObject::SetNomenclature(const CATUnicodeString& iNomenclature) {
-    ProductNode* const node = referenceNode(*this);
+    ProductNode* const node = referenceNodeOf(*this);
     if (failing("CATIPrdProperties::SetNomenclature") || !node) return E_FAIL;
     node->nomenclature = toBytes(iNomenclature);
     return S_OK;
@@ -99,7 +62,7 @@ HRESULT ProductObject::SetNomenclature(const CATUnicodeString& iNomenclature) {
 HRESULT ProductObject::GetUserProperties(CATIParmPublisher*& oPublisher, CATBoolean iCreate) {
     oPublisher = nullptr;
     const FaultFlavour flavour = called("CATIPrdProperties::GetUserProperties");
-    ProductNode* const node = referenceNode(*this);
+    ProductNode* const node = referenceNodeOf(*this);
     if (flavour != FaultFlavour::none) {
         if (flavour == FaultFlavour::codeWithOutput && node) oPublisher = node->userProperties;
         return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
@@ -132,34 +95,3 @@ CATISpecAttribute* ProductObject::AddAttribute(const CATUnicodeString& iName, CA
 }
 
 } // namespace embedded
-
-using namespace embedded;
-
-HRESULT VornCATxPDMTools::getPDMItem(CATIProduct* iProduct, VornCATIxPDMItem*& oItem) {
-    oItem = nullptr;
-    const FaultFlavour flavour = Failures::get().ask("VornCATxPDMTools::getPDMItem");
-    auto* const product = dynamic_cast<ProductObject*>(iProduct);
-    ProductNode* const node = product ? referenceNode(*product) : nullptr;
-    if (flavour != FaultFlavour::none) {
-        if (flavour == FaultFlavour::codeWithOutput && node) oItem = &node->item;
-        return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
-    }
-    if (!node || !Session::current().environment().platformPdmConnection) return E_FAIL;
-    oItem = &node->item;
-    oItem->AddRef();
-    return S_OK;
-}
-
-CATUnicodeString VornLocaleEnv::getDecimalSeparatorSymbol() {
-    return fails("VornLocaleEnv::getDecimalSeparatorSymbol")
-               ? CATUnicodeString()
-               : toText(Session::current().environment().decimalSeparator);
-}
-
-CATUnicodeString UTILConversion::booleanToString(unsigned char iValue) { return iValue ? "true" : "false"; }
-
-HRESULT UTILLog::writeInLogFile(const CATUnicodeString& iTitle, const CATUnicodeString& iText) {
-    if (fails("UTILLog::writeInLogFile")) return E_FAIL;
-    KnowledgeData::get().logLines.push_back(toBytes(iTitle) + "\n" + toBytes(iText));
-    return S_OK;
-}

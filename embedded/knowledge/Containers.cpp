@@ -1,0 +1,84 @@
+#include "embedded/knowledge/Containers.h"
+
+#include "embedded/knowledge/KnowledgeData.h"
+
+EMBEDDED_INTERFACE(CATIContainer, CATBaseUnknown, 0x310);
+EMBEDDED_INTERFACE(CATICkeParmFactory, CATBaseUnknown, 0x31B);
+EMBEDDED_INTERFACE(CATICkeRelationFactory, CATBaseUnknown, 0x31C);
+
+namespace embedded {
+
+namespace {
+
+CATICkeParm_var handleOf(ParameterObject& parameter) { return CATICkeParm_var(static_cast<CATICkeParm*>(&parameter)); }
+
+} // namespace
+
+ContainerObject::ContainerObject(DocumentObject& document)
+    : Implements("Container"), m_document(document), m_alias(document.type() + "Cont") {}
+
+std::string ContainerObject::objectName() const { return "container of " + m_document.objectName(); }
+
+CATLONG32 ContainerObject::ListMembersHere(const CATIdent iInterfaceID, SEQUENCE(CATBaseUnknown_ptr) & ioMembers) {
+    const IID* const iid = interfaceNamed(iInterfaceID);
+    if (failing("CATIContainer::ListMembersHere") || !iid) return 0;
+    const auto members = KnowledgeData::get().members.find(&m_document);
+    if (members == KnowledgeData::get().members.end()) return 0;
+    CATLONG32 count = 0;
+    const auto add = [&](Node& node) {
+        if (!node.responds(*iid)) return;
+        CATBaseUnknown* const member = node.specObject();
+        member->AddRef();
+        ioMembers[ioMembers.length()] = member;
+        ++count;
+    };
+    for (Node* const feature : members->second.features) add(*feature);
+    for (Node* const parameter : members->second.parameters)
+        if (parameter->parent) add(*parameter);
+    for (Node* const relation : members->second.relations) add(*relation);
+    return count;
+}
+
+CATICkeParm_var ContainerObject::CreateString(const CATUnicodeString& iName, const CATUnicodeString& iValue) {
+    if (failing("CATICkeParmFactory::CreateString")) return CATICkeParm_var();
+    ParameterObject& made = KnowledgeData::get().newParameter(m_document, "String", toBytes(iName));
+    made.setText(toBytes(iValue));
+    return handleOf(made);
+}
+
+CATICkeParm_var ContainerObject::CreateInteger(const CATUnicodeString& iName, const int iValue) {
+    if (failing("CATICkeParmFactory::CreateInteger")) return CATICkeParm_var();
+    ParameterObject& made = KnowledgeData::get().newParameter(m_document, "Integer", toBytes(iName));
+    made.setInteger(iValue);
+    return handleOf(made);
+}
+
+CATICkeParm_var ContainerObject::CreateReal(const CATUnicodeString& iName, const double iValue) {
+    if (failing("CATICkeParmFactory::CreateReal")) return CATICkeParm_var();
+    ParameterObject& made = KnowledgeData::get().newParameter(m_document, "Real", toBytes(iName));
+    made.setReal(iValue);
+    return handleOf(made);
+}
+
+CATICkeParm_var ContainerObject::CreateBoolean(const CATUnicodeString& iName, const CATCke::Boolean iValue) {
+    if (failing("CATICkeParmFactory::CreateBoolean")) return CATICkeParm_var();
+    ParameterObject& made = KnowledgeData::get().newParameter(m_document, "Boolean", toBytes(iName));
+    made.setBoolean(iValue != 0);
+    return handleOf(made);
+}
+
+CATIParmPublisher_var ContainerObject::CreateParameterSet(const CATUnicodeString iName) {
+    if (failing("CATICkeRelationFactory::CreateParameterSet")) return CATIParmPublisher_var();
+    FeatureNode& made = KnowledgeData::get().newFeature(m_document, FeatureNode::kSet, toBytes(iName));
+    return CATIParmPublisher_var(static_cast<CATIParmPublisher*>(&made));
+}
+
+CATUnicodeString ContainerObject::GetAlias() {
+    return failing("CATIAlias::GetAlias") ? CATUnicodeString() : toText(m_alias);
+}
+
+void ContainerObject::SetAlias(const CATUnicodeString& iAlias) {
+    if (!failing("CATIAlias::SetAlias")) m_alias = toBytes(iAlias);
+}
+
+} // namespace embedded
