@@ -17,7 +17,8 @@ public:
     /** Reads prefix and path of the reference library anew. */
     HRESULT initClassVariables();
 
-    /** Whether the file's name begins with the reference prefix (an empty prefix begins none). Always S_OK. */
+    /** Whether the file's name begins with the reference prefix (an empty prefix begins none). S_OK, but E_FAIL for
+     * want of memory. */
     HRESULT isAnExportAsReference(CATUnicodeString fullFileName, unsigned char& result);
     /** Whether an ancestor of the product is one; the product itself does not count. */
     HRESULT hasAnEAR(CATIProduct* product, unsigned char& result);

@@ -39,7 +39,7 @@ public:
     HRESULT isAnIgnoreNode(CATIProduct* product, CATUnicodeString fileName, int mode, unsigned char& result);
     /** Whether an ancestor of the product is an ignore node; the product itself does not count. */
     HRESULT hasAnIgnoreNode(CATIProduct* product, unsigned char& result);
-    /** Marks the product's instance as an ignore node. S_OK in all cases but a null product. */
+    /** Marks the product's instance as an ignore node. S_OK in all cases but a null product and want of memory. */
     HRESULT updateInstanceDescription(CATIProduct* product);
 
 private:

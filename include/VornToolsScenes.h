@@ -45,8 +45,8 @@ public:
      * as if the parent were not in it
      * @param i_count number of scenes
      * @param o_data emptied at the start when there is a root name
-     * @return S_OK, also when there are no scenes or no children to read (reported); E_FAIL for a null parent and when
-     * the root name cannot be split
+     * @return S_OK, also when there are no scenes or no children to read (reported); E_FAIL for a null parent, when the
+     * root name cannot be split and for want of memory: nothing has been appended then
      */
     static HRESULT readScenesDataInAssy(CATUnicodeString i_root_name, CATIProduct* ipi_parent, IEnumVARIANT* ipi_scenes,
                                         CATListPtrCATMathTransformation i_parent_positions, long i_count,

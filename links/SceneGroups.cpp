@@ -63,6 +63,7 @@ HRESULT SceneGroups::append(CATIProduct* ipi_child) {
     return isShownByProductDocument(ipi_child) ? appendBelow(ipi_child, positions) : S_OK;
 }
 
+/** Fails for want of memory alone: whatever else is missing below ends there and is reported. */
 HRESULT SceneGroups::appendBelow(CATIProduct* ipi_child, std::vector<CATMathTransformation>& i_positions) {
     CATListPtrCATMathTransformation positions;
     for (CATMathTransformation& position : i_positions) positions.Append(&position);

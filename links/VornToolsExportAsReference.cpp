@@ -26,7 +26,7 @@ HRESULT VornToolsExportAsReference::isAnExportAsReference(CATUnicodeString fullF
         frame.write("test for component : %s", fullFileName);
         CATUnicodeString directory;
         CATUnicodeString file_name;
-        if (FAILED(splitFullName(fullFileName, directory, file_name))) return;
+        if (m_referencePrefix.IsNull() || FAILED(splitFullName(fullFileName, directory, file_name))) return;
         if (!beginsWith(file_name, m_referencePrefix)) return;
         frame.write(" the Component is a REFERENCE by file_name");
         result = 1;

@@ -529,7 +529,7 @@ TEST_F(ScenesTest, WithoutMemoryACallFails) {
             CATListValCATUnicodeString list = toList({"before"});
             const HRESULT code = VornToolsScenes::readScenesDataInAssy(file, root.get(), walk, {}, count, list);
             walk->Release();
-            return SweepOutcome{code, toTexts(list) == (*file ? Texts() : Texts({"before"}))};
+            return SweepOutcome{code, toTexts(list) == (*file ? Texts() : Texts({"before"})), list.Size()};
         });
     sweepAllocations("getParentsWithComponents", [&] {
         CATUnicodeString read("before");

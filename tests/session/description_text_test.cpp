@@ -152,6 +152,7 @@ TEST_F(DescriptionTextTest, CleaningLeavesTheUsersText) {
         {"KETO_ID_7", ""},
         {"KETO_ID_7\nBBPC_ID_3", ""},
         {"KETO_ID_7\nKETO_ID_8", "KETO_ID_8"},
+        {"KETO_ID_7\nBBPC_IDS", "BBPC_IDS"},
         {"BrokenIcon\nKETO_ID_7\nmy text", "KETO_ID_7\nmy text"},
         {"SecondaryPart\r\nBBPC_ID_3", "BBPC_ID_3"},
         {"IgnoreNode", ""},

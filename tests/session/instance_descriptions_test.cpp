@@ -162,12 +162,14 @@ TEST_F(InstanceDescriptionsTest, ASecondaryPartIsMarkedAndUnknownToThePdm) {
         EXPECT_EQ(messages(), Texts({"instance name is p.1", std::string("instance description is ") + c.description,
                                      c.line, "0"}));
     }
+    clearJournal();
     unsigned char result = 7;
     EXPECT_EQ(VornToolsCommon::isElementSecondaryPart(nullptr, 1, "", result), E_INVALIDARG);
     EXPECT_EQ(result, 0);
     result = 7;
     EXPECT_EQ(VornToolsCommon::isElementSecondaryPart(root.get(), 1, "", result), E_FAIL);
     EXPECT_EQ(result, 0);
+    EXPECT_EQ(messages(), Texts({"-2147024809", "-2147467259"}));
     const std::string report = kCommon + "isElementSecondaryPart 9003 VornToolsCommon::getInstanceDescription";
     EXPECT_EQ(reports(), Texts({report, report}));
 }
