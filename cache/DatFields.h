@@ -8,11 +8,11 @@
 namespace vorntools {
 
 // Class names under which the cache's maps hold their values.
-constexpr char kTextClass[] = "CATUnicodeString";
-constexpr char kListClass[] = "CATValListCATUnicodeString";
-constexpr char kFieldMapClass[] = "TYPMapCATUnicodeStringPVoid";
-constexpr char kStatusClass[] = "int";
-constexpr char kDocumentClass[] = "CATDocument";
+inline constexpr char kTextClass[] = "CATUnicodeString";
+inline constexpr char kListClass[] = "CATValListCATUnicodeString";
+inline constexpr char kFieldMapClass[] = "TYPMapCATUnicodeStringPVoid";
+inline constexpr char kStatusClass[] = "int";
+inline constexpr char kDocumentClass[] = "CATDocument";
 
 /** The value of a map under a key, or null. */
 template <class Value>
