@@ -384,20 +384,22 @@ public:
 
     /** The user properties of a product's reference: two parallel lists of names without path and values. A truth value
      * is "1" or "0"; line breaks of other values become blanks and characters 26 "_". Properties without a value are
-     * left out. @return E_FAIL, unreported, for null or a product without user properties */
+     * left out. @return S_OK and empty lists for a product without user properties; E_FAIL, unreported, for null and a
+     * product without a reference */
     static HRESULT getUserProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString& o_names,
                                      CATListValCATUnicodeString& o_values);
-    /** Updates user properties by name and, when the environment wants it so, creates those that are missing. The lists
-     * are parallel; values and types are those of VornToolsCADDOCProperties.
+    /** Updates user properties by name and, when the environment wants it so, creates those that are missing; a name
+     * with a backslash in it is the whole name of a property. The lists are parallel; values and types are those of
+     * VornToolsCADDOCProperties.
      * @return the code of the last property; those before it stay as they were written. E_FAIL, reported, for a missing
      * one while another does not tell its name: no name gets a second property */
     static HRESULT setUserProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString i_names,
                                      CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
     /** Removes the first user property of a name. @return S_FALSE when there is none; E_FAIL, reported, when it may be
-     * one that does not tell its name */
+     * one that does not tell its name, or is there still */
     static HRESULT RemoveProperty(CATIProduct* ipi_catiproduct, CATUnicodeString i_name);
-    /** Removes the user properties that the integration owns. @return E_FAIL, reported, when a property does not tell
-     * its name; the others are removed all the same */
+    /** Removes the user properties that the integration owns. @return S_OK also when there are none; E_FAIL, reported,
+     * when a property does not tell its name or is there still; the others are removed all the same */
     static HRESULT removeEBSProperties(CATIProduct* ipi_catiproduct);
     /** Changes who may change a user property. @param i_user_access_mode 0 nobody, 1 everybody, 2 everybody, and the
      * property is the users' own. @return S_FALSE when there is no property of that name, E_FAIL, reported, for another
@@ -405,9 +407,30 @@ public:
     static HRESULT changePropertyAccess(CATIProduct* ipi_catiproduct, CATUnicodeString i_name, int i_user_access_mode);
     /** Name of a parameter without its path. */
     static HRESULT getNameProperty(CATICkeParm_var i_parameter, CATUnicodeString& o_name);
-    /** The parameters of a drawing, at any depth. @param ipi_drawing the drawing of the document */
+
+    // Parameters of drawings ------------------------------------------------------------------------------------------
+
+    // They go by the last segment of their names and may stand at any depth below the drawing. Names, values, types and
+    // results are those of user properties; a document without a drawing gives E_FAIL, reported.
+
+    /** The parameters of a drawing, each a CATICkeParm whose name may be a path. @param ipi_drawing that of the
+     * document
+     */
     static HRESULT getDrawingParameters(CATDocument* ip_document, CATIDrawing* ipi_drawing,
                                         CATListValCATISpecObject_var& o_parameters);
+    /** The same, and the parameter sets, each a CATICkeParameterSet. */
+    static HRESULT getDrawingParametersAndParameterSets(CATDocument* ip_document, CATIDrawing* ipi_drawing,
+                                                        CATListValCATISpecObject_var& o_parameters,
+                                                        CATListValCATISpecObject_var& o_parameter_sets);
+    /** Updates parameters by name and, when the environment wants it so, creates those that are missing directly below
+     * the drawing. */
+    static HRESULT setDrawingParameters(CATDocument* ip_document, CATListValCATUnicodeString i_names,
+                                        CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
+    /** Removes the first parameter of a name from where it stands. */
+    static HRESULT removeDrawingParameter(CATDocument* ip_document, CATUnicodeString i_name);
+    /** Changes who may change a parameter. @param i_user_access_mode as for changePropertyAccess */
+    static HRESULT changeDrawingParameterAccess(CATDocument* ip_document, CATUnicodeString i_name,
+                                                int i_user_access_mode);
 
     // Design tables ---------------------------------------------------------------------------------------------------
 

@@ -26,8 +26,9 @@ class ExportedByVornTools VornToolsInstanceProperty : public CATBaseUnknown {
 public:
     static const CATUnicodeString _CteCLASS_NAME;
 
-    /** What a property holds. Kept because callers tell two kinds of text apart: both are stored alike. */
-    enum EnumPropertyType {
+    /** What a property holds; every other value counts as a string. Kept because callers tell two kinds of text apart:
+     * both are stored alike. */
+    enum EnumPropertyType : int {
         PropertyString = 0,
         PropertyReal = 1,
         PropertyInteger = 2,

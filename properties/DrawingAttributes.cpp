@@ -3,10 +3,10 @@
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "properties/DocumentAttributes.h"
+#include "properties/DrawingParameters.h"
 #include "properties/ParameterNames.h"
 
 #include "CATDocument.h"
-#include "CATIDftDocumentServices.h"
 #include "CATIDrawing.h"
 #include "CATLISTV_CATISpecObject.h"
 #include "VornToolsCommon.h"
@@ -14,24 +14,6 @@
 using namespace vorntools;
 
 namespace {
-
-/** The drawing of a document; empty when a step failed, which is reported. */
-InterfacePtr<CATIDrawing> drawingOf(const JournalFrame& i_frame, CATDocument* ip_document) {
-    InterfacePtr<CATIDrawing> sp_drawing;
-    const auto sp_services = queryInterface<CATIDftDocumentServices>(ip_document);
-    if (!sp_services) {
-        i_frame.missing("pi_dft_doc_services");
-        return sp_drawing;
-    }
-    sp_drawing.receive([&](CATIDrawing*& o_drawing) {
-        void* p_found = nullptr;
-        const HRESULT code = sp_services->GetDrawing(IID_CATIDrawing, &p_found);
-        o_drawing = static_cast<CATIDrawing*>(p_found);
-        return code;
-    });
-    if (!sp_drawing) i_frame.missing("pi_drawing");
-    return sp_drawing;
-}
 
 HRESULT readDrawing(const JournalFrame& i_frame, CATDocument* ip_document, JoinValues i_join,
                     CATListValCATUnicodeString& o_pairs) {

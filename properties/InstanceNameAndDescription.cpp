@@ -8,17 +8,17 @@ using namespace vorntools;
 namespace {
 
 /** Takes the integration's lines off the description of an occurrence below a component, which its instance passes on.
- * @return S_OK for every other product, too */
+ * @return S_OK for every other product, too; E_FAIL, reported, when its parent is missing */
 HRESULT cleanBelowComponent(const JournalFrame& i_frame, CATIProduct* ipi_instance) {
     if (SUCCEEDED(ipi_instance->IsReference())) return S_OK;
     const auto sp_parent = fatherOf(ipi_instance);
     if (!sp_parent) return i_frame.missing("pi_parent_product");
     unsigned char is_component = 0;
-    if (FAILED(VornToolsCommon::isComponent(sp_parent.get(), is_component))) return i_frame.callFailed("isComponent");
-    if (!is_component || SUCCEEDED(sp_parent->IsReference())) return S_OK;
-    const HRESULT code = VornToolsCommon::cleanDescriptionForRelativeOccUnderComponent(ipi_instance);
+    HRESULT code = VornToolsCommon::isComponent(sp_parent.get(), is_component);
+    if (SUCCEEDED(code) && is_component && FAILED(sp_parent->IsReference()))
+        code = VornToolsCommon::cleanDescriptionForRelativeOccUnderComponent(ipi_instance);
     if (FAILED(code)) i_frame.write("Impossible to update instance description for relative occurrence");
-    return code;
+    return S_OK;
 }
 
 HRESULT setInstanceName(const JournalFrame& i_frame, CATIProduct* ipi_instance, const CATUnicodeString& i_name) {
@@ -30,8 +30,8 @@ HRESULT setDescription(const JournalFrame& i_frame, CATIProduct* ipi_instance, C
                        const CATUnicodeString& i_description) {
     i_frame.write("Set DescriptionInst");
     const HRESULT code = cleanBelowComponent(i_frame, ipi_instance);
-    if (FAILED(code)) return code;
-    return FAILED(writeDescription(ipi_properties, i_description)) ? i_frame.callFailed("SetDescriptionInst") : S_OK;
+    // What the occurrence keeps of the old lines is no reason to lose the new text.
+    return FAILED(writeDescription(ipi_properties, i_description)) ? i_frame.callFailed("SetDescriptionInst") : code;
 }
 
 } // namespace

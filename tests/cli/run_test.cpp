@@ -103,7 +103,13 @@ TEST_F(RunCommandTest, AttributesAndInstancesAreReadSetAndSaved) {
                R"("GearPump.CATDrawing" | "EBS_DatasetLastVersion" | "")"}));
     EXPECT_EQ(runExample("attributes --document DriveGear.CATPart --set Teeth=many:i"), 1);
     EXPECT_NE(content("err").find("unable to set the value to the Teeth parameter"), std::string::npos);
-    EXPECT_EQ(runExample("attributes --document GearPump.CATDrawing --set A=b:s"), 1);
+    EXPECT_EQ(runExample("attributes --json --document GearPump.CATDrawing --set Sheets=2:i --set Format=A1:s --save " +
+                         quoted("after.json")),
+              0);
+    EXPECT_EQ(run("run " + quoted("after.json") + " attributes --json --document GearPump.CATDrawing --set Sheets=x:i"),
+              1);
+    EXPECT_EQ(rows().size(), 7U);
+    EXPECT_EQ(values({"name", "value"})[0] + values({"name", "value"})[1], R"("Sheets" | "2""Format" | "A1")");
     EXPECT_EQ(runExample("attributes --document Absent.CATPart"), 2);
 
     EXPECT_EQ(runExample("instances --product 'GP-100\\Drive' --set Mass=1.25:d --set DescriptionInst=left:s "

@@ -326,6 +326,43 @@ TEST_F(InstancePropertiesTest, TheDescriptionBelowAComponentIsCleanedFirst) {
     EXPECT_EQ(relative.description(), "user");
 }
 
+TEST_F(InstancePropertiesTest, ADescriptionIsWrittenEvenWhenCleaningFailed) {
+    const embedded::Product inner = frame.add(session().part("/w/Nut.CATPart"), "Nut.1");
+    const std::string line = "Impossible to update instance description for relative occurrence";
+    const struct {
+        const char* call;
+        HRESULT code;
+        Texts messages, reports;
+    } cases[] = {
+        {"CATIProduct::FindInstance",
+         S_OK,
+         {"Set DescriptionInst", line},
+         {"VornToolsCommon::cleanDescriptionForRelativeOccUnderComponent 9002 sp_product_relative_occurrence"}},
+        {"CATIProduct::GetFatherProduct",
+         E_FAIL,
+         {"Set DescriptionInst"},
+         {"VornToolsCommon::setInstanceProperties 9002 pi_parent_product"}}};
+    auto& failures = embedded::Failures::get();
+    for (const auto& c : cases) {
+        std::string met = "none yet";
+        for (int nth = 1; met != c.call && !met.empty(); ++nth) {
+            reports();
+            clearJournal();
+            embedded::Product(inner).description("old");
+            failures.arm(nth, false, FaultFlavour::code);
+            const HRESULT code = setProperties(inner, {"DescriptionInst"}, {"new"});
+            met = failures.firedAt();
+            failures.disarm();
+            if (met != c.call) continue;
+            EXPECT_EQ(code, c.code);
+            EXPECT_EQ(inner.description(), "new");
+        }
+        EXPECT_EQ(met, c.call);
+        EXPECT_EQ(messages(), c.messages);
+        EXPECT_EQ(reports(), c.reports);
+    }
+}
+
 TEST_F(InstancePropertiesTest, PropertiesComeBackFromASessionFile) {
     create(frame, Service::PropertyString, "A", "a@=@b", false, 1);
     create(frame, Service::PropertyReal, "R", "0.5", false, 1);

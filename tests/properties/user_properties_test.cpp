@@ -1,10 +1,7 @@
 #include "CATBSTR.h"
-#include "CATDocument.h"
 #include "CATICkeParm.h"
-#include "CATIDrawing.h"
 #include "CATIParmPublisher.h"
 #include "CATIProduct.h"
-#include "CATLISTV_CATISpecObject.h"
 #include "VornToolsCommon.h"
 #include "embedded/Parameters.h"
 #include "tests/support/Fixture.h"
@@ -83,7 +80,7 @@ TEST_F(UserPropertiesTest, ValuesAreReadAsOneLineEach) {
     clearJournal();
     EXPECT_EQ(read(bolt), (Texts{"Text=a b_ c", "True=1", "False=0", "Width=12.5mm", "=no name", "Deep=x", "km/h=1"}));
     EXPECT_EQ(messages(), (Texts{"This param is not set"}));
-    EXPECT_EQ(read(root, E_FAIL), Texts()) << "nobody made user properties";
+    EXPECT_EQ(read(root), Texts()) << "nobody made user properties";
     EXPECT_EQ(read(embedded::Product(), E_FAIL), Texts());
     EXPECT_EQ(read(root.addUnresolved("x.1"), E_FAIL), Texts());
     EXPECT_EQ(read(bolt.withoutProperties(), E_FAIL), Texts());
@@ -132,7 +129,7 @@ TEST_F(UserPropertiesTest, BadInputIsReportedAndChangesNothing) {
     EXPECT_EQ(set(bolt, {"A"}, {"x"}, {"s", "s"}), E_FAIL);
     EXPECT_EQ(set(root.addUnresolved("x.1"), {"A"}, {"x"}, {"s"}), E_FAIL);
     EXPECT_EQ(VornToolsCommon::RemoveProperty(nullptr, "A"), E_FAIL);
-    EXPECT_EQ(VornToolsCommon::removeEBSProperties(root.get()), E_FAIL);
+    EXPECT_EQ(VornToolsCommon::removeEBSProperties(root.addUnresolved("y.1").get()), E_FAIL);
     EXPECT_EQ(changeAccess(embedded::Product(), "A", 1), E_FAIL);
     CATUnicodeString name("before");
     EXPECT_EQ(VornToolsCommon::getNameProperty(CATICkeParm_var(), name), E_FAIL);
@@ -166,6 +163,40 @@ TEST_F(UserPropertiesTest, PropertiesAreRemovedByName) {
               (Texts{"parameter removed [A]", "parameter to remove not found [a]",
                      "EBS parameter removed [EBS_DatasetUid]", "EBS parameter removed [EBS_ItemRevName]",
                      "EBS parameter removed [EBS_DatasetLastVersion]", "EBS parameter removed [EBS_ItemRevName]"}));
+}
+
+TEST_F(UserPropertiesTest, AProductWithoutUserPropertiesHasNothingToRemove) {
+    const std::string digest = session().digest();
+    EXPECT_EQ(VornToolsCommon::RemoveProperty(root.get(), "A"), S_FALSE);
+    EXPECT_EQ(VornToolsCommon::removeEBSProperties(root.get()), S_OK);
+    EXPECT_EQ(messages(), (Texts{"parameter to remove not found [A]"}));
+    EXPECT_EQ(reports(), Texts());
+    EXPECT_EQ(session().digest(), digest);
+}
+
+TEST_F(UserPropertiesTest, ANameThatIsAPathIsAWholeName) {
+    environment().createsProperties = true;
+    properties.add("b", "old");
+    properties.add("c", "old").userName("to\\c");
+    EXPECT_EQ(set(bolt, {"a\\b", "a\\b", "to\\c"}, {"1", "2", "new"}, {"s", "s", "s"}), S_OK);
+    EXPECT_EQ(set(bolt, {"a\\b"}, {"3"}, {"s"}), S_OK);
+    EXPECT_EQ(read(bolt), (Texts{"b=old", "c=new", "b=3"}));
+    EXPECT_EQ(changeAccess(bolt, "a\\b", 0), S_OK);
+    EXPECT_EQ(properties.parameter("a\\b").access(), 1);
+    EXPECT_EQ(VornToolsCommon::RemoveProperty(bolt.get(), "x\\b"), S_FALSE);
+    EXPECT_EQ(VornToolsCommon::RemoveProperty(bolt.get(), "a\\b"), S_OK);
+    EXPECT_EQ(read(bolt), (Texts{"b=old", "c=new"}));
+}
+
+TEST_F(UserPropertiesTest, WhatIsThereStillIsNotRemoved) {
+    const std::pair<const char*, std::function<HRESULT()>> operations[] = {
+        {"RemoveProperty", [&] { return VornToolsCommon::RemoveProperty(bolt.get(), "EBS_DatasetUid"); }},
+        {"removeEBSProperties", [&] { return VornToolsCommon::removeEBSProperties(bolt.get()); }}};
+    for (const auto& [method, operation] : operations) {
+        EXPECT_EQ(failAt("CATIParmPublisher::RemoveChild", operation), E_FAIL);
+        EXPECT_EQ(reports(), (Texts{kCommon + method + " 9003 RemoveChild"}));
+        EXPECT_EQ(messages(), Texts());
+    }
 }
 
 TEST_F(UserPropertiesTest, AccessHasThreeModes) {
@@ -228,28 +259,6 @@ TEST_F(UserPropertiesTest, AMemberThatDoesNotTellItsNameMayBeTheOneLookedFor) {
             EXPECT_EQ(reports(), (Texts{kCommon + method + " 9002 sp_cke_parm"}));
             EXPECT_EQ(read(bolt), (Texts{"EBS_DatasetUid=x"}));
         }
-}
-
-TEST_F(UserPropertiesTest, ADrawingGivesItsParametersAtAnyDepth) {
-    auto document = session().document("/w/Sheet.CATDrawing");
-    embedded::Publisher drawing = embedded::parametersOf(document, "Drawing", "Drawing");
-    drawing.add("A", 1);
-    drawing.addSet("S").add("B", 2);
-    CATListValCATISpecObject_var found;
-    auto* const pointer = dynamic_cast<CATIDrawing*>(drawing.publisher());
-    EXPECT_EQ(VornToolsCommon::getDrawingParameters(document.get(), pointer, found), S_OK);
-    EXPECT_EQ(found.Size(), 2);
-    EXPECT_EQ(VornToolsCommon::getDrawingParameters(document.get(), nullptr, found), E_FAIL);
-    EXPECT_EQ(VornToolsCommon::getDrawingParameters(nullptr, pointer, found), E_FAIL);
-    EXPECT_EQ(found.Size(), 0);
-    EXPECT_EQ(reports(), (Texts{kCommon + "getDrawingParameters 9001 ipi_drawing",
-                                kCommon + "getDrawingParameters 9001 ip_document"}));
-    sweepFailures({kCommon + "getDrawingParameters", [&] {
-                       CATListValCATISpecObject_var list;
-                       const HRESULT code = VornToolsCommon::getDrawingParameters(document.get(), pointer, list);
-                       return SweepOutcome{code, list.Size() == 0};
-                   }});
-    reports();
 }
 
 TEST_F(UserPropertiesTest, FaultsOfThePlatformAreMet) {

@@ -4,6 +4,7 @@
 #include "CATIPrtContainer.h"
 #include "CATInit.h"
 #include "VornToolsCADDOCProperties.h"
+#include "VornToolsCommon.h"
 
 #include "embedded/Parameters.h"
 
@@ -17,13 +18,12 @@ using Service = VornToolsCADDOCProperties;
 struct PairedKind {
     const char* type;
     HRESULT (*retrieve)(CATDocument*, CATListValCATUnicodeString&);
-    /** Null for a kind that is only read. */
     HRESULT (*set)(CATDocument*, CATListValCATUnicodeString, CATListValCATUnicodeString, CATListValCATUnicodeString);
 };
 constexpr PairedKind kPairedKinds[] = {
     {"CATAnalysis", &Service::retrieveAnalysisAttributes, &Service::setAnalysisParameters},
     {"CATProcess", &Service::retrieveProcessAttributes, &Service::setProcessParameters},
-    {"CATDrawing", &Service::retrieveDrawingAttributes, nullptr}};
+    {"CATDrawing", &Service::retrieveDrawingAttributes, &VornToolsCommon::setDrawingParameters}};
 
 const PairedKind* pairedKindOf(const embedded::Document& document) {
     for (const PairedKind& kind : kPairedKinds)
@@ -93,7 +93,7 @@ HRESULT setOnFeature(const embedded::Document& document, const Assignments& assi
 HRESULT set(const embedded::Document& document, const Assignments& assignments) {
     const PairedKind* const kind = pairedKindOf(document);
     if (!kind) return setOnFeature(document, assignments);
-    return kind->set ? kind->set(document.get(), assignments.names, assignments.values, assignments.types) : E_FAIL;
+    return kind->set(document.get(), assignments.names, assignments.values, assignments.types);
 }
 
 /** All documents, or those of a name, with or without its folder. */
