@@ -1,10 +1,31 @@
-#include "properties/DesignMode.h"
+#include "foundation/DesignMode.h"
 
+#include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
+#include "foundation/Guarded.h"
+
+#include "CATDocument.h"
+#include "UTILFile.h"
 
 namespace vorntools {
 
 using Modes = VornToolsWorkModeServices;
+
+namespace {
+
+/** Empty for any other document. */
+InterfacePtr<CATIProduct> rootOfPart(CATDocument* ip_document) {
+    InterfacePtr<CATIProduct> sp_root;
+    if (ip_document && UTILFile::isACATPart(UTILFile::getExtension(ip_document->StorageName())))
+        sp_root.receive(
+            [&](CATIProduct*& o_root) { return VornToolsCommon::getActiveCATIProduct(ip_document, o_root); });
+    return sp_root;
+}
+
+} // namespace
+
+DesignMode::DesignMode(CATDocument* ip_document, const SwitchWay& i_way)
+    : DesignMode(rootOfPart(ip_document).get(), i_way) {}
 
 DesignMode::DesignMode(CATIProduct* ipi_product, const SwitchWay& i_way) : m_way(i_way) {
     if (!ipi_product || FAILED(Modes::getWorkMode(ipi_product, m_former)) || m_former == Modes::WorkModeUnknown ||
@@ -15,7 +36,7 @@ DesignMode::DesignMode(CATIProduct* ipi_product, const SwitchWay& i_way) : m_way
 }
 
 DesignMode::~DesignMode() {
-    if (m_product) change(Modes::WorkModeDesign, m_former);
+    if (m_product) guarded([&] { change(Modes::WorkModeDesign, m_former); });
 }
 
 HRESULT DesignMode::change(Modes::EnumWorkMode i_from, Modes::EnumWorkMode i_to) {
