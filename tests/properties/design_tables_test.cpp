@@ -199,9 +199,11 @@ TEST_F(DesignTablesTest, ASpreadsheetIsNoTextFileBecauseAQueryFailed) {
     Sheets read;
     EXPECT_EQ(read.read(bolt), S_OK);
     EXPECT_EQ(read.rows(), Texts({std::string("bolts 3 1 ") + kChecksum12x + "  DT.1"}));
-    withFailing("QueryInterface(CATICkeOleSheet)", FaultFlavour::nullOutput, [&] { read.read(bolt); });
-    EXPECT_EQ(read.rows(), Texts());
-    EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9002 pi_ole_sheet"}));
+    for (const FaultFlavour flavour : {FaultFlavour::code, FaultFlavour::codeWithOutput, FaultFlavour::nullOutput}) {
+        withFailing("QueryInterface(CATICkeOleSheet)", flavour, [&] { read.read(bolt); });
+        EXPECT_EQ(read.rows(), Texts());
+        EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9002 pi_ole_sheet"}));
+    }
     withFailing("CATICkeOleSheet::GetSheetIndex", FaultFlavour::code, [&] { read.read(bolt); });
     EXPECT_EQ(read.rows(), Texts());
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9004 GetSheetIndex"}));
