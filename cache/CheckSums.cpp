@@ -3,8 +3,10 @@
 #include "cache/ConfigurationText.h"
 #include "cache/DesignTableSheet.h"
 #include "cache/FileBackup.h"
+#include "foundation/DesignMode.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 
@@ -47,25 +49,30 @@ public:
         : m_frame(i_frame), m_design_table(ipi_design_table), m_sheets(io_sheets), m_configurations(io_configurations),
           m_checksums(io_checksums), m_is_update(io_checksums.Size() > 0) {}
 
-    /** Computes what is to be computed. Sheet, configuration and file are afterwards what they were. */
+    /** Computes what is to be computed. Sheet, configuration and file are afterwards what they were, even when the work
+     * did not come to its end. */
     void calculate() {
         CATUnicodeString file;
         if (FAILED(getDesignTableFullFilename(m_design_table, file))) return;
         FileBackup backup(m_frame, physicalName(m_frame, file));
         backup.make();
         const int configuration = m_design_table->ConfigurationRow();
-        if (findSheet()) {
-            refreshSheet();
-            calculateEntries();
-            giveSheetBack();
-        } else {
-            m_frame.write("%sERROR piSheet", m_frame.name());
-        }
-        giveConfigurationBack(configuration);
+        if (!guarded([&] { calculateOnSheets(); })) m_frame.write("%s : the work was broken off", m_frame.name());
+        guarded([&] { giveSheetBack(); });
+        guarded([&] { giveConfigurationBack(configuration); });
         backup.restore();
     }
 
 private:
+    void calculateOnSheets() {
+        if (!findSheet()) {
+            m_frame.write("%sERROR piSheet", m_frame.name());
+            return;
+        }
+        refreshSheet();
+        calculateEntries();
+    }
+
     /** False when the sheet, or what chooses it among those of a spreadsheet, cannot be obtained. */
     bool findSheet() {
         m_sheet = m_design_table->Sheet();
@@ -187,9 +194,14 @@ HRESULT VornToolsCommon::calculateCheckSums(CATDocument* ip_document, CATUnicode
     if (!iop_checksums) frame.badInput("iop_checksums");
     if (!iop_sheets || !iop_configurations || !iop_checksums) return S_OK;
     if (iop_checksums->Size() > 0) frame.write("%s Update...", frame.name());
-    CATIDesignTable* p_found = nullptr;
-    o_found = getDesignTable(ip_document, i_design_table_file, ip_switcher, i_switch_flag, p_found);
-    const auto sp_design_table = InterfacePtr<CATIDesignTable>::adopt(p_found);
-    if (o_found) CheckSums(frame, sp_design_table.get(), *iop_sheets, *iop_configurations, *iop_checksums).calculate();
+    const auto calculate = [&] {
+        const DesignMode design_mode(ip_document, SwitchWay{ip_switcher, i_switch_flag});
+        CATIDesignTable* p_found = nullptr;
+        o_found = getDesignTable(ip_document, i_design_table_file, ip_switcher, i_switch_flag, p_found);
+        const auto sp_design_table = InterfacePtr<CATIDesignTable>::adopt(p_found);
+        if (o_found)
+            CheckSums(frame, sp_design_table.get(), *iop_sheets, *iop_configurations, *iop_checksums).calculate();
+    };
+    if (!guarded(calculate)) frame.write("%s : the work was broken off", frame.name());
     return S_OK;
 }

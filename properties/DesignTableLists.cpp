@@ -1,8 +1,9 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/DesignMode.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
-#include "properties/DesignMode.h"
 #include "properties/ProductsBelow.h"
 
 #include "CATCSO.h"
@@ -38,6 +39,20 @@ private:
     std::unordered_set<CATUnicodeString> m_seen;
 };
 
+/** Adds a product with a reference for the caller. */
+template <class List>
+void appendReference(InterfacePtr<CATIProduct> i_product, List& io_products) {
+    io_products.Append(i_product.get());
+    i_product.detach();
+}
+
+/** Gives the references of a list back. */
+template <class List>
+void releaseAll(List& io_products) {
+    for (int i = 1; i <= io_products.Size(); ++i) io_products[i]->Release();
+    io_products.RemoveAll();
+}
+
 /** Adds the file of a design table; false when the object is none. */
 bool appendTableFile(CATBaseUnknown* ip_object, DistinctTexts& io_files) {
     const auto sp_design_table = queryInterface<CATIDesignTable>(ip_object);
@@ -62,7 +77,7 @@ struct AssemblyLists {
 
 void appendProduct(const CATUnicodeString& i_name, const InterfacePtr<CATIProduct>& i_product,
                    AssemblyLists& io_lists) {
-    if (io_lists.file_names.append(i_name)) io_lists.products.Append(InterfacePtr<CATIProduct>(i_product).detach());
+    if (io_lists.file_names.append(i_name)) appendReference(i_product, io_lists.products);
 }
 
 HRESULT appendTableFiles(CATDocument* ip_document, const SwitchWay& i_way, AssemblyLists& io_lists) {
@@ -114,6 +129,21 @@ HRESULT listAssembly(const JournalFrame& i_frame, CATDocument* ip_document, cons
     return S_OK;
 }
 
+void listSelection(CATCSO& io_selection, CATListPtrCATBaseUnknown& io_products,
+                   CATListValCATUnicodeString& io_design_table_files) {
+    DistinctTexts files(io_design_table_files);
+    std::unordered_set<const CATBaseUnknown*> listed;
+    io_selection.InitElementList();
+    while (auto* const p_element = static_cast<CATPathElement*>(io_selection.NextElement())) {
+        const int size = p_element->GetSize();
+        if (size > 0 && appendTableFile((*p_element)[size - 1], files)) continue;
+        InterfacePtr<CATIProduct> sp_product;
+        sp_product.receive(
+            [&](CATIProduct*& o_product) { return VornToolsCommon::getSelectedProduct(p_element, o_product); });
+        if (sp_product && listed.insert(sp_product->GetImpl()).second) appendReference(sp_product, io_products);
+    }
+}
+
 } // namespace
 
 HRESULT VornToolsCommon::getAllProductsAndDesignTablesNames(CATDocument* ip_activ_document,
@@ -130,11 +160,20 @@ HRESULT VornToolsCommon::getAllProductsAndDesignTablesNames(CATDocument* ip_acti
         frame.write("ip_activ_document is NULL");
         return E_FAIL;
     }
-    AssemblyLists lists(o_file_names, o_products, o_design_table_files);
     const SwitchWay way{ip_switcher, 0};
-    if (isProductDocument(ip_activ_document))
-        return listAssembly(frame, ip_activ_document, way, i_with_design_tables != 0, lists);
-    return i_with_design_tables ? appendTableFiles(ip_activ_document, way, lists) : S_OK;
+    const auto list = [&] {
+        AssemblyLists lists(o_file_names, o_products, o_design_table_files);
+        if (isProductDocument(ip_activ_document))
+            return listAssembly(frame, ip_activ_document, way, i_with_design_tables != 0, lists);
+        return i_with_design_tables ? appendTableFiles(ip_activ_document, way, lists) : S_OK;
+    };
+    const HRESULT code = guarded(list, E_FAIL);
+    if (FAILED(code)) {
+        o_file_names.RemoveAll();
+        releaseAll(o_products);
+        o_design_table_files.RemoveAll();
+    }
+    return code;
 }
 
 HRESULT VornToolsCommon::getSelectedProductsAndDesignTables(CATListPtrCATBaseUnknown& o_products,
@@ -145,15 +184,8 @@ HRESULT VornToolsCommon::getSelectedProductsAndDesignTables(CATListPtrCATBaseUnk
     CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
     CATCSO* const p_cso = p_form_editor ? p_form_editor->GetCSO() : nullptr;
     if (!p_cso) return E_FAIL;
-    DistinctTexts files(o_design_table_files);
-    std::unordered_set<const CATBaseUnknown*> listed;
-    p_cso->InitElementList();
-    while (auto* const p_element = static_cast<CATPathElement*>(p_cso->NextElement())) {
-        const int size = p_element->GetSize();
-        if (size > 0 && appendTableFile((*p_element)[size - 1], files)) continue;
-        InterfacePtr<CATIProduct> sp_product;
-        sp_product.receive([&](CATIProduct*& o_product) { return getSelectedProduct(p_element, o_product); });
-        if (sp_product && listed.insert(sp_product->GetImpl()).second) o_products.Append(sp_product.detach());
-    }
-    return S_OK;
+    if (guarded([&] { listSelection(*p_cso, o_products, o_design_table_files); })) return S_OK;
+    releaseAll(o_products);
+    o_design_table_files.RemoveAll();
+    return E_FAIL;
 }

@@ -1,8 +1,9 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/DesignMode.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
-#include "properties/DesignMode.h"
 #include "properties/DesignTableSources.h"
 #include "properties/ProductsBelow.h"
 
@@ -34,7 +35,9 @@ public:
 
     bool contains(const CATUnicodeString& i_part_number) const { return m_map.contains(i_part_number) != 0; }
     void insert(const CATUnicodeString& i_part_number, const CATUnicodeString& i_file_name) {
-        m_map.insert(i_part_number, new CATUnicodeString(i_file_name), kFileNameClass);
+        auto sp_file_name = std::make_unique<CATUnicodeString>(i_file_name);
+        m_map.insert(i_part_number, sp_file_name.get(), kFileNameClass);
+        sp_file_name.release();
     }
     TYPMapCATUnicodeStringPVoid* get() { return &m_map; }
 
@@ -95,13 +98,6 @@ HRESULT collectOther(const JournalFrame& i_frame, CATDocument* ip_document, cons
     return S_OK;
 }
 
-/** Keeps a part in design mode for as long as its tables are read. */
-void keepInDesignMode(CATDocument* ip_document, const SwitchWay& i_way, std::vector<DesignMode>& io_modes) {
-    InterfacePtr<CATIProduct> sp_root;
-    sp_root.receive([&](CATIProduct*& o_root) { return VornToolsCommon::getActiveCATIProduct(ip_document, o_root); });
-    if (sp_root) io_modes.emplace_back(sp_root.get(), i_way);
-}
-
 HRESULT collectSources(const JournalFrame& i_frame, CATDocument* ip_document, const SwitchWay& i_way,
                        SheetSources& o_sources) {
     HRESULT code = S_OK;
@@ -116,7 +112,7 @@ HRESULT collectSources(const JournalFrame& i_frame, CATDocument* ip_document, co
         nothing_found = "There is no DesignTables in Process Document";
         break;
     case DocumentKind::Part:
-        keepInDesignMode(ip_document, i_way, o_sources.modes);
+        o_sources.modes.emplace_back(ip_document, i_way);
         code = VornToolsCommon::getDesignTableInPartDocument(ip_document, i_way.p_switcher, i_way.flag,
                                                              &o_sources.design_tables);
         nothing_found = "There is no DesignTables in Part Document";
@@ -125,6 +121,62 @@ HRESULT collectSources(const JournalFrame& i_frame, CATDocument* ip_document, co
     }
     if (o_sources.design_tables.Size() == 0) i_frame.writeInDebug(nothing_found);
     return code;
+}
+
+/** The seven lists that parallel entries are appended to. */
+struct SheetLists {
+    CATListValCATUnicodeString& file_paths;
+    CATListValCATUnicodeString& file_names;
+    CATRawCollint& sheets;
+    CATRawCollint& configurations;
+    CATListValCATUnicodeString& configuration_texts;
+    CATListValCATUnicodeString& associated_files;
+    CATListValCATUnicodeString& names;
+
+    void clear() {
+        for (CATListValCATUnicodeString* const p_list :
+             {&file_paths, &file_names, &configuration_texts, &associated_files, &names})
+            p_list->RemoveAll();
+        sheets.RemoveAll();
+        configurations.RemoveAll();
+    }
+};
+
+/** Appends a table's entry, unless it cannot be read. */
+void appendTable(const JournalFrame& i_frame, const CATISpecObject_var& isp_design_table,
+                 const CATUnicodeString& i_document_name, SheetSources& i_sources, SheetLists& io_lists) {
+    if (!queryInterface<CATIDesignTable>(static_cast<CATISpecObject*>(isp_design_table))) {
+        i_frame.missing("p_dt");
+        return;
+    }
+    CATUnicodeString path, file_name, configuration_text, associated_files, name;
+    int sheet = 0;
+    int configuration = 0;
+    TYPMapCATUnicodeStringPVoid* const p_map = i_sources.has_file_names ? i_sources.file_names.get() : nullptr;
+    if (FAILED(VornToolsCommon::readDesignTableInformation(isp_design_table, i_document_name, p_map, path, file_name,
+                                                           sheet, configuration, configuration_text, associated_files,
+                                                           name)))
+        return;
+    io_lists.file_paths.Append(path);
+    io_lists.file_names.Append(file_name);
+    io_lists.sheets.Append(sheet);
+    io_lists.configurations.Append(configuration);
+    io_lists.configuration_texts.Append(configuration_text);
+    io_lists.associated_files.Append(associated_files);
+    io_lists.names.Append(name);
+}
+
+HRESULT listTables(const JournalFrame& i_frame, CATDocument* ip_document, const SwitchWay& i_way,
+                   SheetLists& io_lists) {
+    SheetSources sources;
+    const HRESULT code = collectSources(i_frame, ip_document, i_way, sources);
+    if (FAILED(code)) return code;
+    if (sources.design_tables.Size() == 0 && sources.ends_without_tables) return S_OK;
+    i_frame.write(" Nb design table found : %d", sources.design_tables.Size());
+    const CATUnicodeString document_name = ip_document->StorageName();
+    for (int i = 1; i <= sources.design_tables.Size(); ++i)
+        appendTable(i_frame, sources.design_tables[i], document_name, sources, io_lists);
+    return S_OK;
 }
 
 } // namespace
@@ -137,37 +189,12 @@ HRESULT VornToolsCommon::getDesignTableSheet(CATDocument* ip_document, VornTools
                                              CATListValCATUnicodeString& o_associated_files,
                                              CATListValCATUnicodeString& o_names) {
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableSheet");
-    for (CATListValCATUnicodeString* const p_list :
-         {&o_file_paths, &o_file_names, &o_configuration_texts, &o_associated_files, &o_names})
-        p_list->RemoveAll();
-    o_sheets.RemoveAll();
-    o_configurations.RemoveAll();
+    SheetLists lists{o_file_paths,          o_file_names,       o_sheets, o_configurations,
+                     o_configuration_texts, o_associated_files, o_names};
+    lists.clear();
     if (!ip_document) return frame.badInput("ip_document");
-    SheetSources sources;
-    const HRESULT code = collectSources(frame, ip_document, SwitchWay{ip_switcher, i_switch_flag}, sources);
-    if (FAILED(code)) return code;
-    if (sources.design_tables.Size() == 0 && sources.ends_without_tables) return S_OK;
-    frame.write(" Nb design table found : %d", sources.design_tables.Size());
-    const CATUnicodeString document_name = ip_document->StorageName();
-    for (int i = 1; i <= sources.design_tables.Size(); ++i) {
-        if (!queryInterface<CATIDesignTable>(static_cast<CATISpecObject*>(sources.design_tables[i]))) {
-            frame.missing("p_dt");
-            continue;
-        }
-        CATUnicodeString path, file_name, configuration_text, associated_files, name;
-        int sheet = 0;
-        int configuration = 0;
-        if (FAILED(readDesignTableInformation(
-                sources.design_tables[i], document_name, sources.has_file_names ? sources.file_names.get() : nullptr,
-                path, file_name, sheet, configuration, configuration_text, associated_files, name)))
-            continue;
-        o_file_paths.Append(path);
-        o_file_names.Append(file_name);
-        o_sheets.Append(sheet);
-        o_configurations.Append(configuration);
-        o_configuration_texts.Append(configuration_text);
-        o_associated_files.Append(associated_files);
-        o_names.Append(name);
-    }
-    return S_OK;
+    const SwitchWay way{ip_switcher, i_switch_flag};
+    const HRESULT code = guarded([&] { return listTables(frame, ip_document, way, lists); }, E_FAIL);
+    if (FAILED(code)) lists.clear();
+    return code;
 }

@@ -2,9 +2,10 @@
 
 #include "VornToolsCommon.h"
 
+#include "foundation/DesignMode.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
-#include "properties/DesignMode.h"
 
 #include "CATDocument.h"
 #include "CATICkeNaming.h"
@@ -77,6 +78,22 @@ HRESULT findPartPublisher(const JournalFrame& i_frame, CATDocument* ip_document,
     return publisherOf(i_frame, static_cast<CATISpecObject*>(sp_part), o_publisher);
 }
 
+HRESULT appendTablesOfPart(const JournalFrame& i_frame, CATDocument* ip_document, const SwitchWay& i_way,
+                           CATListValCATISpecObject_var& io_design_tables) {
+    InterfacePtr<CATIProduct> sp_root;
+    if (FAILED(sp_root.receive(
+            [&](CATIProduct*& o_root) { return VornToolsCommon::getActiveCATIProduct(ip_document, o_root); })))
+        return i_frame.callFailed("getActiveCATIProduct");
+    const DesignMode design_mode(sp_root.get(), i_way);
+    PublisherPtr sp_publisher;
+    if (FAILED(findPartPublisher(i_frame, ip_document, sp_publisher))) return E_FAIL;
+    CATListValCATISpecObject_var relations;
+    sp_publisher->GetAllChildren(CATICkeRelation::ClassName(), relations);
+    for (int i = 1; i <= relations.Size(); ++i)
+        if (!!relations[i] && relations[i]->GetType() == kTableType) io_design_tables.Append(relations[i]);
+    return S_OK;
+}
+
 } // namespace
 
 namespace vorntools {
@@ -117,17 +134,18 @@ HRESULT VornToolsCommon::getDesignTableList(CATDocument* ip_document, VornToolsS
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableList");
     if (!ip_document) return frame.badInput("ip_document");
     if (!iop_design_tables) return frame.badInput("iop_design_tables");
-    HRESULT code = S_OK;
-    switch (kindOf(ip_document)) {
-    case DocumentKind::Analysis: code = getDesignTableInAnalysisDocument(ip_document, iop_design_tables); break;
-    case DocumentKind::Process: code = getDesignTableInProcessDocument(ip_document, iop_design_tables); break;
-    case DocumentKind::Part:
-        code = getDesignTableInPartDocument(ip_document, ip_switcher, i_switch_flag, iop_design_tables);
-        break;
-    case DocumentKind::Product:
-    case DocumentKind::Drawing: code = appendTablesOfRootContainer(frame, ip_document, *iop_design_tables); break;
-    case DocumentKind::Other: break;
-    }
+    const auto list = [&] {
+        switch (kindOf(ip_document)) {
+        case DocumentKind::Analysis: return getDesignTableInAnalysisDocument(ip_document, iop_design_tables);
+        case DocumentKind::Process: return getDesignTableInProcessDocument(ip_document, iop_design_tables);
+        case DocumentKind::Part:
+            return getDesignTableInPartDocument(ip_document, ip_switcher, i_switch_flag, iop_design_tables);
+        case DocumentKind::Product:
+        case DocumentKind::Drawing: return appendTablesOfRootContainer(frame, ip_document, *iop_design_tables);
+        default: return S_OK;
+        }
+    };
+    const HRESULT code = guarded(list, E_FAIL);
     frame.write(" Nb DesignTable in CATIA structure = %d", iop_design_tables->Size());
     return code;
 }
@@ -137,12 +155,15 @@ HRESULT VornToolsCommon::getDesignTableInAnalysisDocument(CATDocument* ip_docume
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableInAnalysisDocument");
     if (!ip_document) return frame.badInput("ip_document");
     if (!iop_design_tables) return frame.badInput("iop_design_tables");
-    PublisherPtr sp_publisher;
-    if (FAILED(findAnalysisPublisher(frame, ip_document, sp_publisher))) return E_FAIL;
-    CATListValCATISpecObject_var design_tables;
-    const HRESULT code = getDirectDesignTablesChildren(sp_publisher.get(), design_tables);
-    iop_design_tables->Append(design_tables);
-    return code;
+    const auto append = [&] {
+        PublisherPtr sp_publisher;
+        if (FAILED(findAnalysisPublisher(frame, ip_document, sp_publisher))) return E_FAIL;
+        CATListValCATISpecObject_var design_tables;
+        const HRESULT code = getDirectDesignTablesChildren(sp_publisher.get(), design_tables);
+        iop_design_tables->Append(design_tables);
+        return code;
+    };
+    return guarded(append, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getDesignTableInProcessDocument(CATDocument* ip_document,
@@ -150,12 +171,15 @@ HRESULT VornToolsCommon::getDesignTableInProcessDocument(CATDocument* ip_documen
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableInProcessDocument");
     if (!ip_document) return frame.badInput("ip_document");
     if (!iop_design_tables) return frame.badInput("iop_design_tables");
-    PublisherPtr sp_publisher;
-    if (FAILED(findProcessPublisher(frame, ip_document, sp_publisher))) return E_FAIL;
-    CATListValCATISpecObject_var design_tables;
-    const HRESULT code = getDirectDesignTablesChildren(sp_publisher.get(), design_tables);
-    iop_design_tables->Append(design_tables);
-    return code;
+    const auto append = [&] {
+        PublisherPtr sp_publisher;
+        if (FAILED(findProcessPublisher(frame, ip_document, sp_publisher))) return E_FAIL;
+        CATListValCATISpecObject_var design_tables;
+        const HRESULT code = getDirectDesignTablesChildren(sp_publisher.get(), design_tables);
+        iop_design_tables->Append(design_tables);
+        return code;
+    };
+    return guarded(append, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getDesignTableInPartDocument(CATDocument* ip_document, VornToolsSwitchMgt* ip_switcher,
@@ -164,17 +188,8 @@ HRESULT VornToolsCommon::getDesignTableInPartDocument(CATDocument* ip_document, 
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableInPartDocument");
     if (!ip_document) return frame.badInput("ip_document");
     if (!iop_design_tables) return frame.badInput("iop_design_tables");
-    InterfacePtr<CATIProduct> sp_root;
-    if (FAILED(sp_root.receive([&](CATIProduct*& o_root) { return getActiveCATIProduct(ip_document, o_root); })))
-        return frame.callFailed("getActiveCATIProduct");
-    const DesignMode design_mode(sp_root.get(), SwitchWay{ip_switcher, i_switch_flag});
-    PublisherPtr sp_publisher;
-    if (FAILED(findPartPublisher(frame, ip_document, sp_publisher))) return E_FAIL;
-    CATListValCATISpecObject_var relations;
-    sp_publisher->GetAllChildren(CATICkeRelation::ClassName(), relations);
-    for (int i = 1; i <= relations.Size(); ++i)
-        if (!!relations[i] && relations[i]->GetType() == kTableType) iop_design_tables->Append(relations[i]);
-    return S_OK;
+    const SwitchWay way{ip_switcher, i_switch_flag};
+    return guarded([&] { return appendTablesOfPart(frame, ip_document, way, *iop_design_tables); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getDirectDesignTablesChildren(CATIParmPublisher* ipi_publisher,

@@ -5,6 +5,7 @@
 #include "foundation/AutomationText.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 
@@ -34,13 +35,16 @@ HRESULT readAutomationText(const JournalFrame& i_frame, CATIDesignTable* ipi_des
                            Call&& i_call, CATUnicodeString& o_text) {
     o_text = "";
     if (!ipi_design_table) return i_frame.badInput("ipi_design_table");
-    const auto sp_automation = queryInterface<CATIADesignTable>(ipi_design_table);
-    if (!sp_automation) return i_frame.missing("pi_automation_design_table");
-    AutomationText text;
-    if (FAILED(text.receive([&](CATBSTR& o_received) { return i_call(*sp_automation.get(), o_received); })))
-        return i_frame.platformFailed(i_name);
-    o_text = text.text();
-    return S_OK;
+    const auto read = [&] {
+        const auto sp_automation = queryInterface<CATIADesignTable>(ipi_design_table);
+        if (!sp_automation) return i_frame.missing("pi_automation_design_table");
+        AutomationText text;
+        if (FAILED(text.receive([&](CATBSTR& o_received) { return i_call(*sp_automation.get(), o_received); })))
+            return i_frame.platformFailed(i_name);
+        o_text = text.text();
+        return S_OK;
+    };
+    return guarded(read, E_FAIL);
 }
 
 /** File of a table on disk. E_FAIL when the table does not tell it or it is not there. */
@@ -129,9 +133,42 @@ HRESULT VornToolsCommon::getDesignTableName(CATIDesignTable* ipi_design_table, C
     if (!ipi_design_table) return frame.badInput("ipi_design_table");
     const auto sp_alias = queryInterface<CATIAlias>(ipi_design_table);
     if (!sp_alias) return frame.missing("pi_alias");
-    o_name = sp_alias->GetAlias();
+    if (!guarded([&] { o_name = sp_alias->GetAlias(); })) return E_FAIL;
     return o_name.IsNull() ? frame.platformFailed("GetAlias") : S_OK;
 }
+
+/** What readDesignTableInformation tells. */
+struct VornToolsCommon::DesignTableInformation {
+    CATUnicodeString file_path;
+    CATUnicodeString file_name;
+    int sheet = 0;
+    int configuration = 0;
+    CATUnicodeString checksum;
+    CATUnicodeString associated_files;
+    CATUnicodeString name;
+
+    /** @param ip_map file names by part number; null for none */
+    HRESULT read(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
+                 const TYPMapCATUnicodeStringPVoid* ip_map) {
+        if (FAILED(readFilePath(i_frame, ipi_design_table, file_path)) ||
+            FAILED(readFileName(i_frame, file_path, file_name)) ||
+            (ip_map && FAILED(readAssociatedFiles(i_frame, ipi_design_table, *ip_map, associated_files))))
+            return E_FAIL;
+        const CATICkeSheet_var sp_sheet = ipi_design_table->Sheet();
+        if (!sp_sheet) return i_frame.missing("sp_sheet");
+        if (FAILED(readSheetNumber(i_frame, sp_sheet, sheet))) return E_FAIL;
+        configuration = ipi_design_table->ConfigurationRow();
+        // A file that cannot be read again leaves the values that the document was made with.
+        if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
+            i_frame.callFailed("updateDesignTableCurrentSheet");
+        CATUnicodeString values;
+        if (FAILED(getConfigurationValues(ipi_design_table, configuration, values))) return E_FAIL;
+        i_frame.write(" String used to find CkSum : %s", values);
+        checksum = checksumOf(values);
+        if (FAILED(getDesignTableName(ipi_design_table, name))) i_frame.write("Cannot get design table name");
+        return S_OK;
+    }
+};
 
 HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_design_table,
                                                     CATUnicodeString i_document_name,
@@ -141,42 +178,29 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
                                                     CATUnicodeString& o_configuration_text,
                                                     CATUnicodeString& o_associated_files, CATUnicodeString& o_name) {
     const JournalFrame frame(_CteCLASS_NAME, "readDesignTableInformation");
-    for (CATUnicodeString* const p_output :
-         {&o_file_path, &o_file_name, &o_configuration_text, &o_associated_files, &o_name})
-        *p_output = "";
-    o_sheet = o_configuration = 0;
+    const auto write_outputs = [&](const DesignTableInformation& i_information) {
+        o_file_path = i_information.file_path;
+        o_file_name = i_information.file_name;
+        o_sheet = i_information.sheet;
+        o_configuration = i_information.configuration;
+        o_configuration_text = i_information.checksum;
+        o_associated_files = i_information.associated_files;
+        o_name = i_information.name;
+    };
+    const DesignTableInformation nothing;
+    write_outputs(nothing);
     const auto sp_design_table = queryInterface<CATIDesignTable>(static_cast<CATISpecObject*>(isp_design_table));
     if (!sp_design_table) return frame.badInput("isp_design_table");
     frame.writeInDebug("Design table of %s", i_document_name);
-
-    CATUnicodeString path;
-    CATUnicodeString file_name;
-    if (FAILED(readFilePath(frame, sp_design_table.get(), path)) || FAILED(readFileName(frame, path, file_name)))
-        return E_FAIL;
-    CATUnicodeString associated_files;
-    if (ip_part_number_to_file_name &&
-        FAILED(readAssociatedFiles(frame, sp_design_table.get(), *ip_part_number_to_file_name, associated_files)))
-        return E_FAIL;
-    const CATICkeSheet_var sp_sheet = sp_design_table->Sheet();
-    if (!sp_sheet) return frame.missing("sp_sheet");
-    int sheet = 0;
-    if (FAILED(readSheetNumber(frame, sp_sheet, sheet))) return E_FAIL;
-    const int configuration = sp_design_table->ConfigurationRow();
-    // A file that cannot be read again leaves the values that the document was made with.
-    if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
-        frame.callFailed("updateDesignTableCurrentSheet");
-    CATUnicodeString values;
-    if (FAILED(getConfigurationValues(sp_design_table.get(), configuration, values))) return E_FAIL;
-    frame.write(" String used to find CkSum : %s", values);
-
-    o_file_path = path;
-    o_file_name = file_name;
-    o_sheet = sheet;
-    o_configuration = configuration;
-    o_configuration_text = checksumOf(values);
-    o_associated_files = associated_files;
-    if (FAILED(getDesignTableName(sp_design_table.get(), o_name))) frame.write("Cannot get design table name");
-    return S_OK;
+    const auto read = [&] {
+        DesignTableInformation information;
+        const HRESULT code = information.read(frame, sp_design_table.get(), ip_part_number_to_file_name);
+        if (SUCCEEDED(code)) write_outputs(information);
+        return code;
+    };
+    const HRESULT code = guarded(read, E_FAIL);
+    if (FAILED(code)) write_outputs(nothing);
+    return code;
 }
 
 CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration) {

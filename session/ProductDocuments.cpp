@@ -7,7 +7,7 @@
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "session/DescriptionText.h"
-#include "session/HoldingSwitch.h"
+#include "foundation/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
 
 #include "CATDocument.h"

@@ -3,7 +3,7 @@
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/WorkModes.h"
-#include "session/HoldingSwitch.h"
+#include "foundation/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
 #include "session/Shapes.h"
 

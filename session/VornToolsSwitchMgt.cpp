@@ -2,7 +2,7 @@
 
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
-#include "session/HoldingSwitch.h"
+#include "foundation/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
 #include "session/Shapes.h"
 

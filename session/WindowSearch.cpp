@@ -3,7 +3,7 @@
 #include "foundation/FileNames.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "session/HoldingSwitch.h"
+#include "foundation/HoldingSwitch.h"
 
 #include "CATDocument.h"
 #include "CATFrmEditor.h"

@@ -28,7 +28,8 @@ public:
         const FaultFlavour flavour = called(querySite(iid));
         if (flavour == FaultFlavour::nullOutput) return S_OK;
         if (flavour == FaultFlavour::codeWithOutput) *result = found ? found : unknown();
-        if (flavour != FaultFlavour::none || !found) return E_NOINTERFACE;
+        if (flavour != FaultFlavour::none) return E_FAIL;
+        if (!found) return E_NOINTERFACE;
         *result = found;
         addReference();
         return S_OK;

@@ -1,7 +1,9 @@
 #include "VornToolsCommon.h"
 
+#include "VornToolsWorkModeServices.h"
 #include "cache/FileBackup.h"
 #include "embedded/DesignTables.h"
+#include "embedded/WorkModes.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 #include "tests/support/Workbook.h"
@@ -206,6 +208,27 @@ TEST_F(CheckSumsTest, OneSheetOfTenThousandIsFound) {
     Lists lists({"10000", "10001", "1"}, {"1", "1", "1"});
     EXPECT_EQ(lists.calculate(document(), path("many.xlsx")), S_OK);
     EXPECT_EQ(textsOf(lists.checksums), Texts({kM8, "", kM8}));
+}
+
+TEST_F(CheckSumsTest, APartStaysInDesignModeUntilAllIsRead) {
+    const std::string name = write("part.txt", "Size\nM8x20\n");
+    const auto part = session().part(path("Bolt.CATPart"));
+    const auto publisher = embedded::parametersOf(part, "MechanicalPart", "Bolt");
+    embedded::addDesignTable(publisher, "DT", name).associate("Size", publisher.add("Size", "x"));
+    VornToolsWorkModeServices::setCatiaCacheActivated(1);
+    embedded::setWorkMode(part.root(), embedded::WorkMode::visualisation);
+    clearJournal();
+    Lists lists({"1"}, {"1"});
+    EXPECT_EQ(lists.calculate(part.get(), name), S_OK);
+    VornToolsWorkModeServices::setCatiaCacheActivated(0);
+    EXPECT_EQ(textsOf(lists.checksums), Texts({kM8}));
+    EXPECT_EQ(embedded::workMode(part.root()), embedded::WorkMode::visualisation);
+    Texts ends;
+    for (const std::string& line : embedded::Journal::get().lines())
+        if (line == "< VornToolsWorkModeServices::setWorkMode" || line.find("checkSum calcul") != std::string::npos)
+            ends.push_back(line);
+    const std::string end = "< VornToolsWorkModeServices::setWorkMode";
+    EXPECT_EQ(ends, Texts({end, std::string(kName) + " checkSum calcul\351 : " + kM8, end}));
 }
 
 TEST_F(CheckSumsTest, SaysWhatItDidNotFind) {

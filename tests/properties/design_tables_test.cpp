@@ -16,6 +16,7 @@
 #include "embedded/DesignTables.h"
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
+#include "foundation/DesignMode.h"
 
 #include <algorithm>
 #include <functional>
@@ -35,6 +36,8 @@ using Access = VornToolsCommonTestAccess;
 using embedded::Failures;
 using embedded::FaultFlavour;
 using embedded::WorkMode;
+using vorntools::DesignMode;
+using vorntools::SwitchWay;
 
 constexpr const char* kChecksum12x = "4456d0bcde17f2280b93877cff7b3c36";
 constexpr const char* kChecksumLN = "faccf5fbece5d95182fae0726ddadd4b";
@@ -196,9 +199,11 @@ TEST_F(DesignTablesTest, ASpreadsheetIsNoTextFileBecauseAQueryFailed) {
     Sheets read;
     EXPECT_EQ(read.read(bolt), S_OK);
     EXPECT_EQ(read.rows(), Texts({std::string("bolts 3 1 ") + kChecksum12x + "  DT.1"}));
-    withFailing("QueryInterface(CATICkeOleSheet)", FaultFlavour::nullOutput, [&] { read.read(bolt); });
-    EXPECT_EQ(read.rows(), Texts());
-    EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9002 pi_ole_sheet"}));
+    for (const FaultFlavour flavour : {FaultFlavour::code, FaultFlavour::codeWithOutput, FaultFlavour::nullOutput}) {
+        withFailing("QueryInterface(CATICkeOleSheet)", flavour, [&] { read.read(bolt); });
+        EXPECT_EQ(read.rows(), Texts());
+        EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9002 pi_ole_sheet"}));
+    }
     withFailing("CATICkeOleSheet::GetSheetIndex", FaultFlavour::code, [&] { read.read(bolt); });
     EXPECT_EQ(read.rows(), Texts());
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9004 GetSheetIndex"}));
@@ -336,6 +341,33 @@ TEST_F(DesignTablesTest, PartsAreReadInDesignModeAndPutBack) {
     const std::size_t after = modes();
     EXPECT_EQ(count(bolt), 1);
     EXPECT_EQ(modes(), after);
+}
+
+TEST_F(DesignTablesTest, NothingIsThrownAcrossTheBoundary) {
+    addTable(feature);
+    const auto top = session().product(path("R.CATProduct"));
+    top.root().add(bolt, "Bolt.1");
+    embedded::setWorkMode(bolt.root(), WorkMode::visualisation);
+    embedded::setSwitchOutcome(embedded::SwitchOutcome::foreign);
+    EXPECT_EQ(count(bolt, E_FAIL), 0);
+    Sheets read;
+    EXPECT_EQ(read.read(bolt), E_FAIL);
+    EXPECT_EQ(read.paths.Size() + read.sheets.Size(), 0);
+    CATListValCATUnicodeString names, files;
+    CATListPtrCATIProduct products;
+    embedded::setWorkMode(top.root(), WorkMode::visualisation);
+    EXPECT_EQ(VornToolsCommon::getAllProductsAndDesignTablesNames(top.get(), nullptr, 1, names, products, files),
+              E_FAIL);
+    EXPECT_EQ(names.Size() + products.Size() + files.Size(), 0);
+    embedded::setSwitchOutcome(embedded::SwitchOutcome::switched);
+    EXPECT_EQ(count(bolt), 1);
+
+    embedded::setWorkMode(bolt.root(), WorkMode::visualisation);
+    {
+        const DesignMode mode(bolt.root().get(), SwitchWay{nullptr, 0});
+        embedded::setSwitchOutcome(embedded::SwitchOutcome::foreign);
+    }
+    EXPECT_EQ(embedded::workMode(bolt.root()), WorkMode::design) << "it stays where it is";
 }
 
 TEST_F(DesignTablesTest, ATableIsFoundByItsFile) {

@@ -1,11 +1,12 @@
-#ifndef PROPERTIES_DESIGN_MODE_H
-#define PROPERTIES_DESIGN_MODE_H
+#ifndef FOUNDATION_DESIGN_MODE_H
+#define FOUNDATION_DESIGN_MODE_H
 
 #include "foundation/InterfacePtr.h"
 
 #include "CATIProduct.h"
 #include "VornToolsWorkModeServices.h"
 
+class CATDocument;
 class VornToolsSwitchMgt;
 
 namespace vorntools {
@@ -20,6 +21,9 @@ struct SwitchWay {
 class DesignMode {
 public:
     DesignMode(CATIProduct* ipi_product, const SwitchWay& i_way);
+    /** Keeps the root product of a part's document there, outside of which nobody can count on what the part has. Other
+     * documents stay as they are. */
+    DesignMode(CATDocument* ip_document, const SwitchWay& i_way);
     ~DesignMode();
     DesignMode(DesignMode&&) = default;
     DesignMode(const DesignMode&) = delete;

@@ -1,4 +1,4 @@
-#include "session/HoldingSwitch.h"
+#include "foundation/HoldingSwitch.h"
 
 #include "CATIProduct.h"
 #include "TYPMapCATUnicodeStringPVoid.h"
