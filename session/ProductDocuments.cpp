@@ -5,9 +5,9 @@
 #include "VornToolsWorkModeServices.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/HoldingSwitch.h"
 #include "foundation/JournalFrame.h"
 #include "session/DescriptionText.h"
-#include "foundation/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
 
 #include "CATDocument.h"

@@ -1,9 +1,9 @@
 #include "VornToolsCommon.h"
 
 #include "foundation/FileNames.h"
+#include "foundation/HoldingSwitch.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/WorkModes.h"
-#include "foundation/HoldingSwitch.h"
 #include "session/ProductHelpers.h"
 #include "session/Shapes.h"
 

@@ -1,8 +1,8 @@
 #include "VornToolsSwitchMgt.h"
 
 #include "foundation/FileNames.h"
-#include "foundation/JournalFrame.h"
 #include "foundation/HoldingSwitch.h"
+#include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
 #include "session/Shapes.h"
 

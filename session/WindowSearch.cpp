@@ -1,9 +1,9 @@
 #include "VornToolsCommon.h"
 
 #include "foundation/FileNames.h"
+#include "foundation/HoldingSwitch.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/HoldingSwitch.h"
 
 #include "CATDocument.h"
 #include "CATFrmEditor.h"
