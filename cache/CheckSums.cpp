@@ -3,7 +3,6 @@
 #include "cache/ConfigurationText.h"
 #include "cache/DesignTableSheet.h"
 #include "cache/FileBackup.h"
-#include "foundation/DesignMode.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
 #include "foundation/Guarded.h"
@@ -41,17 +40,18 @@ CATUnicodeString physicalName(const JournalFrame& i_frame, CATUnicodeString i_na
 
 } // namespace
 
-/** One call of calculateCheckSums on the design table that it found. */
-class VornToolsCommon::CheckSums {
+/** One call of calculateCheckSums. */
+class VornToolsCommon::CheckSums final : public DesignTableWork {
 public:
-    CheckSums(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table, CATListValCATUnicodeString& io_sheets,
+    CheckSums(const JournalFrame& i_frame, CATListValCATUnicodeString& io_sheets,
               CATListValCATUnicodeString& io_configurations, CATListValCATUnicodeString& io_checksums)
-        : m_frame(i_frame), m_design_table(ipi_design_table), m_sheets(io_sheets), m_configurations(io_configurations),
-          m_checksums(io_checksums), m_is_update(io_checksums.Size() > 0) {}
+        : m_frame(i_frame), m_sheets(io_sheets), m_configurations(io_configurations), m_checksums(io_checksums),
+          m_is_update(io_checksums.Size() > 0) {}
 
     /** Computes what is to be computed. Sheet, configuration and file are afterwards what they were, even when the work
      * did not come to its end. */
-    void calculate() {
+    void run(CATIDesignTable* ipi_design_table) override {
+        m_design_table = ipi_design_table;
         CATUnicodeString file;
         if (FAILED(getDesignTableFullFilename(m_design_table, file))) return;
         FileBackup backup(m_frame, physicalName(m_frame, file));
@@ -169,7 +169,7 @@ private:
     }
 
     const JournalFrame& m_frame;
-    CATIDesignTable* const m_design_table;
+    CATIDesignTable* m_design_table = nullptr;
     CATListValCATUnicodeString& m_sheets;
     CATListValCATUnicodeString& m_configurations;
     CATListValCATUnicodeString& m_checksums;
@@ -194,13 +194,9 @@ HRESULT VornToolsCommon::calculateCheckSums(CATDocument* ip_document, CATUnicode
     if (!iop_checksums) frame.badInput("iop_checksums");
     if (!iop_sheets || !iop_configurations || !iop_checksums) return S_OK;
     if (iop_checksums->Size() > 0) frame.write("%s Update...", frame.name());
+    CheckSums check_sums(frame, *iop_sheets, *iop_configurations, *iop_checksums);
     const auto calculate = [&] {
-        const DesignMode design_mode(ip_document, SwitchWay{ip_switcher, i_switch_flag});
-        CATIDesignTable* p_found = nullptr;
-        o_found = getDesignTable(ip_document, i_design_table_file, ip_switcher, i_switch_flag, p_found);
-        const auto sp_design_table = InterfacePtr<CATIDesignTable>::adopt(p_found);
-        if (o_found)
-            CheckSums(frame, sp_design_table.get(), *iop_sheets, *iop_configurations, *iop_checksums).calculate();
+        o_found = withDesignTable(ip_document, i_design_table_file, ip_switcher, i_switch_flag, check_sums);
     };
     if (!guarded(calculate)) frame.write("%s : the work was broken off", frame.name());
     return S_OK;

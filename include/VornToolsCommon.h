@@ -500,6 +500,18 @@ private:
     static unsigned char getDesignTable(CATDocument* ip_document, CATUnicodeString i_full_file_name,
                                         VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
                                         CATIDesignTable*& opi_design_table);
+    /** What is done with a design table. */
+    class DesignTableWork {
+    public:
+        virtual void run(CATIDesignTable* ipi_design_table) = 0;
+
+    protected:
+        ~DesignTableWork() = default;
+    };
+    /** Finds a table as getDesignTable does and has the work done on it; a part is in design mode until it is. */
+    static unsigned char withDesignTable(CATDocument* ip_document, const CATUnicodeString& i_full_file_name,
+                                         VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
+                                         DesignTableWork& io_work);
     /** Texts of a configuration's cells, one a parameter that the table sets, one behind the other; configuration 0 is
      * the row of titles. */
     static CATUnicodeString getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration);

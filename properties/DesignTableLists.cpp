@@ -1,10 +1,10 @@
 #include "VornToolsCommon.h"
 
-#include "foundation/DesignMode.h"
 #include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "properties/ProductsBelow.h"
+#include "session/DesignMode.h"
 
 #include "CATCSO.h"
 #include "CATDocument.h"

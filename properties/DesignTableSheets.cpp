@@ -1,11 +1,11 @@
 #include "VornToolsCommon.h"
 
-#include "foundation/DesignMode.h"
 #include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "properties/DesignTableSources.h"
 #include "properties/ProductsBelow.h"
+#include "session/DesignMode.h"
 
 #include "CATDocument.h"
 #include "CATIDesignTable.h"

@@ -2,10 +2,10 @@
 
 #include "VornToolsCommon.h"
 
-#include "foundation/DesignMode.h"
 #include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
+#include "session/DesignMode.h"
 
 #include "CATDocument.h"
 #include "CATICkeNaming.h"
@@ -222,4 +222,15 @@ unsigned char VornToolsCommon::getDesignTable(CATDocument* ip_document, CATUnico
         return 1;
     }
     return 0;
+}
+
+unsigned char VornToolsCommon::withDesignTable(CATDocument* ip_document, const CATUnicodeString& i_full_file_name,
+                                               VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
+                                               DesignTableWork& io_work) {
+    const DesignMode design_mode(ip_document, SwitchWay{ip_switcher, i_switch_flag});
+    CATIDesignTable* p_found = nullptr;
+    const unsigned char found = getDesignTable(ip_document, i_full_file_name, ip_switcher, i_switch_flag, p_found);
+    const auto sp_design_table = InterfacePtr<CATIDesignTable>::adopt(p_found);
+    if (found) io_work.run(sp_design_table.get());
+    return found;
 }

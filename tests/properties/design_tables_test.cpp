@@ -16,7 +16,7 @@
 #include "embedded/DesignTables.h"
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
-#include "foundation/DesignMode.h"
+#include "session/DesignMode.h"
 
 #include <algorithm>
 #include <functional>

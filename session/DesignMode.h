@@ -1,5 +1,5 @@
-#ifndef FOUNDATION_DESIGN_MODE_H
-#define FOUNDATION_DESIGN_MODE_H
+#ifndef SESSION_DESIGN_MODE_H
+#define SESSION_DESIGN_MODE_H
 
 #include "foundation/InterfacePtr.h"
 

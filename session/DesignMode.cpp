@@ -1,4 +1,4 @@
-#include "foundation/DesignMode.h"
+#include "session/DesignMode.h"
 
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
