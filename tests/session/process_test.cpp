@@ -1,3 +1,4 @@
+#include "tests/session/FailingCall.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -29,6 +30,18 @@ TEST_F(ProcessTest, TheHostedClientIsOpenedOrBroughtToTheFront) {
     EXPECT_EQ(VornToolsCommon::startSkylane(), S_OK);
     EXPECT_EQ(lastLine(), "< VornToolsCommon::startSkylane 0");
     EXPECT_EQ(embedded::hostedClient().broughtToFront, 1);
+    HRESULT code = S_OK;
+    const auto open = [&] {
+        embedded::hostedClient().open = false;
+        code = VornToolsCommon::startSkylane();
+    };
+    const auto check = [&](int) {
+        EXPECT_EQ(code, E_FAIL);
+        EXPECT_EQ(reports(), Texts{"VornToolsCommon::startSkylane 9003 SKManager::openWindow()"});
+        EXPECT_EQ(lastLine(), "< VornToolsCommon::startSkylane -2147467259");
+    };
+    EXPECT_EQ(whenFailing("SKManager::openWindow", open, check), 1);
+    embedded::Messages::get().take();
     embedded::hostedClient().installed = false;
     EXPECT_EQ(VornToolsCommon::startSkylane(), E_FAIL);
     EXPECT_EQ(embedded::Messages::get().take(),

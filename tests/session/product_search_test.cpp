@@ -1,3 +1,4 @@
+#include "tests/session/FailingCall.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -233,14 +234,12 @@ protected:
         switcher.release();
         for (const embedded::Product& place : places) embedded::setWorkMode(place, WorkMode::visualisation);
     }
-    /** Looks for a file while the n-th call of the platform fails; the product found. */
-    CATIProduct* search(const char* file, int nth) {
+    /** The product that shows a file by default. */
+    CATIProduct* search(const char* file) {
         reset();
-        embedded::Failures::get().arm(nth, false, embedded::FaultFlavour::code);
         CATIProduct* found = nullptr;
         unsigned char flag = 7;
         VornToolsCommon::getForeignFileInSession(root.get(), file, "", &switcher, found, flag);
-        embedded::Failures::get().disarm();
         reports();
         if (found) found->Release();
         return found;
@@ -252,50 +251,57 @@ protected:
 
 TEST_F(SilentPictureTest, AHitStaysLoadedAndHeldUntilTheSwitcherIsReleased) {
     places[0].reference().shape("low", "/w/low.cgr");
-    for (const char* const call : {"CATIAProduct::GetDefaultShapeName", "CATIAProduct::GetShapePathName"}) {
-        CATIProduct* found = nullptr;
-        int nth = 0;
-        do found = search("low.cgr", ++nth);
-        while (embedded::Failures::get().fired() && embedded::Failures::get().firedAt() != call);
-        EXPECT_EQ(found, places[0].get()) << call;
+    CATIProduct* found = nullptr;
+    const auto holders = [] { return embedded::Accounting::get().holders(); };
+    const auto check = [&](int) {
+        EXPECT_EQ(found, places[0].get());
         EXPECT_EQ(embedded::workMode(places[0]), WorkMode::standard);
         EXPECT_EQ(embedded::workMode(places[1]), WorkMode::visualisation);
-        EXPECT_EQ(embedded::Accounting::get().holders(), Texts({"product a/p.1: 1"}));
+        EXPECT_EQ(holders(), Texts({"product a/p.1: 1"}));
         CATIProduct* product = nullptr;
         EXPECT_EQ(switcher.getCATIProduct("p.CATPart", product), S_OK);
         EXPECT_EQ(product, places[0].get());
-        EXPECT_EQ(embedded::Accounting::get().holders(), Texts({"product a/p.1: 1"})) << "no reference is added";
+        EXPECT_EQ(holders(), Texts({"product a/p.1: 1"})) << "no reference is added";
         EXPECT_EQ(remembered(), Texts({"restoring p.CATPart in visu"}));
         EXPECT_EQ(embedded::workMode(places[0]), WorkMode::visualisation);
         switcher.release();
-        EXPECT_EQ(embedded::Accounting::get().holders(), Texts());
-    }
+        EXPECT_EQ(holders(), Texts());
+    };
+    for (const char* const call : {"CATIAProduct::GetDefaultShapeName", "CATIAProduct::GetShapePathName"})
+        EXPECT_EQ(whenFailing(
+                      call, [&] { found = search("low.cgr"); }, check),
+                  1)
+            << call;
 }
 
 TEST_F(SilentPictureTest, WhatCannotBePutBackAtOnceIsTheSwitchersToPutBack) {
     int left = 0;
-    int nth = 0;
-    do {
-        EXPECT_EQ(search("none.cgr", ++nth), nullptr);
+    const auto check = [&] {
+        EXPECT_EQ(search("none.cgr"), nullptr);
+        embedded::Failures::get().disarm();
         left += embedded::workMode(places[0]) != WorkMode::visualisation;
         switcher.restoreAll(0);
         for (const embedded::Product& place : places)
             EXPECT_EQ(embedded::workMode(place), WorkMode::visualisation) << embedded::Failures::get().firedAt();
-    } while (embedded::Failures::get().fired());
-    EXPECT_EQ(left, 1) << "the one fault that hinders it";
+    };
+    EXPECT_EQ(whenFailing("CATPrsWorkModeServices::SetWorkMode", check, [](int) {}), 4);
+    EXPECT_EQ(left, 1) << "the one fault that hinders it for the first place";
 }
 
 TEST_F(SilentPictureTest, APictureIsToldByItsNameWhereNobodyTellsTheMode) {
     for (const char* const shape : {"/w/p.CATPart", ""}) {
         places[0].reference().masterShape(shape);
         std::size_t switches = 0;
-        int nth = 0;
-        do {
-            const std::size_t start = embedded::workModeSwitches();
-            search("none.cgr", ++nth);
-            switches = embedded::workModeSwitches() - start;
-        } while (embedded::Failures::get().firedAt() != "CATPrsWorkModeServices::GetWorkMode");
-        EXPECT_EQ(switches, *shape ? 4U : 2U) << "the second place is asked again";
+        const auto count = [&] {
+            const std::size_t before = embedded::workModeSwitches();
+            search("none.cgr");
+            switches = embedded::workModeSwitches() - before;
+        };
+        const auto check = [&](int which) {
+            if (which > 1) return;
+            EXPECT_EQ(switches, *shape ? 4U : 2U) << "the second place is loaded all the same";
+        };
+        EXPECT_GT(whenFailing("CATPrsWorkModeServices::GetWorkMode", count, check), 1);
     }
 }
 
@@ -312,22 +318,18 @@ TEST_F(SilentPictureTest, WhatThePlatformThrowsPassesThrough) {
 TEST_F(ProductSearchTest, ChildrenThatAreCountedAndNotToldAreAFailure) {
     auto root = session().product("/w/a.CATProduct").root();
     root.add(session().product("/w/g.CATProduct"), "g.1").reference().add(session().part("/w/p.CATPart"), "p.1");
-    embedded::Failures& failures = embedded::Failures::get();
-    int failed = 0;
-    int nth = 0;
-    do {
-        failures.arm(++nth, false, embedded::FaultFlavour::code);
+    HRESULT code = S_OK;
+    const auto search = [&] {
         CATIProduct* found = root.get();
         unsigned char flag = 7;
-        const HRESULT code = VornToolsCommon::getProductInSession(root.get(), "none.CATPart", found, flag);
-        failures.disarm();
-        const Texts told = reports();
-        if (failures.firedAt() != "CATIProduct::GetChildren") continue;
-        const bool has_children = ++failed <= 2; // the root and the group; the part has none
-        EXPECT_EQ(code, has_children ? E_FAIL : S_OK);
-        EXPECT_EQ(told, has_children ? Texts{kCommon + "getProductInSession 9004 GetChildren"} : Texts());
-    } while (failures.fired());
-    EXPECT_EQ(failed, 3);
+        reports();
+        code = VornToolsCommon::getProductInSession(root.get(), "none.CATPart", found, flag);
+    };
+    const auto check = [&](int which) { // the root, the group, the part, which has none
+        EXPECT_EQ(code, which < 3 ? E_FAIL : S_OK);
+        EXPECT_EQ(reports(), which < 3 ? Texts{kCommon + "getProductInSession 9004 GetChildren"} : Texts());
+    };
+    EXPECT_EQ(whenFailing("CATIProduct::GetChildren", search, check), 3);
 }
 
 TEST_F(ProductSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {

@@ -141,6 +141,11 @@ TEST_F(SelectionTest, SelectedProductsAreListedOnceInTheirOrder) {
     windows().select(part);
     windows().select(visual);
     EXPECT_EQ(products(S_OK), std::vector<CATBaseUnknown*>({visual.get(), part.get()}));
+    root.add(session().product("/w/g.CATProduct"), "g.2");
+    windows().select(root.at({"g.2", "c.1", "p.1"}));
+    EXPECT_EQ(products(S_OK),
+              std::vector<CATBaseUnknown*>({visual.get(), part.get(), root.at({"g.2", "c.1", "p.1"}).get()}))
+        << "two places of one instance are two products";
     windows().withoutSelection();
     EXPECT_EQ(products(E_FAIL), std::vector<CATBaseUnknown*>());
     windows().withoutCurrentEditor();
@@ -174,8 +179,13 @@ TEST_F(SelectionTest, TheSelectedObjectNeedNotBeAProduct) {
 }
 
 TEST_F(SelectionTest, DocumentNamesAreThoseOfTheFilesAndComponentsAreNamedByTheirPath) {
-    environment().debugMode = true;
     EXPECT_EQ(names(S_OK), Texts());
+    windows().select(SelectionPath(visual).object("Face"));
+    EXPECT_EQ(names(E_FAIL), Texts());
+    EXPECT_EQ(messages(), Texts({"ipi_the_product is NULL"})) << "the rest is for debugging";
+    windows().clearSelection();
+    clearJournal();
+    environment().debugMode = true;
     windows().select(part);
     windows().select(component);
     windows().select(root.at({"g.1"}));
@@ -193,7 +203,10 @@ TEST_F(SelectionTest, DocumentNamesAreThoseOfTheFilesAndComponentsAreNamedByThei
     windows().select(bare);
     windows().select(root);
     windows().select(bare);
-    EXPECT_EQ(names(S_OK), Texts({"New.CATPart", "r.CATProduct"})) << "a name without directory is in the list already";
+    // Only in an assembly's document is a component named by its path.
+    windows().select(session().find("/w/p.CATPart").root().addComponent("body", "b.1"));
+    EXPECT_EQ(names(S_OK), Texts({"New.CATPart", "r.CATProduct", "p.CATPart"}))
+        << "a name without directory is in the list already";
     windows().withoutSelection();
     EXPECT_EQ(names(E_FAIL), Texts());
 }

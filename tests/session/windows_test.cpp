@@ -87,6 +87,19 @@ TEST_F(WindowsTest, AWindowShowsTheDocumentOfItsEditor) {
                                 kCommon + "getDocumentAndNameFromWindow 9001 ip_window"}));
 }
 
+TEST_F(WindowsTest, ADocumentWithoutFileNameHasNoName) {
+    const auto folder = session().document("/w/folder/");
+    CATFrmWindow* const window = windows().open(folder).get();
+    CATUnicodeString name("before");
+    CATDocument* document = nullptr;
+    EXPECT_EQ(VornToolsCommon::getDocumentFromWindow(window, document), S_OK);
+    EXPECT_EQ(document, folder.get());
+    EXPECT_EQ(VornToolsCommon::getDocumentAndNameFromWindow(window, name, document), E_FAIL);
+    EXPECT_EQ(name, "");
+    EXPECT_EQ(document, nullptr);
+    EXPECT_EQ(rootNames(), Texts());
+}
+
 TEST_F(WindowsTest, RootDocumentsAreListedByTheirWindows) {
     EXPECT_EQ(rootNames(), Texts());
     EXPECT_EQ(roots("", false), Texts());
