@@ -1,5 +1,6 @@
 #include "VornToolsCADDOCProperties.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "properties/CreationRules.h"
 #include "properties/DocumentAttributes.h"
@@ -175,10 +176,7 @@ HRESULT readAtHome(const JournalFrame& i_frame, const Home& i_home, JoinValues i
         forEachMember(i_frame, sp_set.get(), [&](int, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name) {
             return hasPath(i_name) ? S_OK : addParameter(i_frame, ipi_parameter, i_name, i_join, pairs);
         });
-    if (FAILED(code))
-        o_pairs.RemoveAll();
-    else
-        pairs.addGuaranteed();
+    pairs.addGuaranteed();
     return code;
 }
 
@@ -193,7 +191,9 @@ HRESULT VornToolsCADDOCProperties::setAnalysisParameters(CATDocument* ip_catdocu
         frame.write("setAnalysisParameters :: ip_catdocument is NULL.");
         return frame.endWith(frame.badInput("ip_catdocument"));
     }
-    return frame.endWith(writeAtHome(frame, analysisHome(frame, ip_catdocument), {i_names, i_values, i_types}));
+    const AttributesToWrite attributes{i_names, i_values, i_types};
+    return frame.endWith(
+        guarded([&] { return writeAtHome(frame, analysisHome(frame, ip_catdocument), attributes); }, E_FAIL));
 }
 
 HRESULT VornToolsCADDOCProperties::setProcessParameters(CATDocument* ip_catdocument, CATListValCATUnicodeString i_names,
@@ -204,19 +204,27 @@ HRESULT VornToolsCADDOCProperties::setProcessParameters(CATDocument* ip_catdocum
         frame.write("setProcessParameters :: ip_document est null.");
         return frame.endWith(frame.badInput("ip_catdocument"));
     }
-    return frame.endWith(writeAtHome(frame, processHome(frame, ip_catdocument), {i_names, i_values, i_types}));
+    const AttributesToWrite attributes{i_names, i_values, i_types};
+    return frame.endWith(
+        guarded([&] { return writeAtHome(frame, processHome(frame, ip_catdocument), attributes); }, E_FAIL));
 }
 
 HRESULT VornToolsCADDOCProperties::retrieveAnalysisAttributes(CATDocument* ip_catdocument,
                                                               CATListValCATUnicodeString& o_pairs) {
     JournalFrame frame(_CteCLASS_NAME, "retrieveAnalysisAttributes");
     o_pairs.RemoveAll();
-    return frame.endWith(readAtHome(frame, analysisHome(frame, ip_catdocument), &getParamMultipleValues, o_pairs));
+    const auto read = [&] {
+        return readAtHome(frame, analysisHome(frame, ip_catdocument), &getParamMultipleValues, o_pairs);
+    };
+    return frame.endWith(readGuarded(read, o_pairs));
 }
 
 HRESULT VornToolsCADDOCProperties::retrieveProcessAttributes(CATDocument* ip_catdocument,
                                                              CATListValCATUnicodeString& o_pairs) {
     JournalFrame frame(_CteCLASS_NAME, "retrieveProcessAttributes");
     o_pairs.RemoveAll();
-    return frame.endWith(readAtHome(frame, processHome(frame, ip_catdocument), &getParamMultipleValues, o_pairs));
+    const auto read = [&] {
+        return readAtHome(frame, processHome(frame, ip_catdocument), &getParamMultipleValues, o_pairs);
+    };
+    return frame.endWith(readGuarded(read, o_pairs));
 }

@@ -3,6 +3,7 @@
 
 // What the kinds of documents have in common.
 
+#include "foundation/Guarded.h"
 #include "properties/AttributePairs.h"
 #include "properties/AttributesToWrite.h"
 
@@ -26,6 +27,14 @@ HRESULT createAttribute(const JournalFrame& i_frame, const AttributesToWrite& i_
  * does not let its values be seen. */
 HRESULT addParameter(const JournalFrame& i_frame, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name,
                      JoinValues i_join, AttributePairs& io_pairs);
+
+/** Runs what reads pairs, guarded; they are empty when it failed. */
+template <class Read>
+HRESULT readGuarded(Read&& i_read, CATListValCATUnicodeString& o_pairs) {
+    const HRESULT code = guarded(i_read, E_FAIL);
+    if (FAILED(code)) o_pairs.RemoveAll();
+    return code;
+}
 
 } // namespace vorntools
 

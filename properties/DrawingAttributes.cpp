@@ -32,9 +32,7 @@ HRESULT readDrawing(const JournalFrame& i_frame, CATDocument* ip_document, JoinV
             code = i_frame.missing("pi_param");
         else if (!name.IsNull())
             code = addParameter(i_frame, sp_parameter.get(), name, i_join, pairs);
-        if (SUCCEEDED(code)) continue;
-        o_pairs.RemoveAll();
-        return code;
+        if (FAILED(code)) return code;
     }
     pairs.addGuaranteed();
     return S_OK;
@@ -46,5 +44,6 @@ HRESULT VornToolsCADDOCProperties::retrieveDrawingAttributes(CATDocument* ip_cat
                                                              CATListValCATUnicodeString& o_pairs) {
     JournalFrame frame(_CteCLASS_NAME, "retrieveDrawingAttributes");
     o_pairs.RemoveAll();
-    return frame.endWith(readDrawing(frame, ip_catdocument, &getParamMultipleValues, o_pairs));
+    const auto read = [&] { return readDrawing(frame, ip_catdocument, &getParamMultipleValues, o_pairs); };
+    return frame.endWith(readGuarded(read, o_pairs));
 }

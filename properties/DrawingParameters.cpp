@@ -1,5 +1,6 @@
 #include "properties/DrawingParameters.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "properties/ParametersByShortName.h"
 
@@ -10,6 +11,8 @@
 #include "CATIDrawing.h"
 #include "CATLISTV_CATISpecObject.h"
 #include "VornToolsCommon.h"
+
+#include <initializer_list>
 
 using namespace vorntools;
 
@@ -29,13 +32,38 @@ InterfacePtr<CATIParmPublisher> publisherOf(const JournalFrame& i_frame, CATDocu
     return sp_publisher;
 }
 
-/** The publisher of a drawing that the caller has. @return E_FAIL, reported, for bad input and without one */
-HRESULT publisherOf(const JournalFrame& i_frame, CATDocument* ip_document, CATIDrawing* ipi_drawing,
-                    InterfacePtr<CATIParmPublisher>& o_publisher) {
+/** A list to fill, and what it is to hold. */
+struct Wanted {
+    CATClassId class_name;
+    CATListValCATISpecObject_var* p_objects;
+};
+
+/** Lists what stands below a drawing, at any depth. */
+HRESULT list(const JournalFrame& i_frame, CATDocument* ip_document, CATIDrawing* ipi_drawing,
+             std::initializer_list<Wanted> i_wanted) {
+    for (const Wanted& wanted : i_wanted) wanted.p_objects->RemoveAll();
     if (!ip_document) return i_frame.badInput("ip_document");
     if (!ipi_drawing) return i_frame.badInput("ipi_drawing");
-    o_publisher = queryInterface<CATIParmPublisher>(ipi_drawing);
-    return o_publisher ? S_OK : i_frame.missing("pi_parm_publisher");
+    const auto sp_publisher = queryInterface<CATIParmPublisher>(ipi_drawing);
+    if (!sp_publisher) return i_frame.missing("pi_parm_publisher");
+    const bool whole = guarded([&] {
+        for (const Wanted& wanted : i_wanted) sp_publisher->GetAllChildren(wanted.class_name, *wanted.p_objects);
+    });
+    for (const Wanted& wanted : i_wanted)
+        if (!whole) wanted.p_objects->RemoveAll();
+    return whole ? S_OK : E_FAIL;
+}
+
+/** Calls `work(publisher, parameters)` with those of a document's drawing. */
+template <class Work>
+HRESULT withParameters(const JournalFrame& i_frame, CATDocument* ip_document, Work&& i_work) {
+    const auto sp_publisher = publisherOf(i_frame, ip_document);
+    if (!sp_publisher) return E_FAIL;
+    const auto run = [&]() -> HRESULT {
+        ParametersByShortName present(sp_publisher, ParametersByShortName::Any);
+        return i_work(sp_publisher.get(), present);
+    };
+    return guarded(run, E_FAIL);
 }
 
 } // namespace
@@ -60,25 +88,15 @@ InterfacePtr<CATIDrawing> vorntools::drawingOf(const JournalFrame& i_frame, CATD
 HRESULT VornToolsCommon::getDrawingParameters(CATDocument* ip_document, CATIDrawing* ipi_drawing,
                                               CATListValCATISpecObject_var& o_parameters) {
     const JournalFrame frame(_CteCLASS_NAME, "getDrawingParameters");
-    o_parameters.RemoveAll();
-    InterfacePtr<CATIParmPublisher> sp_publisher;
-    const HRESULT code = publisherOf(frame, ip_document, ipi_drawing, sp_publisher);
-    if (SUCCEEDED(code)) sp_publisher->GetAllChildren(CATICkeParm::ClassName(), o_parameters);
-    return code;
+    return list(frame, ip_document, ipi_drawing, {{CATICkeParm::ClassName(), &o_parameters}});
 }
 
 HRESULT VornToolsCommon::getDrawingParametersAndParameterSets(CATDocument* ip_document, CATIDrawing* ipi_drawing,
                                                               CATListValCATISpecObject_var& o_parameters,
                                                               CATListValCATISpecObject_var& o_parameter_sets) {
     const JournalFrame frame(_CteCLASS_NAME, "getDrawingParametersAndParameterSets");
-    o_parameters.RemoveAll();
-    o_parameter_sets.RemoveAll();
-    InterfacePtr<CATIParmPublisher> sp_publisher;
-    const HRESULT code = publisherOf(frame, ip_document, ipi_drawing, sp_publisher);
-    if (FAILED(code)) return code;
-    sp_publisher->GetAllChildren(CATICkeParm::ClassName(), o_parameters);
-    sp_publisher->GetAllChildren(CATICkeParameterSet::ClassName(), o_parameter_sets);
-    return code;
+    return list(frame, ip_document, ipi_drawing,
+                {{CATICkeParm::ClassName(), &o_parameters}, {CATICkeParameterSet::ClassName(), &o_parameter_sets}});
 }
 
 HRESULT VornToolsCommon::setDrawingParameters(CATDocument* ip_document, CATListValCATUnicodeString i_names,
@@ -88,26 +106,23 @@ HRESULT VornToolsCommon::setDrawingParameters(CATDocument* ip_document, CATListV
     if (!ip_document) return frame.badInput("ip_document");
     const AttributesToWrite parameters{i_names, i_values, i_types};
     if (!parameters.areParallel(frame)) return E_FAIL;
-    const auto sp_publisher = publisherOf(frame, ip_document);
-    const auto sp_factory =
-        sp_publisher ? factoryOf(frame, sp_publisher.get(), "sp_container") : InterfacePtr<CATICkeParmFactory>();
-    if (!sp_factory) return E_FAIL;
-    return ParametersByShortName(sp_publisher, ParametersByShortName::Any)
-        .write(frame, kMethod, sp_factory.get(), parameters);
+    return withParameters(frame, ip_document, [&](CATIParmPublisher* ipi_publisher, ParametersByShortName& io_present) {
+        const auto sp_factory = factoryOf(frame, ipi_publisher, "sp_container");
+        return sp_factory ? io_present.write(frame, kMethod, sp_factory.get(), parameters) : E_FAIL;
+    });
 }
 
 HRESULT VornToolsCommon::removeDrawingParameter(CATDocument* ip_document, CATUnicodeString i_name) {
     const JournalFrame frame(_CteCLASS_NAME, "removeDrawingParameter");
-    const auto sp_publisher = publisherOf(frame, ip_document);
-    if (!sp_publisher) return E_FAIL;
-    return ParametersByShortName(sp_publisher, ParametersByShortName::Any).remove(frame, i_name);
+    return withParameters(frame, ip_document, [&](CATIParmPublisher*, const ParametersByShortName& i_present) {
+        return i_present.remove(frame, i_name);
+    });
 }
 
 HRESULT VornToolsCommon::changeDrawingParameterAccess(CATDocument* ip_document, CATUnicodeString i_name,
                                                       int i_user_access_mode) {
     const JournalFrame frame(_CteCLASS_NAME, "changeDrawingParameterAccess");
-    const auto sp_publisher = publisherOf(frame, ip_document);
-    if (!sp_publisher) return E_FAIL;
-    return ParametersByShortName(sp_publisher, ParametersByShortName::Any)
-        .changeAccess(frame, i_name, i_user_access_mode);
+    return withParameters(frame, ip_document, [&](CATIParmPublisher*, const ParametersByShortName& i_present) {
+        return i_present.changeAccess(frame, i_name, i_user_access_mode);
+    });
 }

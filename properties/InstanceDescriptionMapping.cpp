@@ -1,5 +1,6 @@
 #include "VornToolsInstanceProperty.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
 #include "properties/InstancePropertySet.h"
@@ -42,12 +43,15 @@ HRESULT VornToolsInstanceProperty::updateDescriptionInstMapping(CATIProduct* ipi
     if (sharedContainer(frame, ipi_instance) == nullptr) return E_FAIL;
     const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_instance);
     if (!sp_properties) return frame.missing("pi_cati_prd_properties");
-    CATUnicodeString description;
-    if (FAILED(sp_properties->GetDescriptionInst(description))) return frame.callFailed("GetDescriptionInst");
-    CATUnicodeString text = mappingLinesOf(description);
-    if (text.IsNull())
-        text = i_mapping;
-    else if (!i_mapping.IsNull())
-        text = withFirstLine(text, i_mapping);
-    return FAILED(writeDescription(sp_properties.get(), text)) ? frame.callFailed("SetDescriptionInst") : S_OK;
+    const auto write = [&]() -> HRESULT {
+        CATUnicodeString description;
+        if (FAILED(sp_properties->GetDescriptionInst(description))) return frame.callFailed("GetDescriptionInst");
+        CATUnicodeString text = mappingLinesOf(description);
+        if (text.IsNull())
+            text = i_mapping;
+        else if (!i_mapping.IsNull())
+            text = withFirstLine(text, i_mapping);
+        return FAILED(writeDescription(sp_properties.get(), text)) ? frame.callFailed("SetDescriptionInst") : S_OK;
+    };
+    return guarded(write, E_FAIL);
 }

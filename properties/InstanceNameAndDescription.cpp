@@ -1,5 +1,6 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
 
@@ -43,14 +44,17 @@ HRESULT VornToolsCommon::setInstanceProperties(CATIProduct* ipi_catiproduct, CAT
     if (i_names.Size() != i_values.Size()) return frame.badInput("i_values");
     const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_catiproduct);
     if (!sp_properties) return frame.missing("pi_cati_prd_properties");
-    HRESULT result = S_OK;
-    for (int i = 1; i <= i_names.Size(); ++i) {
-        HRESULT code = S_OK;
-        if (i_names[i] == "InstanceName")
-            code = setInstanceName(frame, ipi_catiproduct, i_values[i]);
-        else if (i_names[i] == "DescriptionInst")
-            code = setDescription(frame, ipi_catiproduct, sp_properties.get(), i_values[i]);
-        if (FAILED(code)) result = code;
-    }
-    return result;
+    const auto write = [&] {
+        HRESULT result = S_OK;
+        for (int i = 1; i <= i_names.Size(); ++i) {
+            HRESULT code = S_OK;
+            if (i_names[i] == "InstanceName")
+                code = setInstanceName(frame, ipi_catiproduct, i_values[i]);
+            else if (i_names[i] == "DescriptionInst")
+                code = setDescription(frame, ipi_catiproduct, sp_properties.get(), i_values[i]);
+            if (FAILED(code)) result = code;
+        }
+        return result;
+    };
+    return guarded(write, E_FAIL);
 }

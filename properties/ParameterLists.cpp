@@ -1,5 +1,6 @@
 #include "VornToolsCADDOCProperties.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "properties/ParameterKinds.h"
@@ -49,18 +50,25 @@ HRESULT VornToolsCADDOCProperties::getListOfParameters(
     CATListValCATUnicodeString& o_values, CATListValCATUnicodeString& o_types, CATListValCATUnicodeString& o_flags) {
     JournalFrame frame(_CteCLASS_NAME, "getListOfParameters");
     op_parameters = nullptr;
-    for (CATListValCATUnicodeString* const p_list : {&o_names, &o_values, &o_types, &o_flags}) p_list->RemoveAll();
+    const auto clear = [&] {
+        for (CATListValCATUnicodeString* const p_list : {&o_names, &o_values, &o_types, &o_flags}) p_list->RemoveAll();
+    };
+    clear();
     if (!ipi_set) return frame.endWith(E_FAIL);
-    ParameterList members = membersOf(frame, ipi_set);
-    if (!members) return frame.endWith(E_FAIL);
     const auto take = [&](CATICkeParm* ipi_parameter, const CATUnicodeString& i_name) {
         o_names.Append(i_name);
         o_values.Append(ipi_parameter->Show());
         o_types.Append(typeNameOf(ipi_parameter->Type()));
         o_flags.Append(UTILConversion::booleanToString(ipi_parameter->IsReadOnly() ? 1 : 0));
     };
-    const HRESULT code = forEachParameter(frame, ipi_set, *members, take);
-    if (SUCCEEDED(code)) op_parameters = members.release();
+    const auto read = [&] {
+        ParameterList members = membersOf(frame, ipi_set);
+        const HRESULT code = members ? forEachParameter(frame, ipi_set, *members, take) : E_FAIL;
+        if (SUCCEEDED(code)) op_parameters = members.release();
+        return code;
+    };
+    const HRESULT code = guarded(read, E_FAIL);
+    if (FAILED(code)) clear();
     return frame.endWith(code);
 }
 
@@ -69,24 +77,30 @@ HRESULT VornToolsCADDOCProperties::appendAttributesWithParamsList(CATICkeParamet
                                                                   CATListValCATUnicodeString& io_pairs) {
     JournalFrame frame(_CteCLASS_NAME, "appendAttributesWithParamsList");
     if (!ipi_set) return frame.endWith(E_FAIL);
-    const ParameterList members = membersOf(frame, ipi_set);
-    if (!members) return frame.endWith(E_FAIL);
-    const auto take = [&](CATICkeParm* ipi_parameter, const CATUnicodeString& i_name) {
+    const auto valueOf = [&](CATICkeParm* ipi_parameter, const CATUnicodeString& i_name) {
         const CATUnicodeString shown = ipi_parameter->Show();
         const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_parameter);
         const auto sp_key = sp_access ? keyOf(sp_access.get(), kListOfValues) : InterfacePtr<CATISpecAttrKey>();
+        if (!sp_key)
+            return parameterKindOf(ipi_parameter) != ParameterKind::Truth ? shown
+                   : shown == "true"                                      ? CATUnicodeString("1")
+                                                                          : CATUnicodeString("0");
         CATUnicodeString value;
-        if (sp_key) {
-            if (FAILED(
-                    getParamMultipleValues(sp_access.get(), sp_key.get(), i_name, ipi_parameter->Type(), shown, value)))
-                frame.write("Multiple value but empty list\n");
-        } else if (parameterKindOf(ipi_parameter) == ParameterKind::Truth) {
-            value = shown == "true" ? "1" : "0";
-        } else {
-            value = shown;
-        }
-        io_pairs.Append(i_prefix + "." + i_name);
-        io_pairs.Append(value);
+        if (FAILED(getParamMultipleValues(sp_access.get(), sp_key.get(), i_name, ipi_parameter->Type(), shown, value)))
+            frame.write("Multiple value but empty list\n");
+        return value;
     };
-    return frame.endWith(forEachParameter(frame, ipi_set, *members, take));
+    const auto append = [&] {
+        CATListValCATUnicodeString pairs;
+        const ParameterList members = membersOf(frame, ipi_set);
+        if (!members) return E_FAIL;
+        const auto take = [&](CATICkeParm* ipi_parameter, const CATUnicodeString& i_name) {
+            pairs.Append(i_prefix + "." + i_name);
+            pairs.Append(valueOf(ipi_parameter, i_name));
+        };
+        const HRESULT code = forEachParameter(frame, ipi_set, *members, take);
+        if (SUCCEEDED(code)) io_pairs.Append(pairs);
+        return code;
+    };
+    return frame.endWith(guarded(append, E_FAIL));
 }

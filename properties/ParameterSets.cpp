@@ -1,5 +1,6 @@
 #include "properties/ParameterSets.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATIAlias.h"
@@ -51,6 +52,24 @@ HRESULT setInList(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key, Inte
         return o_set || unnamed || (ipi_object && FAILED(code));
     });
     return code;
+}
+
+/** The set behind an attribute. @return E_FAIL for one without a value or of another kind */
+HRESULT setBehindKey(const JournalFrame& i_frame, CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key,
+                     InterfacePtr<CATICkeParameterSet>& o_set) {
+    i_frame.write("\tGet attribut for %s ", ipi_key->GetName());
+    if (!ipi_access->TestAttributeValue(ipi_key)) return E_FAIL;
+    const CATAttrKind kind = ipi_key->GetType();
+    if (kind == tk_component) {
+        i_frame.write("Manage component");
+        return setInComponent(ipi_access, ipi_key, o_set);
+    }
+    if (kind == tk_list && ipi_key->GetListType() == tk_component) {
+        i_frame.write("Manage list of component");
+        return setInList(ipi_access, ipi_key, o_set);
+    }
+    i_frame.write("This attribut type is not managed");
+    return E_FAIL;
 }
 
 /** @return empty when a step failed; a set that stands nowhere would take attributes that are never saved */
@@ -134,13 +153,17 @@ HRESULT VornToolsCADDOCProperties::createParameterSet(CATISpecObject* ipi_spec_o
     opi_set = nullptr;
     if (!ipi_spec_object) return frame.endWith(frame.missing("ipi_spec_object"));
     CATUnicodeString container_name;
-    auto sp_set = appendNewSet(ipi_spec_object, container_name);
+    InterfacePtr<CATICkeParameterSet> sp_set;
+    guarded([&] {
+        sp_set = appendNewSet(ipi_spec_object, container_name);
+        if (sp_set)
+            frame.write("Create ParameterSet \"%s\" append to feature %s in container %s\n", kNewSet,
+                        ipi_spec_object->GetDisplayName(), container_name);
+    });
     if (!sp_set) {
         frame.write("Unable to create ParameterSet\n");
         return frame.endWith(E_FAIL);
     }
-    frame.write("Create ParameterSet \"%s\" append to feature %s in container %s\n", kNewSet,
-                ipi_spec_object->GetDisplayName(), container_name);
     opi_set = sp_set.detach();
     return frame.endWith(S_OK);
 }
@@ -170,21 +193,8 @@ HRESULT VornToolsCADDOCProperties::getParameterSetByAttributKey(CATISpecAttrKey*
         frame.write("No ParameterSet\n");
         return frame.endWith(E_FAIL);
     }
-    frame.write("\tGet attribut for %s ", ipi_key->GetName());
-    HRESULT code = E_FAIL;
     InterfacePtr<CATICkeParameterSet> sp_set;
-    if (ipi_access->TestAttributeValue(ipi_key)) {
-        const CATAttrKind kind = ipi_key->GetType();
-        if (kind == tk_component) {
-            frame.write("Manage component");
-            code = setInComponent(ipi_access, ipi_key, sp_set);
-        } else if (kind == tk_list && ipi_key->GetListType() == tk_component) {
-            frame.write("Manage list of component");
-            code = setInList(ipi_access, ipi_key, sp_set);
-        } else {
-            frame.write("This attribut type is not managed");
-        }
-    }
+    const HRESULT code = guarded([&] { return setBehindKey(frame, ipi_access, ipi_key, sp_set); }, E_FAIL);
     if (!sp_set) frame.write("No ParameterSet\n");
     opi_set = sp_set.detach();
     return frame.endWith(code);

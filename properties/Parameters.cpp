@@ -1,5 +1,6 @@
 #include "properties/Parameters.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "properties/ParameterSets.h"
 #include "properties/ParameterTexts.h"
@@ -71,6 +72,18 @@ HRESULT place(const JournalFrame& i_frame, CATIParmPublisher* ipi_publisher, con
     return hasChild(ipi_publisher, CATICkeParm::ClassName(), i_object) ? S_OK : i_frame.callFailed("Append");
 }
 
+HRESULT unableToSplit(const JournalFrame& i_frame, const CATUnicodeString& i_name, const CATUnicodeString& i_value) {
+    i_frame.write("Unable to split parameter [%s] with value [%s]\n", i_name, i_value);
+    return E_FAIL;
+}
+
+/** Name, value and type letter as they were given. */
+struct GivenValue {
+    const CATUnicodeString& name;
+    const CATUnicodeString& value;
+    const CATUnicodeString& type;
+};
+
 /** The kind of list that several values are kept in: that of the list which is there, else the one that the type letter
  * asks for. */
 ValueList::Kind kindOfList(CATISpecAttrKey* ipi_stored, const CATUnicodeString& i_type) {
@@ -80,6 +93,41 @@ ValueList::Kind kindOfList(CATISpecAttrKey* ipi_stored, const CATUnicodeString& 
     case tk_double: return ValueList::Reals;
     default: return ValueList::kindOf(i_type);
     }
+}
+
+/** Makes a parameter and puts it below a publisher. One that lost its values or its flags is not put anywhere. */
+HRESULT make(const JournalFrame& i_frame, CATICkeParmFactory* ipi_factory, CATIParmPublisher* ipi_publisher,
+             const NewParameter& i_new, InterfacePtr<CATICkeParm>& o_made) {
+    const bool several = holdsSeveralValues(i_new.value);
+    ValueList values;
+    if (several &&
+        !values.split(i_new.value, ValueList::kindOf(i_new.type), VornLocaleEnv::getDecimalSeparatorSymbol()))
+        return unableToSplit(i_frame, i_new.name, i_new.value);
+    const CATICkeParm_var sp_parameter = createUnplaced(i_frame, ipi_factory, i_new, values);
+    if (sp_parameter == nullptr) return E_FAIL;
+    const CATISpecObject_var sp_object(sp_parameter);
+    if (sp_object == nullptr) return i_frame.missing("sp_spec_object");
+    if (several && FAILED(values.store(sp_object))) return i_frame.callFailed(kStore);
+    HRESULT code = applyFlags(i_frame, sp_parameter, i_new);
+    if (SUCCEEDED(code)) code = place(i_frame, ipi_publisher, sp_object);
+    if (SUCCEEDED(code)) o_made = InterfacePtr<CATICkeParm>::share(static_cast<CATICkeParm*>(sp_parameter));
+    return code;
+}
+
+/** Replaces what a parameter holds by several values. @param ipi_stored key of the list that it keeps; null: none yet
+ */
+HRESULT setSeveral(const JournalFrame& i_frame, const Valuation& i_valuation, const GivenValue& i_given,
+                   CATICkeParm* ipi_parameter, CATISpecAttrKey* ipi_stored, ToStorageUnit i_to_storage_unit) {
+    const ValueList::Kind kind = kindOfList(ipi_stored, i_given.type);
+    ValueList values;
+    if (!values.split(i_given.value, kind, VornLocaleEnv::getDecimalSeparatorSymbol()))
+        return unableToSplit(i_frame, i_given.name, i_given.value);
+    const auto sp_object = queryInterface<CATISpecObject>(ipi_parameter);
+    if (!sp_object) return i_frame.missing("sp_spec_object");
+    const bool keeps_texts = ipi_stored && kind == ValueList::Texts;
+    const HRESULT code = i_valuation.setFirst(values, keeps_texts ? nullptr : &i_given.type, i_to_storage_unit);
+    if (FAILED(code)) return code;
+    return FAILED(values.store(sp_object.get())) ? i_frame.callFailed(kStore) : S_OK;
 }
 
 } // namespace
@@ -106,53 +154,29 @@ HRESULT vorntools::makeParameter(CATICkeParmFactory* ipi_factory, CATIParmPublis
     o_made.reset();
     if (!ipi_factory) return frame.endWith(frame.badInput("ipi_param_factory"));
     if (!ipi_publisher) return frame.endWith(frame.badInput("ipi_param_publisher"));
-    const bool several = holdsSeveralValues(i_new.value);
-    ValueList values;
-    if (several &&
-        !values.split(i_new.value, ValueList::kindOf(i_new.type), VornLocaleEnv::getDecimalSeparatorSymbol())) {
-        frame.write("Unable to split parameter [%s] with value [%s]\n", i_new.name, i_new.value);
-        return frame.endWith(E_FAIL);
-    }
-    const CATICkeParm_var sp_parameter = createUnplaced(frame, ipi_factory, i_new, values);
-    if (sp_parameter == nullptr) return frame.endWith(E_FAIL);
-    const CATISpecObject_var sp_object(sp_parameter);
-    if (sp_object == nullptr) return frame.endWith(frame.missing("sp_spec_object"));
-    // A parameter that lost its values or its flags is not put anywhere.
-    if (several && FAILED(values.store(sp_object))) return frame.endWith(frame.callFailed(kStore));
-    HRESULT code = applyFlags(frame, sp_parameter, i_new);
-    if (SUCCEEDED(code)) code = place(frame, ipi_publisher, sp_object);
-    if (SUCCEEDED(code)) o_made = InterfacePtr<CATICkeParm>::share(static_cast<CATICkeParm*>(sp_parameter));
-    return frame.endWith(code);
+    return frame.endWith(guarded([&] { return make(frame, ipi_factory, ipi_publisher, i_new, o_made); }, E_FAIL));
 }
 
 HRESULT VornToolsCADDOCProperties::updateParameter(CATICkeParm* ipi_parameter, CATUnicodeString i_name,
                                                    CATUnicodeString i_value, CATUnicodeString i_type) {
     JournalFrame frame(_CteCLASS_NAME, "updateParameter");
     if (!ipi_parameter) return frame.endWith(frame.missing("ipi_parameter"));
-    const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_parameter);
-    if (!sp_access) return frame.endWith(frame.missing("pi_spec_attr_access"));
-    const auto sp_key = keyOf(sp_access.get(), kListOfValues);
-    const Valuation valuation(frame, ipi_parameter, i_name, i_value);
-    CATUnicodeString value = i_value;
-    if (!holdsSeveralValues(value)) {
-        CATUnicodeString present;
-        if (sp_key && FAILED(getParamMultipleValues(sp_access.get(), sp_key.get(), i_name, ipi_parameter->Type(),
-                                                    ipi_parameter->Show(), present)))
-            frame.write("Multiple value but empty list\n");
-        if (present.IsNull()) return frame.endWith(valuation.setSingle(value, i_type));
-        value = value.IsNull() ? present : value + kValueSeparator + present;
-    }
-    const ValueList::Kind kind = kindOfList(sp_key.get(), i_type);
-    ValueList values;
-    if (!values.split(value, kind, VornLocaleEnv::getDecimalSeparatorSymbol())) {
-        frame.write("Unable to split parameter [%s] with value [%s]\n", i_name, value);
-        return frame.endWith(E_FAIL);
-    }
-    const auto sp_object = queryInterface<CATISpecObject>(ipi_parameter);
-    if (!sp_object) return frame.endWith(frame.missing("sp_spec_object"));
-    const bool keeps_texts = sp_key && kind == ValueList::Texts;
-    const HRESULT code = valuation.setFirst(values, keeps_texts ? nullptr : &i_type, &getParamValueInStorageUnit);
-    if (FAILED(code)) return frame.endWith(code);
-    if (FAILED(values.store(sp_object.get()))) return frame.endWith(frame.callFailed(kStore));
-    return frame.endWith(S_OK);
+    const auto update = [&]() -> HRESULT {
+        const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_parameter);
+        if (!sp_access) return frame.missing("pi_spec_attr_access");
+        const auto sp_key = keyOf(sp_access.get(), kListOfValues);
+        const Valuation valuation(frame, ipi_parameter, i_name, i_value);
+        CATUnicodeString value = i_value;
+        if (!holdsSeveralValues(value)) {
+            CATUnicodeString present;
+            if (sp_key && FAILED(getParamMultipleValues(sp_access.get(), sp_key.get(), i_name, ipi_parameter->Type(),
+                                                        ipi_parameter->Show(), present)))
+                frame.write("Multiple value but empty list\n");
+            if (present.IsNull()) return valuation.setSingle(value, i_type);
+            value = value.IsNull() ? present : value + kValueSeparator + present;
+        }
+        return setSeveral(frame, valuation, {i_name, value, i_type}, ipi_parameter, sp_key.get(),
+                          &getParamValueInStorageUnit);
+    };
+    return frame.endWith(guarded(update, E_FAIL));
 }

@@ -1,5 +1,6 @@
 #include "VornToolsCADDOCProperties.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "properties/CreationRules.h"
 #include "properties/DocumentAttributes.h"
@@ -141,8 +142,12 @@ HRESULT VornToolsCADDOCProperties::setMechanicalPartParameters(
     CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types, unsigned char& o_need_update) {
     JournalFrame frame(_CteCLASS_NAME, "setMechanicalPartParameters");
     if (!ipi_spec_obj_ref) return frame.endWith(frame.missing("ipi_spec_obj_ref"));
-    const HRESULT code = writeToObject(frame, *this, i_document_name, ipi_spec_obj_ref, {i_names, i_values, i_types},
-                                       "getParameterSet returns a parameter_set collection for object MechanicalPart");
+    const AttributesToWrite attributes{i_names, i_values, i_types};
+    const auto write = [&] {
+        return writeToObject(frame, *this, i_document_name, ipi_spec_obj_ref, attributes,
+                             "getParameterSet returns a parameter_set collection for object MechanicalPart");
+    };
+    const HRESULT code = guarded(write, E_FAIL);
     if (!ipi_spec_obj_ref->IsUpToDate()) {
         frame.write("o_need_update is set to TRUE");
         o_need_update = 1;
@@ -157,6 +162,10 @@ HRESULT VornToolsCADDOCProperties::setReferenceProductParameters(CATUnicodeStrin
                                                                  CATListValCATUnicodeString i_types) {
     JournalFrame frame(_CteCLASS_NAME, "setReferenceProductParameters");
     if (!ipi_spec_obj_ref) return frame.endWith(frame.missing("ipi_spec_obj_ref"));
-    return frame.endWith(writeToObject(frame, *this, i_document_name, ipi_spec_obj_ref, {i_names, i_values, i_types},
-                                       "getParameterSet returns a parameter_set collection"));
+    const AttributesToWrite attributes{i_names, i_values, i_types};
+    const auto write = [&] {
+        return writeToObject(frame, *this, i_document_name, ipi_spec_obj_ref, attributes,
+                             "getParameterSet returns a parameter_set collection");
+    };
+    return frame.endWith(guarded(write, E_FAIL));
 }

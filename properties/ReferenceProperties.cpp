@@ -1,6 +1,7 @@
 #include "VornToolsCADDOCPropertiesDflt.h"
 #include "VornToolsCADDOCPropertiesPX1.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
 
@@ -115,63 +116,79 @@ HRESULT writeThroughItem(const JournalFrame& i_frame, CATIProduct* ipi_product, 
     return sp_item ? writeListToItem(i_frame, sp_item.get(), i_names, i_values, i_with_part_number) : E_FAIL;
 }
 
+/** Runs the work of a method and closes its entry with the code. */
+template <class Write>
+HRESULT endGuarded(JournalFrame& io_frame, Write&& i_write) {
+    return io_frame.endWith(guarded(i_write, E_FAIL));
+}
+
 } // namespace
 
 HRESULT VornToolsCADDOCPropertiesDflt::setReferenceProperties(CATIProduct* ipi_product, const Names& i_names,
                                                               const Names& i_values) {
     JournalFrame frame(_CteCLASS_NAME, "setReferenceProperties");
-    return frame.endWith(writeThroughProduct(frame, ipi_product, i_names, i_values, true));
+    return frame.endWith(
+        guarded([&] { return writeThroughProduct(frame, ipi_product, i_names, i_values, true); }, E_FAIL));
 }
 
 HRESULT VornToolsCADDOCPropertiesDflt::setReferencePropertiesForForeignFile(CATIProduct* ipi_product,
                                                                             const Names& i_names,
                                                                             const Names& i_values) {
     JournalFrame frame(_CteCLASS_NAME, "setReferencePropertiesForForeignFile");
-    return frame.endWith(writeThroughProduct(frame, ipi_product, i_names, i_values, false));
+    return frame.endWith(
+        guarded([&] { return writeThroughProduct(frame, ipi_product, i_names, i_values, false); }, E_FAIL));
 }
 
 HRESULT VornToolsCADDOCPropertiesDflt::updatePartNumber(CATIProduct* ipi_product, CATUnicodeString i_part_number) {
     JournalFrame frame(_CteCLASS_NAME, "updatePartNumber");
-    if (!ipi_product) return frame.endWith(frame.missing("ipi_product"));
-    const auto sp_reference = referenceOf(ipi_product);
-    if (!sp_reference) return frame.endWith(frame.missing("sp_reference_product"));
-    writePartNumber(frame, sp_reference.get(), i_part_number);
-    return frame.endWith(S_OK);
+    return endGuarded(frame, [&]() -> HRESULT {
+        if (!ipi_product) return frame.missing("ipi_product");
+        const auto sp_reference = referenceOf(ipi_product);
+        if (!sp_reference) return frame.missing("sp_reference_product");
+        writePartNumber(frame, sp_reference.get(), i_part_number);
+        return S_OK;
+    });
 }
 
 HRESULT VornToolsCADDOCPropertiesPX1::setProductProperties(CATIProduct* ipi_product, CATUnicodeString i_part_number,
                                                            const Names& i_names, const Names& i_values) {
     JournalFrame frame(_CteCLASS_NAME, "setProductProperties");
-    if (i_names.Size() != i_values.Size()) return frame.endWith(frame.badInput("i_values"));
-    const auto sp_item = itemOf(frame, ipi_product);
-    if (!sp_item) return frame.endWith(E_FAIL);
-    const HRESULT code = writeToItem(frame, sp_item.get(), kItemPartNumber, i_part_number);
-    const HRESULT list_code = writeListToItem(frame, sp_item.get(), i_names, i_values, false);
-    return frame.endWith(FAILED(code) ? code : list_code);
+    return endGuarded(frame, [&]() -> HRESULT {
+        if (i_names.Size() != i_values.Size()) return frame.badInput("i_values");
+        const auto sp_item = itemOf(frame, ipi_product);
+        if (!sp_item) return E_FAIL;
+        const HRESULT code = writeToItem(frame, sp_item.get(), kItemPartNumber, i_part_number);
+        const HRESULT list_code = writeListToItem(frame, sp_item.get(), i_names, i_values, false);
+        return FAILED(code) ? code : list_code;
+    });
 }
 
 HRESULT VornToolsCADDOCPropertiesPX1::setProductProperties(CATIProduct* ipi_product, const Names& i_names,
                                                            const Names& i_values) {
     JournalFrame frame(_CteCLASS_NAME, "setProductProperties");
-    return frame.endWith(writeThroughItem(frame, ipi_product, i_names, i_values, false));
+    return frame.endWith(
+        guarded([&] { return writeThroughItem(frame, ipi_product, i_names, i_values, false); }, E_FAIL));
 }
 
 HRESULT VornToolsCADDOCPropertiesPX1::setReferenceProperties(CATIProduct* ipi_product, const Names& i_names,
                                                              const Names& i_values) {
     JournalFrame frame(_CteCLASS_NAME, "setReferenceProperties");
-    return frame.endWith(writeThroughItem(frame, ipi_product, i_names, i_values, true));
+    return frame.endWith(
+        guarded([&] { return writeThroughItem(frame, ipi_product, i_names, i_values, true); }, E_FAIL));
 }
 
 HRESULT VornToolsCADDOCPropertiesPX1::setReferencePropertiesForForeignFile(CATIProduct* ipi_product,
                                                                            const Names& i_names,
                                                                            const Names& i_values) {
     JournalFrame frame(_CteCLASS_NAME, "setReferencePropertiesForForeignFile");
-    return frame.endWith(writeThroughItem(frame, ipi_product, i_names, i_values, false));
+    return frame.endWith(
+        guarded([&] { return writeThroughItem(frame, ipi_product, i_names, i_values, false); }, E_FAIL));
 }
 
 HRESULT VornToolsCADDOCPropertiesPX1::updatePartNumber(CATIProduct* ipi_product, CATUnicodeString i_part_number) {
     JournalFrame frame(_CteCLASS_NAME, "updatePartNumber");
-    const auto sp_item = itemOf(frame, ipi_product);
-    if (!sp_item) return frame.endWith(E_FAIL);
-    return frame.endWith(writeToItem(frame, sp_item.get(), kItemPartNumber, i_part_number));
+    return endGuarded(frame, [&]() -> HRESULT {
+        const auto sp_item = itemOf(frame, ipi_product);
+        return sp_item ? writeToItem(frame, sp_item.get(), kItemPartNumber, i_part_number) : E_FAIL;
+    });
 }

@@ -1,5 +1,6 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "properties/ParameterKinds.h"
@@ -60,6 +61,28 @@ CATUnicodeString valueOf(CATICkeParm* ipi_parameter) {
     return value;
 }
 
+ParametersByShortName below(const Publisher& i_publisher) {
+    return ParametersByShortName(i_publisher, ParametersByShortName::Direct);
+}
+
+HRESULT readProperties(const JournalFrame& i_frame, const Publisher& i_publisher, CATListValCATUnicodeString& o_names,
+                       CATListValCATUnicodeString& o_values) {
+    const ParametersByShortName properties = below(i_publisher);
+    for (const Member& member : properties.members()) {
+        if (!member.parameter) {
+            i_frame.write("sp_cke_parm is NULL_var");
+        } else if (!member.has_short_name) {
+            i_frame.write("UTILFile::splitPathAndFileName is failed");
+        } else if (!member.parameter->IsSet()) {
+            i_frame.write("This param is not set");
+        } else {
+            o_names.Append(member.short_name);
+            o_values.Append(valueOf(member.parameter.get()));
+        }
+    }
+    return S_OK;
+}
+
 } // namespace
 
 HRESULT VornToolsCommon::getUserProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString& o_names,
@@ -70,22 +93,15 @@ HRESULT VornToolsCommon::getUserProperties(CATIProduct* ipi_catiproduct, CATList
     const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_catiproduct);
     if (!sp_properties) return E_FAIL;
     Publisher sp_publisher;
-    const HRESULT code = findPublisher(ipi_catiproduct, sp_properties.get(), sp_publisher);
-    if (!sp_publisher) return code;
-    const ParametersByShortName properties(sp_publisher, ParametersByShortName::Direct);
-    for (const Member& member : properties.members()) {
-        if (!member.parameter) {
-            frame.write("sp_cke_parm is NULL_var");
-        } else if (!member.has_short_name) {
-            frame.write("UTILFile::splitPathAndFileName is failed");
-        } else if (!member.parameter->IsSet()) {
-            frame.write("This param is not set");
-        } else {
-            o_names.Append(member.short_name);
-            o_values.Append(valueOf(member.parameter.get()));
-        }
+    const HRESULT found = findPublisher(ipi_catiproduct, sp_properties.get(), sp_publisher);
+    if (!sp_publisher) return found;
+    const auto read = [&] { return readProperties(frame, sp_publisher, o_names, o_values); };
+    const HRESULT code = guarded(read, E_FAIL);
+    if (FAILED(code)) {
+        o_names.RemoveAll();
+        o_values.RemoveAll();
     }
-    return S_OK;
+    return code;
 }
 
 HRESULT VornToolsCommon::setUserProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString i_names,
@@ -103,23 +119,23 @@ HRESULT VornToolsCommon::setUserProperties(CATIProduct* ipi_catiproduct, CATList
     if (!sp_publisher) return frame.missing("pi_catiparmpublisher");
     const auto sp_factory = factoryOf(frame, sp_publisher.get(), "sp_container");
     if (!sp_factory) return E_FAIL;
-    return ParametersByShortName(sp_publisher, ParametersByShortName::Direct)
-        .write(frame, kMethod, sp_factory.get(), properties);
+    const auto write = [&] { return below(sp_publisher).write(frame, kMethod, sp_factory.get(), properties); };
+    return guarded(write, E_FAIL);
 }
 
 HRESULT VornToolsCommon::RemoveProperty(CATIProduct* ipi_catiproduct, CATUnicodeString i_name) {
     const JournalFrame frame(_CteCLASS_NAME, "RemoveProperty");
     Publisher sp_publisher;
     if (FAILED(publisherForRemoving(frame, ipi_catiproduct, sp_publisher))) return E_FAIL;
-    return ParametersByShortName(sp_publisher, ParametersByShortName::Direct).remove(frame, i_name);
+    return guarded([&] { return below(sp_publisher).remove(frame, i_name); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::removeEBSProperties(CATIProduct* ipi_catiproduct) {
     const JournalFrame frame(_CteCLASS_NAME, "removeEBSProperties");
     Publisher sp_publisher;
     if (FAILED(publisherForRemoving(frame, ipi_catiproduct, sp_publisher))) return E_FAIL;
-    return ParametersByShortName(sp_publisher, ParametersByShortName::Direct)
-        .removeEach(frame, &isOwn, "EBS parameter removed [%s]");
+    const auto remove = [&] { return below(sp_publisher).removeEach(frame, &isOwn, "EBS parameter removed [%s]"); };
+    return guarded(remove, E_FAIL);
 }
 
 HRESULT VornToolsCommon::changePropertyAccess(CATIProduct* ipi_catiproduct, CATUnicodeString i_name,
@@ -133,17 +149,20 @@ HRESULT VornToolsCommon::changePropertyAccess(CATIProduct* ipi_catiproduct, CATU
         frame.write("pi_catia_parameters = null");
         return E_FAIL;
     }
-    return ParametersByShortName(sp_publisher, ParametersByShortName::Direct)
-        .changeAccess(frame, i_name, i_user_access_mode);
+    return guarded([&] { return below(sp_publisher).changeAccess(frame, i_name, i_user_access_mode); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getNameProperty(CATICkeParm_var i_parameter, CATUnicodeString& o_name) {
     const JournalFrame frame(_CteCLASS_NAME, "getNameProperty");
     o_name = "";
     if (i_parameter == nullptr) return frame.badInput("i_parameter");
-    const CATUnicodeString full_name = i_parameter->Name();
-    if (full_name.IsNull()) return frame.platformFailed("Name");
-    o_name = lastSegment(full_name);
-    frame.write("Property name of [%s] is [%s]", full_name, o_name);
-    return S_OK;
+    const auto read = [&]() -> HRESULT {
+        const CATUnicodeString full_name = i_parameter->Name();
+        if (full_name.IsNull()) return frame.platformFailed("Name");
+        const CATUnicodeString name = lastSegment(full_name);
+        frame.write("Property name of [%s] is [%s]", full_name, name);
+        o_name = name;
+        return S_OK;
+    };
+    return guarded(read, E_FAIL);
 }

@@ -1,5 +1,6 @@
 #include "VornToolsAssyConfig.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATListOfCATUnicodeString.h"
@@ -47,11 +48,19 @@ unsigned char VornToolsAssyConfig::hasMaroAssyConfigProperty(CATIProduct* ipi_pr
                 {kDatasetUid, o_dataset_uid},
                 {kNamedRefUid, o_named_ref_uid},
                 {kFileName, o_file_name}};
-    const UserProperties properties(ipi_product);
+    const auto clear = [&] {
+        for (const auto& key : keys) key.value = "";
+    };
+    clear();
     unsigned char found = 0;
-    for (const auto& key : keys) {
-        key.value = "";
-        if (properties.read(key.name, key.value)) found = 1;
+    const bool read = guarded([&] {
+        const UserProperties properties(ipi_product);
+        for (const auto& key : keys)
+            if (properties.read(key.name, key.value)) found = 1;
+    });
+    if (!read) {
+        found = 0;
+        clear();
     }
     frame.writeInDebug("Function hasMaroAssyConfigProperty returns %d, o_itemrev_uid=[%s], o_dataset_uid=[%s], "
                        "o_named_ref_uid=[%s], o_file_name=[%s]",
@@ -61,8 +70,11 @@ unsigned char VornToolsAssyConfig::hasMaroAssyConfigProperty(CATIProduct* ipi_pr
 
 unsigned char VornToolsAssyConfig::isAssyConfigRootProduct(CATIProduct* ipi_product) {
     const JournalFrame frame(_CteCLASS_NAME, "isAssyConfigRootProduct");
-    CATUnicodeString dataset_uid;
-    const unsigned char is_root = UserProperties(ipi_product).read(kDatasetUid, dataset_uid) ? 1 : 0;
-    frame.write("Function isAssyConfigRootProduct returns %d", static_cast<int>(is_root));
-    return is_root;
+    const auto ask = [&] {
+        CATUnicodeString dataset_uid;
+        return UserProperties(ipi_product).read(kDatasetUid, dataset_uid);
+    };
+    const bool is_root = guarded(ask, false);
+    frame.write("Function isAssyConfigRootProduct returns %d", is_root ? 1 : 0);
+    return is_root ? 1 : 0;
 }

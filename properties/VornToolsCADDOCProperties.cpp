@@ -1,6 +1,7 @@
 #include "VornToolsCADDOCProperties.h"
 
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
 
@@ -48,7 +49,7 @@ HRESULT VornToolsCADDOCProperties::getElectricalParameters(CATDocument* ip_docum
     if (!sp_product) return frame.endWith(E_FAIL);
     const auto function = VornToolsLibraryLoader::getElectricalParametersFuncPtr();
     if (!function) return frame.endWith(S_OK);
-    const HRESULT code = function(sp_product.get(), &o_parameters);
+    const HRESULT code = guarded([&] { return function(sp_product.get(), &o_parameters); }, E_FAIL);
     if (FAILED(code)) o_parameters.RemoveAll();
     return frame.endWith(code);
 }

@@ -1,5 +1,6 @@
 #include "VornToolsInstanceProperty.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "properties/InstancePropertySet.h"
@@ -32,6 +33,16 @@ bool takes(CATICkeParm* ipi_parameter, const CATUnicodeString& i_type, const CAT
     return kind == ParameterKind::Text;
 }
 
+bool comesBefore(const NamedParameter& i_a, const NamedParameter& i_b) {
+    return std::strcmp(i_a.name.ConvertToChar(), i_b.name.ConvertToChar()) < 0;
+}
+
+/** Runs the work of an operation on an instance. */
+template <class Work>
+HRESULT forInstance(CATIProduct* ipi_instance, Work&& i_work) {
+    return ipi_instance ? guarded(i_work, E_FAIL) : E_INVALIDARG;
+}
+
 } // namespace
 
 VornToolsInstanceProperty::VornToolsInstanceProperty() = default;
@@ -44,53 +55,57 @@ HRESULT VornToolsInstanceProperty::createMaroInstanceProperty(CATIProduct* ipi_i
                                                               unsigned char& o_created) {
     const JournalFrame frame(_CteCLASS_NAME, "createMaroInstanceProperty");
     o_created = 1;
-    if (!ipi_instance) return E_INVALIDARG;
-    if (i_name.IsNull()) return frame.badInput("i_name");
-    const CATIContainer_var sp_container = sharedContainer(frame, ipi_instance);
-    if (sp_container == nullptr) return E_FAIL;
-    const auto sp_factory = queryInterface<CATICkeParmFactory>(static_cast<CATIContainer*>(sp_container));
-    if (!sp_factory) return frame.missing("pi_param_factory");
-    const bool may_create = i_create_if_empty != 0 || !i_value.IsNull();
-    InterfacePtr<CATICkeParameterSet> sp_set;
-    const HRESULT code = propertySetForWriting(frame, ipi_instance, sp_container, may_create, sp_set);
-    if (FAILED(code)) return code;
+    return forInstance(ipi_instance, [&]() -> HRESULT {
+        if (i_name.IsNull()) return frame.badInput("i_name");
+        const CATIContainer_var sp_container = sharedContainer(frame, ipi_instance);
+        if (sp_container == nullptr) return E_FAIL;
+        const auto sp_factory = queryInterface<CATICkeParmFactory>(static_cast<CATIContainer*>(sp_container));
+        if (!sp_factory) return frame.missing("pi_param_factory");
+        const bool may_create = i_create_if_empty != 0 || !i_value.IsNull();
+        InterfacePtr<CATICkeParameterSet> sp_set;
+        const HRESULT code = propertySetForWriting(frame, ipi_instance, sp_container, may_create, sp_set);
+        if (FAILED(code)) return code;
 
-    const CATUnicodeString type = propertyTypeToString(i_type);
-    InterfacePtr<CATICkeParm> sp_parameter;
-    if (FAILED(findProperty(sp_set.get(), i_name, sp_parameter))) return frame.missing("pi_param"); // no second one
-    if (sp_parameter) {
-        o_created = 0;
-        return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value, type);
-    }
-    if (!may_create) return E_FAIL;
-    const auto sp_publisher = sp_set.query<CATIParmPublisher>();
-    return VornToolsCADDOCProperties::createParameter(sp_factory.get(), sp_publisher.get(), i_name, i_value, type, 0, 0,
-                                                      1);
+        const CATUnicodeString type = propertyTypeToString(i_type);
+        InterfacePtr<CATICkeParm> sp_parameter;
+        // No name gets a second property.
+        if (FAILED(findProperty(sp_set.get(), i_name, sp_parameter))) return frame.missing("pi_param");
+        if (sp_parameter) {
+            o_created = 0;
+            return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value, type);
+        }
+        if (!may_create) return E_FAIL;
+        const auto sp_publisher = sp_set.query<CATIParmPublisher>();
+        return VornToolsCADDOCProperties::createParameter(sp_factory.get(), sp_publisher.get(), i_name, i_value, type,
+                                                          0, 0, 1);
+    });
 }
 
 HRESULT VornToolsInstanceProperty::updateMaroInstanceProperty(CATIProduct* ipi_instance, const EnumPropertyType& i_type,
                                                               const CATUnicodeString& i_name,
                                                               const CATUnicodeString& i_value) {
     const JournalFrame frame(_CteCLASS_NAME, "updateMaroInstanceProperty");
-    if (!ipi_instance) return E_INVALIDARG;
-    InterfacePtr<CATICkeParameterSet> sp_set;
-    const HRESULT code = existingPropertySet(frame, ipi_instance, sp_set);
-    if (FAILED(code)) return code;
-    const auto sp_parameter = InterfacePtr<CATICkeParm>::adopt(getParameter(sp_set.get(), i_name));
-    if (!sp_parameter) return E_FAIL;
-    return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value,
-                                                      propertyTypeToString(i_type));
+    return forInstance(ipi_instance, [&]() -> HRESULT {
+        InterfacePtr<CATICkeParameterSet> sp_set;
+        const HRESULT code = existingPropertySet(frame, ipi_instance, sp_set);
+        if (FAILED(code)) return code;
+        const auto sp_parameter = InterfacePtr<CATICkeParm>::adopt(getParameter(sp_set.get(), i_name));
+        if (!sp_parameter) return E_FAIL;
+        return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value,
+                                                          propertyTypeToString(i_type));
+    });
 }
 
 HRESULT VornToolsInstanceProperty::getAllMaroInstanceProperties(CATIProduct* ipi_instance,
                                                                 CATListValCATBaseUnknown_var*& op_properties) {
     const JournalFrame frame(_CteCLASS_NAME, "getAllMaroInstanceProperties");
     op_properties = nullptr;
-    if (!ipi_instance) return E_INVALIDARG;
-    ParameterList properties;
-    const HRESULT code = listProperties(frame, ipi_instance, properties);
-    op_properties = properties.release();
-    return code;
+    return forInstance(ipi_instance, [&] {
+        ParameterList properties;
+        const HRESULT code = listProperties(frame, ipi_instance, properties);
+        op_properties = properties.release();
+        return code;
+    });
 }
 
 HRESULT
@@ -98,82 +113,88 @@ VornToolsInstanceProperty::getAllMaroInstancePropertiesOrderedByName(CATIProduct
                                                                      CATListValCATBaseUnknown_var*& op_properties) {
     const JournalFrame frame(_CteCLASS_NAME, "getAllMaroInstancePropertiesOrderedByName");
     op_properties = nullptr;
-    if (!ipi_instance) return E_INVALIDARG;
-    std::vector<NamedParameter> properties;
-    const HRESULT code = listProperties(frame, ipi_instance, properties);
-    if (FAILED(code)) return code;
-    std::stable_sort(properties.begin(), properties.end(), [](const NamedParameter& i_a, const NamedParameter& i_b) {
-        return std::strcmp(i_a.name.ConvertToChar(), i_b.name.ConvertToChar()) < 0;
+    return forInstance(ipi_instance, [&] {
+        std::vector<NamedParameter> properties;
+        const HRESULT code = listProperties(frame, ipi_instance, properties);
+        if (FAILED(code)) return code;
+        std::stable_sort(properties.begin(), properties.end(), comesBefore);
+        auto sorted = std::make_unique<CATListValCATBaseUnknown_var>();
+        for (const NamedParameter& each : properties) sorted->Append(CATBaseUnknown_var(each.parameter.get()));
+        op_properties = sorted.release();
+        return code;
     });
-    auto sorted = std::make_unique<CATListValCATBaseUnknown_var>();
-    for (const NamedParameter& each : properties) sorted->Append(CATBaseUnknown_var(each.parameter.get()));
-    op_properties = sorted.release();
-    return S_OK;
 }
 
 HRESULT VornToolsInstanceProperty::getAllMaroInstancePropertiesNamesAndValues(CATIProduct* ipi_instance,
                                                                               CATListValCATUnicodeString& o_names,
                                                                               CATListValCATUnicodeString& o_values) {
     const JournalFrame frame(_CteCLASS_NAME, "getAllMaroInstancePropertiesNamesAndValues");
-    o_names.RemoveAll();
-    o_values.RemoveAll();
-    if (!ipi_instance) return E_INVALIDARG;
-    std::vector<NamedParameter> properties;
-    const HRESULT code = listProperties(frame, ipi_instance, properties);
-    if (FAILED(code)) return code;
-    CATListValCATUnicodeString names, values;
-    for (const NamedParameter& each : properties) {
-        EnumPropertyType type = PropertyString;
-        CATUnicodeString value;
-        if (FAILED(readProperty(each.parameter.get(), kEveryDigit, type, value))) return frame.callFailed("Value");
-        names.Append(each.name);
-        values.Append(value);
-    }
-    o_names = names;
-    o_values = values;
-    return S_OK;
+    const auto clear = [&] {
+        o_names.RemoveAll();
+        o_values.RemoveAll();
+    };
+    clear();
+    const HRESULT code = forInstance(ipi_instance, [&]() -> HRESULT {
+        std::vector<NamedParameter> properties;
+        const HRESULT listed = listProperties(frame, ipi_instance, properties);
+        if (FAILED(listed)) return listed;
+        for (const NamedParameter& each : properties) {
+            EnumPropertyType type = PropertyString;
+            CATUnicodeString value;
+            if (FAILED(readProperty(each.parameter.get(), kEveryDigit, type, value))) return frame.callFailed("Value");
+            o_names.Append(each.name);
+            o_values.Append(value);
+        }
+        return S_OK;
+    });
+    if (FAILED(code)) clear();
+    return code;
 }
 
 HRESULT VornToolsInstanceProperty::getAttribute(CATIProduct* ipi_instance, const CATUnicodeString& i_name,
                                                 unsigned char& o_found, EnumPropertyType& o_type,
                                                 CATUnicodeString& o_value) {
     const JournalFrame frame(_CteCLASS_NAME, "getAttribute");
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): may be the same text as the output
-    const CATUnicodeString name = i_name;
+    CATUnicodeString name;
+    const bool copied = guarded([&] { name = i_name; }); // it may be the same text as the output
     o_found = 0;
     o_type = PropertyString;
     o_value = "";
-    if (!ipi_instance) return E_INVALIDARG;
-    InterfacePtr<CATICkeParameterSet> sp_set;
-    const HRESULT code = existingPropertySet(frame, ipi_instance, sp_set);
-    if (FAILED(code)) return code;
-    if (!sp_set) return S_OK;
-    InterfacePtr<CATICkeParm> sp_parameter;
-    if (FAILED(findProperty(sp_set.get(), name, sp_parameter))) return frame.missing("pi_param");
-    if (!sp_parameter) return S_OK;
-    EnumPropertyType type = PropertyString;
-    if (FAILED(readProperty(sp_parameter.get(), kFewDigits, type, o_value))) return frame.callFailed("Value");
-    o_type = type;
-    o_found = 1;
-    return S_OK;
+    return forInstance(ipi_instance, [&]() -> HRESULT {
+        if (!copied) return E_FAIL;
+        InterfacePtr<CATICkeParameterSet> sp_set;
+        const HRESULT code = existingPropertySet(frame, ipi_instance, sp_set);
+        if (FAILED(code)) return code;
+        InterfacePtr<CATICkeParm> sp_parameter;
+        if (sp_set && FAILED(findProperty(sp_set.get(), name, sp_parameter))) return frame.missing("pi_param");
+        if (!sp_parameter) return S_OK;
+        EnumPropertyType type = PropertyString;
+        CATUnicodeString value;
+        if (FAILED(readProperty(sp_parameter.get(), kFewDigits, type, value))) return frame.callFailed("Value");
+        o_value = value;
+        o_type = type;
+        o_found = 1;
+        return S_OK;
+    });
 }
 
 HRESULT VornToolsInstanceProperty::setAttribute(CATIProduct* ipi_instance, const CATUnicodeString& i_name,
                                                 const EnumPropertyType& i_type, const CATUnicodeString& i_value) {
     const JournalFrame frame(_CteCLASS_NAME, "setAttribute");
-    if (!ipi_instance) return E_INVALIDARG;
-    InterfacePtr<CATICkeParameterSet> sp_set;
-    const HRESULT code = existingPropertySet(frame, ipi_instance, sp_set);
-    if (FAILED(code)) return code;
-    InterfacePtr<CATICkeParm> sp_parameter;
-    if (sp_set && FAILED(findProperty(sp_set.get(), i_name, sp_parameter))) return frame.missing("pi_param");
-    if (!sp_parameter) {
-        unsigned char created = 0;
-        return createMaroInstanceProperty(ipi_instance, i_type, i_name, i_value, 1, created);
-    }
-    const CATUnicodeString type = propertyTypeToString(i_type);
-    if (!takes(sp_parameter.get(), type, i_value)) return E_FAIL;
-    return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value, type);
+    return forInstance(ipi_instance, [&]() -> HRESULT {
+        InterfacePtr<CATICkeParameterSet> sp_set;
+        const HRESULT code = existingPropertySet(frame, ipi_instance, sp_set);
+        if (FAILED(code)) return code;
+        InterfacePtr<CATICkeParm> sp_parameter;
+        if (sp_set && FAILED(findProperty(sp_set.get(), i_name, sp_parameter))) return frame.missing("pi_param");
+        if (!sp_parameter) {
+            unsigned char created = 0;
+            return createMaroInstanceProperty(ipi_instance, i_type, i_name, i_value, 1, created);
+        }
+        const CATUnicodeString type = propertyTypeToString(i_type);
+        if (!takes(sp_parameter.get(), type, i_value)) return E_FAIL;
+        return VornToolsCADDOCProperties::updateParameter(sp_parameter.get(), i_name, i_value, type);
+    });
 }
 
 CATICkeParameterSet* VornToolsInstanceProperty::getUserInstancePropertiesParameterSet(CATISpecAttrAccess* ipi_access,

@@ -1,12 +1,16 @@
 #include "VornToolsSpreadsheet.h"
 
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "TYPMapCATUnicodeStringPVoid.h"
 #include "UTILFile.h"
 
+#include <cstddef>
 #include <memory>
+#include <unordered_set>
+#include <vector>
 
 using namespace vorntools;
 
@@ -59,30 +63,38 @@ void clear(TYPMapCATUnicodeStringPVoid& io_map) {
 /** Options on their way into the caller's map: it gets all of them or none. */
 class MainBodyOptions {
 public:
-    explicit MainBodyOptions(TYPMapCATUnicodeStringPVoid& io_map) : m_map(io_map) { clear(m_map); }
+    MainBodyOptions() = default;
     ~MainBodyOptions() {
-        if (m_kept) return;
-        for (int i = 0; i < m_map.size(); ++i) delete static_cast<CATUnicodeString*>(m_map.valueAt(i));
-        clear(m_map);
+        for (std::size_t i = 0; p_map && i < m_inserted; ++i) p_map->erase(m_entries[i].file_name);
     }
     MainBodyOptions(const MainBodyOptions&) = delete;
     MainBodyOptions& operator=(const MainBodyOptions&) = delete;
 
-    bool has(const CATUnicodeString& i_file_name) const { return m_map.contains(i_file_name) != 0; }
+    bool has(const CATUnicodeString& i_file_name) const { return m_file_names.count(i_file_name) != 0; }
     void add(const CATUnicodeString& i_file_name, const CATUnicodeString& i_option) {
-        auto p_option = std::make_unique<CATUnicodeString>(i_option);
-        m_map.insert(i_file_name, p_option.get(), kValueClass);
-        static_cast<void>(p_option.release());
+        m_entries.push_back({i_file_name, std::make_unique<CATUnicodeString>(i_option)});
+        m_file_names.insert(i_file_name);
     }
-    /** From now on the values are the caller's. */
-    HRESULT keep() {
-        m_kept = true;
+    /** Fills the map; from then on the values are the caller's. */
+    HRESULT moveTo(TYPMapCATUnicodeStringPVoid& io_map) {
+        p_map = &io_map;
+        for (; m_inserted < m_entries.size(); ++m_inserted)
+            io_map.insert(m_entries[m_inserted].file_name, m_entries[m_inserted].option.get(), kValueClass);
+        p_map = nullptr;
+        for (Entry& entry : m_entries) static_cast<void>(entry.option.release());
         return S_OK;
     }
 
 private:
-    TYPMapCATUnicodeStringPVoid& m_map;
-    bool m_kept = false;
+    struct Entry {
+        CATUnicodeString file_name;
+        std::unique_ptr<CATUnicodeString> option;
+    };
+
+    std::vector<Entry> m_entries;
+    std::unordered_set<CATUnicodeString> m_file_names;
+    TYPMapCATUnicodeStringPVoid* p_map = nullptr; ///< that is being filled
+    std::size_t m_inserted = 0;
 };
 
 CATUnicodeString fullNameInImportFolder(const CATUnicodeString& i_folder, const CATUnicodeString& i_file_name) {
@@ -92,11 +104,9 @@ CATUnicodeString fullNameInImportFolder(const CATUnicodeString& i_folder, const 
     return i_folder + (joined ? CATUnicodeString() : separator) + i_file_name;
 }
 
-} // namespace
-
-HRESULT VornToolsSpreadsheet::readBaliseInfos(UTILFile& io_file, const CATUnicodeString& i_end_tag,
-                                              CATListValCATUnicodeString& o_lines) {
-    const JournalFrame frame(_CteCLASS_NAME, "readBaliseInfos");
+/** Reads the lines of a block up to its closing tag. */
+HRESULT readBlock(UTILFile& io_file, const CATUnicodeString& i_end_tag, CATListValCATUnicodeString& o_lines) {
+    const JournalFrame frame(VornToolsSpreadsheet::_CteCLASS_NAME, "readBaliseInfos");
     o_lines.RemoveAll();
     CATUnicodeString line;
     while (io_file.readLine(line) == S_OK) {
@@ -107,52 +117,74 @@ HRESULT VornToolsSpreadsheet::readBaliseInfos(UTILFile& io_file, const CATUnicod
     return E_FAIL;
 }
 
+/** Reads the entries behind the menu. @param i_line of an entry's block that holds its option. @param i_usual the
+ * option of one without that line. @return a failure when an entry breaks off */
+HRESULT readEntries(const JournalFrame& i_frame, UTILFile& io_file, int i_line, const CATUnicodeString& i_usual,
+                    MainBodyOptions& io_options) {
+    const CATUnicodeString folder = environmentText(&ENVManager::getImportPath);
+    CATUnicodeString name;
+    HRESULT code = readEntryName(io_file, name);
+    for (; code == S_OK; code = readEntryName(io_file, name)) {
+        if (!UTILFile::isACATPart(UTILFile::getExtension(name)) || io_options.has(name)) continue;
+        code = skipToMainBodyBlock(io_file);
+        if (FAILED(code)) break;
+        if (code != S_OK) {
+            i_frame.write("There is non balise main_body_only for [%s]", fullNameInImportFolder(folder, name));
+            continue;
+        }
+        CATListValCATUnicodeString block;
+        code = readBlock(io_file, VornToolsSpreadsheet::_CteBALISE_MAIN_BODY_ONLY_END, block);
+        if (FAILED(code)) break;
+        io_options.add(name, block.Size() >= i_line ? block[i_line] : i_usual);
+    }
+    return code;
+}
+
+} // namespace
+
+HRESULT VornToolsSpreadsheet::readBaliseInfos(UTILFile& io_file, const CATUnicodeString& i_end_tag,
+                                              CATListValCATUnicodeString& o_lines) {
+    return readBlock(io_file, i_end_tag, o_lines);
+}
+
 HRESULT VornToolsSpreadsheet::getOptionValueFromImportSprdSht(int i_option, CATUnicodeString& o_value) {
     const JournalFrame frame(_CteCLASS_NAME, "getOptionValueFromImportSprdSht");
     o_value = "";
-    const CATUnicodeString path = environmentText(&ENVManager::getSpreadSheetPath);
-    UTILFile file;
-    if (FAILED(file.open(path, "r"))) return frame.report(ErrorFileNotOpened, path);
-    if (!beginsWithMenu(file)) return frame.report(kErrorWrongHeader, path);
-    CATListValCATUnicodeString menu;
-    if (FAILED(readBaliseInfos(file, _CteBALISE_MENU_END, menu))) return frame.platformFailed("readBaliseInfos");
-    if (i_option < 1 || i_option > menu.Size()) return frame.report(kErrorIndexOutOfRange, "i_option");
-    o_value = menu[i_option];
-    return S_OK;
+    const auto read = [&]() -> HRESULT {
+        const CATUnicodeString path = environmentText(&ENVManager::getSpreadSheetPath);
+        UTILFile file;
+        if (FAILED(file.open(path, "r"))) return frame.report(ErrorFileNotOpened, path);
+        if (!beginsWithMenu(file)) return frame.report(kErrorWrongHeader, path);
+        CATListValCATUnicodeString menu;
+        if (FAILED(readBaliseInfos(file, _CteBALISE_MENU_END, menu))) return frame.platformFailed("readBaliseInfos");
+        if (i_option < 1 || i_option > menu.Size()) return frame.report(kErrorIndexOutOfRange, "i_option");
+        o_value = menu[i_option];
+        return S_OK;
+    };
+    return guarded(read, E_FAIL);
 }
 
 HRESULT VornToolsSpreadsheet::getCATPartMainBodyOption(TYPMapCATUnicodeStringPVoid& io_options) {
     const JournalFrame frame(_CteCLASS_NAME, "getCATPartMainBodyOption");
-    MainBodyOptions options(io_options);
-    const CATUnicodeString folder = environmentText(&ENVManager::getImportPath);
-    const CATUnicodeString path = environmentText(&ENVManager::getSpreadSheetPath);
-    UTILFile file;
-    if (FAILED(file.open(path, "r"))) {
-        frame.write("Cannot open file %s", path);
-        return E_FAIL;
-    }
-    const auto refuse = [&] {
+    const auto read = [&]() -> HRESULT {
+        clear(io_options);
+        const CATUnicodeString path = environmentText(&ENVManager::getSpreadSheetPath);
+        UTILFile file;
+        if (FAILED(file.open(path, "r"))) {
+            frame.write("Cannot open file %s", path);
+            return E_FAIL;
+        }
+        CATListValCATUnicodeString menu;
+        MainBodyOptions options;
+        HRESULT code = beginsWithMenu(file) ? readBaliseInfos(file, _CteBALISE_MENU_END, menu) : E_FAIL;
+        if (SUCCEEDED(code)) {
+            constexpr int kUsual = _CteMENU_MAIN_BODY_OPTION_INDEX;
+            code = readEntries(frame, file, _CteOPTS_MAIN_BODY_INDEX,
+                               menu.Size() >= kUsual ? menu[kUsual] : CATUnicodeString(), options);
+        }
+        if (SUCCEEDED(code)) return options.moveTo(io_options);
         frame.write("Invalid spreadsheet format");
         return E_FAIL;
     };
-    CATListValCATUnicodeString menu;
-    if (!beginsWithMenu(file) || FAILED(readBaliseInfos(file, _CteBALISE_MENU_END, menu))) return refuse();
-    const CATUnicodeString usual =
-        menu.Size() >= _CteMENU_MAIN_BODY_OPTION_INDEX ? menu[_CteMENU_MAIN_BODY_OPTION_INDEX] : CATUnicodeString();
-
-    CATUnicodeString name;
-    HRESULT code = readEntryName(file, name);
-    for (; code == S_OK; code = readEntryName(file, name)) {
-        if (!UTILFile::isACATPart(UTILFile::getExtension(name)) || options.has(name)) continue;
-        code = skipToMainBodyBlock(file);
-        if (FAILED(code)) break;
-        if (code != S_OK) {
-            frame.write("There is non balise main_body_only for [%s]", fullNameInImportFolder(folder, name));
-            continue;
-        }
-        CATListValCATUnicodeString block;
-        if (FAILED(readBaliseInfos(file, _CteBALISE_MAIN_BODY_ONLY_END, block))) return refuse();
-        options.add(name, block.Size() >= _CteOPTS_MAIN_BODY_INDEX ? block[_CteOPTS_MAIN_BODY_INDEX] : usual);
-    }
-    return FAILED(code) ? refuse() : options.keep();
+    return guarded(read, E_FAIL);
 }
