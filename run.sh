@@ -4,10 +4,31 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")" && pwd)
 
+program=$root/build/release/bin/vorntools
+
+# Passes on what ninja says and shows its "[12/34] ..." on standard error: one line that changes on a terminal, now and
+# then a line elsewhere. A build with nothing to do says nothing.
+show_progress() {
+    local line shown=0
+    while IFS= read -r line; do
+        echo "$line"
+        [[ $line =~ ^\[([0-9]+)/([0-9]+)\] ]] || continue
+        if [ -t 2 ]; then
+            printf '\rBuilding: %s of %s ' "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}" >&2
+            shown=1
+        elif ((BASH_REMATCH[1] % 10 == 0)); then
+            echo "Building: ${BASH_REMATCH[1]} of ${BASH_REMATCH[2]}" >&2
+        fi
+    done
+    [ $shown = 0 ] || printf '\r%30s\r' '' >&2
+}
+
 build() {
     mkdir -p "$root/build"
     local log=$root/build/run.log
-    if ! (cd "$root" && cmake --preset linux && cmake --build --preset linux --target vorntools_program) >"$log" 2>&1; then
+    [ -x "$program" ] || echo "Building; the first time takes some minutes of the processor." >&2
+    if ! (cd "$root" && cmake --preset release &&
+        NINJA_STATUS='[%f/%t] ' cmake --build --preset release --target vorntools_program) 2>&1 | show_progress >"$log"; then
         tail -n 40 "$log" >&2
         echo "The build failed; the whole log is $log" >&2
         exit 2
@@ -19,17 +40,16 @@ show() {
     echo
     echo "\$ vorntools $*"
     local code=0
-    (cd "$examples" && "$root/build/linux/bin/vorntools" "$@") || code=$?
+    (cd "$examples" && "$program" "$@") || code=$?
     [ $code -le 1 ] || exit $code
 }
 
 heading() { printf '\n# %s\n' "$1"; }
 
 "$root/cmake/install_packages.sh" build
-[ -x "$root/build/linux/bin/vorntools" ] || echo "Building; the first time takes a minute." >&2
 build
 if [ $# -gt 0 ]; then
-    exec "$root/build/linux/bin/vorntools" "$@"
+    exec "$program" "$@"
 fi
 
 # File times decide what counts as modified and a checkout does not keep them, so everything is set up in a copy.

@@ -2,6 +2,7 @@
 # Runs every check, or only the stages named: ./test.sh [--tidy] [STAGE...]
 #   format words layers registered share  the sources
 #   linux sanitize windows plain       build and test (windows: cross-compiled, under Wine)
+#   state                              what the built library keeps against docs/state.md
 #   install                            projects built against the installed tree, the packages
 #   workstation                        the library built against given platform headers
 #   tidy fuzz bench                    only when named: clang-tidy, FUZZ_SECONDS (60) of each fuzzer, the benchmarks
@@ -15,7 +16,7 @@ logs=$root/build/logs
 passed=0
 failed=0
 
-default_stages=(format words layers registered share linux sanitize windows plain install workstation)
+default_stages=(format words layers registered share linux state sanitize windows plain install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
@@ -27,6 +28,10 @@ build() { cmake --preset "$1" && cmake --build --preset "$1" -- -j "$jobs"; }
 build_and_test() { build "$1" && ctest --preset "$1" -j "$jobs"; }
 
 stage_linux() { build_and_test linux; }
+stage_state() {
+    [ -f build/linux/lib/libVornTools.so ] || build linux || return
+    cmake/check_writable_symbols.sh build/linux/lib/libVornTools.so
+}
 stage_sanitize() { build_and_test sanitize; }
 stage_plain() { build_and_test plain; }
 
@@ -50,12 +55,13 @@ check_imports() {
     [ -z "$foreign" ] || { echo "imported, but nobody ships it: $foreign"; return 1; }
 }
 
+# What packages and ./run.sh are made from.
 stage_install() {
-    [ -f build/linux/build.ninja ] && cmake --build --preset linux || build linux || return
+    cmake --workflow --preset package || return
     local work=$root/build/install
     rm -rf "$work"
     # Moved after the installation: nothing may remember the first place.
-    cmake --install build/linux --prefix "$work/first" && mv "$work/first" "$work/tree" || return
+    cmake --install build/release --prefix "$work/first" && mv "$work/first" "$work/tree" || return
     cmake -S tests/install -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$work/tree" &&
         cmake --build "$work/cmake" && "$work/cmake/consumer" || return
     local pc library
@@ -64,22 +70,21 @@ stage_install() {
     # shellcheck disable=SC2046
     PKG_CONFIG_PATH=$pc g++ -std=c++17 tests/install/main.cpp -o "$work/consumer" \
         $(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs VornTools) -Wl,-rpath,"$library" && "$work/consumer" || return
-    "$work/tree/bin/vorntools" --version || return
-    cmake --workflow --preset package && find build/package/packages-out -maxdepth 1 -type f
+    "$work/tree/bin/vorntools" --version && find build/release/packages-out -maxdepth 1 -type f
 }
 
 stage_workstation() {
     # Our own declarations stand for a workstation's: the library must build from given folders and libraries alone.
     [ -f build/linux/lib/libVornPlatform.so ] || build linux || return
-    cmake -S . -B build/workstation -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVORNTOOLS_PLATFORM=catia \
+    cmake -S . -B build/workstation -G Ninja -DCMAKE_BUILD_TYPE=None -DVORNTOOLS_PLATFORM=catia \
         -DCAA_INCLUDE_DIRS="$root/platform/catia" -DCOMPANION_INCLUDE_DIRS="$root/platform/companion" \
         -DCAA_LIBRARIES="$root/build/linux/lib/libVornPlatform.so" && cmake --build build/workstation
 }
 
 stage_tidy() {
-    build sanitize &&
+    cmake --preset sanitize -B build/tidy -DVORNTOOLS_UNITY=OFF &&
         cmake/source_files.sh foundation cache session links properties | grep '\.cpp$' |
-        xargs -P "$jobs" -n 1 clang-tidy -p build/sanitize --quiet
+        xargs -P "$jobs" -n 1 clang-tidy -p build/tidy --quiet
 }
 
 stage_fuzz() {
@@ -141,7 +146,7 @@ main() {
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
-            sed -n '2,9s/^# \?//p' "$root/test.sh" >&2
+            sed -n '2,10s/^# \?//p' "$root/test.sh" >&2
             exit 2
         fi
     done

@@ -39,6 +39,26 @@ function(vorntools_target_defaults target)
     endif()
 endfunction()
 
+# vorntools_unity_by_folder(<target> [EXCEPT <source>...]): with VORNTOOLS_UNITY the target's sources of one folder are
+# compiled as one, which takes less than half the time. So what stands in unnamed namespaces has a name of its own within
+# its folder; sources that share one with a neighbour are compiled by themselves.
+function(vorntools_unity_by_folder target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" EXCEPT)
+    if(NOT VORNTOOLS_UNITY)
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${source}/..)
+        string(MAKE_C_IDENTIFIER "${folder}" group)
+        set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
+    endforeach()
+    # It takes every source but the one that includes the others for a header.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    set_source_files_properties(${arg_EXCEPT} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # vorntools_shared_library(<target> DESCRIPTION <text> [VERSION_SCRIPT <file>]): names, versions and exports.
 function(vorntools_shared_library target)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESCRIPTION;VERSION_SCRIPT" "")
