@@ -11,12 +11,12 @@ using namespace vorntools;
 
 namespace {
 
-const CATUnicodeString kFileName("CADFilesInSession.txt");
+const CATUnicodeString kSessionFileName("CADFilesInSession.txt");
 
 /** Makes an empty session file in place of an existing one. */
 HRESULT createSessionFile(const JournalFrame& i_frame, NewTextFile& o_file) {
     CATUnicodeString name;
-    const HRESULT found = findExchangeFile(i_frame, kFileName, name);
+    const HRESULT found = findExchangeFile(i_frame, kSessionFileName, name);
     if (FAILED(found)) return found;
     // A file that cannot be deleted may still be written.
     deleteFile(name);

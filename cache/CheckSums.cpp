@@ -33,7 +33,7 @@ int numberOf(const CATUnicodeString& i_text) {
     return static_cast<int>(std::min(std::max(number, least), most));
 }
 
-CATUnicodeString physicalName(const JournalFrame& i_frame, CATUnicodeString i_name) {
+CATUnicodeString tableFileOnDisk(const JournalFrame& i_frame, CATUnicodeString i_name) {
     if (environmentSays(&ENVManager::getCATIAIsUsingDLName) && FAILED(makePhysical(i_name)))
         i_frame.callFailed("UTILDLName::getPhysicalPathFromDLName");
     return i_name;
@@ -54,7 +54,7 @@ public:
     void calculate() {
         CATUnicodeString file;
         if (FAILED(getDesignTableFullFilename(m_design_table, file))) return;
-        FileBackup backup(m_frame, physicalName(m_frame, file));
+        FileBackup backup(m_frame, tableFileOnDisk(m_frame, file));
         backup.make();
         const int configuration = m_design_table->ConfigurationRow();
         if (!guarded([&] { calculateOnSheets(); })) m_frame.write("%s : the work was broken off", m_frame.name());

@@ -37,7 +37,7 @@ bool haveSameBytes(const CATUnicodeString& i_first, const CATUnicodeString& i_se
 }
 
 /** None when the file cannot be read to its end. */
-std::optional<std::string> bytesOf(const CATUnicodeString& i_file) {
+std::optional<std::string> contentOf(const CATUnicodeString& i_file) {
     const OpenFile sp_file = openFile(i_file, "rb");
     if (!sp_file) return std::nullopt;
     std::string bytes;
@@ -75,12 +75,12 @@ void FileBackup::make() {
         m_frame.write("%s : %s cannot be copied to %s", m_frame.name(), m_file, m_name);
         UTILFile::deleteFile(m_name);
     }
-    m_bytes = bytesOf(m_file);
+    m_bytes = contentOf(m_file);
 }
 
 bool FileBackup::restore() {
     if (m_is_made) return restoreFromCopy();
-    if (!m_bytes || bytesOf(m_file) == m_bytes) return true;
+    if (!m_bytes || contentOf(m_file) == m_bytes) return true;
     m_bytes.reset();
     m_frame.write("%s : %s was changed and cannot be restored", m_frame.name(), m_file);
     m_frame.callFailed(kCopy);

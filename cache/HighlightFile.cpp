@@ -15,7 +15,7 @@ using namespace vorntools;
 
 namespace {
 
-const CATUnicodeString kFileName("highlight_v01.txt");
+const CATUnicodeString kHighlightFileName("highlight_v01.txt");
 const CATUnicodeString kContextOpening("<Context>");
 const CATUnicodeString kContextClosing("</Context>");
 const CATUnicodeString kSelectionOpening("<selection>");
@@ -152,7 +152,7 @@ HRESULT VornToolsCommon::readHighlightFile(unsigned char i_any_command, CATListV
         return E_FAIL;
     }
     CATUnicodeString name;
-    const HRESULT named = findExchangeFile(frame, UTILFile::getPathSeparator() + kFileName, name);
+    const HRESULT named = findExchangeFile(frame, UTILFile::getPathSeparator() + kHighlightFileName, name);
     if (FAILED(named)) return named;
 
     const auto read = [&] {

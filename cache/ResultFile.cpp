@@ -10,7 +10,7 @@ using namespace vorntools;
 
 namespace {
 
-const CATUnicodeString kFileName("results");
+const CATUnicodeString kResultFileName("results");
 const CATUnicodeString kOk(":ok");
 const CATUnicodeString kCancel(":cancel");
 const CATUnicodeString kUserCancel(":user_cancel");
@@ -35,7 +35,7 @@ Status statusOf(const CATUnicodeString& i_first_line) {
 
 /** Opens the result file and reads the status in its first line. @param o_status set on success only */
 HRESULT readStatus(const JournalFrame& i_frame, LineReader& o_reader, CATUnicodeString& o_name, Status& o_status) {
-    const HRESULT found = findExchangeFile(i_frame, kFileName, o_name);
+    const HRESULT found = findExchangeFile(i_frame, kResultFileName, o_name);
     if (FAILED(found)) return found;
     if (o_name.IsNull()) return i_frame.missing("result_file");
     if (!o_reader.open(o_name)) return openFailed(i_frame, o_name);
@@ -48,7 +48,7 @@ HRESULT readStatus(const JournalFrame& i_frame, LineReader& o_reader, CATUnicode
 /** @param o_ok, o_hosted_client set to 1 where it is so */
 HRESULT readClient(const JournalFrame& i_frame, unsigned char& o_ok, unsigned char& o_hosted_client) {
     CATUnicodeString name;
-    const HRESULT found = findExchangeFile(i_frame, kFileName, name);
+    const HRESULT found = findExchangeFile(i_frame, kResultFileName, name);
     if (FAILED(found)) return found;
     LineReader reader;
     if (!reader.open(name)) return openFailed(i_frame, name);
@@ -86,7 +86,7 @@ HRESULT readInfo(const JournalFrame& i_frame, Status& o_status, TYPVectorCATUnic
 HRESULT VornToolsCommon::createResultFile(CATUnicodeString i_text) {
     const JournalFrame frame(_CteCLASS_NAME, "createResultFile");
     CATUnicodeString name;
-    const HRESULT found = findExchangeFile(frame, kFileName, name);
+    const HRESULT found = findExchangeFile(frame, kResultFileName, name);
     if (FAILED(found)) return found;
     NewTextFile file;
     if (!file.create(name)) return S_OK;

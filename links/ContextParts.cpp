@@ -2,6 +2,7 @@
 
 #include "links/ImageBytes.h"
 #include "links/Markers.h"
+#include "links/PropertyStream.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -10,7 +11,6 @@ namespace vorntools {
 
 namespace {
 
-constexpr std::size_t kIdentityBytes = 16;
 constexpr std::size_t kElementBytes = 5;
 /** Stands between the identity of a container and the number of an object in it. */
 constexpr std::string_view kObjectLead("\x07\0\0\0\x05\0", 6);
@@ -38,11 +38,11 @@ std::unordered_map<std::string, Pointers> pointersTo(std::string_view i_streams,
                                                      const std::vector<std::string>& i_identities, bool i_with_tags) {
     std::unordered_map<std::string, Pointers> pointers;
     for (const std::string& identity : i_identities)
-        if (identity.size() == kIdentityBytes) pointers.emplace(identity.substr(8), Pointers());
+        if (identity.size() == LinkedDocument::identityBytes) pointers.emplace(identity.substr(8), Pointers());
     std::size_t missing = pointers.size();
     for (std::size_t at = findMarker(i_streams, marker::foreignIdentity, 0); at != notFound && missing > 0;
          at = findMarker(i_streams, marker::foreignIdentity, at + 1)) {
-        const std::size_t behind = at + marker::foreignIdentity.size() + kIdentityBytes;
+        const std::size_t behind = at + marker::foreignIdentity.size() + LinkedDocument::identityBytes;
         if (!holds(i_streams, behind, 0)) break;
         const auto pointer = pointers.find(std::string(i_streams.substr(behind - 8, 8)));
         if (pointer == pointers.end()) continue;
@@ -102,7 +102,7 @@ std::vector<ImportUse> importUses(std::string_view i_image, std::size_t i_end,
     const auto pointers = pointersTo(i_image.substr(0, i_end), i_identities, !has_proxy);
     OwnContainers own(i_image, i_end);
     for (std::size_t i = 0; i < i_identities.size(); ++i) {
-        if (i_identities[i].size() != kIdentityBytes) continue;
+        if (i_identities[i].size() != LinkedDocument::identityBytes) continue;
         const Pointers& found = pointers.at(i_identities[i].substr(8));
         if (found.any && has_proxy)
             uses[i].kind = ImportUse::Unpublished;

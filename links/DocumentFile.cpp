@@ -36,9 +36,7 @@ constexpr std::uint64_t kFirstRead = 4096;
 
 FileRange rangeOf(const StreamPiece& i_piece) { return {i_piece.offset, i_piece.length}; }
 
-bool beginsWith(std::u16string_view i_name, std::u16string_view i_beginning) {
-    return i_name.substr(0, i_beginning.size()) == i_beginning;
-}
+bool isContainer(std::u16string_view i_name) { return i_name.substr(0, kContainer.size()) == kContainer; }
 
 /** The class that a property stream of a storage tells, a text behind the name of its type; empty when it tells none.
  * Texts have their length in front of them but for those of eight bytes, which have a tag of their own. */
@@ -56,8 +54,6 @@ std::string_view classIn(std::string_view i_stream) {
     return i_stream.substr(tag + 2, length);
 }
 
-constexpr std::size_t kIdentityBytes = 16;
-
 /** How often each identity is pointed to. */
 std::unordered_map<std::string, std::int64_t> countPointers(std::string_view i_image,
                                                             const std::vector<LinkedDocument>& i_documents) {
@@ -68,8 +64,8 @@ std::unordered_map<std::string, std::int64_t> countPointers(std::string_view i_i
     const std::size_t lead = marker::foreignIdentity.size();
     for (std::size_t at = findMarker(i_image, marker::foreignIdentity, 0); at != notFound;
          at = findMarker(i_image, marker::foreignIdentity, at + 1)) {
-        if (!holds(i_image, at + lead, kIdentityBytes)) break;
-        const auto count = counts.find(std::string(i_image.substr(at + lead, kIdentityBytes)));
+        if (!holds(i_image, at + lead, LinkedDocument::identityBytes)) break;
+        const auto count = counts.find(std::string(i_image.substr(at + lead, LinkedDocument::identityBytes)));
         if (count != counts.end()) ++count->second;
     }
     return counts;
@@ -175,8 +171,7 @@ DocumentFile::Streams DocumentFile::linkContainers() {
     }
     Streams containers;
     for (const DirectoryEntry& entry : m_entries)
-        if (entry.is_stream && beginsWith(entry.name, kContainer) && others.count(entry.parent) == 0)
-            containers.push_back(&entry);
+        if (entry.is_stream && isContainer(entry.name) && others.count(entry.parent) == 0) containers.push_back(&entry);
     return containers;
 }
 

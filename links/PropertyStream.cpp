@@ -29,7 +29,6 @@ constexpr std::size_t kIdentity = 12;
 constexpr std::size_t kObject = 75;
 constexpr std::size_t kObjectFile = 132;
 constexpr std::size_t kObjectType = 147;
-constexpr std::size_t kIdentityBytes = 16;
 /** The length of a name, between its type and the name. */
 constexpr std::size_t kNameLengthBytes = 2;
 
@@ -78,7 +77,7 @@ bool readObjectTarget(std::string_view i_image, const Block& i_block, LinkedDocu
         if (!textStandsAt(i_image, i_block.at + kObjectType, type.word)) continue;
         o_document.kind = type.kind;
         o_document.name = nameBehind(i_image, i_block, kObjectType, type.word);
-        o_document.identity = textAt(i_image, i_block.at + kIdentity, kIdentityBytes);
+        o_document.identity = textAt(i_image, i_block.at + kIdentity, LinkedDocument::identityBytes);
         return true;
     }
     return false;

@@ -11,6 +11,9 @@ namespace vorntools {
 
 /** What a record of the document-property stream says of another document. */
 struct LinkedDocument {
+    /** Of a container of a document. */
+    static constexpr std::size_t identityBytes = 16;
+
     enum Kind {
         PartFile,       ///< a part, named by the document as a whole
         ContextProduct, ///< a product whose objects the document points to
@@ -28,7 +31,7 @@ struct LinkedDocument {
     std::int32_t symbol = 0;
 
     /** The identity's own eight bytes: when, where and as which number the container was made. */
-    std::string reference() const { return identity.size() == 16 ? identity.substr(8) : std::string(); }
+    std::string reference() const { return identity.size() == identityBytes ? identity.substr(8) : std::string(); }
 };
 
 /**

@@ -28,7 +28,7 @@ struct FreeBytes {
 /** Lengths of strings are handed over as int. */
 constexpr std::uint64_t kLongestImage = std::numeric_limits<int>::max();
 
-VornToolsString* stringOf(std::string_view i_bytes) {
+VornToolsString* newString(std::string_view i_bytes) {
     return i_bytes.size() < kLongestImage ? new VornToolsString(i_bytes.data(), static_cast<int>(i_bytes.size()))
                                           : nullptr;
 }
@@ -142,7 +142,7 @@ VornToolsString* VornToolsDocumentFile::Content::makeLinkImage(const JournalFram
     std::string streams;
     std::unique_ptr<VornToolsString> sp_image;
     if (file.readLinkImage(streams))
-        sp_image.reset(stringOf(streams));
+        sp_image.reset(newString(streams));
     else
         sp_image.reset(wholeFile(i_frame, file));
     if (sp_image) noteCondition({sp_image->bytes(), sp_image->size()});
@@ -246,7 +246,7 @@ VornToolsString* VornToolsDocumentFile::readStream(int i_index, unsigned int i_f
     }
     const auto read = [&]() -> VornToolsString* {
         std::string bytes;
-        return m_content->file.appendStream(*p_entry, i_from, i_count, bytes) ? stringOf(bytes) : nullptr;
+        return m_content->file.appendStream(*p_entry, i_from, i_count, bytes) ? newString(bytes) : nullptr;
     };
     VornToolsString* const p_bytes = guarded(read, nullptr);
     if (!p_bytes) frame.callFailed("readStream");
@@ -264,7 +264,7 @@ VornToolsString* VornToolsDocumentFile::readPreview() {
     if (!m_content) return nullptr;
     const auto read = [&]() -> VornToolsString* {
         std::string picture;
-        return m_content->file.readPreview(picture) ? stringOf(picture) : nullptr;
+        return m_content->file.readPreview(picture) ? newString(picture) : nullptr;
     };
     return guarded(read, nullptr);
 }
