@@ -1,3 +1,4 @@
+#include "tests/session/FailingCall.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -77,6 +78,20 @@ TEST_F(PrimaryDocumentTest, ARootWithoutItemRevisionEndsTheSearch) {
     EXPECT_EQ(name, "");
     EXPECT_EQ(reports(), Texts({kCommon + "isElementSecondaryPart 9003 VornToolsCommon::getInstanceDescription"}))
         << "a root has no description; that is no failure of the search";
+}
+
+TEST_F(PrimaryDocumentTest, ADescriptionThatCannotBeReadIsAFailure) {
+    VornCache cache;
+    const auto search = [&] {
+        reports();
+        primary(low, &cache, name, E_FAIL);
+    };
+    const auto check = [&](int) {
+        EXPECT_EQ(reports(), Texts({kCommon + "isElementSecondaryPart 9003 VornToolsCommon::getInstanceDescription",
+                                    kCommon + "getPrimaryDocument 9003 isElementSecondaryPart"}));
+    };
+    EXPECT_EQ(whenFailing("CATIPrdProperties::GetDescriptionInst", search, check), 1);
+    reports();
 }
 
 TEST_F(PrimaryDocumentTest, ABareNameLiesInADirectoryOfTheEnvironment) {

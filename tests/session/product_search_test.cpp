@@ -180,6 +180,8 @@ TEST_F(SeenPartsTest, ASearchWithoutHitLeavesEveryPlaceAsItWas) {
     EXPECT_EQ(foreign(root, "none.cgr"), nullptr);
     expectNothingLoaded();
     EXPECT_EQ(embedded::workModeSwitches(), 800U) << "no picture tells anything: there and back";
+    EXPECT_TRUE(embedded::Journal::get().contains("PERFX real switch DEFAULT"));
+    EXPECT_FALSE(embedded::Journal::get().contains("PERFX real switch DESIGN")) << "no further than need be";
     EXPECT_EQ(foreign(root, "none.cgr", "low"), nullptr);
     expectNothingLoaded();
     EXPECT_EQ(embedded::workModeSwitches(), 1600U);
