@@ -45,7 +45,7 @@ public:
     // Parameter sets --------------------------------------------------------------------------------------------------
 
     /** Makes a set named "Parameters.1" below a feature. @param opi_set carries a reference for the caller. @return
-     * S_OK with a set, else E_FAIL and null */
+     * S_OK with a set that the feature shows, else E_FAIL and null */
     static HRESULT createParameterSet(CATISpecObject* ipi_spec_object, CATICkeParameterSet*& opi_set);
     /** The set that a feature keeps in its attribute "_AttrForLiterals", else "_FtrList", else "UserParameters"; never
      * the one named "ExternalParameterSet".
@@ -59,13 +59,16 @@ public:
 
     /** Makes a parameter and puts it below a publisher. @param i_read_only 1: users cannot change it, whatever
      * i_user_access says. @param i_user_access 1: it is marked as the users' own. @param i_rename_to_name 1: it bears
-     * the name instead of a path. @return E_FAIL when the value does not fit the type; nothing is made then */
+     * the name instead of a path. @return E_FAIL when the value does not fit the type, and, reported, when the
+     * publisher does not show the parameter or a flag was not taken; nothing stands below the publisher then */
     static HRESULT createParameter(CATICkeParmFactory* ipi_param_factory, CATIParmPublisher* ipi_param_publisher,
                                    CATUnicodeString i_name, CATUnicodeString i_value, CATUnicodeString i_type,
                                    unsigned char i_read_only, unsigned char i_user_access,
                                    unsigned char i_rename_to_name);
-    /** Gives a parameter another value. A single value for one that keeps several comes in front of those.
-     * @param i_name for the journal. @return E_FAIL when the value does not fit the type; nothing changes then */
+    /** Gives a parameter another value. A single value for one that keeps several comes in front of those. A dimension
+     * takes a number in the unit that users see, or a text with a unit. @param i_name for the journal. @return E_FAIL
+     * when the value is none of its type, and, reported and journalled, when reading back shows that the platform did
+     * not take it; nothing changes then */
     static HRESULT updateParameter(CATICkeParm* ipi_parameter, CATUnicodeString i_name, CATUnicodeString i_value,
                                    CATUnicodeString i_type);
     /** 1 when a text holds several values. */
@@ -81,13 +84,14 @@ public:
     // Reading sets ----------------------------------------------------------------------------------------------------
 
     /** The parameters of a set. The four lists are parallel. @param op_parameters everything that stands in the set,
-     * deleted by the caller; null on failure. @param o_flags "true" for a parameter that users cannot change, else
-     * "false" */
+     * deleted by the caller; null on failure, when all lists are empty. @param o_flags "true" for a parameter that
+     * users cannot change, else "false" */
     HRESULT getListOfParameters(CATICkeParameterSet* ipi_set, CATListValCATBaseUnknown_var*& op_parameters,
                                 CATListValCATUnicodeString& o_names, CATListValCATUnicodeString& o_values,
                                 CATListValCATUnicodeString& o_types, CATListValCATUnicodeString& o_flags);
     /** Appends two texts a parameter: the prefix, a dot and the name; the value, several joined by "@=@", a truth value
-     * as "1" or "0". @param io_pairs keeps what it has */
+     * as "1" or "0"; several are read by the kind of list that keeps them. @param io_pairs keeps what it has, and that
+     * alone on failure */
     HRESULT appendAttributesWithParamsList(CATICkeParameterSet* ipi_set, CATUnicodeString i_prefix,
                                            CATListValCATUnicodeString& io_pairs);
 
@@ -95,10 +99,11 @@ public:
     // What is written comes in three parallel lists: names, values and types. What is read is one list of names and
     // values by turns, each name once (docs/document-attributes.md).
 
-    /** Writes attributes to the parameter set of an analysis document / of the root process of a process document.
-     * Parameters that exist are updated; those that lack, and the set, are created when the environment wants it so.
-     * @return S_OK also without a set that none may be created; the code of the last parameter, or of showing new ones;
-     * those before it stay as they were written */
+    /** Writes attributes to the parameter set of an analysis / of the root process of a process document: its own,
+     * whatever sets other features have. Parameters that exist are updated; those that lack, and the set, are created
+     * when the environment wants it so, each name once.
+     * @return S_OK also without a set when none may be created; E_FAIL, reported, when the set cannot be read; else the
+     * code of the last parameter, or of showing new ones; those before it stay as they were written */
     static HRESULT setAnalysisParameters(CATDocument* ip_catdocument, CATListValCATUnicodeString i_names,
                                          CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
     static HRESULT setProcessParameters(CATDocument* ip_catdocument, CATListValCATUnicodeString i_names,

@@ -511,8 +511,10 @@ public:
     // Instance properties ---------------------------------------------------------------------------------------------
 
     /** Sets the name ("InstanceName") and the description ("DescriptionInst") of an instance; other names are passed
-     * over. The lists are parallel. The integration's lines of a description below a component go first.
-     * @return E_FAIL when one of them was refused, which is reported; the others are written all the same */
+     * over. The lists are parallel. The integration's lines of a description below a component go first; when that
+     * fails, which is journalled, the description is written all the same.
+     * @return E_FAIL when one of them was refused or a product below a component has no parent, which is reported; the
+     * others are written all the same */
     static HRESULT setInstanceProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString i_names,
                                          CATListValCATUnicodeString i_values);
 
