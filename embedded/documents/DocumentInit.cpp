@@ -23,7 +23,7 @@ public:
     }
 };
 
-const ExtensionOf<DocumentObject, DocumentInit> known;
+const ExtensionOf<DocumentObject, DocumentInit> documentInitKnown;
 
 } // namespace
 

@@ -6,12 +6,6 @@
 
 namespace embedded {
 
-namespace {
-
-constexpr const char* kSeparators = "/\\";
-
-} // namespace
-
 std::string foldedName(const std::string& name) {
     std::string folded;
     folded.reserve(name.size());

@@ -17,6 +17,7 @@ std::string_view fileNameOf(std::string_view path);
 std::string suffixOf(std::string_view path);
 bool hasDirectory(std::string_view path);
 
+constexpr const char* kSeparators = "/\\";
 bool isSeparator(char character);
 /** Directory and name with one of the session's separators between them; an empty directory adds nothing. */
 std::string joinedName(const std::string& directory, std::string_view name);

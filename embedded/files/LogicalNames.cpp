@@ -14,7 +14,6 @@ using namespace embedded;
 namespace {
 
 constexpr std::string_view kMarker = "\x01\x02\\";
-constexpr const char* kSeparators = "/\\";
 
 const std::string* directoryOf(const std::string& logicalName) {
     const auto& names = Session::current().environment().logicalNames;

@@ -42,7 +42,7 @@ public:
     }
 };
 
-const ExtensionOf<SessionObject, InteractiveSession> known;
+const ExtensionOf<SessionObject, InteractiveSession> interactiveSessionKnown;
 
 } // namespace
 

@@ -30,7 +30,7 @@ private:
     bool answers(const IID&) const override { return owner().type() == "CATDrawing"; }
 };
 
-const ExtensionOf<DocumentObject, DrawingServices> known;
+const ExtensionOf<DocumentObject, DrawingServices> drawingServicesKnown;
 
 } // namespace
 

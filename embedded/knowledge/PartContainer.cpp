@@ -27,7 +27,7 @@ private:
     bool answers(const IID&) const override { return owner().document().type() == "CATPart"; }
 };
 
-const ExtensionOf<ContainerObject, PartContainer> known;
+const ExtensionOf<ContainerObject, PartContainer> partContainerKnown;
 
 } // namespace
 

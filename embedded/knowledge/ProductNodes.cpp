@@ -6,7 +6,7 @@ namespace embedded {
 
 namespace {
 
-const ExtensionOf<ProductObject, ProductNode> known;
+const ExtensionOf<ProductObject, ProductNode> productNodeKnown;
 
 } // namespace
 

@@ -49,7 +49,7 @@ private:
     bool answers(const IID&) const override { return SessionMasks::get().hasManager; }
 };
 
-const ExtensionOf<SessionObject, MaskManager> known;
+const ExtensionOf<SessionObject, MaskManager> maskManagerKnown;
 
 } // namespace
 

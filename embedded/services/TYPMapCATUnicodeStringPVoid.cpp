@@ -41,12 +41,6 @@ std::uint32_t hashOf(const CATUnicodeString& key) {
     return static_cast<std::uint32_t>(hash >> 16U);
 }
 
-struct Entry {
-    CATUnicodeString key;
-    void* value;
-    const char* className; ///< null: the entry was taken out
-};
-
 constexpr std::size_t kAbsent = static_cast<std::size_t>(-1);
 /** Up to so many entries a walk is as fast as an index. */
 constexpr std::size_t kWalked = 16;
@@ -59,6 +53,12 @@ constexpr std::uint32_t kFree = 0xFFFFFFFFU;
  * an entry by its index; gaps at either end are never in the way. Large tables find keys by open addressing.
  */
 struct TYPMapCATUnicodeStringPVoid::Table {
+    struct Entry {
+        CATUnicodeString key;
+        void* value;
+        const char* className; ///< null: the entry was taken out
+    };
+
     std::size_t size() const { return m_entries.size() - m_gaps; }
 
     std::size_t find(const CATUnicodeString& key) const {
@@ -188,7 +188,7 @@ void TYPMapCATUnicodeStringPVoid::insert(const CATUnicodeString& iKey, void* iVa
 void* TYPMapCATUnicodeStringPVoid::find(const CATUnicodeString& iKey, const char* iClassName) const {
     const std::size_t found = m_table->find(iKey);
     if (found == kAbsent) return nullptr;
-    const Entry& entry = m_table->entry(found);
+    const Table::Entry& entry = m_table->entry(found);
     return acceptsClass(entry.className, iClassName) ? entry.value : nullptr;
 }
 
@@ -201,16 +201,16 @@ unsigned char TYPMapCATUnicodeStringPVoid::erase(const CATUnicodeString& iKey) {
 int TYPMapCATUnicodeStringPVoid::size() const { return static_cast<int>(m_table->size()); }
 
 void* TYPMapCATUnicodeStringPVoid::valueAt(int iIndex) const {
-    const Entry* const entry = m_table->at(iIndex);
+    const Table::Entry* const entry = m_table->at(iIndex);
     return entry ? entry->value : nullptr;
 }
 
 const char* TYPMapCATUnicodeStringPVoid::classNameAt(int iIndex) const {
-    const Entry* const entry = m_table->at(iIndex);
+    const Table::Entry* const entry = m_table->at(iIndex);
     return entry ? entry->className : nullptr;
 }
 
 const CATUnicodeString& TYPMapCATUnicodeStringPVoid::keyAt(int iIndex) const {
-    const Entry* const entry = m_table->at(iIndex);
+    const Table::Entry* const entry = m_table->at(iIndex);
     return entry ? entry->key : emptyText();
 }

@@ -1,14 +1,6 @@
 #include "TYPVectorCATUnicodeString.h"
 
-namespace {
-
-const CATUnicodeString& emptyText() {
-    static const CATUnicodeString empty;
-    return empty;
-}
-
-} // namespace
-
 const CATUnicodeString& TYPVectorCATUnicodeString::at(int iIndex) const {
-    return iIndex < 0 || iIndex >= size() ? emptyText() : m_texts[static_cast<std::size_t>(iIndex)];
+    static const CATUnicodeString empty;
+    return iIndex < 0 || iIndex >= size() ? empty : m_texts[static_cast<std::size_t>(iIndex)];
 }

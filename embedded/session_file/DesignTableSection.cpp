@@ -144,7 +144,7 @@ Json writeTable(const DesignTableObject& table) {
     return json;
 }
 
-Json write(Session& session) {
+Json writeDesignTables(Session& session) {
     Json json;
     for (const auto& table : session.data().part<DesignTablesData>().tables) json.push_back(writeTable(*table));
     return json;
@@ -199,11 +199,11 @@ void readTable(const JsonField& field, const SectionReader& reader) {
     }
 }
 
-void read(const JsonField& field, const SectionReader& reader) {
+void readDesignTables(const JsonField& field, const SectionReader& reader) {
     for (const JsonField& table : field.elements()) readTable(table, reader);
 }
 
-const SessionSection section("design_tables", read, write, kRankBehindParameters);
+const SessionSection designTablesSection("design_tables", readDesignTables, writeDesignTables, kRankBehindParameters);
 
 } // namespace
 

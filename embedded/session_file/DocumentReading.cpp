@@ -10,9 +10,9 @@ namespace embedded {
 
 namespace {
 
-class Reader {
+class DocumentReader {
 public:
-    explicit Reader(const SectionReader& reader) : m_session(reader.session()), m_reader(reader) {}
+    explicit DocumentReader(const SectionReader& reader) : m_session(reader.session()), m_reader(reader) {}
 
     void read(const JsonField& list) {
         const std::vector<JsonField> documents = list.elements();
@@ -194,12 +194,12 @@ private:
     int m_depth = 0;                             ///< components around the one being read
 };
 
-constexpr int kRank = -1;
+constexpr int kDocumentsRank = -1;
 
-const SessionSection section("documents", readDocuments, writeDocuments, kRank);
+const SessionSection documentsSection("documents", readDocuments, writeDocuments, kDocumentsRank);
 
 } // namespace
 
-void readDocuments(const JsonField& field, const SectionReader& reader) { Reader(reader).read(field); }
+void readDocuments(const JsonField& field, const SectionReader& reader) { DocumentReader(reader).read(field); }
 
 } // namespace embedded

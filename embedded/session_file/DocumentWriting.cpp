@@ -15,9 +15,9 @@ namespace embedded {
 
 namespace {
 
-class Writer {
+class DocumentWriter {
 public:
-    explicit Writer(const SessionData& session) : m_session(session), m_own(ownOccurrences(session)) {}
+    explicit DocumentWriter(const SessionData& session) : m_session(session), m_own(ownOccurrences(session)) {}
 
     Json write() {
         Json documents = Json::array();
@@ -121,6 +121,6 @@ private:
 
 } // namespace
 
-Json writeDocuments(Session& session) { return Writer(session.data()).write(); }
+Json writeDocuments(Session& session) { return DocumentWriter(session.data()).write(); }
 
 } // namespace embedded

@@ -108,7 +108,7 @@ void readField(const JsonField& member, const SectionReader& reader, Environment
         environment.releaseCacheDirectories.push_back(reader.path(directory));
 }
 
-void read(const JsonField& field, const SectionReader& reader) {
+void readEnvironment(const JsonField& field, const SectionReader& reader) {
     std::set<std::string> seen;
     for (const JsonField& member : field.members()) {
         if (!seen.insert(member.key()).second) member.fail("given twice");
@@ -126,7 +126,7 @@ void writeList(Json& object, const char* key, const std::vector<std::string>& te
     for (const std::string& text : texts) object[key].push_back(checkedText(text));
 }
 
-Json write(Session& session) {
+Json writeEnvironment(Session& session) {
     const Environment& environment = session.environment();
     const Environment usual;
     Json object;
@@ -146,9 +146,9 @@ Json write(Session& session) {
     return object;
 }
 
-constexpr int kRank = -2;
+constexpr int kEnvironmentRank = -2;
 
-const SessionSection section("environment", read, write, kRank);
+const SessionSection environmentSection("environment", readEnvironment, writeEnvironment, kEnvironmentRank);
 
 } // namespace
 

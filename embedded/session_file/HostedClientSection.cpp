@@ -19,7 +19,7 @@ Json writeHostedClient(Session& session) {
     return json;
 }
 
-const SessionSection section("hosted_client", readHostedClient, writeHostedClient);
+const SessionSection hostedClientSection("hosted_client", readHostedClient, writeHostedClient);
 
 } // namespace
 

@@ -36,7 +36,7 @@ Json writeMasks(Session& session) {
     return json;
 }
 
-const SessionSection section("masks", readMasks, writeMasks);
+const SessionSection masksSection("masks", readMasks, writeMasks);
 
 } // namespace
 

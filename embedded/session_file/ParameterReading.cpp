@@ -154,7 +154,7 @@ void readUnits(const JsonField& field) {
     }
 }
 
-const SessionSection section("parameters", readParameters, writeParameters);
+const SessionSection parametersSection("parameters", readParameters, writeParameters);
 
 } // namespace
 

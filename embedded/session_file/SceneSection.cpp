@@ -103,7 +103,7 @@ Json writeScenes(Session& session) {
     return json;
 }
 
-const SessionSection section("scenes", readScenes, writeScenes);
+const SessionSection scenesSection("scenes", readScenes, writeScenes);
 
 } // namespace
 

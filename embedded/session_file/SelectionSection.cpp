@@ -71,7 +71,7 @@ Json writeSelection(Session& session) {
     return list.empty() ? Json() : list;
 }
 
-const SessionSection section("selection", readSelection, writeSelection, kRankBehindDesignTables);
+const SessionSection selectionSection("selection", readSelection, writeSelection, kRankBehindDesignTables);
 
 } // namespace
 

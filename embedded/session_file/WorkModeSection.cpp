@@ -46,7 +46,7 @@ Json writeWorkModes(Session& session) {
     return json;
 }
 
-const SessionSection section("work_modes", readWorkModes, writeWorkModes);
+const SessionSection workModesSection("work_modes", readWorkModes, writeWorkModes);
 
 } // namespace
 
