@@ -135,6 +135,23 @@ void BM_WriteAttributes(benchmark::State& state) {
     report(state);
 }
 
+/** Each new parameter is looked for where it was put. */
+void BM_CreateAttributes(benchmark::State& state) {
+    const Entries entries(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        const embedded::Document document = analysisWith(0);
+        embedded::Session::current().environment().createsProperties = true;
+        embedded::Journal::get().clear();
+        state.ResumeTiming();
+        if (FAILED(VornToolsCADDOCProperties::setAnalysisParameters(document.get(), entries.names, entries.values,
+                                                                    entries.types)))
+            return state.SkipWithError("an attribute was not made");
+    }
+    embedded::Journal::get().clear();
+    report(state);
+}
+
 void BM_ReadUserProperties(benchmark::State& state) {
     const embedded::Product product = productWith(state.range(0));
     for (auto _ : state) {
@@ -166,6 +183,7 @@ void BM_ReadSet(benchmark::State& state) {
 BENCHMARK(BM_JournalLines)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_UpdateUserProperties)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CreateUserProperties)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CreateAttributes)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadUserProperties)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadSet)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadAttributes)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
