@@ -1,0 +1,29 @@
+#ifndef TESTS_SUPPORT_ALLOCATIONS_H
+#define TESTS_SUPPORT_ALLOCATIONS_H
+
+#include <cstddef>
+
+/**
+ * What operator new hands out: a program that is linked with this has one that counts and may refuse. The libraries
+ * use it as well where the system has one for the whole process, which Windows has not.
+ */
+namespace allocations {
+
+/** Pieces handed out and not given back. */
+std::size_t live();
+
+struct Counts {
+    std::size_t peak;    ///< most bytes live at a time beyond those at the beginning, as much as was set aside
+    std::size_t made;    ///< pieces handed out
+    std::size_t written; ///< bytes handed out altogether
+};
+/** Counts since the last call. */
+Counts take();
+
+/** Refuses the n-th piece of at least so many bytes, from 1, with std::bad_alloc; 0 refuses none any more. @return
+ * whether the one before was refused */
+bool refuse(std::size_t nth, std::size_t smallest);
+
+} // namespace allocations
+
+#endif
