@@ -18,8 +18,9 @@ class VornToolsFolderMemory;
  * missing stream leaves its group empty. Positions are byte positions in the image, from 0; -1 means "not there" and
  * is a valid input. A null image is bad input: reported, with an empty answer; a null file name counts as an empty one.
  * Vectors and lists are cleared first. File names are in the platform's 8-bit encoding. The same document named by two
- * records is named twice. Nothing is remembered from one call to the next: where an operation takes a
- * VornToolsFolderMemory, that object keeps the folders that were read.
+ * records is named twice. Work and memory are bounded by the size of the image; where memory gives out, an operation
+ * answers as for a document that cannot be read. Nothing is remembered from one call to the next: where an operation
+ * takes a VornToolsFolderMemory, that object keeps the folders that were read.
  */
 class ExportedByVornTools VornToolsLinks {
 public:
@@ -142,6 +143,17 @@ public:
      * The older form names them by the tag alone. @return 0 */
     static int getMmlPublication(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
                                  VornToolsVector<VornToolsString>& publications);
+    /**
+     * The documents of getMmlPublication, by index, an empty name where none is known; then the documents that are
+     * linked to without a publication. As the names of updateMMLLink they make the links of getLinks.
+     * @param fileName, directory as in getLinks. @return 0
+     */
+    static int getMmlDocuments(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                               VornToolsString* fileName, CATUnicodeString directory,
+                               VornToolsVector<VornToolsString>& documents);
+    static int getMmlDocuments(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                               VornToolsString* fileName, CATUnicodeString directory,
+                               VornToolsVector<VornToolsString>& documents, VornToolsFolderMemory& folders);
     /**
      * Makes the "MML" links.
      * @param names of the document of each publication, by index; an empty one makes no link. Names behind the last

@@ -31,7 +31,9 @@ struct LinkedDocument {
     std::int32_t symbol = 0;
 
     /** The identity's own eight bytes: when, where and as which number the container was made. */
-    std::string reference() const { return identity.size() == identityBytes ? identity.substr(8) : std::string(); }
+    std::string_view reference() const {
+        return identity.size() == identityBytes ? std::string_view(identity).substr(8) : std::string_view();
+    }
 };
 
 /**

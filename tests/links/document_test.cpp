@@ -2,7 +2,7 @@
 
 #include "CATDocument.h"
 #include "UTILDLName.h"
-#include "tests/support/Allocations.h"
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"

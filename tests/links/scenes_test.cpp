@@ -4,7 +4,7 @@
 #include "CATMathTransformation.h"
 #include "IEnumVARIANT.h"
 #include "embedded/Scenes.h"
-#include "tests/support/Allocations.h"
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"

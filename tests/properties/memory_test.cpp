@@ -16,7 +16,7 @@
 #include "VornToolsInstanceProperty.h"
 #include "VornToolsSpreadsheet.h"
 #include "embedded/Parameters.h"
-#include "tests/support/Allocations.h"
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/Fixture.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-#include "tests/support/Allocations.h"
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 

@@ -1,68 +1,86 @@
 #include "tests/support/Allocations.h"
 
-#include "embedded/Accounting.h"
-#include "embedded/Records.h"
-
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <cstdlib>
+#include <malloc.h>
 #include <new>
-
-#ifdef _WIN32
-
-void sweepAllocations(const std::string&, const std::function<SweepOutcome()>&) {}
-
-#else
 
 namespace {
 
-constexpr int kMostAllocations = 1000;
+std::size_t livePieces = 0;
+std::size_t liveBytes = 0;
+std::size_t liveAtBeginning = 0;
+allocations::Counts total{};
 
-int s_allocations_to_failure = 0; ///< 0: none fails
-bool s_failed = false;
+std::size_t refusedSize = 0;
+std::size_t untilRefusal = 0; ///< 0: none is refused
+bool (*countsNow)() = nullptr;
+bool wasRefused = false;
 
-bool failsNow(std::size_t size) {
-    if (s_allocations_to_failure == 0 || size < kLargeAllocation || embedded::Journal::get().open() == 0) return false;
-    if (--s_allocations_to_failure > 0) return false;
-    s_failed = true;
+std::size_t sizeOf(void* piece) {
+#if defined(_WIN32)
+    return piece ? _msize(piece) : 0;
+#else
+    return malloc_usable_size(piece);
+#endif
+}
+
+bool isRefused(std::size_t size) {
+    if (untilRefusal == 0 || size < refusedSize || (countsNow && !countsNow()) || --untilRefusal > 0) return false;
+    wasRefused = true;
     return true;
+}
+
+void* allocate(std::size_t size) noexcept {
+    void* const piece = isRefused(size) ? nullptr : std::malloc(std::max<std::size_t>(size, 1));
+    if (!piece) return nullptr;
+    const std::size_t taken = sizeOf(piece);
+    ++livePieces;
+    liveBytes += taken;
+    ++total.made;
+    total.written += taken;
+    if (liveBytes > liveAtBeginning) total.peak = std::max(total.peak, liveBytes - liveAtBeginning);
+    return piece;
+}
+
+void release(void* piece) noexcept {
+    if (piece) --livePieces;
+    liveBytes -= sizeOf(piece);
+    std::free(piece);
 }
 
 } // namespace
 
+namespace allocations {
+
+std::size_t live() { return livePieces; }
+
+Counts take() {
+    const Counts taken = total;
+    total = Counts();
+    liveAtBeginning = liveBytes;
+    return taken;
+}
+
+bool refuse(std::size_t nth, std::size_t smallest, bool (*counts)()) {
+    const bool refused = wasRefused;
+    wasRefused = false;
+    untilRefusal = nth;
+    refusedSize = smallest;
+    countsNow = counts;
+    return refused;
+}
+
+} // namespace allocations
+
 void* operator new(std::size_t size) {
-    if (!failsNow(size))
-        if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    if (void* const piece = allocate(size)) return piece;
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-
-void sweepAllocations(const std::string& name, const std::function<SweepOutcome()>& operation) {
-    const SweepOutcome undisturbed = operation(); // makes what is made on first use, and room in the journal
-    int failed = 0;
-    for (int nth = 1; nth <= kMostAllocations; ++nth) {
-        SCOPED_TRACE(name + ", large allocation " + std::to_string(nth));
-        embedded::Journal::get().clear();
-        embedded::ErrorReports::get().take();
-        const embedded::LiveCounts before = embedded::Accounting::get().live();
-        SweepOutcome outcome;
-        s_failed = false;
-        s_allocations_to_failure = nth;
-        EXPECT_NO_THROW(outcome = operation());
-        s_allocations_to_failure = 0;
-        EXPECT_TRUE(before == embedded::Accounting::get().live()) << "references, lists, texts or files left alive";
-        EXPECT_EQ(embedded::Journal::get().open(), 0) << "journal frames left open";
-        if (!s_failed) break;
-        if (FAILED(outcome.code)) {
-            ++failed;
-            EXPECT_TRUE(outcome.outputsEmpty) << "a failing call left something in its outputs";
-        } else {
-            EXPECT_EQ(outcome.answer, undisturbed.answer) << "success with another answer";
-        }
-    }
-    EXPECT_GT(failed, 0) << name << " met no failing allocation";
-    embedded::ErrorReports::get().take();
-}
-
-#endif
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void operator delete(void* piece) noexcept { release(piece); }
+void operator delete[](void* piece) noexcept { release(piece); }
+void operator delete(void* piece, std::size_t) noexcept { release(piece); }
+void operator delete[](void* piece, std::size_t) noexcept { release(piece); }

@@ -1,21 +1,29 @@
 #ifndef TESTS_SUPPORT_ALLOCATIONS_H
 #define TESTS_SUPPORT_ALLOCATIONS_H
 
-#include "tests/support/Sweep.h"
-
-#include <functional>
-#include <string>
-
-/** Size from which an allocation counts as large. */
-constexpr int kLargeAllocation = 1 << 16;
+#include <cstddef>
 
 /**
- * Runs an operation with the n-th large allocation of an exported method failing (std::bad_alloc), n = 1, 2, ... until
- * it comes through; what the operation itself needs, outside of every journal frame, never fails. Each time nothing may
- * be thrown, references and lists are as before, journal frames closed; the outputs are empty when the code is negative
- * and the answer is as ever when it is not. At least one run must have failed. Where programs and libraries allocate by
- * themselves (Windows) nothing is run.
+ * What operator new hands out: a program that is linked with this has one that counts and may refuse. The libraries
+ * use it as well where the system has one for the whole process, which Windows has not.
  */
-void sweepAllocations(const std::string& name, const std::function<SweepOutcome()>& operation);
+namespace allocations {
+
+/** Pieces handed out and not given back. */
+std::size_t live();
+
+struct Counts {
+    std::size_t peak;    ///< most bytes live at a time beyond those at the beginning, as much as was set aside
+    std::size_t made;    ///< pieces handed out
+    std::size_t written; ///< bytes handed out altogether
+};
+/** Counts since the last call. */
+Counts take();
+
+/** Refuses the n-th piece of at least so many bytes, from 1, with std::bad_alloc; 0 refuses none any more.
+ * @param counts whether a piece counts now; null: always. @return whether the one before was refused */
+bool refuse(std::size_t nth, std::size_t smallest, bool (*counts)() = nullptr);
+
+} // namespace allocations
 
 #endif
