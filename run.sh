@@ -16,7 +16,7 @@ show_progress() {
         if [ -t 2 ]; then
             printf '\rBuilding: %s of %s ' "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}" >&2
             shown=1
-        elif ((BASH_REMATCH[1] % 10 == 0)); then
+        elif ((BASH_REMATCH[1] % 10 == 0 && BASH_REMATCH[1] > 0)); then
             echo "Building: ${BASH_REMATCH[1]} of ${BASH_REMATCH[2]}" >&2
         fi
     done
@@ -26,7 +26,7 @@ show_progress() {
 build() {
     mkdir -p "$root/build"
     local log=$root/build/run.log
-    [ -x "$program" ] || echo "Building; the first time takes some minutes of the processor." >&2
+    [ -x "$program" ] || echo "Building; the first time takes a few minutes." >&2
     if ! (cd "$root" && cmake --preset release &&
         NINJA_STATUS='[%f/%t] ' cmake --build --preset release --target vorntools_program) 2>&1 | show_progress >"$log"; then
         tail -n 40 "$log" >&2

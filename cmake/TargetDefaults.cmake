@@ -2,9 +2,13 @@
 
 find_program(VORNTOOLS_CCACHE ccache)
 if(PROJECT_IS_TOP_LEVEL AND VORNTOOLS_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Build folders of one checkout share their entries: only the recorded compilation folder would differ.
+    # Build folders of one checkout share their entries: only the recorded folders would differ.
     if(CMAKE_HOST_UNIX)
-        set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_NOHASHDIR=1 ${VORNTOOLS_CCACHE})
+        set(base_dir ${PROJECT_SOURCE_DIR})
+        if(DEFINED ENV{CCACHE_BASEDIR})
+            set(base_dir $ENV{CCACHE_BASEDIR})
+        endif()
+        set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=${base_dir} ${VORNTOOLS_CCACHE})
     else()
         set(CMAKE_CXX_COMPILER_LAUNCHER ${VORNTOOLS_CCACHE})
     endif()
