@@ -29,7 +29,7 @@ void useTheServices() {
 /** A host may keep what it likes to the end of the process: a test in a process of its own, since others have used the
  * platform before. */
 TEST(LifetimeDeathTest, ThePlatformsServicesOutliveObjectsOfStaticStorage) {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
             std::atexit(useTheServices);
