@@ -8,7 +8,6 @@
 namespace embedded {
 
 Session& Session::current() {
-    // Whatever the process still holds of the session at its very end stays valid.
     static Session& session = *new Session;
     return session;
 }

@@ -26,7 +26,7 @@ struct OpenFolder {
 /** The entry that was read last when it is a file. A search through folders tries to open each entry, and the folder
  * has told already that this one is none. */
 std::string& lastFileRead() {
-    static std::string path;
+    static std::string& path = *new std::string;
     return path;
 }
 
@@ -113,7 +113,7 @@ CATLibStatus CATCloseDirectory(CATDirectory* iDir) {
 }
 
 const char* CATFindPath(const char* iFilename, const char* iPaths) {
-    static std::string found;
+    static std::string& found = *new std::string;
     if (fails("CATFindPath") || !isText(iFilename) || !isText(iPaths)) return nullptr;
     const std::string path = joinedName(iPaths, iFilename);
     FileFacts facts;

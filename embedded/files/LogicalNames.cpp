@@ -23,7 +23,7 @@ const std::string* directoryOf(const std::string& logicalName) {
 
 /** Ends a call that hands out a new text. What a failing call leaves in the output belongs to nobody. */
 HRESULT newTextAnswer(FaultFlavour flavour, const std::string& value, CATUnicodeString*& output) {
-    static CATUnicodeString stale("stale");
+    static CATUnicodeString& stale = *new CATUnicodeString("stale");
     if (flavour != FaultFlavour::none) return failedAnswer<CATUnicodeString*>(flavour, output, nullptr, &stale);
     output = new CATUnicodeString(value.data(), value.size());
     return S_OK;

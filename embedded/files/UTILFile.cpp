@@ -22,6 +22,10 @@ std::string_view bytesOf(const CATUnicodeString& text) {
     return {text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte())};
 }
 
+unsigned char isType(const CATUnicodeString& extension, const char* type) {
+    return extension.Compare(type) != 0 ? 1 : 0;
+}
+
 CATUnicodeString textOf(std::string_view bytes) { return CATUnicodeString(bytes.data(), bytes.size()); }
 
 } // namespace
@@ -188,30 +192,15 @@ CATUnicodeString UTILFile::getExtension(const CATUnicodeString& iFileName) {
     return toText(suffixOf(bytesOf(iFileName)));
 }
 
-unsigned char UTILFile::isACATProduct(const CATUnicodeString& iExtension) {
-    static const CATUnicodeString product("CATProduct");
-    return iExtension.Compare(product) != 0 ? 1 : 0;
-}
+unsigned char UTILFile::isACATProduct(const CATUnicodeString& iExtension) { return isType(iExtension, "CATProduct"); }
 
-unsigned char UTILFile::isACATPart(const CATUnicodeString& iExtension) {
-    static const CATUnicodeString part("CATPart");
-    return iExtension.Compare(part) != 0 ? 1 : 0;
-}
+unsigned char UTILFile::isACATPart(const CATUnicodeString& iExtension) { return isType(iExtension, "CATPart"); }
 
-unsigned char UTILFile::isACATDrawing(const CATUnicodeString& iExtension) {
-    static const CATUnicodeString drawing("CATDrawing");
-    return iExtension.Compare(drawing) != 0 ? 1 : 0;
-}
+unsigned char UTILFile::isACATDrawing(const CATUnicodeString& iExtension) { return isType(iExtension, "CATDrawing"); }
 
-unsigned char UTILFile::isACATProcess(const CATUnicodeString& iExtension) {
-    static const CATUnicodeString process("CATProcess");
-    return iExtension.Compare(process) != 0 ? 1 : 0;
-}
+unsigned char UTILFile::isACATProcess(const CATUnicodeString& iExtension) { return isType(iExtension, "CATProcess"); }
 
-unsigned char UTILFile::isACATAnalysis(const CATUnicodeString& iExtension) {
-    static const CATUnicodeString analysis("CATAnalysis");
-    return iExtension.Compare(analysis) != 0 ? 1 : 0;
-}
+unsigned char UTILFile::isACATAnalysis(const CATUnicodeString& iExtension) { return isType(iExtension, "CATAnalysis"); }
 
 HRESULT UTILFile::getFileSize(const CATUnicodeString& iFileName, long long& oSize) {
     constexpr long long staleSize = 4711;

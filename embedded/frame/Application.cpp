@@ -24,7 +24,8 @@ HRESULT __stdcall ApplicationFrameObject::StartCommand(const CATBSTR& iCommandId
 }
 
 const CatalogueTexts& usualMessages() {
-    static const CatalogueTexts usual{{{"CATFrmCmdHeader", "CATFrmCmdHeader.ReframeOnHSO.Title"}, "Reframe On"}};
+    static const CatalogueTexts& usual =
+        *new CatalogueTexts{{{"CATFrmCmdHeader", "CATFrmCmdHeader.ReframeOnHSO.Title"}, "Reframe On"}};
     return usual;
 }
 

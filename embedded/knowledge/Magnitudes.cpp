@@ -92,7 +92,7 @@ std::vector<std::unique_ptr<TypeObject>> makeTypes() {
         bool current;
     };
     constexpr double kDegrees = 57.295779513082320877;
-    static const std::pair<const char*, std::vector<Unit>> table[] = {
+    const std::pair<const char*, std::vector<Unit>> table[] = {
         {"String", {}},
         {"Integer", {}},
         {"Boolean", {}},

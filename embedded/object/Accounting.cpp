@@ -7,7 +7,6 @@
 namespace embedded {
 
 Accounting& Accounting::get() {
-    // Objects of static storage are still counted while the process ends: the books outlive them all.
     static Accounting& books = *new Accounting;
     return books;
 }

@@ -49,7 +49,15 @@ const char* __stdcall CATBaseUnknown::ClassName() { return "CATBaseUnknown"; }
 
 CATClassId CATBaseUnknown::ClassId() { return ClassName(); }
 
+#if defined(__clang__)
+// A null handle has nothing to give back.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wexit-time-destructors"
+#endif
 const CATBaseUnknown_var NULL_var;
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif
 
 void CATBaseUnknown_var::ThrowErrorNullVar() const {
     Accounting::get().breach("use of a null handle");

@@ -18,7 +18,7 @@ struct ExtensionMaker {
     const std::type_info* type;
 
     static std::vector<ExtensionMaker>& all() {
-        static std::vector<ExtensionMaker> makers;
+        static std::vector<ExtensionMaker>& makers = *new std::vector<ExtensionMaker>;
         return makers;
     }
 };

@@ -3,7 +3,7 @@
 namespace embedded {
 
 Failures& Failures::get() {
-    static Failures failures;
+    static Failures& failures = *new Failures;
     return failures;
 }
 

@@ -23,7 +23,7 @@ CATMetaClass* metaClass(const std::string& name, const std::string& base) {
             return &root;
         }
     };
-    static std::map<std::pair<std::string, std::string>, Class> classes;
+    static auto& classes = *new std::map<std::pair<std::string, std::string>, Class>;
     return &classes.try_emplace({name, base}, name, base).first->second.meta;
 }
 

@@ -9,7 +9,7 @@
 namespace embedded {
 
 const char* internedClassName(const char* name) {
-    static std::vector<std::unique_ptr<const std::string>> names;
+    static auto& names = *new std::vector<std::unique_ptr<const std::string>>;
     const std::string_view wanted = name ? name : "";
     for (const auto& known : names)
         if (*known == wanted) return known->c_str();

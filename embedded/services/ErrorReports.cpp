@@ -9,7 +9,7 @@
 namespace embedded {
 
 ErrorReports& ErrorReports::get() {
-    static ErrorReports reports;
+    static ErrorReports& reports = *new ErrorReports;
     return reports;
 }
 
@@ -26,7 +26,7 @@ namespace {
 
 /** The last report of each number: what the error list's pointers lead to. */
 std::map<int, embedded::ErrorReport>& lastReports() {
-    static std::map<int, embedded::ErrorReport> reports;
+    static auto& reports = *new std::map<int, embedded::ErrorReport>;
     return reports;
 }
 
@@ -37,7 +37,7 @@ EMHManager::EMHManager() : _error_list(new TYPMapIntPVoid) {}
 EMHManager::~EMHManager() { delete _error_list; }
 
 EMHManager* EMHManager::getInstance() {
-    static EMHManager manager;
+    static EMHManager& manager = *new EMHManager;
     return &manager;
 }
 

@@ -31,7 +31,7 @@ bool isClosing(std::string_view line, std::string_view name) {
 } // namespace
 
 Journal& Journal::get() {
-    static Journal journal;
+    static Journal& journal = *new Journal;
     return journal;
 }
 

@@ -8,7 +8,7 @@
 namespace embedded {
 
 Messages& Messages::get() {
-    static Messages messages;
+    static Messages& messages = *new Messages;
     return messages;
 }
 

@@ -13,7 +13,7 @@ using embedded::internedClassName;
 namespace {
 
 const CATUnicodeString& emptyText() {
-    static const CATUnicodeString empty;
+    static const CATUnicodeString& empty = *new CATUnicodeString;
     return empty;
 }
 

@@ -14,7 +14,7 @@ namespace embedded {
 namespace {
 
 std::vector<const SessionSection*>& sections() {
-    static std::vector<const SessionSection*> list;
+    static auto& list = *new std::vector<const SessionSection*>;
     return list;
 }
 

@@ -60,7 +60,7 @@ public:
     std::string objectName() const override { return "sheet of " + m_state.file; }
 
     const CATUnicodeString& Cell(const int iRow, const int iColumn) const override {
-        static const CATUnicodeString none;
+        static const CATUnicodeString& none = *new CATUnicodeString;
         if (this->failing("CATICkeSheet::Cell")) return none;
         m_cell = toText(m_state.cell(iRow, iColumn));
         return m_cell;

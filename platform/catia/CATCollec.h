@@ -80,7 +80,7 @@ private:
     }
     /** A fresh element stands for every position outside, so that a wrong index is reported and not a crash. */
     static T& Outside() {
-        static T outside;
+        static T& outside = *new T();
         return outside = T();
     }
 
