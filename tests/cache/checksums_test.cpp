@@ -4,6 +4,7 @@
 #include "cache/FileBackup.h"
 #include "embedded/DesignTables.h"
 #include "embedded/WorkModes.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 #include "tests/support/Workbook.h"
@@ -208,6 +209,43 @@ TEST_F(CheckSumsTest, OneSheetOfTenThousandIsFound) {
     Lists lists({"10000", "10001", "1"}, {"1", "1", "1"});
     EXPECT_EQ(lists.calculate(document(), path("many.xlsx")), S_OK);
     EXPECT_EQ(textsOf(lists.checksums), Texts({kM8, "", kM8}));
+}
+
+TEST_F(CheckSumsTest, WithoutItsParametersAConfigurationHasNoChecksum) {
+    textTable();
+    for (const char* const call : {"CATICkeRelation::OutParameters", "QueryInterface(CATICkeParm)"}) {
+        Texts created, updated;
+        EXPECT_TRUE(failAt(call, 1, [&] {
+            Lists lists({"1"}, {"1"});
+            lists.calculate(document(), file());
+            created = textsOf(lists.checksums);
+        }));
+        EXPECT_EQ(created, Texts({""})) << call;
+        EXPECT_TRUE(failAt(call, 1, [&] {
+            Lists lists({"1", "1"}, {"1", "2"}, {"ERROR", "kept"});
+            lists.calculate(document(), file());
+            updated = textsOf(lists.checksums);
+        }));
+        EXPECT_EQ(updated, Texts({"kept"})) << call;
+    }
+    EXPECT_EQ(reports(), Texts({std::string(kName) + " 9002 pi_parameter"}));
+}
+
+TEST_F(CheckSumsTest, AFileOfALogicalNameIsProtectedByItsPathOnDisk) {
+    const std::string physical = write("bolts.txt", "Size\tLength\nM8\tx20\n");
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    const auto logicalIn = [](const std::string& directory) {
+        return "\x01\x02\\" + directory + UTILFile::getPathSeparator().ConvertToChar() + "bolts.txt";
+    };
+    write("bolts_tmp.txt", "another file");
+    table(logicalIn("LIB"));
+    Lists lists({"1"}, {"9"});
+    EXPECT_EQ(lists.calculate(document(), logicalIn("LIB")), S_OK);
+    EXPECT_EQ(lines()[0], " : " + path("bolts_tmp.txt") + " is not replaced, it may be the only copy of " + physical);
+    table(logicalIn("UNKNOWN"));
+    EXPECT_EQ(lists.calculate(document(), logicalIn("UNKNOWN")), S_OK);
+    EXPECT_EQ(reports(), Texts({std::string(kName) + " 9003 UTILDLName::getPhysicalPathFromDLName"}));
 }
 
 TEST_F(CheckSumsTest, APartStaysInDesignModeUntilAllIsRead) {
@@ -478,6 +516,7 @@ TEST_F(FileBackupTest, WithoutACopyAChangeIsNoticed) {
         std::string bytes;
         bool isChanged;
     } cases[] = {{"the same", large, false},
+                 {"another beginning", "y" + large.substr(1), true},
                  {"another end", large.substr(1) + "y", true},
                  {"longer", large + "x", true},
                  {"empty", "", true}};
@@ -511,6 +550,7 @@ TEST_F(FileBackupTest, AFileThatIsNotThereNeedsNone) {
     write("missing.xls", "made by others");
     EXPECT_TRUE(backup.restore());
     EXPECT_EQ(bytesOf(path("missing.xls")), "made by others");
+    EXPECT_EQ(messages(), Texts());
 }
 
 TEST_F(FileBackupTest, WhicheverStepFailsOneCompleteFileIsLeftAndTold) {
@@ -532,6 +572,7 @@ TEST_F(FileBackupTest, WhicheverStepFailsOneCompleteFileIsLeftAndTold) {
                 Failures::get().disarm();
                 SCOPED_TRACE(std::to_string(nth) + (persistent ? " and on, " : ", ") + Failures::get().firedAt());
                 const std::string test = "VornToolsCommon::test : ";
+                EXPECT_TRUE(persistent || !isMade || isRestored) << "there is more than one way back";
                 if (isRestored) {
                     EXPECT_TRUE(isMade);
                     EXPECT_EQ(bytesOf(file), content);
@@ -541,6 +582,7 @@ TEST_F(FileBackupTest, WhicheverStepFailsOneCompleteFileIsLeftAndTold) {
                     EXPECT_EQ(bytesOf(copy), content);
                     EXPECT_EQ(messages(), Texts({test + file + " cannot be restored, its content is in " + copy}));
                 } else {
+                    EXPECT_TRUE(persistent || bytesOf(copy) == "(none)") << "a half copy";
                     EXPECT_EQ(messages(), Texts({test + file + " cannot be copied to " + copy,
                                                  test + file + " was changed and cannot be restored"}));
                 }

@@ -1,3 +1,4 @@
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 #include "tests/support/Workbook.h"
@@ -13,13 +14,13 @@
 #include "CATListOfCATBaseUnknown.h"
 #include "CATListOfInt.h"
 #include "CATListPtrCATIProduct.h"
+#include "UTILFile.h"
 #include "embedded/DesignTables.h"
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 #include "foundation/DesignMode.h"
 
 #include <algorithm>
-#include <functional>
 
 struct VornToolsCommonTestAccess {
     static unsigned char find(CATDocument* document, const std::string& file, CATIDesignTable*& table) {
@@ -33,7 +34,6 @@ struct VornToolsCommonTestAccess {
 namespace {
 
 using Access = VornToolsCommonTestAccess;
-using embedded::Failures;
 using embedded::FaultFlavour;
 using embedded::WorkMode;
 using vorntools::DesignMode;
@@ -47,11 +47,11 @@ struct Sheets {
     CATListValCATUnicodeString paths, files, texts, associated, names;
     CATRawCollint sheets, configurations;
 
-    HRESULT read(const embedded::Document& document, VornToolsSwitchMgt* switcher = nullptr) {
+    HRESULT read(const embedded::Document& document, VornToolsSwitchMgt* switcher = nullptr, unsigned char flag = 0) {
         paths.Append("stale");
         sheets.Append(4711);
-        return VornToolsCommon::getDesignTableSheet(document.get(), switcher, 0, paths, files, sheets, configurations,
-                                                    texts, associated, names);
+        return VornToolsCommon::getDesignTableSheet(document.get(), switcher, flag, paths, files, sheets,
+                                                    configurations, texts, associated, names);
     }
     Texts rows() const {
         Texts result;
@@ -92,19 +92,6 @@ protected:
         CATListValCATISpecObject_var tables;
         EXPECT_EQ(VornToolsCommon::getDesignTableList(document.get(), nullptr, 0, &tables), expected);
         return tables.Size();
-    }
-    /** Runs an operation with a platform call failing: the first one of that name, and no other. */
-    void withFailing(const std::string& call, FaultFlavour flavour, const std::function<void()>& operation) {
-        auto& failures = Failures::get();
-        for (int nth = 1;; ++nth) {
-            reports();
-            clearJournal();
-            failures.arm(nth, false, flavour);
-            operation();
-            failures.disarm();
-            ASSERT_TRUE(failures.fired()) << call << " is not called";
-            if (failures.firedAt() == call) return;
-        }
     }
     bool hasMessage(const std::string& text) {
         const Texts lines = messages();
@@ -148,6 +135,12 @@ TEST_F(DesignTablesTest, ThePlaceOfTheTablesDependsOnTheKindOfDocument) {
     clearJournal();
     EXPECT_EQ(count(bolt), 1);
     EXPECT_TRUE(hasMessage(" Nb DesignTable in CATIA structure = 1"));
+    const auto list = [&] {
+        CATListValCATISpecObject_var tables;
+        VornToolsCommon::getDesignTableList(bolt.get(), nullptr, 0, &tables);
+    };
+    EXPECT_TRUE(failAt("CATISpecObject::GetType", 1, list));
+    EXPECT_TRUE(hasMessage(" Nb DesignTable in CATIA structure = 0")) << "a relation of no known kind";
     EXPECT_EQ(count(session().document(path("C.catalog"))), 0);
     EXPECT_EQ(count(session().document(path("Empty.CATProcess")), E_FAIL), 0);
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableInProcessDocument 9002 p_process_list"}));
@@ -200,11 +193,13 @@ TEST_F(DesignTablesTest, ASpreadsheetIsNoTextFileBecauseAQueryFailed) {
     EXPECT_EQ(read.read(bolt), S_OK);
     EXPECT_EQ(read.rows(), Texts({std::string("bolts 3 1 ") + kChecksum12x + "  DT.1"}));
     for (const FaultFlavour flavour : {FaultFlavour::code, FaultFlavour::codeWithOutput, FaultFlavour::nullOutput}) {
-        withFailing("QueryInterface(CATICkeOleSheet)", flavour, [&] { read.read(bolt); });
+        EXPECT_TRUE(failAt(
+            "QueryInterface(CATICkeOleSheet)", 1, [&] { read.read(bolt); }, flavour));
         EXPECT_EQ(read.rows(), Texts());
         EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9002 pi_ole_sheet"}));
     }
-    withFailing("CATICkeOleSheet::GetSheetIndex", FaultFlavour::code, [&] { read.read(bolt); });
+    EXPECT_TRUE(failAt(
+        "CATICkeOleSheet::GetSheetIndex", 1, [&] { read.read(bolt); }, FaultFlavour::code));
     EXPECT_EQ(read.rows(), Texts());
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9004 GetSheetIndex"}));
 }
@@ -214,7 +209,8 @@ TEST_F(DesignTablesTest, WhatIsNoTableIsReportedAndTheOthersAreRead) {
     addTable(feature, "DT.2");
     Sheets read;
     HRESULT code = E_FAIL;
-    withFailing("QueryInterface(CATIDesignTable)", FaultFlavour::code, [&] { code = read.read(bolt); });
+    EXPECT_TRUE(failAt(
+        "QueryInterface(CATIDesignTable)", 1, [&] { code = read.read(bolt); }, FaultFlavour::code));
     EXPECT_EQ(code, S_OK);
     EXPECT_EQ(textsOf(read.names), Texts({"DT.2"}));
     EXPECT_TRUE(hasMessage(" Nb design table found : 2"));
@@ -224,10 +220,11 @@ TEST_F(DesignTablesTest, WhatIsNoTableIsReportedAndTheOthersAreRead) {
     addTable(embedded::parametersOf(top.root()), "DT.3");
     addTable(embedded::parametersOf(top.root()), "DT.4");
     CATListValCATISpecObject_var tables;
-    withFailing("QueryInterface(CATISpecObject)", FaultFlavour::code, [&] {
+    const auto list = [&] {
         tables.RemoveAll();
         code = VornToolsCommon::getDesignTableList(top.get(), nullptr, 0, &tables);
-    });
+    };
+    EXPECT_TRUE(failAt("QueryInterface(CATISpecObject)", 1, list));
     EXPECT_EQ(code, S_OK);
     ASSERT_EQ(tables.Size(), 1);
     EXPECT_STREQ(tables[1]->GetDisplayName().ConvertToChar(), "DT.4");
@@ -239,7 +236,7 @@ TEST_F(DesignTablesTest, ValuesThatCannotBeReadAreNoEmptyValues) {
     addTable(feature);
     Sheets read;
     for (const char* const call : {"CATICkeRelation::OutParameters", "QueryInterface(CATICkeParm)"}) {
-        withFailing(call, FaultFlavour::code, [&] { read.read(bolt); });
+        EXPECT_TRUE(failAt(call, 1, [&] { read.read(bolt); }));
         EXPECT_EQ(read.paths.Size(), 0) << call;
     }
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::getConfigurationValues 9002 pi_parameter"}));
@@ -294,11 +291,57 @@ TEST_F(DesignTablesTest, WhatCannotBeReadIsLeftOut) {
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableFullFilename 9002 pi_automation_design_table",
                                 "VornToolsCommon::readDesignTableInformation 9002 sp_sheet",
                                 "VornToolsCommon::getDesignTableName 9004 GetAlias"}));
-    environment().debugMode = true;
+}
+
+TEST_F(DesignTablesTest, WhereNoTableIsOnlyTheDebugModeSaysSo) {
+    const auto analysis = session().document(path("A.CATAnalysis"));
+    const auto process = session().document(path("P.CATProcess"));
+    embedded::parametersOf(analysis, "AnalysisManager", "Analysis Manager");
+    embedded::parametersOf(process, "Process", "Process");
+    const struct {
+        embedded::Document document;
+        const char* line;
+        bool isAlwaysCounted;
+    } cases[] = {{analysis, "There is no DesignTables in Analysis Document", false},
+                 {process, "There is no DesignTables in Process Document", false},
+                 {bolt, "There is no DesignTables in Part Document", false},
+                 {session().product(path("R.CATProduct")), "", true}};
+    for (const bool debugMode : {false, true})
+        for (const auto& c : cases) {
+            environment().debugMode = debugMode;
+            clearJournal();
+            Sheets read;
+            EXPECT_EQ(read.read(c.document), S_OK);
+            EXPECT_EQ(read.paths.Size(), 0);
+            EXPECT_EQ(messages(), c.isAlwaysCounted ? Texts({" Nb design table found : 0"})
+                                  : debugMode       ? Texts({c.line})
+                                                    : Texts());
+        }
+    addTable(feature);
     clearJournal();
-    EXPECT_EQ(read.read(session().part(path("Plain.CATPart"))), S_OK);
-    EXPECT_EQ(read.paths.Size(), 0);
-    EXPECT_TRUE(hasMessage("There is no DesignTables in Part Document"));
+    Sheets read;
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_FALSE(hasMessage("There is no DesignTables in Part Document"));
+    EXPECT_TRUE(hasMessage("Design table of " + path("Bolt.CATPart")));
+}
+
+TEST_F(DesignTablesTest, LogicalNamesAreReadByTheirPathOnDisk) {
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    const auto physical = file;
+    for (const char* const directory : {"LIB", "UNKNOWN"}) {
+        file = std::string("\x01\x02\\") + directory + UTILFile::getPathSeparator().ConvertToChar() + "bolts.txt";
+        addTable(feature, directory);
+    }
+    Sheets read;
+    clearJournal();
+    EXPECT_EQ(read.read(bolt), S_OK);
+    EXPECT_EQ(textsOf(read.names), Texts({"LIB"}));
+    EXPECT_EQ(textsOf(read.paths), Texts({physical}));
+    EXPECT_EQ(textsOf(read.files), Texts({"bolts"}));
+    EXPECT_TRUE(hasMessage("DLName, new filepath = " + physical));
+    EXPECT_TRUE(hasMessage("ERROR : getPhysicalPathFromDLName is failed."));
+    EXPECT_TRUE(hasMessage("DLName, new filepath = " + file));
 }
 
 TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {
@@ -306,13 +349,18 @@ TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {
     root.add(bolt, "Bolt.1");
     root.add(bolt, "Bolt.2");
     const auto own = embedded::parametersOf(root);
+    root.addUnresolved("Lost.1");
+    root.add(session().part(path("Nameless.CATPart")), "Nameless.1").reference().partNumber("");
     auto table = embedded::addDesignTable(own, "Top", file);
-    table.associate("L", length).associate("N", own.add("Own", 1));
+    table.associate("L", length).associate("M", name).associate("N", own.add("Own", 1));
     Sheets read;
     clearJournal();
     EXPECT_EQ(read.read(session().find(path("R.CATProduct"))), S_OK);
     EXPECT_EQ(textsOf(read.associated), Texts({"!!!" + path("Bolt.CATPart")}));
-    EXPECT_TRUE(hasMessage(" Insert (Bolt, " + path("Bolt.CATPart") + ") in the map"));
+    Texts inserted;
+    for (const std::string& line : messages())
+        if (line.rfind(" Insert", 0) == 0) inserted.push_back(line);
+    EXPECT_EQ(inserted, Texts({" Insert (Bolt, " + path("Bolt.CATPart") + ") in the map"}));
     EXPECT_TRUE(hasMessage(" Associated item retrieved in DesignTable : Bolt\\L"));
     EXPECT_TRUE(hasMessage(" PN de Part associ\351 (Bolt) - FileName : " + path("Bolt.CATPart")));
     EXPECT_TRUE(hasMessage(" PN de Part associ\351 (R) NON trouv\351 dans notre map de fileName"));
@@ -322,6 +370,53 @@ TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {
     EXPECT_EQ(read.associated.Size(), 0);
     EXPECT_TRUE(hasMessage(" Associated item retrieved in DesignTable : Bolt\\L")) << "they come before the sheet";
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::readDesignTableInformation 9002 sp_sheet"}));
+}
+
+TEST_F(DesignTablesTest, TheTablesOfADocumentWithoutRootsAreReadWithoutTheFilesOfParts) {
+    auto top = session().product(path("R.CATProduct"));
+    embedded::addDesignTable(embedded::parametersOf(top.root()), "Top", file).associate("L", length);
+    top.withoutRoots();
+    Sheets read;
+    clearJournal();
+    EXPECT_EQ(read.read(top), S_OK);
+    EXPECT_EQ(textsOf(read.names), Texts({"Top"}));
+    EXPECT_FALSE(hasMessage(" Associated item retrieved in DesignTable : Bolt\\L"));
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableSheet 9002 psp_doc_roots"}));
+    CATListValCATUnicodeString names, files;
+    CATListPtrCATIProduct products;
+    EXPECT_EQ(VornToolsCommon::getAllProductsAndDesignTablesNames(top.get(), nullptr, 1, names, products, files),
+              E_FAIL);
+    EXPECT_EQ(reports().back(), "VornToolsCommon::getAllProductsAndDesignTablesNames 9003 getActiveCATIProduct");
+}
+
+TEST_F(DesignTablesTest, APartIsSwitchedOncePerAssemblyAndOnlyWhereThatIsAllowed) {
+    const auto root = session().product(path("R.CATProduct")).root();
+    const auto first = root.add(bolt, "Bolt.1");
+    const auto second = root.add(bolt, "Bolt.2");
+    for (const auto& place : {first, second}) embedded::setWorkMode(place, WorkMode::standard);
+    const auto switchesOf = [&](const embedded::Document& document, VornToolsSwitchMgt* switcher, unsigned char flag) {
+        const std::size_t before = embedded::workModeSwitches();
+        Sheets read;
+        EXPECT_EQ(read.read(document, switcher, flag), S_OK);
+        return embedded::workModeSwitches() - before;
+    };
+    VornToolsSwitchMgt switcher{1};
+    switcher.setSwitchEnabled(0);
+    EXPECT_EQ(switchesOf(session().find(path("R.CATProduct")), nullptr, 0), 2U);
+    EXPECT_EQ(embedded::workMode(first), WorkMode::standard);
+    embedded::setWorkMode(bolt.root(), WorkMode::standard);
+    EXPECT_EQ(switchesOf(bolt, &switcher, 0), 0U);
+    EXPECT_EQ(switchesOf(bolt, &switcher, 1), 2U);
+    embedded::setUnknownWorkMode(bolt.root(), 9);
+    EXPECT_EQ(switchesOf(bolt, nullptr, 0), 0U) << "nobody could put it back";
+    EXPECT_FALSE(reports().empty());
+    embedded::setWorkMode(bolt.root(), WorkMode::visualisation);
+    VornToolsWorkModeServices::setCatiaCacheActivated(0);
+    clearJournal();
+    EXPECT_EQ(switchesOf(bolt, nullptr, 0), 0U);
+    const Texts lines = embedded::Journal::get().lines();
+    // Once for the reading and once within it for the list; a switch that had nothing to do is not undone.
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "> VornToolsWorkModeServices::setWorkMode"), 2);
 }
 
 TEST_F(DesignTablesTest, PartsAreReadInDesignModeAndPutBack) {
@@ -334,8 +429,15 @@ TEST_F(DesignTablesTest, PartsAreReadInDesignModeAndPutBack) {
     EXPECT_EQ(embedded::workMode(bolt.root()), WorkMode::visualisation);
     VornToolsSwitchMgt switcher{1};
     Sheets read;
+    clearJournal();
     EXPECT_EQ(read.read(bolt, &switcher), S_OK);
     EXPECT_EQ(read.paths.Size(), 1);
+    Texts ends;
+    for (const std::string& line : embedded::Journal::get().lines())
+        if (line == "< VornToolsSwitchMgt::setWorkMode" || line.find("find CkSum") != std::string::npos)
+            ends.push_back(line);
+    EXPECT_EQ(ends, Texts({"< VornToolsSwitchMgt::setWorkMode", " String used to find CkSum : 11w",
+                           "< VornToolsSwitchMgt::setWorkMode"}));
     EXPECT_EQ(embedded::workMode(bolt.root()), WorkMode::visualisation);
     embedded::setWorkMode(bolt.root(), WorkMode::design);
     const std::size_t after = modes();
@@ -392,6 +494,10 @@ TEST_F(DesignTablesTest, AssembliesListTheirDocumentsAndTables) {
     root.add(bolt, "Bolt.1");
     root.add(bolt, "Bolt.2");
     root.addComponent("Group", "Group.1").add(session().part(path("Nut.CATPart")), "Nut.1");
+    const std::string topFile = path("top.txt");
+    embedded::addDesignTable(embedded::parametersOf(root), "Top", topFile);
+    addTable(feature, "silent").withoutAutomation();
+    const std::string silent = "VornToolsCommon::getDesignTableFullFilename 9002 pi_automation_design_table";
     CATListValCATUnicodeString names, files;
     CATListPtrCATIProduct products;
     const auto list = [&](const embedded::Document& document, unsigned char with) {
@@ -404,17 +510,27 @@ TEST_F(DesignTablesTest, AssembliesListTheirDocumentsAndTables) {
     EXPECT_EQ(list(top, 1), S_OK);
     EXPECT_EQ(textsOf(names), Texts({path("R.CATProduct"), path("Bolt.CATPart"), "R\\Group.1", path("Nut.CATPart")}));
     EXPECT_EQ(products.Size(), 4);
-    EXPECT_EQ(textsOf(files), Texts({file}));
+    EXPECT_EQ(textsOf(files), Texts({topFile, file}));
     EXPECT_TRUE(hasMessage("DesignTables are managd."));
     EXPECT_TRUE(hasMessage("[4] children are found."));
+    const Texts lines = embedded::Journal::get().lines();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "> VornToolsCommon::getDesignTableList"), 3) << "one a document";
+    EXPECT_EQ(reports(), Texts({silent}));
     EXPECT_EQ(list(top, 0), S_OK);
     EXPECT_EQ(files.Size(), 0);
     EXPECT_EQ(list(bolt, 1), S_OK);
     EXPECT_EQ(names.Size(), 0);
     EXPECT_EQ(textsOf(files), Texts({file}));
+    EXPECT_EQ(reports(), Texts({silent}));
+    EXPECT_EQ(list(bolt, 0), S_OK);
+    EXPECT_EQ(files.Size(), 0);
     EXPECT_EQ(list(embedded::Document(), 1), E_FAIL);
     EXPECT_EQ(files.Size(), 0);
     EXPECT_TRUE(hasMessage("ip_activ_document is NULL"));
+    EXPECT_TRUE(failAt("QueryInterface(CATIProduct)", 4, [&] { list(top, 0); }));
+    EXPECT_TRUE(hasMessage("p_product not SUCCEEDED"));
+    EXPECT_EQ(textsOf(names), Texts({path("R.CATProduct"), path("Bolt.CATPart"), "R\\Group.1", path("Nut.CATPart")}))
+        << "Bolt.2 shows what Bolt.1 did not";
 }
 
 TEST_F(DesignTablesTest, LargeAssembliesAreListed) {
@@ -448,10 +564,12 @@ TEST_F(DesignTablesTest, SelectedTablesAndProductsAreListedOnce) {
         windows.select(table);
         windows.select(instance);
     }
-    EXPECT_EQ(VornToolsCommon::getSelectedProductsAndDesignTables(products, files), S_OK);
-    EXPECT_EQ(textsOf(files), Texts({file}));
-    ASSERT_EQ(products.Size(), 1);
-    static_cast<CATIProduct*>(products[1])->Release();
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(VornToolsCommon::getSelectedProductsAndDesignTables(products, files), S_OK);
+        EXPECT_EQ(textsOf(files), Texts({file}));
+        ASSERT_EQ(products.Size(), 1);
+        static_cast<CATIProduct*>(products[1])->Release();
+    }
 }
 
 TEST_F(DesignTablesTest, NullsAreReported) {
