@@ -4,31 +4,40 @@
 /**
  * Growing array. Every element is an allocation of its own and every slot of the capacity holds one; the capacity
  * starts at 100 and grows by 100. Indices count from 0. An append that grows moves the values into new elements, so no
- * address of an element outlives it.
+ * address of an element outlives it. Where memory gives out, the array stays as it was.
  */
 template <class T>
 class VornToolsVector {
 public:
-    VornToolsVector() : m_size(0), m_capacity(step), m_slots(makeSlots(step)) {}
-    VornToolsVector(const VornToolsVector& other)
-        : m_size(other.m_size), m_capacity(other.m_capacity), m_slots(makeSlots(other.m_capacity)) {
-        for (unsigned int i = 0; i < m_size; ++i) *m_slots[i] = *other.m_slots[i];
+    VornToolsVector() : VornToolsVector(0U) {}
+    /** No elements yet, but the capacity that appending so many reaches: appending them then copies each once. */
+    explicit VornToolsVector(unsigned int expected) : VornToolsVector(NoSlots()) {
+        makeSlots(expected <= step ? step : (expected - 1) / step * step + step);
     }
+    VornToolsVector(const VornToolsVector& other) : VornToolsVector(NoSlots()) {
+        makeSlots(other.m_capacity);
+        copyFrom(other);
+    }
+    /** The other array is left without elements and, until its next append, without slots. */
+    VornToolsVector(VornToolsVector&& other) noexcept : VornToolsVector(NoSlots()) { swap(other); }
     VornToolsVector& operator=(const VornToolsVector& other) {
         if (this == &other) return *this;
-        releaseSlots(m_slots, m_capacity);
-        m_size = other.m_size;
-        m_capacity = other.m_capacity;
-        m_slots = makeSlots(m_capacity);
-        for (unsigned int i = 0; i < m_size; ++i) *m_slots[i] = *other.m_slots[i];
+        VornToolsVector copy(other);
+        swap(copy);
         return *this;
     }
-    ~VornToolsVector() { releaseSlots(m_slots, m_capacity); }
+    VornToolsVector& operator=(VornToolsVector&& other) noexcept {
+        VornToolsVector taken(static_cast<VornToolsVector&&>(other));
+        swap(taken);
+        return *this;
+    }
+    ~VornToolsVector() { releaseSlots(); }
 
     /** Adds a copy at the end. The element must not be one of this array. */
     void append(const T& element) {
         if (m_size == m_capacity) grow();
-        *m_slots[m_size++] = element;
+        *m_slots[m_size] = element;
+        ++m_size;
     }
     unsigned int size() const { return m_size; }
     unsigned int capacity() const { return m_capacity; }
@@ -39,23 +48,40 @@ public:
 private:
     static constexpr unsigned int step = 100;
 
-    static T** makeSlots(unsigned int count) {
-        T** const slots = new T*[count];
-        for (unsigned int i = 0; i < count; ++i) slots[i] = new T();
-        return slots;
+    struct NoSlots {};
+    /** What the other constructors begin with, so that slots made before a failure are released. */
+    explicit VornToolsVector(NoSlots) noexcept : m_size(0), m_capacity(0), m_slots(nullptr) {}
+
+    void makeSlots(unsigned int count) {
+        m_slots = new T*[count];
+        for (; m_capacity < count; ++m_capacity) m_slots[m_capacity] = new T();
     }
-    static void releaseSlots(T** slots, unsigned int count) {
-        for (unsigned int i = 0; i < count; ++i) delete slots[i];
-        delete[] slots;
+    void releaseSlots() {
+        for (unsigned int i = 0; i < m_capacity; ++i) delete m_slots[i];
+        delete[] m_slots;
     }
+    /** Into slots that are there. */
+    void copyFrom(const VornToolsVector& other) {
+        for (; m_size < other.m_size; ++m_size) *m_slots[m_size] = *other.m_slots[m_size];
+    }
+    void swap(VornToolsVector& other) noexcept {
+        exchange(m_size, other.m_size);
+        exchange(m_capacity, other.m_capacity);
+        exchange(m_slots, other.m_slots);
+    }
+    template <class Value>
+    static void exchange(Value& left, Value& right) noexcept {
+        const Value kept = left;
+        left = right;
+        right = kept;
+    }
+    /** Through a temporary copy, the old slots released before the new ones are made. */
     void grow() {
-        T** const kept = makeSlots(m_capacity);
-        for (unsigned int i = 0; i < m_size; ++i) *kept[i] = *m_slots[i];
-        releaseSlots(m_slots, m_capacity);
-        m_slots = makeSlots(m_capacity + step);
-        for (unsigned int i = 0; i < m_size; ++i) *m_slots[i] = *kept[i];
-        releaseSlots(kept, m_capacity);
-        m_capacity += step;
+        *this = VornToolsVector(*this);
+        VornToolsVector grown{NoSlots()};
+        grown.makeSlots(m_capacity + step);
+        grown.copyFrom(*this);
+        swap(grown);
     }
 
     unsigned int m_size;
