@@ -4,6 +4,8 @@
 #include "links/Markers.h"
 #include "links/StoredText.h"
 
+#include <utility>
+
 namespace vorntools {
 
 namespace {
@@ -29,7 +31,7 @@ constexpr std::size_t kIdentityBytes = 16;
 /** The length of a name, between its type and the name. */
 constexpr std::size_t kNameLengthBytes = 2;
 
-/** One block: length word, text of three bytes a byte, tail. */
+/** One block: length word, text of three bytes a byte, tail. The tail of the last one may be cut off. */
 struct Block {
     std::size_t at;
     std::size_t textEnd; ///< at + three times the text's bytes
@@ -41,7 +43,7 @@ bool readBlock(std::string_view i_image, std::size_t i_at, bool i_little_endian,
     const std::int32_t length = int32At(i_image, i_at, i_little_endian);
     if (length < 0 || length > kLongestText) return false;
     o_block = {i_at, i_at + textStride * static_cast<std::size_t>(length)};
-    return holds(i_image, o_block.textEnd, kUses + sizeof(std::int32_t));
+    return holds(i_image, o_block.textEnd, 0);
 }
 
 /** The text between a type word and the end of its block. */
@@ -132,7 +134,7 @@ void PropertyStream::readRecords(std::string_view i_image, std::size_t i_positio
     for (; record < count && readBlock(i_image, block.next(), i_header.littleEndian, block); ++record) {
         LinkedDocument document;
         if (!readDocument(i_image, block, i_header.littleEndian, document)) continue;
-        m_documents.push_back(document);
+        m_documents.push_back(std::move(document));
         records.push_back(static_cast<std::size_t>(record));
     }
     if (record == count) readSymbols(i_image, block.textEnd + kSymbols, records, i_header.littleEndian);

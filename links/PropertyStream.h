@@ -28,7 +28,9 @@ struct LinkedDocument {
     std::int32_t symbol = 0;
 
     /** The identity's own eight bytes: when, where and as which number the container was made. */
-    std::string reference() const { return identity.size() == 16 ? identity.substr(8) : std::string(); }
+    std::string_view reference() const {
+        return identity.size() == 16 ? std::string_view(identity).substr(8) : std::string_view();
+    }
 };
 
 /**

@@ -33,6 +33,24 @@ TEST_F(LinksTest, RecordsNameDocumentsByKind) {
     }
 }
 
+/** The use count lies 12 bytes behind the text of a record: a document may end within it. */
+TEST_F(LinksTest, BytesOfAUseCountBeyondTheImageAreZero) {
+    for (const bool littleEndian : {true, false}) {
+        DocumentImage whole(littleEndian);
+        whole.properties("own", {ImageRecord::whole("CATPart", "other.CATPart"),
+                                 ImageRecord::whole("CATPart", "last.CATPart", littleEndian ? 1 : 0x100)});
+        const std::size_t count = whole.bytes().rfind("\x3B\x01t"s) + 3 + 12;
+        for (int bytes = -12; bytes <= 4; ++bytes) {
+            DocumentImage image;
+            image.raw(whole.bytes().substr(0, count - 12 + static_cast<std::size_t>(bytes + 12)));
+            const LinkedNamesOfImage names = namesIn(image);
+            const bool named = bytes >= -10, used = bytes >= (littleEndian ? 1 : 3);
+            EXPECT_EQ(names.partFiles, Texts({"other.CATPart"}) + (used ? Texts({"last.CATPart"}) : Texts())) << bytes;
+            EXPECT_EQ(names.ghosts, named && !used ? Texts({"last.CATPart"}) : Texts()) << bytes;
+        }
+    }
+}
+
 TEST_F(LinksTest, ExternalReferencesComeFromTheTableOfNames) {
     const std::string longest(48, 'n');
     const auto part = [](const std::string& table) {
