@@ -18,8 +18,9 @@ class VornToolsFolderMemory;
  * missing stream leaves its group empty. Positions are byte positions in the image, from 0; -1 means "not there" and
  * is a valid input. A null image is bad input: reported, with an empty answer; a null file name counts as an empty one.
  * Vectors and lists are cleared first. File names are in the platform's 8-bit encoding. The same document named by two
- * records is named twice. Nothing is remembered from one call to the next: where an operation takes a
- * VornToolsFolderMemory, that object keeps the folders that were read.
+ * records is named twice. Work and memory are bounded by the size of the image; where memory gives out, an operation
+ * answers as for a document that cannot be read. Nothing is remembered from one call to the next: where an operation
+ * takes a VornToolsFolderMemory, that object keeps the folders that were read.
  */
 class ExportedByVornTools VornToolsLinks {
 public:

@@ -65,9 +65,9 @@ const std::vector<ImportUse>& DocumentScan::contextPartUses() {
 
 const MultiModelLinks& DocumentScan::multiModelLinks() {
     if (m_multi_model) return *m_multi_model;
-    const std::size_t repository = findMarker(m_image, marker::importRepository, 0);
-    m_multi_model = vorntools::multiModelLinks(importedElements(m_image, repository), used(LinkedDocument::PartFile),
-                                               contextPartUses());
+    const ImportedElements imported = importedElements(m_image, findMarker(m_image, marker::importRepository, 0));
+    m_multi_model =
+        vorntools::multiModelLinks(imported, used(LinkedDocument::PartFile), contextPartUses(), m_image.size());
     return *m_multi_model;
 }
 

@@ -3,7 +3,7 @@
 namespace vorntools {
 
 Links linksOf(const std::vector<FoundLink>& i_found) {
-    Links links;
+    Links links(static_cast<unsigned int>(i_found.size()));
     VornToolsLink record; // filled anew for every link
     for (const FoundLink& found : i_found) {
         record.set_type(found.type);
@@ -16,7 +16,7 @@ Links linksOf(const std::vector<FoundLink>& i_found) {
 }
 
 Strings stringsOf(const std::vector<std::string_view>& i_texts) {
-    Strings strings;
+    Strings strings(static_cast<unsigned int>(i_texts.size()));
     for (const std::string_view text : i_texts) strings.append(stringOf(text));
     return strings;
 }

@@ -38,9 +38,11 @@ std::vector<std::string_view> multiModelNames(DocumentScan& io_scan, LinkedNames
     const Names older = namesOfUse(io_scan, ImportUse::OlderForm, io_names);
     documents.insert(documents.end(), older.begin(), older.end());
 
+    const std::vector<MultiModelLinks::Link>& links = io_scan.multiModelLinks().links;
     Names names;
+    names.reserve(links.size() + documents.size());
     std::vector<bool> linked(documents.size());
-    for (const MultiModelLinks::Link& link : io_scan.multiModelLinks().links) {
+    for (const MultiModelLinks::Link& link : links) {
         const bool known = link.document != MultiModelLinks::noDocument;
         names.push_back(known ? documents[link.document] : std::string_view());
         if (known) linked[link.document] = true;
@@ -80,6 +82,7 @@ bool LinkScan::addMultiModel() {
     const Names names = multiModelNames(m_scan, m_names);
     const MultiModelLinks& found = m_scan.multiModelLinks();
     bool missing = false;
+    m_links.reserve(m_links.size() + names.size());
     for (std::size_t i = 0; i < names.size(); ++i) {
         const bool has_tag = i < found.links.size();
         const std::string_view tag = has_tag ? found.elements[found.links[i].element].tag : std::string_view();

@@ -32,10 +32,13 @@ struct MultiModelLinks {
     std::vector<Link> links;
 };
 
-/** @param i_part_files in use. @param i_uses of the context parts */
+/**
+ * @param i_part_files in use. @param i_uses of the context parts
+ * @param i_image_size in bytes: inputs that would take more texts than docs/links.md allows for it are left out
+ */
 MultiModelLinks multiModelLinks(const ImportedElements& i_imported,
                                 const std::vector<const LinkedDocument*>& i_part_files,
-                                const std::vector<ImportUse>& i_uses);
+                                const std::vector<ImportUse>& i_uses, std::size_t i_image_size);
 
 } // namespace vorntools
 

@@ -2,6 +2,7 @@
 
 #include "VornToolsCommon.h"
 #include "VornToolsFolderMemory.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentFields.h"
 #include "links/ImageBytes.h"
@@ -30,10 +31,14 @@ bool addByType(LinkScan& io_scan, const CATUnicodeString& i_type) {
 template <class Groups>
 Links linksOfImage(const JournalFrame& i_frame, const VornToolsString* ip_image, const VornToolsString* ip_file_name,
                    const CATUnicodeString& i_directory, KnownFolders& io_folders, Groups&& i_add_groups) {
-    if (isMissing(i_frame, ip_image)) return Links();
-    LinkScan scan(viewOf(*ip_image), viewOf(ip_file_name), viewOf(i_directory), io_folders);
-    i_add_groups(scan);
-    return linksOf(scan.links());
+    Links links;
+    if (isMissing(i_frame, ip_image)) return links;
+    guarded([&] {
+        LinkScan scan(viewOf(*ip_image), viewOf(ip_file_name), viewOf(i_directory), io_folders);
+        i_add_groups(scan);
+        links = linksOf(scan.links());
+    });
+    return links;
 }
 
 /** The same with folders that nobody knows yet. */
@@ -43,6 +48,32 @@ Links linksOfImage(const JournalFrame& i_frame, const VornToolsString* ip_image,
     KnownFolders folders;
     return linksOfImage(i_frame, ip_image, ip_file_name, i_directory, folders, i_add_groups);
 }
+
+/** The lists of searchLinks, an entry a link. */
+struct ParallelLists {
+    CATListValCATUnicodeString &linkedFileNames, &types, &references, &sixth, &seventh;
+    VornToolsVector<unsigned char>& tagFound;
+
+    void clear() {
+        for (CATListValCATUnicodeString* const list : {&linkedFileNames, &types, &references, &sixth, &seventh})
+            list->RemoveAll();
+        vorntools::clear(tagFound);
+    }
+    void fill(const std::vector<FoundLink>& i_links) {
+        const int count = static_cast<int>(i_links.size());
+        for (CATListValCATUnicodeString* const list : {&linkedFileNames, &types, &references, &sixth, &seventh})
+            list->Size(count);
+        VornToolsVector<unsigned char> flags(static_cast<unsigned int>(count));
+        for (int i = 0; i < count; ++i) {
+            const FoundLink& link = i_links[static_cast<std::size_t>(i)];
+            linkedFileNames[i + 1] = textOf(link.fileName);
+            types[i + 1] = link.type;
+            references[i + 1] = textOf(link.reference);
+            flags.append(link.tagFound ? 1 : 0);
+        }
+        tagFound = std::move(flags);
+    }
+};
 
 } // namespace
 
@@ -67,29 +98,25 @@ int VornToolsLinks::searchLinks(CATUnicodeString filePath, CATUnicodeString link
                                 VornToolsVector<unsigned char>& tagFound, unsigned char& missingTag,
                                 VornToolsFolderMemory& folders) {
     const JournalFrame frame(_CteCLASS_NAME, "searchLinks");
+    ParallelLists lists{linkedFileNames, types, references, sixth, seventh, tagFound};
+    lists.clear();
     count = 0;
-    for (CATListValCATUnicodeString* const list : {&linkedFileNames, &types, &references, &sixth, &seventh})
-        list->RemoveAll();
-    clear(tagFound);
     missingTag = 0;
 
     const std::unique_ptr<VornToolsString> sp_image(VornToolsCommon::readBinaryFile(filePath));
     if (!sp_image) return 0;
-    LinkScan scan(viewOf(*sp_image), viewOf(filePath), viewOf(directory), *folders.m_folders);
-    if (linkType == kDrawingLink)
-        scan.addDrawing();
-    else
-        missingTag = addByType(scan, linkType) ? 1 : 0;
-
-    count = static_cast<double>(scan.links().size());
-    for (const FoundLink& link : scan.links()) {
-        linkedFileNames.Append(textOf(link.fileName));
-        types.Append(link.type);
-        references.Append(textOf(link.reference));
-        sixth.Append("");
-        seventh.Append("");
-        tagFound.append(link.tagFound ? 1 : 0);
-    }
+    const bool whole = guarded([&] {
+        LinkScan scan(viewOf(*sp_image), viewOf(filePath), viewOf(directory), *folders.m_folders);
+        bool missing = false;
+        if (linkType == kDrawingLink)
+            scan.addDrawing();
+        else
+            missing = addByType(scan, linkType);
+        lists.fill(scan.links());
+        count = static_cast<double>(scan.links().size());
+        missingTag = missing ? 1 : 0;
+    });
+    if (!whole) lists.clear();
     return 0;
 }
 
@@ -105,8 +132,15 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getLinks(VornToolsString* image, 
                                                         unsigned char& missingTag, VornToolsFolderMemory& folders) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinks");
     missingTag = 0;
-    return linksOfImage(frame, image, fileName, directory, *folders.m_folders,
-                        [&](LinkScan& io_scan) { missingTag = addByType(io_scan, linkType) ? 1 : 0; });
+    Links links;
+    if (isMissing(frame, image)) return links;
+    guarded([&] {
+        LinkScan scan(viewOf(*image), viewOf(fileName), viewOf(directory), *folders.m_folders);
+        const bool missing = addByType(scan, linkType);
+        links = linksOf(scan.links());
+        missingTag = missing ? 1 : 0;
+    });
+    return links;
 }
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getAllLinks(VornToolsString* image, VornToolsString* fileName,
@@ -142,12 +176,16 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithoutPub(VornTool
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithPub(VornToolsString* image) {
     const JournalFrame frame(_CteCLASS_NAME, "getImportLinksWithPub");
-    if (isMissing(frame, image)) return Links();
-    const std::size_t names = findMarker(viewOf(*image), marker::containerName, 0);
-    const std::vector<std::string> references = publishedReferences(viewOf(*image), names);
-    std::vector<FoundLink> links;
-    for (const std::string& reference : references) links.push_back({kReferenceLink, {}, reference});
-    return linksOf(links);
+    Links links;
+    if (isMissing(frame, image)) return links;
+    guarded([&] {
+        const std::size_t names = findMarker(viewOf(*image), marker::containerName, 0);
+        const std::vector<std::string> references = publishedReferences(viewOf(*image), names);
+        std::vector<FoundLink> found;
+        for (const std::string& reference : references) found.push_back({kReferenceLink, {}, reference});
+        links = linksOf(found);
+    });
+    return links;
 }
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getMMLLinks(VornToolsString* image, VornToolsString* fileName,

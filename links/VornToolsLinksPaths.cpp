@@ -1,9 +1,13 @@
 #include "VornToolsLinks.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/FolderSearch.h"
 #include "links/LinkLists.h"
 #include "links/LinkedNames.h"
+
+#include <memory>
+#include <string>
 
 // Names and paths.
 
@@ -18,10 +22,14 @@ VornToolsString* resolved(const JournalFrame& i_frame, const VornToolsString* ip
         i_frame.badInput("ip_linked_name");
         return new VornToolsString;
     }
-    KnownFolders folders;
-    LinkedNames names(viewOf(ip_own_path), viewOf(ip_file_name), viewOf(i_directory), folders);
-    const std::string& found = names.resolve(std::string(viewOf(*ip_linked_name)));
-    return new VornToolsString(found.data(), static_cast<int>(found.size()));
+    auto sp_found =
+        std::make_unique<VornToolsString>(ip_linked_name->bytes(), static_cast<int>(ip_linked_name->size()));
+    guarded([&] {
+        KnownFolders folders;
+        LinkedNames names(viewOf(ip_own_path), viewOf(ip_file_name), viewOf(i_directory), folders);
+        *sp_found = stringOf(names.resolve(std::string(viewOf(*ip_linked_name))));
+    });
+    return sp_found.release();
 }
 
 } // namespace
@@ -33,7 +41,7 @@ unsigned char VornToolsLinks::isAFilename(const VornToolsString& name) {
 
 const char* VornToolsLinks::findFileInPath(const char* fileName, const char* directory) {
     const JournalFrame frame(_CteCLASS_NAME, "findFileInPath");
-    if (fileName && directory) return findBelow(fileName, directory);
+    if (fileName && directory) return guarded([&] { return findBelow(fileName, directory); }, nullptr);
     frame.badInput(fileName ? "ip_directory" : "ip_file_name");
     return nullptr;
 }

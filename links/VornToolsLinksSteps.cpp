@@ -1,11 +1,16 @@
 #include "VornToolsLinks.h"
 
 #include "VornToolsFolderMemory.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentFields.h"
 #include "links/ImageBytes.h"
 #include "links/LinkLists.h"
 #include "links/Markers.h"
+
+#include <string_view>
+#include <utility>
+#include <vector>
 
 // What the links are made of.
 
@@ -30,16 +35,23 @@ int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornT
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedDocName");
     for (Strings* const list : {&partFiles, &contextProducts, &contextParts, &contextPartReferences}) clear(*list);
     if (isMissing(frame, image)) return 0;
-    const PropertyStream stream(viewOf(*image), positionOf(position));
-    LinkedNames names(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
-    for (const LinkedDocument& document : stream.documents()) {
-        if (document.uses == 0 || document.kind == LinkedDocument::Drawing) continue;
-        Strings& list = document.kind == LinkedDocument::PartFile         ? partFiles
-                        : document.kind == LinkedDocument::ContextProduct ? contextProducts
-                                                                          : contextParts;
-        list.append(stringOf(names.resolve(document.name)));
-        if (document.kind == LinkedDocument::ContextPart) contextPartReferences.append(stringOf(document.reference()));
-    }
+    guarded([&] {
+        const PropertyStream stream(viewOf(*image), positionOf(position));
+        LinkedNames names(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
+        std::vector<std::string_view> of_kind[3], references;
+        for (const LinkedDocument& document : stream.documents()) {
+            if (document.uses == 0 || document.kind == LinkedDocument::Drawing) continue;
+            of_kind[document.kind].push_back(names.resolve(document.name));
+            if (document.kind == LinkedDocument::ContextPart) references.push_back(document.reference());
+        }
+        Strings found[] = {stringsOf(of_kind[LinkedDocument::PartFile]),
+                           stringsOf(of_kind[LinkedDocument::ContextProduct]),
+                           stringsOf(of_kind[LinkedDocument::ContextPart]), stringsOf(references)};
+        partFiles = std::move(found[0]);
+        contextProducts = std::move(found[1]);
+        contextParts = std::move(found[2]);
+        contextPartReferences = std::move(found[3]);
+    });
     return 0;
 }
 
@@ -47,9 +59,13 @@ int VornToolsLinks::getGhosts(VornToolsString* image, int position, VornToolsVec
     const JournalFrame frame(_CteCLASS_NAME, "getGhosts");
     clear(ghosts);
     if (isMissing(frame, image)) return 0;
-    const PropertyStream stream(viewOf(*image), positionOf(position));
-    for (const LinkedDocument& document : stream.documents())
-        if (document.uses == 0) ghosts.append(stringOf(document.name));
+    guarded([&] {
+        const PropertyStream stream(viewOf(*image), positionOf(position));
+        std::vector<std::string_view> names;
+        for (const LinkedDocument& document : stream.documents())
+            if (document.uses == 0) names.push_back(document.name);
+        ghosts = stringsOf(names);
+    });
     return 0;
 }
 
@@ -58,8 +74,10 @@ int VornToolsLinks::getExternalReference(VornToolsString* image, int, int applic
     const JournalFrame frame(_CteCLASS_NAME, "getExternalReference");
     clear(references);
     if (isMissing(frame, image)) return 0;
-    DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
-    for (const std::string& reference : scan.references()) references.append(stringOf(reference));
+    guarded([&] {
+        DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
+        references = stringsOf({scan.references().begin(), scan.references().end()});
+    });
     return 0;
 }
 
@@ -77,13 +95,18 @@ int VornToolsLinks::getVersion(VornToolsString* image, int& version, int& releas
 
 VornToolsVector<VornToolsString> VornToolsLinks::findKey(VornToolsString* image, VornToolsString& key) {
     const JournalFrame frame(_CteCLASS_NAME, "findKey");
-    if (isMissing(frame, image)) return Strings();
-    return stringsOf(identifiersBehind(viewOf(*image), viewOf(key)));
+    Strings identifiers;
+    if (isMissing(frame, image)) return identifiers;
+    guarded([&] { identifiers = stringsOf(identifiersBehind(viewOf(*image), viewOf(key))); });
+    return identifiers;
 }
 
 int VornToolsLinks::isKeyInFile(VornToolsString& image, VornToolsVector<VornToolsString>& keys) {
     const JournalFrame frame(_CteCLASS_NAME, "isKeyInFile");
-    std::vector<std::string_view> views;
-    for (unsigned int i = 0; i < keys.size(); ++i) views.push_back(viewOf(keys[i]));
-    return publishes(viewOf(image), views) ? 1 : 0;
+    const auto is_published = [&] {
+        std::vector<std::string_view> views;
+        for (unsigned int i = 0; i < keys.size(); ++i) views.push_back(viewOf(keys[i]));
+        return publishes(viewOf(image), views);
+    };
+    return guarded(is_published, false) ? 1 : 0;
 }

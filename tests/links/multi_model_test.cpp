@@ -1,5 +1,7 @@
 #include "tests/support/LinksTest.h"
 
+#include <algorithm>
+
 namespace {
 
 TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
@@ -75,6 +77,7 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     EXPECT_EQ(links(image(12, true, false)), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
     EXPECT_EQ(links(image(12, true, false), "MML", 1), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
     EXPECT_EQ(links(image(0, true, false)), Texts());
+    for (const int release : {0, 11, 21}) links(image(release, true, true), "MML", release == 11 ? 1 : 0);
 
     const DocumentImage older = image(12, true, false);
     VornToolsString bytes = stringOf(older.bytes());
@@ -92,6 +95,19 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
                                                      unpublishedNames, olderNames);
     EXPECT_EQ(textsOf(unpublishedNames), Texts());
     EXPECT_EQ(textsOf(olderNames), Texts({"L", "B"}));
+}
+
+TEST_F(LinksTest, InputsThatShareALongTextEndWithTheAllowance) {
+    const std::string element(1000, 'p'), path = "InputToDoc:Doc!Parameters:" + element + "!";
+    const std::vector<unsigned char> inputs(100, DocumentImage::firstImportText);
+    for (const std::string& name : {"a.CATPart"s, std::string(50, 'n')}) {
+        DocumentImage image;
+        image.application().imports({{1, inputs}}, {path}).properties("own", {ImageRecord::whole("CATPart", name)});
+        const std::size_t largest = std::max(path.size(), element.size() + name.size());
+        const std::size_t allowed = 16 * image.bytes().size() / largest;
+        ASSERT_LT(allowed, inputs.size());
+        EXPECT_EQ(links(image, "MML"), Texts(allowed, "MML|" + name + "|" + element + "|1"));
+    }
 }
 
 TEST_F(LinksTest, MultiModelLinksPairByIndex) {
