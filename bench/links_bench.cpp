@@ -117,6 +117,27 @@ void BM_GetLinks(benchmark::State& state) {
     report(state, bytes->size());
 }
 
+/** The multi-model links through the exported steps, each of which searches the image by itself. */
+void BM_Steps(benchmark::State& state) {
+    using Strings = VornToolsVector<VornToolsString>;
+    const auto bytes = PartFile::ofSize(state.range(0)).bytes();
+    for (auto pass : state) {
+        (void)pass;
+        const int application = bytes->indexOf(VornToolsString("AppliCont", 9), 0, 0xFFFFFFFFU, 0);
+        const int property = bytes->indexOf(VornToolsString("CATDocumentProperty", 19), 0, 0xFFFFFFFFU, 0);
+        int version = 0, release = 0, servicePack = 0;
+        VornToolsLinks::getVersion(bytes.get(), version, release, servicePack);
+        Strings tags, publications, documents;
+        VornToolsVector<VornToolsLink> links;
+        VornToolsLinks::getMMLTag(bytes.get(), release, application, property, tags);
+        VornToolsLinks::getMmlPublication(bytes.get(), release, application, property, publications);
+        VornToolsLinks::getMmlDocuments(bytes.get(), release, application, property, nullptr, "", documents);
+        VornToolsLinks::updateMMLLink(tags, publications, documents, links);
+        if (links.size() != 1) return state.SkipWithError("another number of links");
+    }
+    report(state, bytes->size());
+}
+
 /** With one marker of the part broken, or a word of its streams: no damage makes the scan search for long. */
 void BM_Damaged(benchmark::State& state, const char* marker, int offset) {
     const PartFile& file = PartFile::ofSize(30);
@@ -138,6 +159,7 @@ void BM_Damaged(benchmark::State& state, const char* marker, int offset) {
 BENCHMARK(BM_ReadMemory)->Arg(30)->Arg(512)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SearchLinks)->Arg(30)->Arg(512)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_GetLinks)->Arg(30)->Arg(512)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Steps)->Arg(30)->Arg(512)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_Damaged, application, "AppliCont", 0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_Damaged, property, "CATDocumentProperty", 0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_Damaged, count, "CATDocumentProperty", 31)->Unit(benchmark::kMillisecond);

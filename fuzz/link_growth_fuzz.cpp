@@ -148,6 +148,11 @@ public:
                     [this] {
                         VornToolsLinks::getMmlPublication(&m_image, m_release, m_application, m_property, m_strings);
                     }),
+            strings("getMmlDocuments",
+                    [this] {
+                        VornToolsLinks::getMmlDocuments(&m_image, m_release, m_application, m_property, &m_name, "",
+                                                        m_strings);
+                    }),
             strings("sortImportUnpublished_and_MMLR12",
                     [this] {
                         Strings names, products, parts, references;

@@ -65,6 +65,21 @@ void checkLinks(VornToolsString& image, VornToolsString& file) {
     VornToolsLinks::getImportLinksWithPub(&image);
 }
 
+/** The exported steps, one after the other, make the multi-model links. */
+void checkSteps(VornToolsString& image, VornToolsString& file) {
+    const int application = positionOf(image, "AppliCont"), property = positionOf(image, "CATDocumentProperty");
+    int version = 0, release = 0, servicePack = 0;
+    VornToolsLinks::getVersion(&image, version, release, servicePack);
+    Strings tags, publications, documents;
+    VornToolsLinks::getMMLTag(&image, release, application, property, tags);
+    VornToolsLinks::getMmlPublication(&image, release, application, property, publications);
+    VornToolsLinks::getMmlDocuments(&image, release, application, property, &file, "", documents);
+    require(documents.size() >= publications.size(), "documents are not parallel to publications");
+    Links composed;
+    VornToolsLinks::updateMMLLink(tags, publications, documents, composed);
+    require(isJoined(VornToolsLinks::getMMLLinks(&image, &file, ""), composed, Links()), "steps that make other links");
+}
+
 void checkNames(VornToolsString& image, VornToolsString& file) {
     const int application = positionOf(image, "AppliCont"), property = positionOf(image, "CATDocumentProperty");
     Strings partFiles, products, parts, references, ghosts, tags, publications, unpublished, older;
@@ -106,6 +121,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     {
         VornToolsString image = stringOf(data, size), file("own.CATPart", 11);
         checkLinks(image, file);
+        checkSteps(image, file);
         checkNames(image, file);
         checkKeys(image, data, size);
     }

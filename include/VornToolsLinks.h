@@ -144,6 +144,17 @@ public:
     static int getMmlPublication(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
                                  VornToolsVector<VornToolsString>& publications);
     /**
+     * The documents of getMmlPublication, by index, an empty name where none is known; then the documents that are
+     * linked to without a publication. As the names of updateMMLLink they make the links of getLinks.
+     * @param fileName, directory as in getLinks. @return 0
+     */
+    static int getMmlDocuments(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                               VornToolsString* fileName, CATUnicodeString directory,
+                               VornToolsVector<VornToolsString>& documents);
+    static int getMmlDocuments(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                               VornToolsString* fileName, CATUnicodeString directory,
+                               VornToolsVector<VornToolsString>& documents, VornToolsFolderMemory& folders);
+    /**
      * Makes the "MML" links.
      * @param names of the document of each publication, by index; an empty one makes no link. Names behind the last
      * publication are documents without any: a link each, without reference

@@ -1,5 +1,6 @@
 #include "VornToolsLinks.h"
 
+#include "VornToolsFolderMemory.h"
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/LinkLists.h"
@@ -49,6 +50,29 @@ int VornToolsLinks::getMmlPublication(VornToolsString* image, int release, int a
     if (isMissing(frame, image)) return 0;
     publications =
         textsOf(viewOf(*image), release, applicationPosition, propertyPosition, &MultiModelLinks::Element::publication);
+    return 0;
+}
+
+int VornToolsLinks::getMmlDocuments(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                                    VornToolsString* fileName, CATUnicodeString directory,
+                                    VornToolsVector<VornToolsString>& documents) {
+    VornToolsFolderMemory folders;
+    return getMmlDocuments(image, release, applicationPosition, propertyPosition, fileName, directory, documents,
+                           folders);
+}
+
+int VornToolsLinks::getMmlDocuments(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
+                                    VornToolsString* fileName, CATUnicodeString directory,
+                                    VornToolsVector<VornToolsString>& documents, VornToolsFolderMemory& folders) {
+    const JournalFrame frame(_CteCLASS_NAME, "getMmlDocuments");
+    clear(documents);
+    if (isMissing(frame, image)) return 0;
+    guarded([&] {
+        DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
+        scan.setRelease(release);
+        LinkedNames names(scan.stream().ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
+        documents = stringsOf(multiModelNames(scan, names));
+    });
     return 0;
 }
 

@@ -133,11 +133,12 @@ TEST_F(LinksTest, AMissingImageIsReported) {
     EXPECT_EQ(VornToolsLinks::getGhosts(nullptr, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getMMLTag(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getMmlPublication(nullptr, 0, 0, 0, list), 0);
+    EXPECT_EQ(VornToolsLinks::getMmlDocuments(nullptr, 0, 0, 0, nullptr, "", list), 0);
     EXPECT_EQ(VornToolsLinks::sortImportUnpublished_and_MMLR12(nullptr, 0, 0, 0, list, list, other, third), 0);
     EXPECT_EQ(missing, 0);
     EXPECT_EQ(number, 0);
     const Texts reported = reports();
-    EXPECT_EQ(reported.size(), 11U);
+    EXPECT_EQ(reported.size(), 12U);
     for (const std::string& report : reported) EXPECT_NE(report.find(" 9001 ip_image"), std::string::npos) << report;
 }
 
@@ -180,6 +181,11 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         Strings lists[4];
         VornToolsLinks::getLinkedDocName(&bytes, property, &name, directory, lists[0], lists[1], lists[2], lists[3]);
         for (const auto& list : lists) EXPECT_EQ(list.size(), 1U);
+    });
+    sweep("getMmlDocuments", [&] {
+        Strings documents;
+        VornToolsLinks::getMmlDocuments(&bytes, 21, image.applicationPosition(), property, &name, directory, documents);
+        EXPECT_EQ(documents.size(), 1U);
     });
     using OneKind = VornToolsVector<VornToolsLink> (*)(VornToolsString*, VornToolsString*, CATUnicodeString);
     const std::tuple<const char*, OneKind, unsigned int> kinds[] = {

@@ -72,6 +72,60 @@ TEST_F(LinksTest, SearchesReadAtMost260Entries) {
                                 "VornToolsLinks::findFileInPath 9001 ip_file_name"}));
 }
 
+TEST_F(LinksTest, TheCountStandsAtWhatTheLastResolutionRead) {
+    const auto fill = [&](const std::string& name, int files) {
+        for (int i = 0; i < files; ++i) write(name + "/" + std::to_string(i), "x");
+    };
+    const auto readMore = [&](int entries) {
+        for (; entries % 2 != 0; entries -= 9) VornToolsLinks::findFileInPath("absent", path("flat").c_str());
+        for (; entries > 0; entries -= 2) VornToolsLinks::findFileInPath("absent", path("empty").c_str());
+    };
+    // Every folder has the entries "." and ".." in front.
+    std::filesystem::create_directories(folder() / "empty");
+    write("chain/c/c/end.CATPart", "x");
+    write("below/c/c/near.CATPart", "x");
+    write("below/c/c/c/c/c/c", "x");
+    write("far/c/c/c/far.CATPart", "x");
+    fill("flat", 7);
+    fill("wide", 300);
+    const std::string stored = path("flat/0");
+    const auto resolveAll = [&](const std::vector<ImageRecord>& records) {
+        return [this, records] {
+            DocumentImage image;
+            VornToolsString bytes = stringOf(image.properties("", records).bytes()), file = stringOf(path("flat/own"));
+            Strings found[4];
+            VornToolsLinks::getLinkedDocName(&bytes, image.propertyPosition(), &file, "", found[0], found[1], found[2],
+                                             found[3]);
+        };
+    };
+    const auto there = ImageRecord::whole("CATPart", stored), gone = ImageRecord::whole("CATPart", "\\gone");
+    const struct {
+        const char* what;
+        std::function<void()> resolve;
+        int read;
+    } cases[] = {
+        {"nowhere in seven", [&] { located("", path("flat/own"), "\\gone"); }, 9},
+        {"as stored", [&] { located("", path("flat/own"), stored); }, 0},
+        {"beside", [&] { located("", path("flat/own"), "\\gone\\1"); }, 0},
+        {"without directory", [&] { located("", path("flat/own"), "absent"); }, 0},
+        {"in the second folder", [&] { located("", path("below/own"), "\\gone\\near.CATPart"); }, 6},
+        {"in the third folder", [&] { located("", path("far/own"), "\\gone\\far.CATPart"); }, 9},
+        {"the last is there", resolveAll({gone, there}), 0},
+        {"the last is gone", resolveAll({there, gone}), 9},
+        {"the last is gone again", resolveAll({gone, there, gone}), 9},
+    };
+    for (const auto& c : cases) {
+        for (const int more : {0, 1}) { // as many entries as are left, and one more
+            c.resolve();
+            readMore(260 - c.read - 6 + more);
+            const bool found = VornToolsLinks::findFileInPath("end.CATPart", path("chain").c_str()) != nullptr;
+            EXPECT_EQ(found, more == 0) << c.what;
+        }
+    }
+    located("", path("wide/own"), "\\gone");
+    EXPECT_EQ(VornToolsLinks::findFileInPath("end.CATPart", path("chain").c_str()), nullptr) << "none is left";
+}
+
 TEST_F(LinksTest, AMemoryForFoldersReadsThemOnce) {
     write("w/old/a.CATPart", "x");
     const std::string own = path("w/own.CATProduct");
@@ -112,6 +166,12 @@ TEST_F(LinksTest, AMemoryForFoldersServesEveryOperation) {
             Strings found, other;
             const int property = image.propertyPosition();
             VornToolsLinks::getLinkedDocName(&bytes, property, &file, "", found, other, other, other, folders);
+            return textsOf(found);
+        },
+        [&] {
+            Strings found;
+            VornToolsLinks::getMmlDocuments(&bytes, 21, image.applicationPosition(), image.propertyPosition(), &file,
+                                            "", found, folders);
             return textsOf(found);
         },
         [&] {

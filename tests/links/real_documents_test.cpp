@@ -44,8 +44,10 @@ TEST_F(LinksTest, RealDocumentsHoldWhatTheirListSays) {
         VornToolsLinks::getMmlPublication(bytes.get(), version[1], image.applicationPosition(),
                                           image.propertyPosition(), publications);
         unsigned char missing = 7;
-        const auto links = VornToolsLinks::getLinks(bytes.get(), "MML", nullptr, "", missing);
+        VornToolsString file = stringOf(documents + "/"s + name);
+        const auto links = VornToolsLinks::getLinks(bytes.get(), "MML", &file, documents, missing);
         EXPECT_EQ(missing, 0);
+        EXPECT_EQ(composedLinks(*bytes, &file, documents), textsOf(links));
         Texts elements;
         for (unsigned int i = 0; i < links.size() && i < publications.size(); ++i)
             elements.push_back(bytesOf(publications[i]) + " -> " +

@@ -69,13 +69,32 @@ inline LinkedNamesOfImage namesIn(const DocumentImage& image, const std::string&
     return {textsOf(partFiles), textsOf(products), textsOf(parts), textsOf(references), textsOf(ghosts)};
 }
 
+/** The multi-model links, made step by step. */
+inline Texts composedLinks(VornToolsString& image, VornToolsString* file, const CATUnicodeString& directory) {
+    const auto positionOf = [&](const char* stream) { return image.indexOf(stringOf(stream), 0, 0xFFFFFFFFU, 0); };
+    const int application = positionOf("AppliCont"), property = positionOf("CATDocumentProperty");
+    int version = 0, release = 0, servicePack = 0;
+    VornToolsLinks::getVersion(&image, version, release, servicePack);
+    Strings tags, publications, documents = stringsOf({"stale"});
+    EXPECT_EQ(VornToolsLinks::getMMLTag(&image, release, application, property, tags), 0);
+    EXPECT_EQ(VornToolsLinks::getMmlPublication(&image, release, application, property, publications), 0);
+    EXPECT_EQ(VornToolsLinks::getMmlDocuments(&image, release, application, property, file, directory, documents), 0);
+    EXPECT_EQ(tags.size(), publications.size());
+    EXPECT_GE(documents.size(), publications.size());
+    VornToolsVector<VornToolsLink> links;
+    EXPECT_EQ(VornToolsLinks::updateMMLLink(tags, publications, documents, links), 0);
+    return textsOf(links);
+}
+
 class LinksTest : public PlatformTest {
 protected:
+    /** Multi-model links are made in both ways. */
     Texts links(const DocumentImage& image, const char* type = "", int missing = 0) {
         VornToolsString bytes = stringOf(image.bytes()), file = stringOf("/nowhere/own.CATPart");
         unsigned char missingTag = 7;
         const Texts found = textsOf(VornToolsLinks::getLinks(&bytes, type, &file, "", missingTag));
         EXPECT_EQ(missingTag, missing) << type;
+        EXPECT_EQ(type == "MML"s ? composedLinks(bytes, &file, "") : found, found);
         return found;
     }
     Texts references(const DocumentImage& image) {
