@@ -3,11 +3,15 @@
 
 #include <cstddef>
 
-/**
- * What operator new hands out: a program that is linked with this has one that counts and may refuse. The libraries
- * use it as well where the system has one for the whole process, which Windows has not.
- */
+/** What operator new hands out: a program that is linked with this has one that counts and may refuse. */
 namespace allocations {
+
+/** Whether the libraries of the program use it, too. Elsewhere nothing is refused and the counts say nothing. */
+#if defined(_WIN32)
+constexpr bool areAllSeen = false;
+#else
+constexpr bool areAllSeen = true;
+#endif
 
 /** Pieces handed out and not given back. */
 std::size_t live();
