@@ -25,10 +25,8 @@ bool areEqual(double i_a, double i_b) {
     return std::fabs(i_a - i_b) <= kNoise * std::max(std::fabs(i_a), std::fabs(i_b));
 }
 
-/** Whether values of a type letter are what a parameter holds. Several truth values may be those of a text. */
-bool fits(const CATUnicodeString& i_type, ParameterKind i_kind) {
-    if (i_type == "i") return i_kind == ParameterKind::Integer || isReal(i_kind);
-    if (i_type == "d") return isReal(i_kind);
+/** Whether several texts of a type letter are what a parameter holds; truth values are also a text. */
+bool textsFit(const CATUnicodeString& i_type, ParameterKind i_kind) {
     return i_kind == ParameterKind::Text || (i_type == "b" && i_kind == ParameterKind::Truth);
 }
 
@@ -53,7 +51,7 @@ HRESULT Valuation::setSingle(const CATUnicodeString& i_value, const CATUnicodeSt
 
 HRESULT Valuation::setFirst(const ValueList& i_values, const CATUnicodeString* ip_type,
                             ToStorageUnit i_to_storage_unit) const {
-    if (ip_type && !fits(*ip_type, m_kind)) return refused(kValuate);
+    if (ip_type && i_values.isText() && !textsFit(*ip_type, m_kind)) return refused(kValuate);
     int integer = 0;
     double real = 0.0;
     switch (m_kind) {
@@ -105,9 +103,13 @@ HRESULT Valuation::setRealFrom(const CATUnicodeString& i_value) const {
 HRESULT Valuation::setDimensionFrom(const CATUnicodeString& i_value) const {
     const NumberText form = numberTextOf(i_value, VornLocaleEnv::getDecimalSeparatorSymbol());
     double number = 0.0;
-    if (form == NumberText::None || !readSessionReal(i_value, number)) return E_FAIL;
+    if (form == NumberText::None || (form == NumberText::Number && !readSessionReal(i_value, number))) return E_FAIL;
     const auto sp_magnitude = magnitude();
-    if (!sp_magnitude) return setDimensionWithoutMagnitude(i_value);
+    if (!sp_magnitude) {
+        m_frame.missing("pi_magnitude");
+        m_frame.write("    value applied : %s (MKS unit)", i_value);
+        return setDimensionWithoutMagnitude(i_value);
+    }
     if (form == NumberText::WithUnit) {
         m_frame.write("    value applied : %s", i_value);
         return setDimension(sp_magnitude.get(), i_value, nullptr);
@@ -121,11 +123,9 @@ HRESULT Valuation::setDimensionFrom(const CATUnicodeString& i_value) const {
 }
 
 /** What the bare text means is the platform's to say: all that tells that it was taken is another value than before. */
-HRESULT Valuation::setDimensionWithoutMagnitude(const CATUnicodeString& i_value) const {
-    m_frame.missing("pi_magnitude");
-    m_frame.write("    value applied : %s (MKS unit)", i_value);
+HRESULT Valuation::setDimensionWithoutMagnitude(const CATUnicodeString& i_text) const {
     const CATUnicodeString before = m_parameter->Show();
-    m_parameter->ValuateReal(i_value);
+    m_parameter->ValuateReal(i_text);
     return m_parameter->Show() != before ? S_OK : refused(kValuateReal);
 }
 
@@ -133,7 +133,8 @@ HRESULT Valuation::setFirstDimension(double i_number, ToStorageUnit i_to_storage
     const auto sp_magnitude = magnitude();
     CATUnicodeString text;
     i_to_storage_unit(sp_magnitude.get(), i_number, text);
-    const CATICkeUnit_var sp_unit = sp_magnitude ? sp_magnitude->CurrentUnit() : CATICkeUnit_var();
+    if (!sp_magnitude) return setDimensionWithoutMagnitude(text);
+    const CATICkeUnit_var sp_unit = sp_magnitude->CurrentUnit();
     if (text.IsNull() || sp_unit == nullptr) return m_frame.missing("sp_unit");
     const double mks = sp_unit->Convert(i_number);
     return setDimension(sp_magnitude.get(), text, &mks);

@@ -38,7 +38,7 @@ private:
     HRESULT setReal(double i_number) const;
     HRESULT setRealFrom(const CATUnicodeString& i_value) const;
     HRESULT setDimensionFrom(const CATUnicodeString& i_value) const;
-    HRESULT setDimensionWithoutMagnitude(const CATUnicodeString& i_value) const;
+    HRESULT setDimensionWithoutMagnitude(const CATUnicodeString& i_text) const;
     HRESULT setFirstDimension(double i_number, ToStorageUnit i_to_storage_unit) const;
     /** @param ip_mks what the text has to mean; null: whatever it means */
     HRESULT setDimension(CATICkeMagnitude* ipi_magnitude, const CATUnicodeString& i_text, const double* ip_mks) const;

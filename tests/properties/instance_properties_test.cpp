@@ -202,6 +202,13 @@ TEST_F(InstancePropertiesTest, AttributesAreSetInTheirOwnType) {
     EXPECT_EQ(set(frame, "B", Service::PropertyBoolean, "no"), S_OK);
     EXPECT_EQ(one(frame, "S"), "0 ");
     EXPECT_EQ(one(frame, "B"), "4 0");
+    for (const char* const name : {"S", "B"})
+        EXPECT_EQ(set(frame, name, Service::PropertyBoolean, "1@=@0"), S_OK) << "kept as texts";
+    EXPECT_EQ(one(frame, "S"), "0 1@=@0");
+    EXPECT_EQ(one(frame, "B"), "4 1@=@0");
+    EXPECT_EQ(set(frame, "B", Service::PropertyBoolean, "no"), S_OK);
+    EXPECT_EQ(set(frame, "S", Service::PropertyBoolean, "1"), E_FAIL);
+    EXPECT_EQ(all(frame), (Texts{"R=0,5@=@1234567,5", "S=1@=@0", "B=no@=@1@=@0"}));
 }
 
 TEST_F(InstancePropertiesTest, SeveralValuesAreKeptInTheirOrderOnceEach) {
@@ -326,6 +333,16 @@ TEST_F(InstancePropertiesTest, TheDescriptionBelowAComponentIsCleanedFirst) {
     EXPECT_EQ(relative.description(), "user");
 }
 
+TEST_F(InstancePropertiesTest, TheDescriptionBelowASubAssemblyIsNotCleaned) {
+    const auto sub = session().product("/w/Sub.CATProduct");
+    embedded::Product inner = sub.root().add(session().part("/w/Nut.CATPart"), "Nut.1");
+    inner.description("KETO_ID_7\nuser");
+    root.add(sub, "Sub.1");
+    EXPECT_EQ(setProperties(root.at({"Sub.1", "Nut.1"}), {"DescriptionInst"}, {"text"}), S_OK);
+    EXPECT_EQ(messages(), (Texts{"Set DescriptionInst"}));
+    EXPECT_EQ(inner.description(), "KETO_ID_7\nuser");
+}
+
 TEST_F(InstancePropertiesTest, ADescriptionIsWrittenEvenWhenCleaningFailed) {
     const embedded::Product inner = frame.add(session().part("/w/Nut.CATPart"), "Nut.1");
     const std::string line = "Impossible to update instance description for relative occurrence";
@@ -372,7 +389,12 @@ TEST_F(InstancePropertiesTest, PropertiesComeBackFromASessionFile) {
     ASSERT_TRUE(loaded.ok) << loaded.error;
     ASSERT_TRUE(embedded::sessionText(again).ok);
     EXPECT_EQ(text, again);
-    EXPECT_EQ(all(session().product("/w/Root.CATProduct").root().at({"Frame.1"})), (Texts{"A=a@=@b", "R=0.5"}));
+    const auto readAgain = [&] { return session().product("/w/Root.CATProduct").root().at({"Frame.1"}); };
+    EXPECT_EQ(all(readAgain()), (Texts{"A=a@=@b", "R=0.5"}));
+    const std::size_t value = text.find("0.5\""), from = text.rfind(',', value);
+    ASSERT_TRUE(embedded::loadSessionText(path("s.json"), text.erase(from, value + 4 - from)).ok) << text;
+    EXPECT_EQ(all(readAgain()), (Texts{"A=a@=@b", "R="})) << "a property without a value";
+    EXPECT_EQ(one(readAgain(), "R"), "1 ");
 }
 
 TEST_F(InstancePropertiesTest, AFirstPropertyThatFailedIsMadeByTheNextCall) {

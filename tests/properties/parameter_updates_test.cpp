@@ -1,4 +1,5 @@
 #include "tests/properties/ParameterTest.h"
+#include "tests/support/FaultAt.h"
 
 namespace {
 
@@ -110,7 +111,8 @@ TEST_F(ParameterUpdatesTest, ADimensionTakesANumberOfTheCurrentUnitOrATextWithAU
                  {"mm", ".", "mm", nullptr, nullptr},
                  {"mm", ".", ".", nullptr, nullptr},
                  {"mm", ".", "e5", nullptr, nullptr},
-                 {"mm", ".", "1e999mm", nullptr, nullptr}};
+                 {"mm", ".", "1e999", nullptr, nullptr},
+                 {"mm", ".", "1e999mm", "1e999mm", nullptr}};
     Parameter length = set.add("Length", "L", 1.0);
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.given) + " in " + c.unit + " " + c.separator);
@@ -169,12 +171,14 @@ TEST_F(ParameterUpdatesTest, WhatThePlatformDoesNotTakeIsAFailureThatChangesNoth
                  {"S", "1@=@2", "i"},
                  {"S", "1@=@2", "d"},
                  {"B", "1@=@0", "i"},
+                 {"B", "1@=@0", "s"},
                  {"R", "1@=@2", "s"},
                  {"L", "1@=@2", "s"},
                  {"Driven S", "y", "s"},
                  {"Driven I", "7", "i"},
                  {"Driven B", "1", "b"},
                  {"Driven R", "7", "d"},
+                 {"Driven R", "0.500001", "d"},
                  {"Driven I", "7@=@8", "i"}};
     for (const std::string prefix : {"", "Driven "}) {
         Parameter made[] = {set.add(prefix + "S", "x"), set.add(prefix + "I", 0), set.add(prefix + "R", 0.5),
@@ -201,6 +205,30 @@ TEST_F(ParameterUpdatesTest, WhatThePlatformDoesNotTakeIsAFailureThatChangesNoth
     EXPECT_EQ(set.parameter("R").shown(), "7");
 }
 
+TEST_F(ParameterUpdatesTest, AParameterThatDoesNotTellItsTypeOrMagnitudeTakesNothingUnseen) {
+    Parameter length = set.add("Length", "L", 0.25), driven = set.add("Length", "D", 0.25).driven();
+    const auto failed = [&](const char* call, const Parameter& parameter, const char* value, const char* type) {
+        HRESULT code = S_OK;
+        std::string before;
+        EXPECT_TRUE(failAt(call, 1, [&] {
+            before = parameter.shown() + parameter.list();
+            code = update(parameter, value, type);
+        }));
+        EXPECT_EQ(code, E_FAIL);
+        EXPECT_EQ(parameter.shown() + parameter.list(), before);
+        return reports();
+    };
+    for (const char* const type : {"s", "i", "b", "d"})
+        EXPECT_EQ(failed("CATICkeParm::Type", length, "7", type), (Texts{kClass + "updateParameter 9002 sp_type"}));
+    EXPECT_EQ(failed("QueryInterface(CATICkeMagnitude)", driven, "7", "d"),
+              (Texts{kClass + "updateParameter 9002 pi_magnitude", kClass + "updateParameter 9003 ValuateReal"}));
+    EXPECT_EQ(messages(), (Texts{"Updating the Double property P (Length)", "    value applied : 7 (MKS unit)",
+                                 "Unable to update parameter [P] with value [7]\n"}));
+    EXPECT_EQ(
+        failed("QueryInterface(CATICkeMagnitude)", driven, "7@=@8", "d"),
+        (Texts{kClass + "getParamValueInStorageUnit 9002 ipi_magnitude", kClass + "updateParameter 9003 ValuateReal"}));
+}
+
 TEST_F(ParameterUpdatesTest, TheKindOfTheKeptListDecidesHowValuesAreRead) {
     const std::string line = "multiple String values";
     Parameter truth = set.add("B", true), integer = set.add("I", 7), length = set.add("Length", "L", 1.0);
@@ -224,8 +252,12 @@ TEST_F(ParameterUpdatesTest, TheKindOfTheKeptListDecidesHowValuesAreRead) {
     Parameter texts = set.add("Length", "T", 1.0).list("ListOfValues", Texts{"5", "some"});
     EXPECT_EQ(update(texts, "2.5", "d"), S_OK);
     EXPECT_EQ(texts.shown() + " " + texts.list(), "2.5mm string: 2.5, 5, some");
+    environment().decimalSeparator = ",";
+    EXPECT_EQ(update(texts, "3.5", "d"), S_OK);
+    EXPECT_EQ(texts.shown() + " " + texts.list(), "3,5mm string: 3.5, 2.5, 5, some");
+    environment().decimalSeparator = ".";
     clearJournal();
-    EXPECT_EQ(pairs(set), "kept|X.B|no@=@1@=@0|X.I|8@=@y|X.L|5@=@6|X.T|2.5@=@5@=@some|");
+    EXPECT_EQ(pairs(set), "kept|X.B|no@=@1@=@0|X.I|8@=@y|X.L|5@=@6|X.T|3.5@=@2.5@=@5@=@some|");
     EXPECT_EQ(messages(), (Texts{line, line, "multiple integer values", line}));
 }
 
