@@ -12,11 +12,11 @@ show_progress() {
     local line shown=0
     while IFS= read -r line; do
         echo "$line"
-        [[ $line =~ ^\[([0-9]+)/([0-9]+)\] ]] || continue
+        [[ $line =~ ^\[([1-9][0-9]*)/([0-9]+)\] ]] || continue
         if [ -t 2 ]; then
             printf '\rBuilding: %s of %s ' "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}" >&2
             shown=1
-        elif ((BASH_REMATCH[1] % 10 == 0 && BASH_REMATCH[1] > 0)); then
+        elif ((BASH_REMATCH[1] % 10 == 0)); then
             echo "Building: ${BASH_REMATCH[1]} of ${BASH_REMATCH[2]}" >&2
         fi
     done

@@ -57,6 +57,11 @@ function(vorntools_unity_by_folder target)
         file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${source}/..)
         string(MAKE_C_IDENTIFIER "${folder}" group)
         set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
+        # The macros of this header are for no other source.
+        file(STRINGS ${source} system_header REGEX "windows[.]h")
+        if(system_header)
+            list(APPEND arg_EXCEPT ${source})
+        endif()
     endforeach()
     # It takes every source but the one that includes the others for a header.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)

@@ -40,6 +40,10 @@ TEST_F(RunCommandTest, DocumentsWindowsAndSelection) {
     EXPECT_EQ(values({"window", "document", "product"}),
               Texts{R"("GearPump.CATProduct" | "housing/Housing.CATPart" | "GP-100\\Housing.1")"});
     EXPECT_EQ(runExample("windows --json --find Absent.CATPart"), 1);
+    EXPECT_EQ(runExample(std::string("windows --json --find \"") + VORNTOOLS_SOURCE_DIR +
+                         "/examples/exchange/../workspace/DriveGear.CATPart\""),
+              0)
+        << "a name with a folder is the same by every way to write it";
     EXPECT_EQ(runExample("selection --json"), 0);
     EXPECT_EQ(values({"product", "document"}),
               (Texts{R"("GP-100\\Shaft.1" | "Shaft.CATPart")", R"("GP-100\\Drive" | "GearPump.CATProduct")"}));

@@ -1,3 +1,4 @@
+#include "tools/vorntools/Files.h"
 #include "tools/vorntools/RunCommand.h"
 
 #include "CATDocument.h"
@@ -52,7 +53,8 @@ int findFile(bool json, const std::string& file, const std::string& shape) {
     CATDocument* root = nullptr;
     CATIProduct* received = nullptr;
     unsigned char found = 0;
-    VornToolsCommon::analyzeWindowsInSession(textOf(file), textOf(shape), &switcher, document, found, root, received);
+    const std::string asked = file == fileNameOf(file) ? file : fullNameOf(file);
+    VornToolsCommon::analyzeWindowsInSession(textOf(asked), textOf(shape), &switcher, document, found, root, received);
     CATUnicodeString path;
     if (received) {
         VornToolsCommon::getProductPath(received, path);
