@@ -131,13 +131,16 @@ TEST_F(LinksTest, AMissingImageIsReported) {
     EXPECT_EQ(list.size(), 0U);
     EXPECT_EQ(VornToolsLinks::getExternalReference(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getGhosts(nullptr, 0, list), 0);
+    VornToolsVector<int> uses;
+    VornToolsFolderMemory folders;
+    EXPECT_EQ(VornToolsLinks::getOtherDocuments(nullptr, 0, nullptr, "", list, other, uses, folders), 0);
     EXPECT_EQ(VornToolsLinks::getMMLTag(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getMmlPublication(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::sortImportUnpublished_and_MMLR12(nullptr, 0, 0, 0, list, list, other, third), 0);
     EXPECT_EQ(missing, 0);
     EXPECT_EQ(number, 0);
     const Texts reported = reports();
-    EXPECT_EQ(reported.size(), 11U);
+    EXPECT_EQ(reported.size(), 12U);
     for (const std::string& report : reported) EXPECT_NE(report.find(" 9001 ip_image"), std::string::npos) << report;
 }
 
@@ -146,7 +149,8 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     image.application().references({"..!A!x"}).imports({{1, {4}}}, {"InputToDoc:Doc!Parameters:Depth!"});
     image.properties("C:\\w\\own.CATPart", {ImageRecord::whole("CATPart", "C:\\w\\sub\\a.CATPart"),
                                             ImageRecord::object("CATProduct", "b.CATProduct", kFirst),
-                                            ImageRecord::object("CATPart", ".\\c.CATPart", kSecond)});
+                                            ImageRecord::object("CATPart", ".\\c.CATPart", kSecond),
+                                            ImageRecord::unloadable("C:\\w\\sub\\sizes.xls")});
     const std::string file = write("own.CATPart", image.bytes());
     write("deep/er/a.CATPart", "x");
     VornToolsString bytes = stringOf(image.bytes()), name = stringOf(file), linked = stringOf("C:\\x\\a.CATPart");
@@ -180,6 +184,15 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         Strings lists[4];
         VornToolsLinks::getLinkedDocName(&bytes, property, &name, directory, lists[0], lists[1], lists[2], lists[3]);
         for (const auto& list : lists) EXPECT_EQ(list.size(), 1U);
+    });
+    sweep("getOtherDocuments", [&] {
+        Strings names, of_what;
+        VornToolsVector<int> uses;
+        VornToolsFolderMemory folders;
+        VornToolsLinks::getOtherDocuments(&bytes, property, &name, directory, names, of_what, uses, folders);
+        EXPECT_EQ(names.size(), 1U);
+        EXPECT_EQ(of_what.size(), 1U);
+        EXPECT_EQ(uses.size(), 1U);
     });
     using OneKind = VornToolsVector<VornToolsLink> (*)(VornToolsString*, VornToolsString*, CATUnicodeString);
     const std::tuple<const char*, OneKind, unsigned int> kinds[] = {
