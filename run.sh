@@ -79,6 +79,10 @@ cat "$examples/exchange/CADFilesInSession.txt"
 heading "Links of the documents, found in their bytes"
 show links workspace
 
+heading "What a document's file is made of, and its picture"
+show contents workspace/Shaft.CATPart
+show preview workspace/Shaft.CATPart -o workspace
+
 heading "Properties, parameters, design tables and scenes; work modes"
 show run $session properties
 show run $session parameters

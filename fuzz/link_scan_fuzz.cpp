@@ -1,5 +1,6 @@
 // Any bytes as a document file: the link scan reads them, and its operations agree with each other.
 
+#include "VornToolsFolderMemory.h"
 #include "VornToolsLinks.h"
 
 #include "embedded/Accounting.h"
@@ -85,6 +86,13 @@ void checkNames(VornToolsString& image, VornToolsString& file) {
     Strings partFiles, products, parts, references, ghosts, tags, publications, unpublished, older;
     VornToolsLinks::getLinkedDocName(&image, property, &file, "", partFiles, products, parts, references);
     VornToolsLinks::getGhosts(&image, property, ghosts);
+    VornToolsFolderMemory folders;
+    Strings others, kinds;
+    VornToolsVector<int> uses;
+    VornToolsLinks::getOtherDocuments(&image, property, &file, "", others, kinds, uses, folders);
+    require(others.size() == kinds.size() && others.size() == uses.size(), "other documents are not parallel");
+    for (unsigned int i = 0; i < others.size(); ++i)
+        require(uses[i] != 0 && others[i].size() > 0, "another document without a name or a use");
     require(parts.size() == references.size(), "references are not parallel to parts");
     for (unsigned int i = 0; i < references.size(); ++i) require(references[i].size() == 8, "a cut reference");
     for (const int release : {12, 21}) {

@@ -117,6 +117,22 @@ public:
      * since nobody is to find them. @return 0 */
     static int getGhosts(VornToolsString* image, int position, VornToolsVector<VornToolsString>& ghosts);
     /**
+     * Whatever else the document-property stream names and the document uses: records that are none of
+     * getLinkedDocName's and no drawing. Design tables and other files of the operating system have the kind
+     * "CATUnloadable"; products of a catalog, models of version 4, analysis results and materials have their own. The
+     * catalogs that belong to the platform itself (kinds "feat", "CATfct") are left out.
+     * @param position of "CATDocumentProperty". @param fileName where the document lies now: the others are looked for
+     * beside it. @param directory where those that are named without directory are looked for
+     * @param names of the files that were found, else as stored; a document that two records name is named twice
+     * @param kinds parallel to names: the type as stored. @param uses parallel to names: how many pointers of the
+     * document go through the record, never 0
+     * @param folders keeps the folders that were read. @return 0
+     */
+    static int getOtherDocuments(VornToolsString* image, int position, VornToolsString* fileName,
+                                 CATUnicodeString directory, VornToolsVector<VornToolsString>& names,
+                                 VornToolsVector<VornToolsString>& kinds, VornToolsVector<int>& uses,
+                                 VornToolsFolderMemory& folders);
+    /**
      * External references between the application container and the document-property stream, each once.
      * @param release not used: the form is the same in all. @param applicationPosition of "AppliCont"
      * @param propertyPosition of "CATDocumentProperty". @return 0

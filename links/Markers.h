@@ -20,6 +20,9 @@ constexpr auto featureStream = "OSMX"sv;
 constexpr auto ownDocument = "GenericLocate"sv;
 constexpr auto object = "CATIA"sv;
 constexpr auto file = "File"sv;
+/** With its length in front. */
+constexpr auto countedFile = "\x04"
+                             "File"sv;
 constexpr auto part = "CATPart"sv;
 constexpr auto product = "CATProduct"sv;
 constexpr auto drawing = "CATDrawing"sv;

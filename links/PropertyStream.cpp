@@ -4,6 +4,8 @@
 #include "links/Markers.h"
 #include "links/StoredText.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vorntools {
@@ -31,6 +33,8 @@ constexpr std::size_t kIdentity = 12;
 constexpr std::size_t kObject = 75;
 constexpr std::size_t kObjectFile = 132;
 constexpr std::size_t kObjectType = 147;
+/** The first byte of a text. */
+constexpr std::size_t kFirstText = 6;
 /** The length of a name, between its type and the name. */
 constexpr std::size_t kNameLengthBytes = 2;
 
@@ -94,6 +98,26 @@ bool readDocument(std::string_view i_image, const Block& i_block, bool i_little_
     return found && !o_document.name.empty();
 }
 
+/** The type and the name that any record holds behind its word for a file, wherever that stands. */
+bool readOther(std::string_view i_image, const Block& i_block, bool i_little_endian, OtherDocument& o_document) {
+    static constexpr std::string_view catalogs_of_the_platform[] = {"feat", "CATfct"};
+    o_document.uses = int32At(i_image, i_block.textEnd + kUses, i_little_endian);
+    if (o_document.uses == 0) return false;
+    const std::size_t first = i_block.at + kFirstText;
+    const std::string text = textAt(i_image, first, (i_block.textEnd - i_block.at) / textStride);
+    const std::size_t file = text.find(marker::countedFile);
+    if (file == std::string::npos) return false;
+    const std::size_t type = file + marker::countedFile.size();
+    o_document.kind = text.substr(std::min(type + 1, text.size()), byteAt(text, type));
+    const std::size_t length = type + 1 + o_document.kind.size();
+    const std::size_t name_bytes = byteAt(text, length) | std::size_t{byteAt(text, length + 1)} << 8;
+    if (!holds(text, length + kNameLengthBytes, 1)) return false;
+    o_document.name = decoded(text.substr(length + kNameLengthBytes, name_bytes));
+    return !o_document.name.empty() &&
+           std::find(std::begin(catalogs_of_the_platform), std::end(catalogs_of_the_platform), o_document.kind) ==
+               std::end(catalogs_of_the_platform);
+}
+
 } // namespace
 
 /** The first block: the document itself. */
@@ -136,7 +160,11 @@ void PropertyStream::readRecords(std::string_view i_image, std::size_t i_positio
     std::int32_t record = 0;
     for (; record < count && readBlock(i_image, block.next(), i_header.littleEndian, block); ++record) {
         LinkedDocument document;
-        if (!readDocument(i_image, block, i_header.littleEndian, document)) continue;
+        if (!readDocument(i_image, block, i_header.littleEndian, document)) {
+            OtherDocument other;
+            if (readOther(i_image, block, i_header.littleEndian, other)) m_others.push_back(std::move(other));
+            continue;
+        }
         m_documents.push_back(std::move(document));
         records.push_back(static_cast<std::size_t>(record));
     }

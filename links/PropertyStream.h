@@ -36,6 +36,13 @@ struct LinkedDocument {
     }
 };
 
+/** A record in use of any other kind: a design table, a material, a catalog, a model of version 4, a result file. */
+struct OtherDocument {
+    std::string kind; ///< the type that the record tells
+    std::string name; ///< as stored, in the platform's 8-bit form
+    std::int32_t uses = 0;
+};
+
 /**
  * The document-property stream of a document image: its own path at the last save, and the documents it names. Damage
  * ends the reading; what stands before it is kept. The layout is described in docs/links.md.
@@ -50,6 +57,8 @@ public:
     const std::string& ownPath() const { return m_own_path; }
     /** In stream order, unused ones and repeats included. */
     const std::vector<LinkedDocument>& documents() const { return m_documents; }
+    /** In stream order, without the catalogs that the platform brings itself. */
+    const std::vector<OtherDocument>& others() const { return m_others; }
     /** Whether the stream was read to its end: as many records as it counts, and the word that closes it. */
     bool isComplete() const { return m_is_complete; }
 
@@ -62,6 +71,7 @@ private:
 
     std::string m_own_path;
     std::vector<LinkedDocument> m_documents;
+    std::vector<OtherDocument> m_others;
     bool m_is_complete = false;
 };
 

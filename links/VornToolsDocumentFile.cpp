@@ -6,13 +6,13 @@
 #include "links/DocumentFile.h"
 #include "links/DocumentScan.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 using namespace vorntools;
@@ -117,6 +117,7 @@ struct VornToolsDocumentFile::Content {
     DocumentFile file;
     EnumDocumentCondition condition = DocumentNotOpen;
     bool is_condition_known = false;
+    std::unordered_map<std::uint32_t, int> storages; ///< indices by identifier, once one was asked for
 
     const DirectoryEntry* entry(int i_index) const {
         const auto& entries = file.entries();
@@ -124,18 +125,22 @@ struct VornToolsDocumentFile::Content {
                    ? &entries[static_cast<std::size_t>(i_index) - 1]
                    : nullptr;
     }
-    int indexOf(std::uint32_t i_storage) const;
+    int indexOf(std::uint32_t i_storage);
     VornToolsString* makeLinkImage(const JournalFrame& i_frame);
     void noteCondition(std::string_view i_image);
 };
 
 /** Index of a storage, from 1; 0 when it is not there. */
-int VornToolsDocumentFile::Content::indexOf(std::uint32_t i_storage) const {
-    const auto& entries = file.entries();
-    const auto found = std::find_if(entries.begin(), entries.end(), [i_storage](const DirectoryEntry& i_entry) {
-        return !i_entry.is_stream && i_entry.identifier == i_storage;
-    });
-    return found == entries.end() ? 0 : static_cast<int>(found - entries.begin()) + 1;
+int VornToolsDocumentFile::Content::indexOf(std::uint32_t i_storage) {
+    if (storages.empty()) {
+        int index = 0;
+        for (const DirectoryEntry& entry : file.entries()) {
+            ++index;
+            if (!entry.is_stream) storages.emplace(entry.identifier, index);
+        }
+    }
+    const auto found = storages.find(i_storage);
+    return found == storages.end() ? 0 : found->second;
 }
 
 VornToolsString* VornToolsDocumentFile::Content::makeLinkImage(const JournalFrame& i_frame) {
@@ -218,8 +223,14 @@ HRESULT VornToolsDocumentFile::getEntry(int i_index, CATUnicodeString& o_name, i
     o_pieces = 0;
     const DirectoryEntry* const p_entry = m_content ? m_content->entry(i_index) : nullptr;
     if (!p_entry) return frame.report(ErrorOutOfRange, "i_index");
-    if (!guarded([&] { o_name = textOf(p_entry->name); })) return E_FAIL;
-    o_parent = m_content->indexOf(p_entry->parent);
+    const auto name_and_place = [&] {
+        o_parent = m_content->indexOf(p_entry->parent);
+        o_name = textOf(p_entry->name);
+    };
+    if (!guarded(name_and_place)) {
+        o_parent = 0;
+        return E_FAIL;
+    }
     o_is_stream = p_entry->is_stream ? 1 : 0;
     o_size = p_entry->size;
     o_pieces = static_cast<int>(p_entry->pieces.size());

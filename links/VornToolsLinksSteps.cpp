@@ -69,6 +69,25 @@ int VornToolsLinks::getGhosts(VornToolsString* image, int position, VornToolsVec
     return 0;
 }
 
+int VornToolsLinks::getOtherDocuments(VornToolsString* image, int position, VornToolsString* fileName,
+                                      CATUnicodeString directory, VornToolsVector<VornToolsString>& names,
+                                      VornToolsVector<VornToolsString>& kinds, VornToolsVector<int>& uses,
+                                      VornToolsFolderMemory& folders) {
+    const JournalFrame frame(_CteCLASS_NAME, "getOtherDocuments");
+    clear(names);
+    clear(kinds);
+    clear(uses);
+    if (isMissing(frame, image)) return 0;
+    const PropertyStream stream(viewOf(*image), positionOf(position));
+    LinkedNames found(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
+    for (const OtherDocument& document : stream.others()) {
+        names.append(stringOf(found.resolve(document.name)));
+        kinds.append(stringOf(document.kind));
+        uses.append(document.uses);
+    }
+    return 0;
+}
+
 int VornToolsLinks::getExternalReference(VornToolsString* image, int, int applicationPosition, int propertyPosition,
                                          VornToolsVector<VornToolsString>& references) {
     const JournalFrame frame(_CteCLASS_NAME, "getExternalReference");

@@ -39,9 +39,10 @@ TEST_F(LinksCommandTest, GivesOneObjectADocument) {
     ASSERT_EQ(rows.size(), 3u);
     EXPECT_EQ(
         rows[0].dump(),
-        "{\"document\":\"" + path("w/Pin.CATPart") + "\",\"version\":[5,24,0],\"part_files\":[{\"name\":\"" +
+        "{\"document\":\"" + path("w/Pin.CATPart") +
+            "\",\"condition\":\"intact\",\"version\":[5,24,0],\"part_files\":[{\"name\":\"" +
             path("w/sub/Bolt.CATPart") +
-            "\",\"exists\":true}],\"context_products\":[],\"context_parts\":[],\"external_references\":"
+            "\",\"exists\":true}],\"context_products\":[],\"context_parts\":[],\"other_documents\":[],\"external_references\":"
             "[\"..!Bolt.1!Axis\"],\"links\":[{\"type\":\"MMLAssy_Ref\",\"name\":null,\"exists\":null,\"reference\":"
             "\"..!Bolt.1!Axis\",\"tag_found\":false},{\"type\":\"MML\",\"name\":\"" +
             path("w/sub/Bolt.CATPart") +
@@ -143,8 +144,9 @@ TEST_F(LinksCommandTest, ExitStatusTellsMissingFromUnreadable) {
     EXPECT_EQ(run("links " + quoted("w/Pin.CATPart")), 0);
     EXPECT_EQ(run("links " + quoted("w/Root.CATProduct")), 1);
     EXPECT_NE(content("out").find("missing"), std::string::npos);
-    write("w/Empty.CATPart", "");
-    EXPECT_EQ(run("links --json " + quoted("w/Empty.CATPart")), 2);
+    std::filesystem::create_directory(path("e"));
+    std::filesystem::create_symlink("nothing", path("e/Gone.CATPart"));
+    EXPECT_EQ(run("links --json " + quoted("e")), 2);
     EXPECT_EQ(rows()[0]["error"], "cannot be read");
     EXPECT_EQ(run("links " + quoted("absent")), 2);
     EXPECT_EQ(run("links --dot --json " + quoted("w")), 2);

@@ -20,6 +20,20 @@ TEST_F(LinksTest, RecordsNameDocumentsByKind) {
         ImageRecord::object("CATProduct", "C:\\w\\renamed.CATProduct", kFirst, 0),
         ImageRecord::object("CATDrawing", "C:\\w\\renamed.CATDrawing", kFirst, 0),
         {"\x05Undef\0\0\0\0\x06"s + "CATWin", 1, 0},
+        ImageRecord::whole("CATfct", "Catalog.CATfct"),
+        ImageRecord::unloadable("C:\\w\\sizes.xls", 2),
+        ImageRecord::unloadable("C:\\w\\gone.xls", 0),
+        ImageRecord::unloadable(""),
+        ImageRecord::whole("model", "/u/File/\xC3\xA9t\xC3\xA9.model", -1),
+        ImageRecord::object("CATMaterial", "C:\\w\\" + std::string(300, 'm') + ".CATMaterial", kFirst),
+        {"\x01r\0\0\0\0\x04"s + "File\x7F"
+                                "cut",
+         1, 0},
+        {"\x01r\0\0\0\0\x04"s + "File\x05modelxx", 1, 0},
+        {"\x01r\0\0\0\0\x04"s + "File\x05model\xFF\xFF"
+                                "short.model",
+         1, 0},
+        {"\x01r\0\0\0\0\x04"s + "File\x05model\x03\0m.xtail"s, 1, 0},
     };
     for (const bool littleEndian : {true, false}) {
         DocumentImage image(littleEndian);
@@ -30,6 +44,10 @@ TEST_F(LinksTest, RecordsNameDocumentsByKind) {
         EXPECT_EQ(names.parts, Texts({"C:\\w\\ctx.CATPart", "C:\\w\\ctx.CATPart"}));
         EXPECT_EQ(names.references, Texts({kSecond.substr(8), kThird.substr(8)}));
         EXPECT_EQ(names.ghosts, Texts({"gone.CATPart", "C:\\w\\renamed.CATProduct", "C:\\w\\renamed.CATDrawing"}));
+        EXPECT_EQ(names.others, Texts({"Catproduct|C:\\w\\case.CATProduct|1", "CATProduct|C:\\w\\whole.CATProduct|1",
+                                       "CATUnloadable|C:\\w\\sizes.xls|2", "model|/u/File/\xC3\xA9t\xC3\xA9.model|-1",
+                                       "CATMaterial|C:\\w\\" + std::string(300, 'm') + ".CATMaterial|1",
+                                       "model|short.model|1", "model|m.x|1"}));
     }
 }
 

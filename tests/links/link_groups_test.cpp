@@ -131,6 +131,9 @@ TEST_F(LinksTest, AMissingImageIsReported) {
     EXPECT_EQ(list.size(), 0U);
     EXPECT_EQ(VornToolsLinks::getExternalReference(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getGhosts(nullptr, 0, list), 0);
+    VornToolsVector<int> uses;
+    VornToolsFolderMemory folders;
+    EXPECT_EQ(VornToolsLinks::getOtherDocuments(nullptr, 0, nullptr, "", list, other, uses, folders), 0);
     EXPECT_EQ(VornToolsLinks::getMMLTag(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getMmlPublication(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getMmlDocuments(nullptr, 0, 0, 0, nullptr, "", list), 0);
@@ -147,7 +150,8 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     image.application().references({"..!A!x"}).imports({{1, {4}}}, {"InputToDoc:Doc!Parameters:Depth!"});
     image.properties("C:\\w\\own.CATPart", {ImageRecord::whole("CATPart", "C:\\w\\sub\\a.CATPart"),
                                             ImageRecord::object("CATProduct", "b.CATProduct", kFirst),
-                                            ImageRecord::object("CATPart", ".\\c.CATPart", kSecond)});
+                                            ImageRecord::object("CATPart", ".\\c.CATPart", kSecond),
+                                            ImageRecord::unloadable("C:\\w\\sub\\sizes.xls")});
     const std::string file = write("own.CATPart", image.bytes());
     write("deep/er/a.CATPart", "x");
     VornToolsString bytes = stringOf(image.bytes()), name = stringOf(file), linked = stringOf("C:\\x\\a.CATPart");
@@ -186,6 +190,15 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         Strings documents;
         VornToolsLinks::getMmlDocuments(&bytes, 21, image.applicationPosition(), property, &name, directory, documents);
         EXPECT_EQ(documents.size(), 1U);
+    });
+    sweep("getOtherDocuments", [&] {
+        Strings names, of_what;
+        VornToolsVector<int> uses;
+        VornToolsFolderMemory folders;
+        VornToolsLinks::getOtherDocuments(&bytes, property, &name, directory, names, of_what, uses, folders);
+        EXPECT_EQ(names.size(), 1U);
+        EXPECT_EQ(of_what.size(), 1U);
+        EXPECT_EQ(uses.size(), 1U);
     });
     using OneKind = VornToolsVector<VornToolsLink> (*)(VornToolsString*, VornToolsString*, CATUnicodeString);
     const std::tuple<const char*, OneKind, unsigned int> kinds[] = {

@@ -33,6 +33,10 @@ ImageRecord ImageRecord::object(const std::string& type, const std::string& path
     return {"\x11\x03"s + identity + "\0\0\0\0"s + counted("CATIA") + location(type, path), uses, 0};
 }
 
+ImageRecord ImageRecord::unloadable(const std::string& path, std::int32_t uses) {
+    return {counted("Undef") + "\0\0\0\0"s + counted("CATWin") + location("CATUnloadable", path), uses, 0};
+}
+
 DocumentImage& DocumentImage::raw(const std::string& bytes) {
     m_bytes += bytes;
     return *this;

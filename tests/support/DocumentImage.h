@@ -17,6 +17,8 @@ struct ImageRecord {
     /** An object in a container of a document: "CATIA", "File". @param identity 16 bytes */
     static ImageRecord object(const std::string& type, const std::string& path, const std::string& identity,
                               std::int32_t uses = 1);
+    /** A file of the operating system, such as the sheets of a design table: "Undef", "CATWin", "File". */
+    static ImageRecord unloadable(const std::string& path, std::int32_t uses = 1);
 };
 
 /** An import repository of a part: the record it points to and the texts of its inputs, by index into the table. */

@@ -1,6 +1,7 @@
 #ifndef TESTS_SUPPORT_LINKS_TEST_H
 #define TESTS_SUPPORT_LINKS_TEST_H
 
+#include "VornToolsFolderMemory.h"
 #include "VornToolsLinks.h"
 
 #include "tests/support/DocumentImage.h"
@@ -57,6 +58,7 @@ inline Texts operator+(Texts left, const Texts& right) {
 
 struct LinkedNamesOfImage {
     Texts partFiles, products, parts, references, ghosts;
+    Texts others; ///< "kind|name|uses"
 };
 
 inline LinkedNamesOfImage namesIn(const DocumentImage& image, const std::string& fileName = "/nowhere/own.CATPart") {
@@ -66,7 +68,17 @@ inline LinkedNamesOfImage namesIn(const DocumentImage& image, const std::string&
     const int position = image.propertyPosition();
     EXPECT_EQ(VornToolsLinks::getLinkedDocName(&bytes, position, &file, "", partFiles, products, parts, references), 0);
     EXPECT_EQ(VornToolsLinks::getGhosts(&bytes, position, ghosts), 0);
-    return {textsOf(partFiles), textsOf(products), textsOf(parts), textsOf(references), textsOf(ghosts)};
+    Strings others = partFiles, kinds = partFiles;
+    VornToolsVector<int> uses;
+    uses.append(99);
+    VornToolsFolderMemory folders;
+    EXPECT_EQ(VornToolsLinks::getOtherDocuments(&bytes, position, &file, "", others, kinds, uses, folders), 0);
+    Texts otherTexts;
+    for (unsigned int i = 0; i < others.size(); ++i)
+        otherTexts.push_back(bytesOf(kinds[i]) + "|" + bytesOf(others[i]) + "|" + std::to_string(uses[i]));
+    EXPECT_EQ(kinds.size(), others.size());
+    EXPECT_EQ(uses.size(), others.size());
+    return {textsOf(partFiles), textsOf(products), textsOf(parts), textsOf(references), textsOf(ghosts), otherTexts};
 }
 
 /** The multi-model links, made step by step. */

@@ -18,6 +18,10 @@ protected:
     int runIn(const std::string& name, const std::string& arguments) {
         return runShell("cd " + quoted(name) + " && " + program() + " " + arguments);
     }
+    /** The same, behind other commands of the shell. */
+    int runAfter(const std::string& commands, const std::string& arguments) {
+        return runShell(commands + program() + " " + arguments);
+    }
     /** The same, with one terminal for everything that it says: the content of "out", line ends as the terminal has
      * them. */
     int runOnTerminal(const std::string& arguments) {

@@ -27,6 +27,8 @@ void addStatusCommand(Command& program);
 void addDatCommand(Command& program);
 void addLinksCommand(Command& program);
 void addReportCommand(Command& program);
+void addContentsCommand(Command& program);
+void addPreviewCommand(Command& program);
 void addExchangeCommand(Command& program);
 void addRunCommand(Command& program);
 void addImportOptionsCommand(Command& program);

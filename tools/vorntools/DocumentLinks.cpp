@@ -20,9 +20,11 @@ constexpr const char* kDrawingType = "MMLDrawing";
 constexpr const char* kMultiModelType = "MML";
 constexpr const char* kReferenceType = "MMLAssy_Ref";
 
+std::string bytesOf(const VornToolsString& text) { return {text.bytes(), text.size()}; }
+
 std::vector<std::string> bytesOf(const Strings& list) {
     std::vector<std::string> result;
-    for (unsigned int i = 0; i < list.size(); ++i) result.emplace_back(list[i].bytes(), list[i].size());
+    for (unsigned int i = 0; i < list.size(); ++i) result.push_back(bytesOf(list[i]));
     return result;
 }
 
@@ -63,6 +65,7 @@ public:
         links.contextProducts = named(contextProducts);
         links.contextParts = named(contextParts);
         links.ghosts = bytesOf(ghosts);
+        readOthers(links);
     }
 
     void readTyped(const std::string& type, DocumentLinks& links) {
@@ -91,6 +94,14 @@ public:
     }
 
 private:
+    void readOthers(DocumentLinks& links) {
+        Strings names, kinds;
+        VornToolsVector<int> uses;
+        VornToolsLinks::getOtherDocuments(&m_bytes, m_properties, &m_name, m_folder, names, kinds, uses, m_folders);
+        for (unsigned int i = 0; i < names.size(); ++i)
+            links.others.push_back({bytesOf(kinds[i]), named(bytesOf(names[i])), uses[i]});
+    }
+
     int positionOf(const std::string& marker) const {
         return m_bytes.indexOf(VornToolsString(marker.data(), static_cast<int>(marker.size())), 0, m_bytes.size(), 0);
     }
@@ -109,6 +120,7 @@ bool DocumentLinks::anyMissing() const {
     return std::any_of(partFiles.begin(), partFiles.end(), isMissing) ||
            std::any_of(contextProducts.begin(), contextProducts.end(), isMissing) ||
            std::any_of(contextParts.begin(), contextParts.end(), isMissing) ||
+           std::any_of(others.begin(), others.end(), [](const OtherNamed& other) { return !other.document.exists; }) ||
            std::any_of(links.begin(), links.end(), [](const TypedLink& link) { return link.isMissing(); });
 }
 
@@ -125,8 +137,10 @@ DocumentLinks readDocumentLinks(const std::string& document, const std::string& 
     VornToolsDocumentFile file;
     if (FAILED(file.open(textOf(document)))) return links;
     const std::unique_ptr<VornToolsString> bytes(file.readLinkImage());
+    links.read = bytes || file.getSize() == 0;
+    if (!links.read) return links;
+    links.condition = conditionOf(file, document);
     if (!bytes) return links;
-    links.read = true;
     const std::string type = filter.empty() && isDrawing(document) ? kDrawingType : filter;
     Image image(*bytes, document, folders);
     image.readNames(links);

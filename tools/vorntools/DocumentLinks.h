@@ -1,6 +1,8 @@
 #ifndef TOOLS_VORNTOOLS_DOCUMENT_LINKS_H
 #define TOOLS_VORNTOOLS_DOCUMENT_LINKS_H
 
+#include "tools/vorntools/DocumentCondition.h"
+
 #include "VornToolsFolderMemory.h"
 
 #include <cstddef>
@@ -11,6 +13,13 @@
 struct NamedDocument {
     std::string name; ///< its full name where it was found, else as stored
     bool exists = false;
+};
+
+/** What a document names that is neither part, product nor drawing. */
+struct OtherNamed {
+    std::string kind; ///< as stored
+    NamedDocument document;
+    int uses = 0;
 };
 
 /** A link as the library lists it. */
@@ -26,15 +35,17 @@ struct TypedLink {
 /** What a document points to, as the library finds it in the document's file. */
 struct DocumentLinks {
     bool read = false; ///< false: the file could not be read, nothing else is known
+    DocumentCondition condition;
     int version = 0, release = 0, servicePack = 0;
     std::vector<NamedDocument> partFiles, contextProducts, contextParts;
     std::vector<std::string> externalReferences;
     std::vector<TypedLink> links;
+    std::vector<OtherNamed> others;
     std::vector<std::string> ghosts; ///< as stored
 
     /** Whether a document that is pointed to is nowhere to be found. */
     bool anyMissing() const;
-    /** Documents pointed to, each counted once. */
+    /** Parts and products pointed to, each counted once. */
     std::size_t countDocuments() const;
 };
 

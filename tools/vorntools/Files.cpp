@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -123,4 +124,14 @@ void DocumentSearch::addFolder(const std::string& prefix, std::vector<std::strin
         const std::string document = file.substr(0, file.size() - kDatSuffix.size());
         if (!contains(files, document)) add({prefix + document, fullPrefix + document, false, true});
     }
+}
+
+std::vector<std::string> documentsOf(const DocumentSearch& search, const std::vector<std::string>& names) {
+    std::set<std::string> given;
+    for (const std::string& name : names) given.insert(fullNameOf(name));
+    std::vector<std::string> documents;
+    for (const FoundDocument& found : search.found())
+        if (found.exists && (given.count(found.fullName) > 0 || isCatiaDocument(found.name)))
+            documents.push_back(found.fullName);
+    return documents;
 }

@@ -46,4 +46,8 @@ private:
         m_folders; ///< full name and name as given, each with a separator behind
 };
 
+/** Full names of the documents to read: of a folder those with a suffix of CATIA; one that is named is taken whatever
+ * it is called. @param names that were searched */
+std::vector<std::string> documentsOf(const DocumentSearch& search, const std::vector<std::string>& names);
+
 #endif

@@ -40,6 +40,7 @@ public:
 private:
     Json json() const;
     Json jsonOf(const std::vector<NamedDocument>& documents) const;
+    Json jsonOf(const OtherNamed& other) const;
     Json jsonOf(const TypedLink& link) const;
     void printTable() const;
     void printDot() const;
@@ -63,6 +64,13 @@ Json Listed::jsonOf(const std::vector<NamedDocument>& documents) const {
     return array;
 }
 
+Json Listed::jsonOf(const OtherNamed& other) const {
+    return Json::object({{"kind", other.kind},
+                         {"name", m_search.asGiven(other.document.name)},
+                         {"exists", other.document.exists},
+                         {"uses", other.uses}});
+}
+
 /** A link that says only which element it means has no document that could be there or not. */
 Json Listed::jsonOf(const TypedLink& link) const {
     const bool named = !link.document.name.empty();
@@ -77,11 +85,15 @@ Json Listed::json() const {
     if (!m_links.read) return Json::object({{"document", m_document}, {"error", "cannot be read"}});
     Json links = Json::array();
     for (const TypedLink& link : m_links.links) links.push_back(jsonOf(link));
+    Json others = Json::array();
+    for (const OtherNamed& other : m_links.others) others.push_back(jsonOf(other));
     Json object = Json::object({{"document", m_document},
+                                {"condition", m_links.condition.json()},
                                 {"version", Json::array({m_links.version, m_links.release, m_links.servicePack})},
                                 {"part_files", jsonOf(m_links.partFiles)},
                                 {"context_products", jsonOf(m_links.contextProducts)},
                                 {"context_parts", jsonOf(m_links.contextParts)},
+                                {"other_documents", std::move(others)},
                                 {"external_references", textsOf(m_links.externalReferences)},
                                 {"links", std::move(links)}});
     if (m_options.ghosts) object.add("ghosts", textsOf(m_links.ghosts));
@@ -90,17 +102,19 @@ Json Listed::json() const {
 
 void Listed::printTable() const {
     print(printable(m_document) + "  V" + std::to_string(m_links.version) + " R" + std::to_string(m_links.release) +
-          " SP" + std::to_string(m_links.servicePack) + "\n");
+          " SP" + std::to_string(m_links.servicePack) +
+          (m_links.condition.isTold() ? "  " + m_links.condition.text : "") + "\n");
     Table table({{""}, {"LINK"}, {"DOCUMENT"}, {"ELEMENT"}});
-    const auto addDocuments = [&](const char* kind, const std::vector<NamedDocument>& documents) {
-        std::set<std::string> shown;
+    std::set<std::pair<std::string, std::string>> shown;
+    const auto addDocuments = [&](const std::string& kind, const std::vector<NamedDocument>& documents) {
         for (const NamedDocument& document : documents)
-            if (shown.insert(document.name).second)
+            if (shown.insert({kind, document.name}).second)
                 table.add({document.exists ? "" : "missing", kind, m_search.asGiven(document.name), ""});
     };
     addDocuments("part file", m_links.partFiles);
     addDocuments("context product", m_links.contextProducts);
     addDocuments("context part", m_links.contextParts);
+    for (const OtherNamed& other : m_links.others) addDocuments(other.kind, {other.document});
     for (const TypedLink& link : m_links.links)
         table.add({link.isMissing() ? "missing" : "", link.type, m_search.asGiven(link.document.name), link.reference});
     if (m_options.ghosts)
@@ -132,20 +146,9 @@ void Listed::printDot() const {
     };
     for (const auto* const list : {&m_links.partFiles, &m_links.contextProducts, &m_links.contextParts})
         for (const NamedDocument& target : *list) addEdge(target);
+    for (const OtherNamed& other : m_links.others) addEdge(other.document);
     for (const TypedLink& link : m_links.links) addEdge(link.document);
     print(lines);
-}
-
-/** Full names: a folder's documents are those with a suffix of CATIA; one that is named is taken whatever it is
- * called. */
-std::vector<std::string> documentsOf(const DocumentSearch& search, const std::vector<std::string>& names) {
-    std::set<std::string> given;
-    for (const std::string& name : names) given.insert(fullNameOf(name));
-    std::vector<std::string> documents;
-    for (const FoundDocument& found : search.found())
-        if (found.exists && (given.count(found.fullName) > 0 || isCatiaDocument(found.name)))
-            documents.push_back(found.fullName);
-    return documents;
 }
 
 int runLinks(const LinksOptions& options) {
@@ -155,7 +158,7 @@ int runLinks(const LinksOptions& options) {
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);
     VornToolsFolderMemory folders;
-    bool missing = false;
+    bool findings = false;
     if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
     {
         Progress progress(documents.size(), "documents");
@@ -163,14 +166,14 @@ int runLinks(const LinksOptions& options) {
             const Listed listed(search, document, options, folders);
             listed.show();
             usable = usable && listed.links().read;
-            missing = missing || listed.links().anyMissing();
+            findings = findings || listed.links().anyMissing() || listed.links().condition.isFinding;
             journal.take();
             progress.step();
         }
     }
     if (options.dot) print("}\n");
     if (!journal.finish() || !usable) return ExitUnusable;
-    return missing ? ExitFindings : ExitFine;
+    return findings ? ExitFindings : ExitFine;
 }
 
 } // namespace

@@ -38,6 +38,8 @@ int run(const std::vector<std::string>& arguments) {
     addDatCommand(program);
     addLinksCommand(program);
     addReportCommand(program);
+    addContentsCommand(program);
+    addPreviewCommand(program);
     addExchangeCommand(program);
     addRunCommand(program);
     addImportOptionsCommand(program);

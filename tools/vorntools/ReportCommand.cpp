@@ -36,23 +36,29 @@ struct ReportOptions {
 struct Report {
     std::vector<DocumentStatus> documents;
     std::vector<std::string> unread;
+    struct Condition {
+        std::string document, text;
+    };
+    std::vector<Condition> damaged;
     LinkGraph graph;
 
     void addLinks(const DocumentSearch& search, const FoundDocument& found, VornToolsFolderMemory& folders) {
         const DocumentLinks links = readDocumentLinks(found.fullName, "", folders);
         if (!links.read) unread.push_back(found.name);
+        if (links.condition.isFinding) damaged.push_back({found.name, links.condition.text});
         const std::size_t from = graph.add(found.name, false);
         const auto connect = [&](const NamedDocument& target) {
             if (!target.name.empty()) graph.connect(from, graph.add(search.asGiven(target.name), !target.exists));
         };
         for (const auto* const list : {&links.partFiles, &links.contextProducts, &links.contextParts})
             for (const NamedDocument& target : *list) connect(target);
+        for (const OtherNamed& other : links.others) connect(other.document);
         for (const TypedLink& link : links.links) connect(link.document);
     }
     bool hasFindings() const {
         for (const DocumentStatus& document : documents)
             if (document.isFinding()) return true;
-        return !graph.missing().empty();
+        return !graph.missing().empty() || !damaged.empty();
     }
 };
 
@@ -72,7 +78,14 @@ std::string countsOf(const Report& report) {
     return "<p>" + std::to_string(report.documents.size()) + " documents: " + std::to_string(fresh) + " new, " +
            std::to_string(modified) + " modified, " + std::to_string(report.documents.size() - fresh - modified) +
            " not modified. Missing documents that others point to: " + std::to_string(report.graph.missing().size()) +
-           ".</p>\n";
+           ". Damaged documents: " + std::to_string(report.damaged.size()) + ".</p>\n";
+}
+
+std::string damageOf(const Report& report) {
+    if (report.damaged.empty()) return {};
+    std::string html = "<h2>What is damaged</h2>\n<table>\n" + rowOf("th", {"Document", "Condition"});
+    for (const Report::Condition& condition : report.damaged) html += rowOf("td", {condition.document, condition.text});
+    return html + "</table>\n";
 }
 
 std::string missingOf(const Report& report) {
@@ -114,7 +127,7 @@ std::string pageOf(const Report& report, const std::vector<std::string>& names) 
     title = escapedForHtml(title);
     return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + title +
            "</title>\n<style>" + kStyle + "</style>\n</head>\n<body>\n<h1>" + title + "</h1>\n" + countsOf(report) +
-           missingOf(report) + statesOf(report) + drawingOf(report) + "</body>\n</html>\n";
+           damageOf(report) + missingOf(report) + statesOf(report) + drawingOf(report) + "</body>\n</html>\n";
 }
 
 bool write(const std::string& file, const std::string& page) {

@@ -16,14 +16,18 @@ struct StatusOptions {
     bool links = false;
 };
 
-/** Null when the document cannot be read. */
-Json countLinksOf(const FoundDocument& found, VornToolsFolderMemory& folders) {
+/** What the document itself says. */
+struct OwnLinks {
+    Json count; ///< null when nobody counted or the document cannot be read
+    DocumentCondition condition;
+};
+
+OwnLinks countLinksOf(const FoundDocument& found, VornToolsFolderMemory& folders) {
     const DocumentLinks links = readDocumentLinks(found.fullName, "", folders);
-    return links.read ? Json(links.countDocuments()) : Json();
+    return {links.read ? Json(links.countDocuments()) : Json(), links.condition};
 }
 
-/** @param documentLinks null when nobody counted */
-Json jsonOf(const DocumentStatus& row, bool withLinks, const Json& documentLinks) {
+Json jsonOf(const DocumentStatus& row, bool withLinks, const OwnLinks& ownLinks) {
     Json json = Json::object({{"document", row.document},
                               {"dat", textOrNull(row.dat)},
                               {"layout", textOrNull(row.layout)},
@@ -36,14 +40,17 @@ Json jsonOf(const DocumentStatus& row, bool withLinks, const Json& documentLinks
                               {"linked", row.linked},
                               {"unresolved", row.unresolved},
                               {"design_table", row.designTable}});
-    if (withLinks) json.add("document_links", documentLinks);
+    if (withLinks) {
+        json.add("document_links", ownLinks.count);
+        json.add("condition", ownLinks.condition.json());
+    }
     return json;
 }
 
-std::vector<std::string> cellsOf(const DocumentStatus& row, const Json& documentLinks) {
-    const std::string inDocument = documentLinks.isNull() ? "" : " / " + documentLinks.dump();
+std::vector<std::string> cellsOf(const DocumentStatus& row, const OwnLinks& ownLinks) {
+    const std::string inDocument = ownLinks.count.isNull() ? "" : " / " + ownLinks.count.dump();
     return {row.status,
-            row.reason,
+            ownLinks.condition.isTold() ? row.reason + ", " + ownLinks.condition.text : row.reason,
             row.layout.empty() ? "-" : row.layout,
             row.itemRevision,
             row.loadType,
@@ -77,10 +84,9 @@ int runStatus(const StatusOptions& statusOptions) {
         VornToolsFolderMemory folders;
         for (const FoundDocument& found : documents.found()) {
             const DocumentStatus row = examiner.examine(found);
-            const Json documentLinks = statusOptions.links ? countLinksOf(found, folders) : Json();
-            findings = findings || row.isFinding();
-            options.json ? printJson(jsonOf(row, statusOptions.links, documentLinks))
-                         : table.add(cellsOf(row, documentLinks));
+            const OwnLinks ownLinks = statusOptions.links ? countLinksOf(found, folders) : OwnLinks();
+            findings = findings || row.isFinding() || ownLinks.condition.isFinding;
+            options.json ? printJson(jsonOf(row, statusOptions.links, ownLinks)) : table.add(cellsOf(row, ownLinks));
             journal.take();
             progress.step();
         }
@@ -98,7 +104,7 @@ void addStatusCommand(Command& program) {
                                        [options] { return runStatus(*options); });
     command.value("folder", "FOLDER", "Folders, searched with all below them, and documents", &options->common.names)
         .required();
-    command.flag("--links", "Also count the links in the documents themselves, which reads every one of them",
+    command.flag("--links", "Also count the links in the documents themselves, and tell which of them are damaged",
                  options->links);
     options->common.addTo(command);
 }
