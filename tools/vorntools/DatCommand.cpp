@@ -136,8 +136,8 @@ Json fieldsOf(const DatLines& lines, const std::string& document) {
     if (lines.has(kIdentifierTag)) fields.add(kIdentifierTag, lines.behind(kIdentifierTag));
     for (const char* const tag : kBlockTags) fields.add(tag, jsonOf(lines.block(tag)));
     fields.add(kMapsTag, mapsOf(lines.block(kMapsTag)));
-    VornToolsFolderMemory folders;
-    const DocumentLinks links = readDocumentLinks(document, "", folders);
+    LinkMemory memory;
+    const DocumentLinks links = readDocumentLinks(document, "", memory);
     fields.add(kDocumentLinks, links.read ? Json(links.countDocuments()) : Json());
     return fields;
 }

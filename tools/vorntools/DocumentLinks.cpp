@@ -51,20 +51,21 @@ std::string folderOf(const std::string& document) {
 /** One document image with what every question about it takes. */
 class Image {
 public:
-    Image(VornToolsString& bytes, const std::string& document, VornToolsFolderMemory& folders)
+    Image(VornToolsString& bytes, const std::string& document, LinkMemory& memory)
         : m_bytes(bytes), m_name(document.data(), static_cast<int>(document.size())),
-          m_folder(textOf(folderOf(document))), m_folders(folders), m_properties(positionOf("CATDocumentProperty")) {}
+          m_folder(textOf(folderOf(document))), m_memory(memory), m_folders(memory.folders),
+          m_properties(positionOf("CATDocumentProperty")) {}
 
     void readNames(DocumentLinks& links) {
         VornToolsLinks::getVersion(&m_bytes, links.version, links.release, links.servicePack);
-        Strings partFiles, contextProducts, contextParts, identities, ghosts;
-        VornToolsLinks::getLinkedDocName(&m_bytes, m_properties, &m_name, m_folder, partFiles, contextProducts,
-                                         contextParts, identities, m_folders);
-        VornToolsLinks::getGhosts(&m_bytes, m_properties, ghosts);
-        links.partFiles = named(partFiles);
-        links.contextProducts = named(contextProducts);
-        links.contextParts = named(contextParts);
-        links.ghosts = bytesOf(ghosts);
+        VornToolsLinks::getLinkedDocName(&m_bytes, m_properties, &m_name, m_folder, m_memory.partFiles,
+                                         m_memory.contextProducts, m_memory.contextParts, m_memory.identities,
+                                         m_folders);
+        VornToolsLinks::getGhosts(&m_bytes, m_properties, m_memory.ghosts);
+        links.partFiles = named(m_memory.partFiles);
+        links.contextProducts = named(m_memory.contextProducts);
+        links.contextParts = named(m_memory.contextParts);
+        links.ghosts = bytesOf(m_memory.ghosts);
         readOthers(links);
     }
 
@@ -95,8 +96,8 @@ public:
 
 private:
     void readOthers(DocumentLinks& links) {
-        Strings names, kinds;
-        VornToolsVector<int> uses;
+        Strings &names = m_memory.others, &kinds = m_memory.kinds;
+        VornToolsVector<int>& uses = m_memory.uses;
         VornToolsLinks::getOtherDocuments(&m_bytes, m_properties, &m_name, m_folder, names, kinds, uses, m_folders);
         for (unsigned int i = 0; i < names.size(); ++i)
             links.others.push_back({bytesOf(kinds[i]), named(bytesOf(names[i])), uses[i]});
@@ -109,6 +110,7 @@ private:
     VornToolsString& m_bytes;
     VornToolsString m_name;
     CATUnicodeString m_folder;
+    LinkMemory& m_memory;
     VornToolsFolderMemory& m_folders;
     int m_properties;
 };
@@ -131,8 +133,7 @@ std::size_t DocumentLinks::countDocuments() const {
     return names.size();
 }
 
-DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter,
-                                VornToolsFolderMemory& folders) {
+DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter, LinkMemory& memory) {
     DocumentLinks links;
     VornToolsDocumentFile file;
     if (FAILED(file.open(textOf(document)))) return links;
@@ -142,7 +143,7 @@ DocumentLinks readDocumentLinks(const std::string& document, const std::string& 
     links.condition = conditionOf(file, document);
     if (!bytes) return links;
     const std::string type = filter.empty() && isDrawing(document) ? kDrawingType : filter;
-    Image image(*bytes, document, folders);
+    Image image(*bytes, document, memory);
     image.readNames(links);
     image.readTyped(type, links);
     image.readReferences(type, links);

@@ -4,6 +4,8 @@
 #include "tools/vorntools/DocumentCondition.h"
 
 #include "VornToolsFolderMemory.h"
+#include "VornToolsString.h"
+#include "VornToolsVector.h"
 
 #include <cstddef>
 #include <string>
@@ -49,9 +51,16 @@ struct DocumentLinks {
     std::size_t countDocuments() const;
 };
 
+/** What reading one document leaves to the next: the folders that were read, and lists, which are costly to make. */
+struct LinkMemory {
+    VornToolsFolderMemory folders;
+    VornToolsVector<VornToolsString> partFiles, contextProducts, contextParts, identities, ghosts, others, kinds;
+    VornToolsVector<int> uses;
+};
+
 /** @param document its full name
  * @param filter "MML", "MMLASSY", "MMLDrawing", or empty: what fits the document, by its suffix
- * @param folders read for other documents already */
-DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter, VornToolsFolderMemory& folders);
+ * @param memory the same for all documents */
+DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter, LinkMemory& memory);
 
 #endif

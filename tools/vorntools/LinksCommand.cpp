@@ -4,8 +4,6 @@
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
-#include "VornToolsFolderMemory.h"
-
 #include <memory>
 #include <set>
 #include <utility>
@@ -22,10 +20,9 @@ struct LinksOptions {
 /** What a document points to, with its names as the command line writes them. */
 class Listed {
 public:
-    Listed(const DocumentSearch& search, const std::string& document, const LinksOptions& options,
-           VornToolsFolderMemory& folders)
+    Listed(const DocumentSearch& search, const std::string& document, const LinksOptions& options, LinkMemory& memory)
         : m_search(search), m_options(options), m_document(search.asGiven(document)),
-          m_links(readDocumentLinks(document, options.type, folders)) {}
+          m_links(readDocumentLinks(document, options.type, memory)) {}
 
     const DocumentLinks& links() const { return m_links; }
     void show() const {
@@ -157,13 +154,13 @@ int runLinks(const LinksOptions& options) {
     bool usable = search.search(options.common.names);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);
-    VornToolsFolderMemory folders;
+    LinkMemory memory;
     bool findings = false;
     if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
     {
         Progress progress(documents.size(), "documents");
         for (const std::string& document : documents) {
-            const Listed listed(search, document, options, folders);
+            const Listed listed(search, document, options, memory);
             listed.show();
             usable = usable && listed.links().read;
             findings = findings || listed.links().anyMissing() || listed.links().condition.isFinding;

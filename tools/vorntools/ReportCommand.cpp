@@ -6,8 +6,6 @@
 #include "tools/vorntools/LinkGraph.h"
 #include "tools/vorntools/Output.h"
 
-#include "VornToolsFolderMemory.h"
-
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -42,8 +40,8 @@ struct Report {
     std::vector<Condition> damaged;
     LinkGraph graph;
 
-    void addLinks(const DocumentSearch& search, const FoundDocument& found, VornToolsFolderMemory& folders) {
-        const DocumentLinks links = readDocumentLinks(found.fullName, "", folders);
+    void addLinks(const DocumentSearch& search, const FoundDocument& found, LinkMemory& memory) {
+        const DocumentLinks links = readDocumentLinks(found.fullName, "", memory);
         if (!links.read) unread.push_back(found.name);
         if (links.condition.isFinding) damaged.push_back({found.name, links.condition.text});
         const std::size_t from = graph.add(found.name, false);
@@ -148,10 +146,10 @@ int runReport(const ReportOptions& options) {
     {
         Progress progress(search.found().size(), "documents");
         Examiner examiner;
-        VornToolsFolderMemory folders;
+        LinkMemory memory;
         for (const FoundDocument& found : search.found()) {
             report.documents.push_back(examiner.examine(found));
-            if (found.exists && isCatiaDocument(found.name)) report.addLinks(search, found, folders);
+            if (found.exists && isCatiaDocument(found.name)) report.addLinks(search, found, memory);
             journal.take();
             progress.step();
         }

@@ -5,8 +5,6 @@
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
-#include "VornToolsFolderMemory.h"
-
 #include <memory>
 
 namespace {
@@ -22,8 +20,8 @@ struct OwnLinks {
     DocumentCondition condition;
 };
 
-OwnLinks countLinksOf(const FoundDocument& found, VornToolsFolderMemory& folders) {
-    const DocumentLinks links = readDocumentLinks(found.fullName, "", folders);
+OwnLinks countLinksOf(const FoundDocument& found, LinkMemory& memory) {
+    const DocumentLinks links = readDocumentLinks(found.fullName, "", memory);
     return {links.read ? Json(links.countDocuments()) : Json(), links.condition};
 }
 
@@ -81,10 +79,10 @@ int runStatus(const StatusOptions& statusOptions) {
     {
         Progress progress(documents.found().size(), "documents");
         Examiner examiner;
-        VornToolsFolderMemory folders;
+        LinkMemory memory;
         for (const FoundDocument& found : documents.found()) {
             const DocumentStatus row = examiner.examine(found);
-            const OwnLinks ownLinks = statusOptions.links ? countLinksOf(found, folders) : OwnLinks();
+            const OwnLinks ownLinks = statusOptions.links ? countLinksOf(found, memory) : OwnLinks();
             findings = findings || row.isFinding() || ownLinks.condition.isFinding;
             options.json ? printJson(jsonOf(row, statusOptions.links, ownLinks)) : table.add(cellsOf(row, ownLinks));
             journal.take();
