@@ -10,6 +10,9 @@
 #include "CATLISTV_CATISpecObject.h"
 #include "VornToolsCADDOCProperties.h"
 
+#include <algorithm>
+#include <iterator>
+
 using namespace vorntools;
 
 namespace {
@@ -130,13 +133,11 @@ HRESULT findSetBelow(CATIParmPublisher* ipi_publisher, InterfacePtr<CATICkeParam
 
 bool hasNoSet(CATISpecObject* ipi_feature) {
     const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_feature);
-    if (!sp_access) return false;
-    for (const char* const p_name : kSetAttributes) {
-        const auto sp_key = keyOf(sp_access.get(), p_name);
-        if (sp_key && sp_access->TestAttributeValue(sp_key.get()) && !holdsNoSet(sp_access.get(), sp_key.get()))
-            return false;
-    }
-    return true;
+    const auto is_empty = [&](const char* i_name) {
+        const auto sp_key = keyOf(sp_access.get(), i_name);
+        return !sp_key || !sp_access->TestAttributeValue(sp_key.get()) || holdsNoSet(sp_access.get(), sp_key.get());
+    };
+    return sp_access && std::all_of(std::begin(kSetAttributes), std::end(kSetAttributes), is_empty);
 }
 
 InterfacePtr<CATICkeParameterSet> makeSet(CATISpecObject* ipi_feature) {

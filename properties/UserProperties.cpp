@@ -48,9 +48,7 @@ HRESULT publisherForRemoving(const JournalFrame& i_frame, CATIProduct* ipi_produ
 
 /** Whether a property belongs to the integration. */
 bool isOwn(const CATUnicodeString& i_name) {
-    for (const char* const p_name : {"EBS_DatasetUid", "EBS_DatasetLastVersion", "EBS_ItemRevName"})
-        if (i_name == p_name) return true;
-    return false;
+    return i_name == "EBS_DatasetUid" || i_name == "EBS_DatasetLastVersion" || i_name == "EBS_ItemRevName";
 }
 
 CATUnicodeString valueOf(CATICkeParm* ipi_parameter) {
