@@ -26,7 +26,7 @@ HRESULT giveIdentifier(const JournalFrame& i_frame, const DatField& i_field, con
     const CATUnicodeString* const p_value = i_field.first();
     if (!i_field.exists())
         i_frame.write("%s balise in cache file is NULL for file [%s]", i_what, i_name);
-    else if (!p_value || p_value->IsNull())
+    else if (!p_value)
         i_frame.write("%s balise in cache file is empty for file [%s]", i_what, i_name);
     return giveValue(p_value, o_value);
 }

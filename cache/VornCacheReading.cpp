@@ -82,15 +82,14 @@ void storeStatus(TextMap& io_statuses, const CATUnicodeString& i_name, VornCache
         store(io_statuses, i_name, std::make_unique<int>(i_status), kStatusClass);
 }
 
-/** The automation view of a document; a success without one counts as failure. */
+/** Asks for the automation view of a document. */
 HRESULT automationView(CATDocument* ip_document, InterfacePtr<CATIADocument>& o_view) {
-    const HRESULT code = o_view.receive([ip_document](CATIADocument*& op_view) {
+    return o_view.receive([ip_document](CATIADocument*& op_view) {
         void* p_found = nullptr;
         const HRESULT asked = ip_document->QueryInterface(IID_CATIADocument, &p_found);
         op_view = static_cast<CATIADocument*>(p_found);
         return asked;
     });
-    return SUCCEEDED(code) && !o_view ? E_FAIL : code;
 }
 
 /** What the status is decided from. */

@@ -79,6 +79,8 @@ TEST_F(DatLinesTest, LinesAppendedByTheReaderAreNotLinesOfTheFile) {
     EXPECT_STREQ(dat.fileLine(2).ConvertToChar(), "rev");
     for (const int outside : {-1, 0, 3, 4, 5, 6}) EXPECT_TRUE(dat.fileLine(outside).IsNull()) << outside;
 
+    const auto unclosed = list({"item", "<DatFileVersion>", "0", "last"});
+    EXPECT_STREQ(DatLines(unclosed).fileLine(4).ConvertToChar(), "last");
     const auto inFront = list({"<DatFileVersion>", "0", "</DatFileVersion>", "item"});
     EXPECT_STREQ(DatLines(inFront).fileLine(4).ConvertToChar(), "item");
 }

@@ -3,6 +3,7 @@
 #include "CATDocument.h"
 #include "TYPMapCATUnicodeStringPVoid.h"
 #include "UTILFile.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -171,6 +172,29 @@ TEST_F(VornCacheTest, DocumentsWithoutDirectory) {
         EXPECT_EQ(dataAtLine(cache, "new.CATPart", "<ItemRevUID>"), "");
         environment().commandImport = false;
     }
+
+    std::filesystem::remove(folder() / "staging/new.CATPart");
+    environment().commandImport = true;
+    VornCache importing;
+    importing.addDocument("new.CATPart", document.get());
+    EXPECT_EQ(dataAtLine(importing, "new.CATPart", "<ItemRevUID>"), "") << "the command makes the document itself";
+    environment().commandImport = false;
+
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = path("staging");
+    environment().stagingDirectory = "\x01\x02\\LIB";
+    clearJournal();
+    VornCache logical;
+    logical.addDocument("new.CATPart", document.withoutDescriptor().get());
+    EXPECT_EQ(dataAtLine(logical, "new.CATPart", "<ItemRevUID>"), "rev1");
+    EXPECT_EQ(messages(), (Texts{"Extracting CATIA UUID from document new.CATPart", "ERROR : getDocUUID is failed.",
+                                 "Modified Status to Modified for new.CATPart (dynamic seed)"}));
+    EXPECT_EQ(reports(), Texts{"VornToolsCommon::getDocUUID 9003 GetDocumentDescriptor"});
+    environment().logicalNames.clear();
+    clearJournal();
+    VornCache unknown;
+    unknown.addDocument("new.CATPart", document.get());
+    EXPECT_EQ(messages(), Texts{"ERROR : getPhysicalPathFromDLName is failed."});
 }
 
 TEST_F(VornCacheTest, EveryEntryIsClosedUnderItsOwnName) {
@@ -184,6 +208,21 @@ TEST_F(VornCacheTest, EveryEntryIsClosedUnderItsOwnName) {
                "< VornToolsCommon::getDocUUID", "> VornToolsCommon::readDatTools", "< VornToolsCommon::readDatTools",
                "> VornCache::fillDatMapFromStringList", "Modified Status to Not Modified for " + name + " ",
                "< VornCache::fillDatMapFromStringList", "< VornCache::ReadDataInDATFile", "< VornCache::addDocument"}));
+    using List = HRESULT (VornCache::*)(CATUnicodeString, CATListValCATUnicodeString&);
+    const std::pair<std::string, List> lists[] = {{"getConfiguration", &VornCache::getConfiguration},
+                                                  {"getSkippedOccList", &VornCache::getSkippedOccList},
+                                                  {"getDesignTableSheets", &VornCache::getDesignTableSheets},
+                                                  {"getDesignTableConfigs", &VornCache::getDesignTableConfigs},
+                                                  {"getDesignTableCksums", &VornCache::getDesignTableCksums},
+                                                  {"getDesignTableMaps", &VornCache::getDesignTableMaps},
+                                                  {"getAttributeList", &VornCache::getAttributeList},
+                                                  {"getLinkedUnresolvedDoc", &VornCache::getLinkedUnresolvedDoc}};
+    for (const auto& [method, getter] : lists) {
+        clearJournal();
+        CATListValCATUnicodeString list;
+        (cache.*getter)(name.c_str(), list);
+        EXPECT_EQ(embedded::Journal::get().lines(), (Texts{"> VornCache::" + method, "< VornCache::" + method}));
+    }
     clearJournal();
     cache.setNewFullFileName(name.c_str(), "other");
     EXPECT_EQ(embedded::Journal::get().lines(),
@@ -203,6 +242,11 @@ TEST_F(VornCacheTest, ADocumentIsReadOnce) {
     CATDocument* found = nullptr;
     cache.getModifiedStatus(name.c_str(), flag, found);
     EXPECT_EQ(found, document.get());
+    auto other = session().part(path("other.CATPart"));
+    cache.addDocument(name.c_str(), other.get());
+    cache.addDocument(name.c_str(), nullptr);
+    cache.getModifiedStatus(name.c_str(), flag, found);
+    EXPECT_EQ(found, other.get()) << "the latest document given counts";
     EXPECT_TRUE(cache.isInCache(name.c_str()));
     unsigned char has = 7;
     cache.fileHasCache("P.CATPart", has);
@@ -232,6 +276,19 @@ TEST_F(VornCacheTest, SingleValuesAndTheirJournalLines) {
                                  "failed to get line [<LinkedDocs>]", "failed to get file name [none]"}));
     EXPECT_TRUE(cache.isCatalogComp(name.c_str()));
     EXPECT_FALSE(cache.isCatalogComp("none"));
+    const std::string other = writePart("<DatFileVersion>\n2\n<LoadType>\ncatalogcomp\n", "q.CATPart");
+    cache.addDocument(other.c_str(), nullptr);
+    EXPECT_FALSE(cache.isCatalogComp(other.c_str())) << "letter case counts";
+
+    // Each line of a positional file under its own key.
+    const Texts tags = {"<ItemId>",   "<ItemRevId>",   "<ItemRevName>",      "<DatasetUID>",   "<DatasetVersion>",
+                        "<LoadType>", "<DatasetType>", "<LocalLastModDate>", "<DbLastModDate>"};
+    std::string lines;
+    for (const std::string& tag : tags) lines += "value of " + tag + "\n";
+    const std::string positional = writePart(lines, "r.CATPart");
+    cache.addDocument(positional.c_str(), nullptr);
+    for (const std::string& tag : tags) EXPECT_EQ(dataAtLine(cache, positional, tag.c_str()), "value of " + tag);
+    EXPECT_EQ(dataAtLine(cache, positional, "<DatFileVersion>"), "0");
 }
 
 TEST_F(VornCacheTest, Blocks) {
@@ -248,11 +305,19 @@ TEST_F(VornCacheTest, Blocks) {
     EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableConfigs, name), Texts());
     EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableCksums, name), Texts());
     EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableMaps, name), Texts{"!!!x!!!y"});
+    EXPECT_EQ(dataAtLine(cache, name, "<DT_Maps>"), "!!!x!!!y") << "one mapping is a single value";
+    EXPECT_EQ(dataAtLine(cache, name, "<DT_Sheets>"), "s");
     EXPECT_EQ(listFrom(cache, &VornCache::getConfiguration, "none"), Texts());
     EXPECT_EQ(textFrom(cache, &VornCache::getBVRDate, name), "111");
     EXPECT_EQ(textFrom(cache, &VornCache::getBVRDate, "none"), "");
     EXPECT_TRUE(cache.isDesignTable(name.c_str())) << "an empty and an unclosed block count";
     EXPECT_FALSE(cache.isDesignTable("none"));
+    for (const char* dat : {"<DT_Sheets>\n<DT_Cfgs>", "<DT_Sheets>\n<DT_CfgCksums>", "<DT_Cfgs>\n<DT_CfgCksums>"}) {
+        VornCache partial;
+        writePart(std::string("<DatFileVersion>\n2\n") + dat, "q.CATPart");
+        partial.addDocument(path("q.CATPart").c_str(), nullptr);
+        EXPECT_FALSE(partial.isDesignTable(path("q.CATPart").c_str())) << dat;
+    }
 
     CATListValCATUnicodeString list;
     list.Append("stale");
@@ -280,20 +345,24 @@ TEST_F(VornCacheTest, LinesInTwoBlocksBelongToBoth) {
 
 TEST_F(VornCacheTest, LinksAreLookedUpBesideTheDocumentFirst) {
     const std::string name =
-        writePart("<DatFileVersion>\n2\n<LinkedDocs>\na.CATPart\nMML|b.CATPart\nMMLAssy|d.CATPart\n"
-                  "MMLAssy|c.CATProduct\nUNRESOLVED|d\nMML\n</LinkedDocs>\n<DT_Files>\nt.xls\n</DT_Files>\n");
+        writePart("<DatFileVersion>\n2\n<LinkedDocs>\na.CATPart\nMML|b.CATPart\nMML|a MMLAssy\nMMLAssy|d.CATPart\n"
+                  "MMLAssy|c.catproduct\nMMLAssy|e.CATProduct\nUNRESOLVED|d\nan UNRESOLVED\nUNRESOLVED|\nMML|x\n"
+                  "MML\n</LinkedDocs>\n<DT_Files>\nt.xls\n</DT_Files>\n");
     write("b.CATPart", "");
     VornCache cache;
     cache.addDocument(name.c_str(), nullptr);
     const std::string dir = "/elsewhere";
     EXPECT_EQ(listFrom(cache, &VornCache::getLinkedDoc, name, dir),
-              (Texts{joined(dir, "a.CATPart"), joined(dir, "MML|b.CATPart"), joined(dir, "MMLAssy|d.CATPart"),
-                     joined(dir, "MMLAssy|c.CATProduct"), joined(dir, "UNRESOLVED|d"), joined(dir, "MML")}));
-    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedMMLDoc, name, dir), (Texts{path("b.CATPart"), joined(dir, "")}));
+              (Texts{joined(dir, "a.CATPart"), joined(dir, "MML|b.CATPart"), joined(dir, "MML|a MMLAssy"),
+                     joined(dir, "MMLAssy|d.CATPart"), joined(dir, "MMLAssy|c.catproduct"),
+                     joined(dir, "MMLAssy|e.CATProduct"), joined(dir, "UNRESOLVED|d"), joined(dir, "an UNRESOLVED"),
+                     joined(dir, "UNRESOLVED|"), joined(dir, "MML|x"), joined(dir, "MML")}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedMMLDoc, name, dir),
+              (Texts{path("b.CATPart"), joined(dir, "x"), joined(dir, "")}));
     EXPECT_EQ(listFrom(cache, &VornCache::getLinkedMMLAssyDoc, name, dir),
-              (Texts{joined(dir, "d.CATPart"), joined(dir, "c.CATProduct")}));
-    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedUnresolvedDoc, name), Texts{""});
-    EXPECT_EQ(textFrom(cache, &VornCache::getExistingMMLAssyContextDocName, name), "c.CATProduct");
+              (Texts{joined(dir, "d.CATPart"), joined(dir, "c.catproduct"), joined(dir, "e.CATProduct")}));
+    EXPECT_EQ(listFrom(cache, &VornCache::getLinkedUnresolvedDoc, name), (Texts{"", ""}));
+    EXPECT_EQ(textFrom(cache, &VornCache::getExistingMMLAssyContextDocName, name), "c.catproduct");
     EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableFiles, name, dir), Texts{joined(dir, "t.xls")});
     write("t.xls", "");
     EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableFiles, name, dir), Texts{path("t.xls")});
@@ -303,8 +372,8 @@ TEST_F(VornCacheTest, LinksAreLookedUpBesideTheDocumentFirst) {
     cache.getDesignTableFiles("none", list[1], list);
     list.Append(dir.c_str());
     cache.getLinkedMMLAssyDoc(name.c_str(), list[1], list);
-    EXPECT_EQ(toTexts(list), (Texts{joined(dir, "d.CATPart"), joined(dir, "c.CATProduct")}))
-        << "the directory may be an element of the list";
+    EXPECT_EQ(list.Size(), 3);
+    EXPECT_EQ(list[1].ConvertToChar(), joined(dir, "d.CATPart")) << "the directory may be an element of the list";
 
     clearJournal();
     unsigned char has = 7;
@@ -347,6 +416,8 @@ TEST_F(VornCacheTest, AttributesForThePdm) {
     CATListValCATUnicodeString list;
     EXPECT_EQ(cache.getAttributeList("", list), S_OK);
     EXPECT_EQ(toTexts(list), (Texts{"PartNumber", ""}));
+    cache.getAttributeList("/w.x/seed", list);
+    EXPECT_EQ(list[4].ConvertToChar(), std::string("seed")) << "no extension";
     EXPECT_EQ(reports(), Texts{"VornCache::getAttributeList 9003 UTILFile::splitPathAndFileName"});
 }
 
@@ -360,6 +431,10 @@ TEST_F(VornCacheTest, RenameMovesEverythingAndFreesWhatItReplaces) {
     cache.addDocument(otherName.c_str(), nullptr);
     EXPECT_EQ(cache.setNewFullFileName(oldName.c_str(), oldName.c_str()), S_OK);
     EXPECT_EQ(statusIn(cache, oldName), 0);
+    const std::string upperCase = path("P.CATPART");
+    EXPECT_EQ(cache.setNewFullFileName(oldName.c_str(), upperCase.c_str()), S_OK);
+    EXPECT_EQ(statusIn(cache, oldName), 3) << "letter case makes another name";
+    EXPECT_EQ(cache.setNewFullFileName(upperCase.c_str(), oldName.c_str()), S_OK);
     EXPECT_EQ(cache.setNewFullFileName("unknown", oldName.c_str()), S_OK);
     EXPECT_EQ(statusIn(cache, oldName), 0);
 
@@ -454,6 +529,14 @@ TEST_F(VornCacheTest, LogicalNamesAreLookedUpByTheirPathOnDisk) {
     later.addDocument(name.c_str(), document.get());
     EXPECT_EQ(statusIn(later, name), 1);
 
+    // A name that nobody makes physical is looked up as it stands.
+    const std::string physical = path("p.CATPart");
+    std::string date;
+    EXPECT_TRUE(failAt(
+        "UTILDLName::getPhysicalPathFromDLName", 1,
+        [&] { date = textFrom(cache, &VornCache::getLocalLastModifiedDate, physical); },
+        embedded::FaultFlavour::nullOutput));
+    EXPECT_EQ(date, std::to_string(kDate + 1));
     environment().logicalNames.clear();
     EXPECT_EQ(listFrom(cache, &VornCache::getDesignTableFiles, name, dir), Texts{joined(dir, "b.CATPart")});
     EXPECT_EQ(textFrom(cache, &VornCache::getLocalLastModifiedDate, name), "-1");
@@ -498,13 +581,9 @@ TEST_F(VornCacheTest, Sweep) {
     sweepLinks("VornCache::getLinkedMMLDoc", &VornCache::getLinkedMMLDoc);
     sweepLinks("VornCache::getLinkedMMLAssyDoc", &VornCache::getLinkedMMLAssyDoc);
     sweepLinks("VornCache::getDesignTableFiles", &VornCache::getDesignTableFiles);
-    embedded::Failures& failures = embedded::Failures::get();
     CATListValCATUnicodeString files;
-    for (int nth = 1; nth < 9 && failures.firedAt() != "UTILFile::splitPathAndFileName"; ++nth) {
-        failures.arm(nth, false, embedded::FaultFlavour::code);
-        cache.getDesignTableFiles(name.c_str(), "/elsewhere", files);
-        failures.disarm();
-    }
+    EXPECT_TRUE(failAt("UTILFile::splitPathAndFileName", 1,
+                       [&] { cache.getDesignTableFiles(name.c_str(), "/elsewhere", files); }));
     EXPECT_EQ(toTexts(files), Texts{joined("/elsewhere", "t")});
     EXPECT_EQ(reports(), Texts{"VornCache::getDesignTableFiles 9003 UTILFile::splitPathAndFileName"});
     sweepFailures({"VornCache::getAttributeList",

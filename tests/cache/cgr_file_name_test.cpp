@@ -1,6 +1,7 @@
 #include "VornCache.h"
 #include "VornToolsCommon.h"
 
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -80,8 +81,15 @@ TEST_F(CgrFileNameTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                            "E:\\one\\cgr\\#2\\m\\a.CATPart.cgr", result);
                        return SweepOutcome{code, result.IsNull() != 0};
                    }});
-    embedded::Failures::get().arm(1, false, embedded::FaultFlavour::code);
     CATUnicodeString result("stale");
+    HRESULT code = S_OK;
+    EXPECT_TRUE(failAt("ENVManager::getReleaseCacheDirectories", 1, [&] {
+        code = VornToolsCommon::extractFileNameFromCacheFileName("E:\\one\\cgr\\#2\\m\\a.CATPart.cgr", result);
+    }));
+    EXPECT_EQ(code, E_FAIL);
+    EXPECT_TRUE(result.IsNull());
+    EXPECT_EQ(reports(), Texts()) << "the call's own result is handed on";
+    embedded::Failures::get().arm(1, false, embedded::FaultFlavour::code);
     EXPECT_EQ(VornToolsCommon::extractFileNameFromCacheFileName("E:\\one\\cgr\\#2\\m\\a.CATPart.cgr", result), E_FAIL);
     embedded::Failures::get().disarm();
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::extractFileNameFromCacheFileName 309 splitPathAndFileName"}));

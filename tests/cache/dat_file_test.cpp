@@ -12,6 +12,7 @@ protected:
     struct Read {
         HRESULT code;
         Texts lines;
+        std::string first() const { return lines.empty() ? "none" : lines.front(); }
     };
     static Read read(const std::string& name, const std::string& uuid = "") {
         CATListValCATUnicodeString list;
@@ -41,6 +42,7 @@ TEST_F(DatFileTest, LinesOfEveryKindSurvive) {
         {"\xff\xfe\x80\n", {"\xff\xfe\x80"}},
         {longLine + "\nend", {longLine, "end"}},
     };
+    environment().debugMode = true;
     for (const Case& test : cases) {
         const std::string file = write("p.CATPart.dat", test.bytes);
         Texts expected = test.lines;
@@ -49,8 +51,10 @@ TEST_F(DatFileTest, LinesOfEveryKindSurvive) {
         EXPECT_EQ(result.code, S_OK);
         EXPECT_TRUE(result.lines == expected) << test.bytes.substr(0, 20);
     }
-    write("p.CATPart.dat", "<DatFileVersion>\n1\n");
-    EXPECT_EQ(read(path("p.CATPart")).lines, (Texts{"<DatFileVersion>", "1"}));
+    for (const Texts& lines : {Texts{"<DatFileVersion>", "1"}, Texts{"2", "<DatFileVersion>"}}) {
+        write("p.CATPart.dat", lines[0] + "\n" + lines[1] + "\n");
+        EXPECT_EQ(read(path("p.CATPart")).lines, lines) << "a version of its own, even one without a value";
+    }
 }
 
 TEST_F(DatFileTest, MissingFileFolderAndEmptyNameFail) {
@@ -91,7 +95,7 @@ TEST_F(DatFileTest, FileThatCannotBeOpenedOrReadIsJournalled) {
 TEST_F(DatFileTest, StagingDirectoryHoldsDatFilesOfDocumentsWithoutDirectory) {
     environment().stagingDirectory = path("staging");
     write("staging/new.CATPart.dat", "staged\n");
-    EXPECT_EQ(read("new.CATPart").lines.front(), "staged");
+    EXPECT_EQ(read("new.CATPart").first(), "staged");
 
     for (bool embedded::Environment::*const off :
          {&embedded::Environment::manualPartNumberInput, &embedded::Environment::commandCreateSpreadsheet,
@@ -113,8 +117,8 @@ TEST_F(DatFileTest, StagingDirectoryHoldsDatFilesOfDocumentsWithoutDirectory) {
 TEST_F(DatFileTest, ForeignFilesHaveTheirDatFileInTheFilesDirectory) {
     environment().filesDirectory = withSeparator("files");
     write("files/notes.pdf.dat", "foreign\n");
-    EXPECT_EQ(read(path("elsewhere/notes.pdf")).lines.front(), "foreign");
-    EXPECT_EQ(read("notes.pdf").lines.front(), "foreign");
+    EXPECT_EQ(read(path("elsewhere/notes.pdf")).first(), "foreign");
+    EXPECT_EQ(read("notes.pdf").first(), "foreign");
     EXPECT_EQ(read("notes.CATPart").code, E_FAIL);
 }
 
@@ -124,18 +128,18 @@ TEST_F(DatFileTest, LogicalNamesBecomePhysical) {
     EXPECT_EQ(read(logical).code, E_FAIL) << "names are not translated unless the platform uses logical ones";
     environment().usesLogicalNames = true;
     environment().logicalNames["Models"] = path("models");
-    EXPECT_EQ(read(logical).lines.front(), "found");
+    EXPECT_EQ(read(logical).first(), "found");
     environment().stagingDirectory = environment().filesDirectory = "\x01\x02\\Models";
     environment().filesDirectory += separator();
     write("models/new.CATPart.dat", "staged\n");
     write("models/notes.pdf.dat", "foreign\n");
-    EXPECT_EQ(read("new.CATPart").lines.front(), "staged");
-    EXPECT_EQ(read("notes.pdf").lines.front(), "foreign");
+    EXPECT_EQ(read("new.CATPart").first(), "staged");
+    EXPECT_EQ(read("notes.pdf").first(), "foreign");
     write("models/new.CATPart", "");
     EXPECT_EQ(read("new.CATPart").code, E_FAIL) << "the document itself is staged already";
     environment().usesLogicalNames = false;
     environment().initialized = false;
-    EXPECT_EQ(read(logical).lines.front(), "found");
+    EXPECT_EQ(read(logical).first(), "found");
 
     clearJournal();
     environment().logicalNames.clear();
@@ -180,6 +184,12 @@ TEST_F(DatFileTest, ConformityIsCheckedInDebugModeAndOnlyJournals) {
         EXPECT_EQ(read(part, test.documentUuid).code, S_OK);
         EXPECT_EQ(messages(), test.expected);
     }
+    write("p.CATPart.dat", "<DatFileVersion>\n2\n<CatiaUUID>\n1_2_3_4\n");
+    CATListValCATUnicodeString list;
+    list.Append("1_2_3_4");
+    clearJournal();
+    EXPECT_EQ(VornToolsCommon::readDatTools(part.c_str(), list[1], list), S_OK);
+    EXPECT_EQ(messages(), Texts()) << "the identifier may be an element of the list";
     write("p.pdf.dat", "<DatFileVersion>\n2\n<CatiaUUID>\n5_6_7_8\n");
     clearJournal();
     read(foreign, "1_2_3_4");
@@ -198,6 +208,8 @@ TEST_F(DatFileTest, QuestionsOnTheFile) {
         {"<DatFileVersion>\n2\n", 0, 0},
         {"<DatFileVersion>\n2\n<ItemRevUID>", 1, 0},
         {"<DatFileVersion>\n2\n<DT_Sheets>\n<DT_Cfgs>\n", 0, 0},
+        {"<DatFileVersion>\n2\n<DT_Sheets>\n<DT_CfgCksums>\n", 0, 0},
+        {"<DatFileVersion>\n2\n<DT_Cfgs>\n<DT_CfgCksums>\n", 0, 0},
         {"<DatFileVersion>\n2\n<DT_Sheets>\n<DT_Cfgs>\n<DT_CfgCksums>\n", 0, 1},
     };
     for (const Case& test : cases) {

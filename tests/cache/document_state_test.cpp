@@ -128,10 +128,15 @@ TEST_F(DocumentStateTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        const HRESULT code = VornToolsCommon::isModifiedStatusInCATIA(file.c_str(), answer);
                        return SweepOutcome{code, answer == 0};
                    }});
-    sweepFailures({"VornToolsCommon::isDocumentToBeSaved", [&] {
+    sweepFailures({"VornToolsCommon::isDocumentToBeSaved",
+                   [&] {
                        unsigned char answer = 7;
-                       return SweepOutcome{VornToolsCommon::isDocumentToBeSaved(part.get(), answer)};
-                   }});
+                       const HRESULT code = VornToolsCommon::isDocumentToBeSaved(part.get(), answer);
+                       return SweepOutcome{code, true, answer};
+                   },
+                   {},
+                   {},
+                   {1}});
     sweepFailures({"VornToolsCommon::documentIsUpToDate",
                    [&] { return SweepOutcome{VornToolsCommon::documentIsUpToDate(part.get(), 2)}; }});
     sweepFailures({"VornToolsCommon::documentIsUpToDate",

@@ -4,6 +4,7 @@
 #include "TYPVectorCATUnicodeString.h"
 #include "UTILFile.h"
 #include "VornToolsString.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -160,6 +161,26 @@ TEST_F(ExchangeTest, AResultFileThatCannotBeReadIsAFailure) {
     failsWith({"VornToolsCommon::getResultInfo 9002 p_env"}, nullptr);
 }
 
+TEST_F(ExchangeTest, ALineThatCannotBeReadIsNoLine) {
+    write("results", ":ok\nSK\n");
+    const std::string message = "ERROR while reading result file " + environment().tempDirectory + "results";
+    for (const int line : {1, 2}) {
+        for (const auto flavour : {embedded::FaultFlavour::code, embedded::FaultFlavour::codeWithOutput}) {
+            HRESULT code = S_OK;
+            std::string text;
+            const auto read = [&] {
+                const Client client;
+                code = client.code;
+                text = client.text();
+            };
+            EXPECT_TRUE(failAt("UTILFile::readLine", line, read, flavour));
+            EXPECT_EQ(code, E_FAIL);
+            EXPECT_EQ(text, "0,0");
+            EXPECT_EQ(messages(), Texts{message});
+        }
+    }
+}
+
 TEST_F(ExchangeTest, AResultFileIsWrittenWholeOrNotAtAll) {
     write("results", "something longer than what comes\nsecond line\n");
     EXPECT_EQ(VornToolsCommon::createResultFile(":ok"), S_OK);
@@ -191,8 +212,11 @@ TEST_F(ExchangeTest, AFullDiskLeavesNoFileBehind) {
 
 TEST_F(ExchangeTest, TheSessionFileNamesTheManagedDocumentsInOrder) {
     write("CADFilesInSession.txt", "old\nlines\n");
+    std::error_code unable;
+    fs::create_hard_link(folder() / "CADFilesInSession.txt", folder() / "kept.txt", unable);
     EXPECT_EQ(VornToolsCommon::writeCADFilesInSessionFile(), S_OK);
     EXPECT_EQ(content("CADFilesInSession.txt"), "");
+    EXPECT_TRUE(unable || content("kept.txt") == "old\nlines\n") << "a new file, not the old one written over";
     session().product("/w/Root.CATProduct");
     session().document("C:\\w\\Zahnr\xC3\xA4"
                        "der.CATPart");
@@ -235,6 +259,7 @@ TEST_F(ExchangeTest, TheHighlightFileNamesWhatIsSelected) {
         {"", false, S_OK, {}, {}, {}, ended},
         {"\n\n", false, S_OK, {}, {}, {}, ended},
         {context, false, S_OK, {"C1"}, {}, {}, ended},
+        {"<Context>\nC1\n</Context>", false, S_OK, {"C1"}, {}, {}, nullptr},
         {"<Context>\nC1\n</context>\n", false, E_FAIL, {}, {}, {}, "ERROR : There is no close balise context."},
         {"<Context>", false, E_FAIL, {}, {}, {}, "ERROR : There is no close balise context."},
         {"<context>\nC1\n</context>\n", false, E_FAIL, {}, {}, {}, wrongForm},

@@ -69,10 +69,13 @@ TEST_F(RecordedIdentityTest, TheDatFileOfAFileTellsItsIdentity) {
 }
 
 TEST_F(RecordedIdentityTest, DebugModeJournalsTheIdentityOnSuccessAndFailure) {
-    environment().debugMode = true;
     const std::string managed = writeManaged("p.CATPart");
     VornCache cache;
     Identity identity;
+    identity.ofFile(managed, &cache);
+    identity.ofFile(managed, nullptr);
+    for (const std::string& line : messages()) EXPECT_EQ(line.find("rc="), std::string::npos) << "not in debug mode";
+    environment().debugMode = true;
     identity.ofFile(managed, &cache);
     EXPECT_TRUE(embedded::Journal::get().contains(
         "VornToolsCommon::getOrvaneInformationsFromDatFile : rc=[0], o_itemrev_uid=[rev1], o_dataset_uid=[set1], "
