@@ -106,7 +106,6 @@ std::optional<std::string> readSheetFile(const std::string& file) {
 }
 
 std::optional<SheetRows> readSheet(std::string_view bytes, SheetFileKind kind, int index, char decimalMark) {
-    if (index < 1) return std::nullopt;
     std::optional<SheetRows> rows;
     switch (kind) {
     case SheetFileKind::xls: rows = readXls(bytes, index, decimalMark); break;

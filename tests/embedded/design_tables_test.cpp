@@ -120,6 +120,9 @@ TEST_F(DesignTableObjectsTest, CellsOfWorkbooksAreReadAsTheyAreShown) {
         << "merged cells show their first one only";
     EXPECT_EQ(cellsOf("<row><c t=\"s\"><v>0</v></c><c t=\"b\"><v>1</v></c></row>"), "")
         << "a shared text that is not there";
+    EXPECT_EQ(cellsOf("<row><other><v>1</v></other><c><v>2</v></c></row>"), "2|\n");
+    EXPECT_EQ(cellsOf("<row><c t=\"d\"><v>2026-11-21T10:20:30.000Z</v></c><c t=\"d\"><v>2026-11-21</v></c></row>"),
+              "2026-11-21 10:20:30|2026-11-21|\n");
     for (const char* const far : {"<c r=\"A4194305\"><v>1</v></c>", "<c r=\"A18446744073709551615\"><v>1</v></c>",
                                   "<c r=\"ZZZZZZZZZZZZZZZZ1\"><v>1</v></c>"})
         EXPECT_EQ(cellsOf("<row>" + std::string(far) + "</row>"), "") << far;
@@ -133,9 +136,10 @@ TEST_F(DesignTableObjectsTest, CellsOfWorkbooksAreReadAsTheyAreShown) {
     EXPECT_EQ(table(write("shared.xlsx", shared)).rows(), 0) << "one long text in too many cells";
 }
 
-// The formats of the cells' styles: none, day, day and time, hours, then four that the file spells out.
+// The formats of the cells' styles: none, day, day and time, hours, then those that the file spells out.
 constexpr int kBuiltInFormats[] = {0, 14, 22, 20};
-constexpr const char* kFormats[] = {"dd\\/mm\\/yyyy", "[Red]hh:mm:ss AM/PM;@", "[h]:mm", "0.00\" days\""};
+constexpr const char* kFormats[] = {
+    "dd\\/mm\\/yyyy", "[Red]hh:mm:ss AM/PM;@", "[h]:mm", "0.00\" days\"", "h:mm", "mm:ss.0", "0.0;dd"};
 constexpr int kFirstFormat = 164;
 
 /** One cell in both kinds of spreadsheets. */
@@ -179,9 +183,11 @@ std::string xlsOf(const std::vector<TestCell>& all, bool since1904) {
             xlsRecord(0x41E, littleEndian(std::uint64_t(number), 2) + littleEndian(format.size(), 2) + '\0' + format);
         styles += xlsRecord(0xE0, littleEndian(std::uint64_t(number++) << 16, 20));
     }
-    // Two shared texts: one of two bytes a character with a font run, one that another record continues in two bytes.
-    const std::string shared = littleEndian(2, 4) + littleEndian(2, 4) + std::string("\2\0\x9\1\0\xE9\0\xB1\3", 9) +
-                               std::string(4, '\0') + std::string("\3\0\0  ", 5);
+    // Two shared texts: one of two bytes a character with a font run and three bytes of a reading, and one that another
+    // record continues in two bytes.
+    const std::string shared = littleEndian(2, 4) + littleEndian(2, 4) +
+                               std::string("\2\0\xD\1\0\3\0\0\0\xE9\0\xB1\3", 13) + std::string(4 + 3, '\0') +
+                               std::string("\3\0\0  ", 5);
     book += styles + xlsRecord(0xFC, shared) + xlsRecord(0x3C, std::string("\1x\0", 3));
     std::string rows;
     for (std::size_t i = 0; i < all.size(); ++i) {
@@ -248,6 +254,9 @@ std::vector<TestCell> testCells(bool since1904, bool withComma) {
         numberCell(0.5 + 1.0 / 86400, 5, "12:00:01"),
         numberCell(1.5, 6, withComma ? "1,5" : "1.5"),
         numberCell(7, 7, "7"),
+        numberCell(0.75, 8, "18:00:00"),
+        numberCell(0.75, 9, "18:00:00"),
+        numberCell(7, 10, "7"),
         numberCell(-1, 1, "-1"),
         numberCell(3000000, 1, "3000000"),
         numberCell(1, 1, since1904 ? "1904-01-02" : "1900-01-01"),
@@ -289,6 +298,34 @@ TEST_F(DesignTableObjectsTest, PartsOfWorkbooksThatCannotBeReadAreNotEmpty) {
     }
 }
 
+TEST_F(DesignTableObjectsTest, XlsFilesOfOtherFormsAreRead) {
+    const auto numberAt = [](int row, double value) {
+        return xlsRecord(0x203, littleEndian(std::uint64_t(row), 6) + real(value));
+    };
+    const std::string chart = xlsBegin(0x20) + numberAt(0, 9) + xlsRecord(0x0A, "");
+    EXPECT_EQ(cells(table(
+                  write("t.xls", compoundFile("Workbook", xlsStream("", {numberAt(0, 1) + chart + numberAt(1, 2)}))))),
+              "1|\n2|\n")
+        << "a chart within the sheet";
+
+    const std::string format = littleEndian(164, 2) + "\4yyyy";
+    const std::string style = littleEndian(std::uint64_t(164) << 16, 16);
+    const std::string older =
+        xlsStream(xlsRecord(0x41E, format) + xlsRecord(0xE0, style),
+                  {xlsRecord(0x204, littleEndian(0, 6) + "\2" + '\0' + "L\xE9") + numberAt(1, 46347)}, 0x500);
+    EXPECT_EQ(cells(table(write("t.xls", compoundFile("Book", older)))), "L\xC3\xA9|\n2026-11-21|\n")
+        << "one byte a character";
+
+    const std::string filling = xlsRecord(0x41, std::string(8000, '\0'));
+    std::string large;
+    while (large.size() < 16000000) large += filling;
+    std::string file = compoundFile("Workbook", xlsStream(large, {numberAt(0, 1)}));
+    EXPECT_EQ(cells(table(write("t.xls", file))), "1|\n") << "a file whose header has no room for its tables";
+    constexpr std::size_t nextList = 512 + 508;
+    file.replace(nextList, 4, littleEndian(0, 4));
+    EXPECT_EQ(table(write("t.xls", file)).rows(), 0) << "its lists of tables run in a circle";
+}
+
 TEST_F(DesignTableObjectsTest, XlsFilesThatDoNotHoldTogetherAreRefused) {
     const std::string cells = xlsRecord(0x203, littleEndian(0, 6) + real(1));
     const std::string shared = xlsRecord(0xFD, littleEndian(0, 6) + littleEndian(0, 4));
@@ -309,6 +346,12 @@ TEST_F(DesignTableObjectsTest, XlsFilesThatDoNotHoldTogetherAreRefused) {
         {"a cut record", file("", cells + xlsRecord(0x203, littleEndian(0, 9)))},
         {"no end", compoundFile("Workbook", xlsStream("", {cells}).substr(0, 53))},
         {"a column that no sheet has", file("", xlsRecord(0x203, littleEndian(300 << 16, 6) + real(1)))},
+        {"a chart", compoundFile("Workbook",
+                                 [&] {
+                                     std::string stream = xlsStream("", {cells});
+                                     stream[stream.size() - cells.size() - 6] = 0x20;
+                                     return stream;
+                                 }())},
         {"another stream", compoundFile("Other", xlsStream("", {cells}))},
         {"a stream of text", compoundFile("Workbook", "L\tN\n1\t2\n")},
     };
@@ -384,6 +427,8 @@ TEST_F(DesignTableObjectsTest, SelectingTouchesWhatTheSessionSays) {
     EXPECT_EQ(made.get()->SetCurrentConfiguration(3), CATIDesignTable::NoError);
     EXPECT_EQ(size(), before);
     embedded::designTableHabits() = {true, true, true};
+    sheet->SetSheetIndex(1);
+    EXPECT_EQ(size(), before + 1);
     sheet->SetSheetIndex(1);
     EXPECT_EQ(size(), before + 1);
     EXPECT_EQ(made.configuration(), 1);

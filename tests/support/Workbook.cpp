@@ -59,6 +59,9 @@ constexpr std::size_t kShortStream = 4096; ///< from this size on a stream has s
 constexpr std::uint32_t kFree = 0xFFFFFFFF;
 constexpr std::uint32_t kEnd = 0xFFFFFFFE;
 constexpr std::uint32_t kTable = 0xFFFFFFFD;
+constexpr std::uint32_t kList = 0xFFFFFFFC;
+constexpr std::size_t kTablesInHeader = 109;
+constexpr std::size_t kTablesInList = kSector / 4 - 1; ///< its last number leads to the next list
 
 std::string padded(std::string bytes, std::size_t unit, char filling = '\0') {
     bytes.resize((bytes.size() + unit - 1) / unit * unit, filling);
@@ -88,24 +91,36 @@ std::string compoundFile(const std::string& name, const std::string& content) {
     const bool isShort = content.size() < kShortStream;
     const std::string sectors = padded(content, kSector);
     const std::size_t count = sectors.size() / kSector;
-    // The table describes itself, the directory, the table of short sectors and the stream.
+    // The table describes the list of its own sectors that the header has no room for, itself, the directory, the table
+    // of short sectors and the stream, in this order.
     std::size_t tables = 1;
-    while (tables * kSector / 4 < tables + 2 + count) ++tables;
-    const std::size_t first = tables + 2;
+    std::size_t lists = 0;
+    while (tables * kSector / 4 < lists + tables + 2 + count)
+        lists = (++tables > kTablesInHeader) ? (tables - kTablesInHeader - 1) / kTablesInList + 1 : 0;
+    const std::size_t directoryAt = lists + tables;
+    const std::size_t first = directoryAt + 2;
     std::string table;
+    for (std::size_t i = 0; i < lists; ++i) table += littleEndian(kList, 4);
     for (std::size_t i = 0; i < tables; ++i) table += littleEndian(kTable, 4);
     table += littleEndian(kEnd, 4) + littleEndian(kEnd, 4) + chainOf(first, count);
+    std::string header;
+    std::string list;
+    for (std::size_t i = 0; i < tables; ++i) (i < kTablesInHeader ? header : list) += littleEndian(lists + i, 4);
+    header = padded(header, 4 * kTablesInHeader, '\xFF');
+    std::string listed;
+    for (std::size_t i = 0; i < lists; ++i)
+        listed += padded(list.substr(i * 4 * kTablesInList, 4 * kTablesInList), 4 * kTablesInList, '\xFF') +
+                  littleEndian(i + 1 < lists ? i + 1 : kEnd, 4);
     const std::string shortTable = isShort ? chainOf(0, padded(content, kShortSector).size() / kShortSector) : "";
     const std::string directory =
         directoryEntry("Root Entry", 5, 1, isShort ? first : kEnd, isShort ? sectors.size() : 0) +
         directoryEntry(name, 2, kFree, isShort ? 0 : first, content.size());
-    std::string header = std::string("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1") + std::string(16, '\0') +
-                         littleEndian(0x3E, 2) + littleEndian(3, 2) + littleEndian(0xFFFE, 2) + littleEndian(9, 2) +
-                         littleEndian(6, 2) + std::string(10, '\0') + littleEndian(tables, 4) +
-                         littleEndian(tables, 4) + littleEndian(0, 4) + littleEndian(kShortStream, 4) +
-                         littleEndian(tables + 1, 4) + littleEndian(1, 4) + littleEndian(kEnd, 4) + littleEndian(0, 4);
-    for (std::size_t i = 0; i < tables; ++i) header += littleEndian(i, 4);
-    return padded(header, kSector, '\xFF') + padded(table, kSector, '\xFF') + padded(directory, kSector) +
+    return std::string("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1") + std::string(16, '\0') + littleEndian(0x3E, 2) +
+           littleEndian(3, 2) + littleEndian(0xFFFE, 2) + littleEndian(9, 2) + littleEndian(6, 2) +
+           std::string(10, '\0') + littleEndian(tables, 4) + littleEndian(directoryAt, 4) + littleEndian(0, 4) +
+           littleEndian(kShortStream, 4) + littleEndian(directoryAt + 1, 4) + littleEndian(1, 4) +
+           littleEndian(lists > 0 ? 0 : kEnd, 4) + littleEndian(lists, 4) + header + listed +
+           padded(table, kSector, '\xFF') + padded(directory, kSector) +
            padded(shortTable.empty() ? littleEndian(kFree, 4) : shortTable, kSector, '\xFF') + sectors;
 }
 
@@ -113,17 +128,21 @@ std::string xlsRecord(unsigned type, const std::string& data) {
     return littleEndian(type, 2) + littleEndian(data.size(), 2) + data;
 }
 
-std::string xlsStream(const std::string& workbook, const std::vector<std::string>& sheets) {
-    const std::string begin = xlsRecord(0x809, littleEndian(0x600, 2) + littleEndian(5, 2));
+std::string xlsBegin(unsigned content, unsigned version) {
+    return xlsRecord(0x809, littleEndian(version, 2) + littleEndian(content, 2));
+}
+
+std::string xlsStream(const std::string& workbook, const std::vector<std::string>& sheets, unsigned version) {
+    const std::string begin = xlsBegin(5, version);
     const std::string end = xlsRecord(0x0A, "");
     const std::size_t listed = sheets.size() * 13;
-    std::size_t offset = begin.size() + workbook.size() + listed + end.size();
+    const std::size_t offset = begin.size() + workbook.size() + listed + end.size();
     std::string list;
     std::string rest;
     for (const std::string& sheet : sheets) {
         list += xlsRecord(0x85, littleEndian(offset + rest.size(), 4) + littleEndian(0, 2) + littleEndian(1, 1) +
                                     littleEndian(0, 1) + "S");
-        rest += xlsRecord(0x809, littleEndian(0x600, 2) + littleEndian(0x10, 2)) + sheet + end;
+        rest += xlsBegin(0x10, version) + sheet + end;
     }
     return begin + workbook + list + end + rest;
 }

@@ -25,7 +25,9 @@ std::string workbookOfParts(const std::vector<std::string>& sheetParts);
 std::string compoundFile(const std::string& name, const std::string& content);
 /** A record of the stream "Workbook" of an xls file. */
 std::string xlsRecord(unsigned type, const std::string& data);
+/** The record that begins the workbook (5), a sheet of cells (0x10) or a chart (0x20). */
+std::string xlsBegin(unsigned content, unsigned version = 0x600);
 /** Such a stream from the records of the workbook and of its sheets. */
-std::string xlsStream(const std::string& workbook, const std::vector<std::string>& sheets);
+std::string xlsStream(const std::string& workbook, const std::vector<std::string>& sheets, unsigned version = 0x600);
 
 #endif
