@@ -1,3 +1,4 @@
+// The way from a document to its root container.
 #include "CATInit.h"
 #include "embedded/knowledge/KnowledgeData.h"
 

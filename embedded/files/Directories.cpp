@@ -1,3 +1,4 @@
+// The platform's calls on folders and paths.
 #include "CATLib.h"
 #include "embedded/Accounting.h"
 #include "embedded/Failures.h"

@@ -1,3 +1,4 @@
+// Logical names of directories, for the platform and for its companion.
 #include "CATDLName.h"
 #include "UTILDLName.h"
 #include "UTILFile.h"

@@ -1,3 +1,4 @@
+// How calls of the platform end: their texts, and what a failing one leaves in its outputs.
 #ifndef EMBEDDED_OBJECT_ANSWERS_H
 #define EMBEDDED_OBJECT_ANSWERS_H
 

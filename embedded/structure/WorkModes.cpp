@@ -69,7 +69,7 @@ HRESULT CATPrsWorkModeServices::SetWorkMode(const CATIProduct_var& iProduct, Wor
     switch (modes.outcome) {
     case SwitchOutcome::ignored: return S_OK;
     case SwitchOutcome::refused: return E_FAIL;
-    case SwitchOutcome::error: CATThrow(new CATInternalError);
+    case SwitchOutcome::error: CATThrow(new CATInternalError("CannotSwitch", "CATProductStructure"));
     case SwitchOutcome::foreign: CATThrow(std::runtime_error("out of licences"));
     case SwitchOutcome::switched: break;
     }

@@ -10,7 +10,6 @@ extern ExportedByCatia const IID IID_CATBaseDispatch;
 class ExportedByCatia CATBaseDispatch : public CATBaseUnknown {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATBaseDispatch() override = default;
 };

@@ -28,17 +28,18 @@ public:
     ULONG __stdcall AddRef() override;
     ULONG __stdcall Release() override;
 
-    /** Class name of the object; owned by the platform. */
+    /** Class name of the object; owned by the platform. Proposed: the qualifiers. */
     virtual const char* IsA() const;
     /** Non-zero when the object's class or one it derives from has that name. */
     virtual int IsAKindOf(const char* iName) const;
     /** 1 when both pointers lead to the same implementation, whatever interface each shows. */
     virtual int IsEqual(const CATBaseUnknown* iobject) const;
-    /** Description of the class; owned by the platform, never released. */
+    /** Description of the class; owned by the platform, never released. Proposed: whole. */
     virtual CATMetaClass* __stdcall GetMetaObject() const;
-    /** The implementation behind this interface; no reference is added. */
+    /** The implementation behind this interface; no reference is added. Proposed: the qualifiers. */
     virtual CATBaseUnknown* GetImpl();
 
+    /** Proposed: the types. */
     static const char* __stdcall ClassName();
     static CATClassId ClassId();
 

@@ -12,6 +12,7 @@
 class ExportedByCatia CATBaseUnknown_var {
 public:
     CATBaseUnknown_var() : m_object(nullptr) {}
+    /** Proposed: whole. */
     CATBaseUnknown_var(std::nullptr_t) : m_object(nullptr) {}
     CATBaseUnknown_var(CATBaseUnknown* iObject) : m_object(iObject) {
         if (m_object) m_object->AddRef();
@@ -36,6 +37,7 @@ public:
     int operator!() const { return m_object == nullptr; }
     int operator==(CATBaseUnknown* iObject) const { return m_object == iObject; }
     int operator!=(CATBaseUnknown* iObject) const { return m_object != iObject; }
+    /** Proposed: these two between handles. */
     int operator==(const CATBaseUnknown_var& iOther) const { return m_object == iOther.m_object; }
     int operator!=(const CATBaseUnknown_var& iOther) const { return m_object != iOther.m_object; }
 
@@ -46,12 +48,12 @@ private:
     CATBaseUnknown* m_object;
 };
 
-/** The null handle; converts to a handle of any interface. */
+/** The null handle; converts to a handle of any interface. Proposed: its type. */
 extern ExportedByCatia const CATBaseUnknown_var NULL_var;
 
 /**
  * The handle of one interface: built from any pointer or handle it asks for the interface itself and is null when the
- * object does not answer it.
+ * object does not answer it. Proposed: what the macro stands for.
  */
 #define CATDeclareHandler(interfac, baseclass)                                                                         \
     class interfac##_var : public baseclass##_var {                                                                    \

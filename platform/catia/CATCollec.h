@@ -14,7 +14,8 @@ public:
     enum MemoryHandling { KeepAllocation, ReleaseAllocation };
 };
 
-/** Base of every list. The in-memory platform counts the living ones and names each position outside a list. */
+/** Base of every list. The in-memory platform counts the living ones and names each position outside a list. Proposed:
+ * its members. */
 class ExportedByCatia CATCollecRoot {
 protected:
     CATCollecRoot();
@@ -24,7 +25,8 @@ protected:
     static void BadPosition(int iPosition, int iSize);
 };
 
-/** What the lists of values and of pointers share. Positions count from 1; 0 means absent. */
+/** What the lists of values and of pointers share. Positions count from 1; 0 means absent. Proposed: that there is such
+ * a class; the methods are those of the lists. */
 template <class T>
 class CATListOf : public CATCollecRoot {
 public:
@@ -87,10 +89,10 @@ private:
     std::vector<T> m_elements;
 };
 
-/** Declares the list of pointers to T; it neither deletes nor counts references. */
+/** Declares the list of pointers to T; it neither deletes nor counts references. Proposed: whole. */
 #define CATLISTP_DECLARE(T)                                                                                            \
     class CATListPtr##T : public CATListOf<T*> {}
-/** Declares the list of values T; a list of handles holds a reference an element. */
+/** Declares the list of values T; a list of handles holds a reference an element. Proposed: whole. */
 #define CATLISTV_DECLARE(T)                                                                                            \
     class CATListVal##T : public CATListOf<T> {}
 

@@ -13,9 +13,9 @@ public:
     virtual CATUnicodeString StorageName() const = 0;
     /** Identifier of the document, released by the caller. */
     virtual HRESULT GetDocId(class CATIDocId** oDocId) = 0;
-    /** Whether the document has a file of its own. Not on any public page; asked in one place only. */
+    /** Whether the document has a file of its own. Proposed: whole; asked in one place only. */
     virtual CATBoolean IsSaved() const = 0;
-    /** The descriptor; no reference is added, null is possible. Not on any public page; asked in one place only. */
+    /** The descriptor; no reference is added, null is possible. Proposed: whole; asked in one place only. */
     virtual CATDocumentDescriptor* GetDocumentDescriptor() const = 0;
 
 protected:

@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATUuid.h"
 
-/** What the session knows of a document. Not on any public page: the library asks for it in one place only. */
+/** What the session knows of a document. Proposed: whole; the library asks for it in one place only. */
 class ExportedByCatia CATDocumentDescriptor : public CATBaseUnknown {
 public:
     virtual CATUuid GetUuid() const = 0;

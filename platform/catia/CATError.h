@@ -6,14 +6,14 @@
 /** An error that the platform throws, as a pointer with a reference for the one who catches it. */
 class ExportedByCatia CATError : public CATBaseUnknown {
 protected:
-    CATError() = default;
+    CATError(const char*, const char*) {}
     ~CATError() override = default;
 };
 
 /** A fault within the platform. */
 class ExportedByCatia CATInternalError : public CATError {
 public:
-    CATInternalError() = default;
+    CATInternalError(const char* iMsgId, const char* iMsgCatalog) : CATError(iMsgId, iMsgCatalog) {}
 };
 
 #endif

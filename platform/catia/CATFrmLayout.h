@@ -11,7 +11,7 @@ public:
     static CATFrmLayout* GetCurrentLayout();
 
     /** @param iWinType 0 all, 1 restored, 2 minimised windows. @param iSort 0 as they come, 1 newest last, 2 newest
-     * first. @return the layout's own list, good until it is asked again */
+     * first. @return the layout's own list, good until it is asked again (Proposed: that) */
     virtual CATLISTP(CATFrmWindow) & GetWindowList(int iWinType = 0, int iSort = 0) = 0;
     /** Null is possible. */
     virtual CATFrmWindow* GetCurrentWindow() = 0;

@@ -8,7 +8,7 @@ class CATFrmEditor;
 /** A window of the layout, owned by it. Which kind it is, its class name tells. */
 class ExportedByCatia CATFrmWindow : public CATBaseUnknown {
 public:
-    /** The editor that the window shows; no reference is added, null is possible. */
+    /** The editor that the window shows; no reference is added (Proposed: that), null is possible. */
     virtual CATFrmEditor* GetEditor() = 0;
 
 protected:

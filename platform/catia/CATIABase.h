@@ -14,7 +14,7 @@ public:
     /** @param oName the object's name, or null on failure. */
     virtual HRESULT __stdcall get_Name(CATBSTR& oName) = 0;
     /** @param oObject the object that this one keeps under a name. @return E_FAIL when there is none: the answer of
-     * every class that does not say otherwise */
+     * every class that does not say otherwise (Proposed: that there is one) */
     virtual HRESULT __stdcall GetItem(const CATBSTR& iName, CATBaseDispatch*& oObject);
 
 protected:

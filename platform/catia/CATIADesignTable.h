@@ -5,7 +5,7 @@
 
 extern ExportedByCatia const IID IID_CATIADesignTable;
 
-/** A design table as automation shows it. */
+/** A design table as automation shows it. Proposed: the base, in the place of further automation classes. */
 class ExportedByCatia CATIADesignTable : public CATIABase {
     CATDeclareInterface;
 

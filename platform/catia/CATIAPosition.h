@@ -6,7 +6,7 @@
 
 extern ExportedByCatia const IID IID_CATIAPosition;
 
-/** Place of a product relative to its father. */
+/** Place of a product relative to its father. Proposed: the base, in the place of a further automation class. */
 class ExportedByCatia CATIAPosition : public CATIABase {
     CATDeclareInterface;
 

@@ -11,7 +11,6 @@ extern ExportedByCatia const IID IID_CATICkeNaming;
 class ExportedByCatia CATICkeNaming : public CATBaseUnknown {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATICkeNaming() override = default;
 };

@@ -12,7 +12,8 @@ class ExportedByCatia CATICkeType : public CATBaseUnknown {
     CATDeclareInterface;
 
 public:
-    /** "String", "Integer", "Boolean", "Real" or the name of a magnitude such as "Length". */
+    /** "String", "Integer", "Boolean", "Real" or the name of a magnitude such as "Length".
+     * Proposed: the spellings. */
     virtual CATUnicodeString Name() const = 0;
 
 protected:

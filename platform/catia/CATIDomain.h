@@ -6,11 +6,11 @@
 
 extern ExportedByCatia const IID IID_CATIDomain;
 
-/** A set of specification objects; the integration only ever passes the null handle. */
+/** A set of specification objects; the integration only ever passes the null handle. Proposed: the header and that
+ * nothing is in it. */
 class ExportedByCatia CATIDomain : public CATBaseUnknown {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATIDomain() override = default;
 };

@@ -10,7 +10,6 @@ extern ExportedByCatia const IID IID_CATIDrawing;
 class ExportedByCatia CATIDrawing : public CATBaseUnknown {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATIDrawing() override = default;
 };

@@ -13,7 +13,7 @@ class ExportedByCatia CATIEditor : public CATBaseUnknown {
     CATDeclareInterface;
 
 public:
-    /** No reference is added; null is possible. */
+    /** No reference is added (Proposed: that); null is possible. */
     virtual CATFrmEditor* GetEditor() = 0;
 
 protected:

@@ -10,7 +10,6 @@ extern ExportedByCatia const IID IID_CATIMechanicalFeature;
 class ExportedByCatia CATIMechanicalFeature : public CATBaseUnknown {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATIMechanicalFeature() override = default;
 };

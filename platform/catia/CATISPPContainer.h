@@ -10,7 +10,6 @@ extern ExportedByCatia const IID IID_CATISPPContainer;
 class ExportedByCatia CATISPPContainer : public CATBaseUnknown {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATISPPContainer() override = default;
 };

@@ -10,7 +10,6 @@ extern ExportedByCatia const IID IID_CATISamAccess;
 class ExportedByCatia CATISamAccess : public CATIContainerOfDocument {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATISamAccess() override = default;
 };

@@ -10,7 +10,6 @@ extern ExportedByCatia const IID IID_CATISamAnalysisManager;
 class ExportedByCatia CATISamAnalysisManager : public CATBaseUnknown {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATISamAnalysisManager() override = default;
 };

@@ -10,7 +10,6 @@ extern ExportedByCatia const IID IID_CATISpecAttribute;
 class ExportedByCatia CATISpecAttribute : public CATBaseUnknown {
     CATDeclareInterface;
 
-public:
 protected:
     ~CATISpecAttribute() override = default;
 };

@@ -1,7 +1,7 @@
 #ifndef CATISpecDeclarations_H
 #define CATISpecDeclarations_H
 
-/** What an attribute of a specification object holds. Only the names are published, no values. */
+/** What an attribute of a specification object holds. Proposed: the values; the names are published. */
 enum CATAttrKind {
     tk_double,
     tk_boolean,

@@ -7,7 +7,7 @@
 #include <functional>
 #include <string_view>
 
-/** For finding texts that are equal. */
+/** For finding texts that are equal. Proposed: whole. */
 template <>
 struct std::hash<CATUnicodeString> {
     std::size_t operator()(const CATUnicodeString& iText) const {

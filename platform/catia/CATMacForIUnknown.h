@@ -5,7 +5,8 @@
 
 #include <type_traits>
 
-// What every class of the platform's object model declares and defines about itself.
+// What every class of the platform's object model declares and defines about itself. Proposed: what the macros stand
+// for.
 #define CATDeclareInterface                                                                                            \
 public:                                                                                                                \
     static const char* __stdcall ClassName();                                                                          \

@@ -3,7 +3,7 @@
 
 #include "ExportedByCatia.h"
 
-/** Name and ancestry of a class. One object a class, made once and never released. */
+/** Name and ancestry of a class. One object a class, made once and never released. Proposed: whole. */
 class ExportedByCatia CATMetaClass {
 public:
     CATMetaClass(const char* iName, const CATMetaClass* iBase) : m_name(iName), m_base(iBase) {}

@@ -7,10 +7,10 @@
 /** The session: other interfaces are asked of it. */
 class ExportedByCatia CATSession : public CATBaseUnknown {
 public:
-    /** The current session; no reference is added, null while there is none. */
+    /** The current session; no reference is added (Proposed: that), null while there is none. */
     static CATSession* GetPtrSession();
 
-    /** Not on any public page: written to the journal only. */
+    /** Proposed: whole; written to the journal only. */
     virtual CATUnicodeString GetIdent() const = 0;
 
 protected:

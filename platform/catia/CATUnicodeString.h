@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <string>
 
-/** One character. */
+/** One character. Proposed: the members. */
 class CATUnicodeChar {
 public:
     CATUnicodeChar() : m_code(0) {}
@@ -56,6 +56,7 @@ public:
     int GetLengthInByte() const { return static_cast<int>(m_text.size()); }
     /** 8-bit text, NUL terminated, owned by this string until it changes. */
     const char* ConvertToChar() const { return m_text.c_str(); }
+    /** Whether the text is empty. Proposed: whole, as users' programs call it. */
     int IsNull() const { return m_text.empty(); }
 
     /** 0, or negative when the bytes are not UTF-8; this text is then empty. */
@@ -71,7 +72,7 @@ public:
     int BuildFromNum(double iValue, const char* iFormat = "%g");
     /** 1 when a number was read, else 0 and the output is untouched. A real number has the session's decimal separator.
      * What follows the number is left alone, such as a unit; it must not begin with "." or ",", so that half a number
-     * is never taken for the whole. */
+     * is never taken for the whole. Proposed: what becomes of it. */
     int ConvertToNum(int* oValue, const char* iFormat = "%d") const;
     int ConvertToNum(double* oValue, const char* iFormat = "%le") const;
 
@@ -82,6 +83,7 @@ public:
     int operator<=(const CATUnicodeString& iText) const { return !(iText.m_text < m_text); }
     int operator>=(const CATUnicodeString& iText) const { return !(m_text < iText.m_text); }
     CATUnicodeString operator+(const char* iText) const;
+    /** Proposed: whole, as users' programs write it. */
     CATUnicodeString& operator+=(const CATUnicodeString& iText) { return Append(iText); }
     /** Bounds checked: a position outside gives the character 0. */
     CATUnicodeChar operator[](size_t iPosition) const;
@@ -92,6 +94,7 @@ private:
     std::string m_text;
 };
 
+/** Proposed: whole, as users' programs write it. */
 ExportedByCatia CATUnicodeString operator+(const CATUnicodeString& iLeft, const CATUnicodeString& iRight);
 
 #endif

@@ -11,7 +11,7 @@ public:
     /** From its text; a text of another form gives the null identifier. */
     explicit CATUuid(char* iText);
     /** The text: the four fields in lower-case hexadecimal without leading zeros, joined by "_"; the null identifier
-     * is "0_0_0_0". @param oText the caller's buffer, at least 256 bytes. */
+     * is "0_0_0_0". @param oText the caller's buffer, at least 256 bytes. Proposed: the form and the size. */
     void UUID_to_chaine(char* oText);
 
 private:

@@ -6,7 +6,7 @@
 
 class IDispatch;
 
-/** Automation Boolean: 0 false, anything else true; -1 is the canonical true. */
+/** Automation Boolean: 0 false, anything else true; -1 is the canonical true. Proposed: that it stands here. */
 typedef short CAT_VARIANT_BOOL;
 
 /** What an automation value holds. */

@@ -15,6 +15,7 @@ public:
         if (position >= m_elements.size()) m_elements.resize(position + 1);
         return m_elements[position];
     }
+    /** Proposed: whole. */
     CATLONG32 length() const { return static_cast<CATLONG32>(m_elements.size()); }
 
 private:

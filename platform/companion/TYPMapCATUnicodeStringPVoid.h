@@ -9,7 +9,7 @@
 
 /**
  * Text to pointer, each pointer tagged with the name of the class that it points to. The map owns its keys and tags and
- * never what the pointers lead to. Keys compare exactly.
+ * never what the pointers lead to. Keys compare exactly. Proposed: every method but insert.
  */
 class ExportedByCatia TYPMapCATUnicodeStringPVoid {
 public:

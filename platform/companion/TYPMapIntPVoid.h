@@ -3,7 +3,8 @@
 
 #include "ExportedByCatia.h"
 
-/** Integer to pointer, each pointer tagged with its class name; as TYPMapCATUnicodeStringPVoid. */
+/** Integer to pointer, each pointer tagged with its class name; as TYPMapCATUnicodeStringPVoid. Proposed: the methods.
+ */
 class ExportedByCatia TYPMapIntPVoid {
 public:
     TYPMapIntPVoid();

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/** Growing array of texts, counted from 0. */
+/** Growing array of texts, counted from 0. Proposed: the methods. */
 class ExportedByCatia TYPVectorCATUnicodeString {
 public:
     void push_back(const CATUnicodeString& iText) { m_texts.push_back(iText); }

@@ -16,14 +16,17 @@ public:
     UTILFile(const UTILFile&) = delete;
     UTILFile& operator=(const UTILFile&) = delete;
 
-    /** Opens a file; mode "r" (text lines) is the one supported. A folder cannot be opened. @return S_OK or E_FAIL */
+    /** Opens a file; mode "r" (text lines) is the one supported. A folder cannot be opened. @return S_OK or E_FAIL
+     * Proposed: whole. */
     HRESULT open(const CATUnicodeString& iFileName, const char* iMode);
     /** Reads the next line without its end (LF or CR LF); a line may hold any other byte and have any length.
      * @param oLine the line; empty on failure. @return S_OK; S_FALSE at the end of the file; E_FAIL when the read
      * fails. */
     HRESULT readLine(CATUnicodeString& oLine);
-    /** 1 once a read has met the end of the file: the last line, when it lacks its end, or the read behind it. */
+    /** 1 once a read has met the end of the file: the last line, when it lacks its end, or the read behind it.
+     * Proposed: whole. */
     unsigned char isAtEnd() const;
+    /** Proposed: whole. */
     void close();
 
     /** @param oPath the directory without its last separator (a lone root keeps it), empty when the name has none.
@@ -52,13 +55,13 @@ public:
     /** Seconds since 1970 of the last change, truncated to 32 bits; -1 when the file cannot be examined. */
     static int getLastModificationDateOnFile(const CATUnicodeString& iFileName);
     /** Copies a file byte for byte with its date. A file of the target's name is replaced, its folder must be there.
-     * @return S_OK; E_FAIL when the target is not complete: it may then be a part of the source */
+     * @return S_OK; E_FAIL when the target is not complete: it may then be a part of the source. Proposed: whole. */
     static HRESULT copyFile(const CATUnicodeString& iSource, const CATUnicodeString& iTarget);
     /** Gives a file another name on the same volume. A file of that name is replaced in one step: whoever fails leaves
-     * both as they were. @return S_OK or E_FAIL */
+     * both as they were. @return S_OK or E_FAIL. Proposed: whole. */
     static HRESULT renameFile(const CATUnicodeString& iFileName, const CATUnicodeString& iNewName);
     /** Deletes a file, read-only or not; a folder stays. @return S_OK; E_FAIL when there is no such file, or it is
-     * still there */
+     * still there. Proposed: whole. */
     static HRESULT deleteFile(const CATUnicodeString& iFileName);
 
 private:

@@ -11,7 +11,7 @@ public:
     static void addDynamicLocalizedMessage(int iLevel, int iCatalogue, int iMessage);
     /** Queues a plain text. */
     static void addDynamicUnlocalizedMessage(int iCatalogue, const CATUnicodeString& iText, int iLevel);
-    /** Shows what was queued under a catalogue number, as an information. */
+    /** Shows what was queued under a catalogue number, as an information. Proposed: whole. */
     static void showDynamicInformationMessage(int iCatalogue, int iLevel);
     /** Shows what was queued under a catalogue number, as an error. */
     static void showDynamicErrorMessage(int iCatalogue, int iLevel);

@@ -1,3 +1,4 @@
+// What the companion services keep (journal, reports, messages, typed maps), and the books on references.
 #include "CATIProduct.h"
 #include "CATISpecObject.h"
 #include "EMHManager.h"

@@ -1,3 +1,4 @@
+// Windows, what is selected in them, and the documents that they keep open.
 #include "tests/support/Fixture.h"
 
 #include "CATDocument.h"

@@ -1,7 +1,7 @@
+#include "embedded/documents/SessionObject.h"
 #include "CATSessionServices.h"
 #include "embedded/Session.h"
 #include "embedded/documents/LoadedDocuments.h"
-#include "embedded/documents/SessionObject.h"
 
 namespace embedded {
 
