@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Runs every check, or only the stages named: ./test.sh [--tidy] [STAGE...]
-#   format words layers registered share  the sources
+#   format words layers platform registered share  the sources
 #   linux sanitize windows plain       build and test (windows: cross-compiled, under Wine)
 #   state                              what the built library keeps against docs/state.md
 #   install                            projects built against the installed tree, the packages
 #   workstation                        the library built against given platform headers
 #   tidy fuzz bench                    only when named: clang-tidy, FUZZ_SECONDS (60) of each fuzzer, the benchmarks
+#   mutants [N]                        only when named: N (40) changes of the library drawn by lot, each to be noticed
 # Installs missing Debian packages first. The last line is "N passed, M failed"; a check counts as one, a ctest run
 # with each of its tests.
 set -uo pipefail
@@ -16,11 +17,12 @@ logs=$root/build/logs
 passed=0
 failed=0
 
-default_stages=(format words layers registered share linux state sanitize windows plain install workstation)
+default_stages=(format words layers platform registered share linux state sanitize windows plain install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
 stage_layers() { cmake/check_layers.sh; }
+stage_platform() { cmake/check_platform_page.sh; }
 stage_registered() { cmake/check_tests_registered.sh; }
 stage_share() { cmake/check_test_share.sh; }
 
@@ -101,6 +103,8 @@ stage_fuzz() {
     done
 }
 
+stage_mutants() { tests/mutants/run.py "${mutants:-40}"; }
+
 stage_bench() {
     build bench || return
     local program
@@ -143,6 +147,8 @@ main() {
     for stage in "$@"; do
         if [ "$stage" = --tidy ]; then
             with_tidy=yes
+        elif [[ $stage =~ ^[0-9]+$ ]] && [ "${stages[*]: -1}" = mutants ]; then
+            mutants=$stage
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
