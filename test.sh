@@ -152,7 +152,7 @@ main() {
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
-            sed -n '2,10s/^# \?//p' "$root/test.sh" >&2
+            sed -n '2,11s/^# \?//p' "$root/test.sh" >&2
             exit 2
         fi
     done
