@@ -223,8 +223,21 @@ TEST_F(ExchangeTest, TheSessionFileNamesTheManagedDocumentsInOrder) {
     session().document("/w/notes.txt");
     session().document("New.CATDrawing");
     EXPECT_EQ(VornToolsCommon::writeCADFilesInSessionFile(), S_OK);
-    EXPECT_EQ(content("CADFilesInSession.txt"), "Root.CATProduct\nZahnr\xC3\xA4"
-                                                "der.CATPart\nNew.CATDrawing\n");
+    const Texts names = {"Root.CATProduct\n",
+                         "Zahnr\xC3\xA4"
+                         "der.CATPart\n",
+                         "New.CATDrawing\n"};
+    EXPECT_EQ(content("CADFilesInSession.txt"), names[0] + names[1] + names[2]);
+
+    HRESULT code = S_OK;
+    const auto writeFile = [&] { code = VornToolsCommon::writeCADFilesInSessionFile(); };
+    for (int split = 1; failAt("UTILFile::splitPathAndFileName", split, writeFile); ++split) {
+        EXPECT_EQ(code, split == 3 ? E_FAIL : S_OK) << "the last name's code";
+        EXPECT_EQ(reports(),
+                  Texts({"VornToolsCommon::writeCADFilesInSessionFile 9003 UTILFile::splitPathAndFileName"}));
+        const std::string others[] = {names[1] + names[2], names[0] + names[2], names[0] + names[1]};
+        EXPECT_EQ(content("CADFilesInSession.txt"), others[split - 1]);
+    }
 
     fs::remove(folder() / "CADFilesInSession.txt");
     fs::create_directory(folder() / "CADFilesInSession.txt");
