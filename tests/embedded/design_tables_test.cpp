@@ -187,8 +187,8 @@ std::string xlsOf(const std::vector<TestCell>& all, bool since1904) {
     // record continues in two bytes.
     const std::string shared = littleEndian(2, 4) + littleEndian(2, 4) +
                                std::string("\2\0\xD\1\0\3\0\0\0\xE9\0\xB1\3", 13) + std::string(4 + 3, '\0') +
-                               std::string("\3\0\0  ", 5);
-    book += styles + xlsRecord(0xFC, shared) + xlsRecord(0x3C, std::string("\1x\0", 3));
+                               std::string("\4\0\0  ", 5);
+    book += styles + xlsRecord(0xFC, shared) + xlsRecord(0x3C, std::string("\1x\0y\0", 5));
     std::string rows;
     for (std::size_t i = 0; i < all.size(); ++i) {
         rows += xlsRecord(all[i].type, littleEndian(i, 2) + littleEndian(0, 2) + all[i].record);
@@ -218,7 +218,7 @@ std::string xlsxOf(const std::vector<TestCell>& all, bool since1904) {
          {"xl/styles.xml",
           "<styleSheet><numFmts>" + formats + "</numFmts><cellXfs>" + styles + "</cellXfs></styleSheet>"},
          {"xl/sharedStrings.xml", "<sst><si><r><t>\xC3\xA9</t></r><r><t>\xCE\xB1</t></r></si>\n"
-                                  "<si><t xml:space=\"preserve\">  x</t></si></sst>"},
+                                  "<si><t xml:space=\"preserve\">  xy</t></si></sst>"},
          {"xl/s.xml", "<worksheet><sheetData>\n" + rows + "</sheetData></worksheet>"}});
 }
 
@@ -226,7 +226,7 @@ std::vector<TestCell> testCells(bool since1904, bool withComma) {
     const double day = since1904 ? 44885 : 46347;
     return {
         cell(0xFD, littleEndian(0, 4), "<c t=\"s\"><v>0</v></c>", "\xC3\xA9\xCE\xB1"),
-        cell(0xFD, littleEndian(1, 4), "<c t=\"s\"><v>1</v></c>", "  x"),
+        cell(0xFD, littleEndian(1, 4), "<c t=\"s\"><v>1</v></c>", "  xy"),
         cell(0x204, std::string("\2\0\0  ", 5), "<c t=\"inlineStr\"><is><t>  </t></is></c>", "  "),
         numberCell(0.25, 0, withComma ? "0,25" : "0.25"),
         numberCell(-1e300, 0, "-1e+300"),
