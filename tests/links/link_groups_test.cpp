@@ -141,7 +141,7 @@ TEST_F(LinksTest, AMissingImageIsReported) {
     EXPECT_EQ(missing, 0);
     EXPECT_EQ(number, 0);
     const Texts reported = reports();
-    EXPECT_EQ(reported.size(), 12U);
+    EXPECT_EQ(reported.size(), 13U);
     for (const std::string& report : reported) EXPECT_NE(report.find(" 9001 ip_image"), std::string::npos) << report;
 }
 
