@@ -61,9 +61,17 @@ public:
         guarded([&] { giveSheetBack(); });
         guarded([&] { giveConfigurationBack(configuration); });
         backup.restore();
+        letGo();
     }
 
 private:
+    /** The table's part may leave design mode, and memory with it, before this object ends. */
+    void letGo() {
+        m_text = ConfigurationText();
+        m_ole_sheet.reset();
+        m_sheet = CATICkeSheet_var();
+    }
+
     void calculateOnSheets() {
         if (!findSheet()) {
             m_frame.write("%sERROR piSheet", m_frame.name());

@@ -121,8 +121,8 @@ public:
      * other two; each "ERROR" is replaced, and entries whose sheet or cells cannot be read leave all three lists
      * @param o_found whether the document has a design table with that file. Sheet and configuration of the table and
      * the bytes of its file are afterwards what they were
-     * @return always S_OK. A null list is reported, and so is a
-     * file that is not as it was; lists stay as they were, journalled, where the table does not show its sheet
+     * @return always S_OK. A null list is reported, and so is a file that is not as it was; lists stay as they were,
+     * journalled, where the table does not show its sheet
      */
     static HRESULT calculateCheckSums(CATDocument* ip_document, CATUnicodeString i_design_table_file,
                                       VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,

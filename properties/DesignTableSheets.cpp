@@ -78,11 +78,11 @@ void collectFileNames(const JournalFrame& i_frame, CATIProduct* ipi_root, const 
 
 /** What the tables of a document are read with: modes that last and, where asked for, the parts' files. */
 struct SheetSources {
+    std::vector<DesignMode> modes; ///< end last: what is read may leave memory with them
     CATListValCATISpecObject_var design_tables;
     FileNames file_names;
     bool has_file_names = false;
     bool ends_without_tables = true; ///< nothing more is said then
-    std::vector<DesignMode> modes;
 };
 
 HRESULT collectOther(const JournalFrame& i_frame, CATDocument* ip_document, const SwitchWay& i_way,
