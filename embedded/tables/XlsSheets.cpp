@@ -213,11 +213,16 @@ double shortNumber(std::uint32_t bits) {
 }
 
 std::string errorText(std::uint64_t code) {
-    static const std::map<std::uint64_t, const char*> texts = {{0x00, "#NULL!"}, {0x07, "#DIV/0!"}, {0x0F, "#VALUE!"},
-                                                               {0x17, "#REF!"},  {0x1D, "#NAME?"},  {0x24, "#NUM!"},
-                                                               {0x2A, "#N/A"}};
-    const auto found = texts.find(code);
-    return found == texts.end() ? "#ERROR!" : found->second;
+    switch (code) {
+    case 0x00: return "#NULL!";
+    case 0x07: return "#DIV/0!";
+    case 0x0F: return "#VALUE!";
+    case 0x17: return "#REF!";
+    case 0x1D: return "#NAME?";
+    case 0x24: return "#NUM!";
+    case 0x2A: return "#N/A";
+    default: return "#ERROR!";
+    }
 }
 
 class SheetReader {
