@@ -231,7 +231,7 @@ TEST_F(DocumentFilesTest, LinksListWhateverElseADocumentNames) {
               R"({"kind":"model","name":"D:\\old\\old.model","exists":false,"uses":3}])");
     EXPECT_EQ(runIn("d", "links a.CATProduct"), 1);
     EXPECT_EQ(content("out"), "a.CATProduct  V0 R0 SP0\n"
-                              "         LINK           DOCUMENT          ELEMENT\n"
+                              "         LINK           DOCUMENT\n"
                               "         CATUnloadable  sizes.xls\n"
                               "missing  model          D:\\old\\old.model\n\n");
     EXPECT_EQ(runIn("d", "links --dot a.CATProduct"), 1);

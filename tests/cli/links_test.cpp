@@ -111,7 +111,7 @@ TEST_F(LinksCommandTest, NamesOfAnyBytesCanBePrintedAndReadBack) {
         run("status --json " + quoted(folder));
         EXPECT_EQ(rows().at(0)["document"], shown);
         run("status " + quoted(folder));
-        EXPECT_NE(content("out").find(shown + "\n"), std::string::npos) << shown;
+        EXPECT_NE(content("out").find("  " + shown + "  "), std::string::npos) << shown;
         run("dat '" + file + "'");
         EXPECT_EQ(content("err"), "vorntools: no DAT file can be read for " + shown + "\n");
         run("report " + quoted(folder) + " -o " + quoted("report.html"));

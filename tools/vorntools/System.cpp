@@ -10,9 +10,11 @@
 #endif
 #include <windows.h>
 
+#include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>
 #else
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -47,6 +49,19 @@ bool outputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
 
 bool errorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
 
+int terminalWidth() {
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    const bool known = GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) != 0;
+    return known ? info.srWindow.Right - info.srWindow.Left + 1 : 0;
+}
+
+bool enableColors() {
+    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0;
+    if (!GetConsoleMode(output, &mode)) return true; // no console: whoever asked for colours wants the codes
+    return SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
 #else
 
 std::vector<std::string> arguments(int count, char** values) {
@@ -57,7 +72,24 @@ bool outputIsTerminal() { return ::isatty(STDOUT_FILENO) != 0; }
 
 bool errorIsTerminal() { return ::isatty(STDERR_FILENO) != 0; }
 
+int terminalWidth() {
+    winsize size = {};
+    return outputIsTerminal() && ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+bool enableColors() { return true; }
+
 #endif
+
+std::string readInput() {
+#if defined(_WIN32)
+    _setmode(_fileno(stdin), _O_BINARY);
+#endif
+    std::string text;
+    char piece[1U << 16U];
+    for (std::size_t size; (size = std::fread(piece, 1, sizeof piece, stdin)) > 0;) text.append(piece, size);
+    return text;
+}
 
 void prepareOutput() {
     constexpr std::size_t kBuffer = std::size_t(1) << 16U;

@@ -15,6 +15,12 @@ void prepareOutput();
 
 bool outputIsTerminal();
 bool errorIsTerminal();
+/** Columns of the terminal that shows standard output; 0 when none does. */
+int terminalWidth();
+/** Lets standard output take colours. @return false: it would show the codes themselves */
+bool enableColors();
+/** Everything on standard input. */
+std::string readInput();
 
 } // namespace host
 
