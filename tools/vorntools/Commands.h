@@ -26,6 +26,8 @@ struct CommonOptions {
 void addStatusCommand(Command& program);
 void addDatCommand(Command& program);
 void addLinksCommand(Command& program);
+void addUsesCommand(Command& program);
+void addUsedByCommand(Command& program);
 void addReportCommand(Command& program);
 void addContentsCommand(Command& program);
 void addPreviewCommand(Command& program);

@@ -118,7 +118,10 @@ void DocumentSearch::addFolder(const std::string& prefix, std::vector<std::strin
     for (const std::string& file : files) {
         if (!endsWith(file, kDatSuffix)) {
             const bool hasDat = contains(files, file + kDatSuffix);
-            if (hasDat || isCatiaDocument(file)) add({prefix + file, fullPrefix + file, true, hasDat});
+            if (hasDat || isCatiaDocument(file))
+                add({prefix + file, fullPrefix + file, true, hasDat});
+            else
+                m_others.push_back(fullPrefix + file);
             continue;
         }
         const std::string document = file.substr(0, file.size() - kDatSuffix.size());

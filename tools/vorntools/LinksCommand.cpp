@@ -3,6 +3,7 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/archive/ArchiveOutput.h"
 
 #include <memory>
 #include <set>
@@ -118,15 +119,6 @@ void Listed::printTable() const {
         for (const std::string& ghost : m_links.ghosts) table.add({"unused", "ghost", ghost, ""});
     table.print();
     print("\n");
-}
-
-std::string dotQuoted(const std::string& text) {
-    std::string result = "\"";
-    for (const char letter : printable(text)) {
-        if (letter == '"' || letter == '\\') result += '\\';
-        result += letter;
-    }
-    return result + "\"";
 }
 
 /** Edges to every document once, those to missing ones dashed; as text for Graphviz. */

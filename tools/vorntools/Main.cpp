@@ -37,6 +37,8 @@ int run(const std::vector<std::string>& arguments) {
     addStatusCommand(program);
     addDatCommand(program);
     addLinksCommand(program);
+    addUsesCommand(program);
+    addUsedByCommand(program);
     addReportCommand(program);
     addContentsCommand(program);
     addPreviewCommand(program);

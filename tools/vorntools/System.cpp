@@ -3,12 +3,17 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <sys/stat.h>
+#include <sys/types.h>
+
 #if defined(_WIN32)
 #define WIN32_LEAN_AND_MEAN
 #if !defined(NOMINMAX)
 #define NOMINMAX
 #endif
 #include <windows.h>
+
+#include <filesystem>
 
 #include <io.h>
 #include <shellapi.h>
@@ -43,6 +48,13 @@ std::vector<std::string> arguments(int count, char** values) {
     return result;
 }
 
+FileState stateOf(const std::string& file) {
+    struct _stat64 state {};
+    const std::filesystem::path path = std::filesystem::u8path(file);
+    if (_wstat64(path.c_str(), &state) != 0) return {};
+    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
+}
+
 bool outputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
 
 bool errorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
@@ -51,6 +63,12 @@ bool errorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
 
 std::vector<std::string> arguments(int count, char** values) {
     return std::vector<std::string>(values + std::min(count, 1), values + count);
+}
+
+FileState stateOf(const std::string& file) {
+    struct stat state {};
+    if (::stat(file.c_str(), &state) != 0) return {};
+    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
 }
 
 bool outputIsTerminal() { return ::isatty(STDOUT_FILENO) != 0; }

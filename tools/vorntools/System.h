@@ -1,6 +1,7 @@
 #ifndef TOOLS_VORNTOOLS_SYSTEM_H
 #define TOOLS_VORNTOOLS_SYSTEM_H
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,14 @@ std::vector<std::string> arguments(int count, char** values);
 
 /** Prepares standard output for UTF-8 text in large pieces. Before anything is written. */
 void prepareOutput();
+
+/** Of a file, by its UTF-8 name. */
+struct FileState {
+    bool isThere = false;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0; ///< seconds since 1970
+};
+FileState stateOf(const std::string& file);
 
 bool outputIsTerminal();
 bool errorIsTerminal();

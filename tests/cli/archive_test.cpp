@@ -1,0 +1,109 @@
+#include "tests/support/DocumentImage.h"
+#include "tests/support/Program.h"
+
+namespace {
+
+/** Folders of documents that were renamed, moved and copied. */
+class ArchiveTest : public ProgramTest {
+protected:
+    using Records = std::vector<ImageRecord>;
+
+    static ImageRecord product(const std::string& path) {
+        return ImageRecord::object("CATProduct", path, std::string(16, '\x07'));
+    }
+    static ImageRecord part(const std::string& path, std::int32_t uses = 1) {
+        return ImageRecord::object("CATPart", path, std::string(16, '\x07'), uses);
+    }
+    void document(const std::string& name, const std::string& savedPath, const Records& records) {
+        DocumentImage image;
+        write(name, image.properties(savedPath, records).summary(5, 27, 1).bytes());
+    }
+    /** The lines of a table or tree, its branches in ASCII, without the test's own folder. */
+    std::string shown() {
+        std::string text = content("out");
+        const std::pair<std::string, std::string> inOtherWords[] = {{path(""), ""},
+                                                                    {"\xE2\x94\x9C\xE2\x94\x80", "|-"},
+                                                                    {"\xE2\x94\x94\xE2\x94\x80", "'-"},
+                                                                    {"\xE2\x94\x82", "|"}};
+        for (const auto& [from, to] : inOtherWords)
+            for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at))
+                text.replace(at, from.size(), to);
+        return text;
+    }
+};
+
+TEST_F(ArchiveTest, EachRuleThatFindsANameIsTold) {
+    document("w/now/Top.CATProduct", "D:\\old\\proj\\Top.CATProduct",
+             {part(path("w/far/Stored.CATPart"), 3), part("Bare.CATPart"), part(".\\sub\\Relative.CATPart"),
+              part("D:\\old\\proj\\sub\\Moved.CATPart"), part("E:\\other\\ByName.CATPart"),
+              part("D:\\old\\proj\\Gone.CATPart")});
+    document("w/tree/std/asm/Asm.CATProduct", "D:\\old\\std\\asm\\Asm.CATProduct",
+             {part("D:\\old\\parts\\Above.CATPart")});
+    for (const char* const name : {"w/far/Stored.CATPart", "w/now/Bare.CATPart", "w/now/sub/Relative.CATPart",
+                                   "w/now/sub/Moved.CATPart", "w/now/sub/ByName.CATPart", "w/x/ByName.CATPart",
+                                   "w/tree/parts/Above.CATPart", "w/else/proj/GONE.catpart", "w/now/sub/gone.CATPart"})
+        document(name, "", {});
+    EXPECT_EQ(run("uses --json " + quoted("w/now/Top.CATProduct") + " " + quoted("w")), 1);
+    const struct {
+        const char *document, *rule;
+        int uses, chosenAmong;
+    } expected[] = {{"w/far/Stored.CATPart", "as stored", 3, 0},
+                    {"w/now/Bare.CATPart", "relative", 1, 0},
+                    {"w/now/sub/Relative.CATPart", "relative", 1, 0},
+                    {"w/now/sub/Moved.CATPart", "moved along with the document", 1, 0},
+                    {"w/now/sub/ByName.CATPart", "by name", 1, 2}};
+    auto rows = this->rows();
+    ASSERT_EQ(rows.size(), 7u);
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(rows[i + 1]["document"], path(expected[i].document));
+        EXPECT_EQ(rows[i + 1]["rule"], expected[i].rule) << expected[i].document;
+        EXPECT_EQ(rows[i + 1]["uses"], expected[i].uses) << expected[i].document;
+        EXPECT_EQ(rows[i + 1]["chosen_among"], expected[i].chosenAmong) << expected[i].document;
+    }
+    EXPECT_EQ(rows[6]["document"], "D:\\old\\proj\\Gone.CATPart");
+    EXPECT_EQ(rows[6]["exists"], false);
+    EXPECT_EQ(rows[6]["candidates"].dump(), "[{\"document\":\"" + path("w/now/sub/gone.CATPart") +
+                                                "\",\"agreeing_folders\":0,\"distance\":1},{\"document\":\"" +
+                                                path("w/else/proj/GONE.catpart") +
+                                                "\",\"agreeing_folders\":1,\"distance\":3}]");
+    EXPECT_EQ(run("uses --json " + quoted("w/tree/std/asm/Asm.CATProduct")), 0);
+    EXPECT_EQ(this->rows().at(1)["rule"], "tree above");
+}
+
+TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
+    document("w/Top.CATProduct", "D:\\o\\Top.CATProduct",
+             {product("D:\\o\\A.CATProduct"), product("D:\\o\\B.CATProduct")});
+    document("w/A.CATProduct", "D:\\o\\A.CATProduct", {product("D:\\o\\B.CATProduct"), part("D:\\o\\Self.CATPart")});
+    document("w/B.CATProduct", "D:\\o\\B.CATProduct", {product("D:\\o\\Top.CATProduct"), part("D:\\p\\Lost.CATPart")});
+    document("w/Self.CATPart", "D:\\o\\Self.CATPart", {part("D:\\o\\Self.CATPart")});
+    document("w/q/lost.CATPart", "", {});
+    EXPECT_EQ(run("uses " + quoted("w/Top.CATProduct")), 1);
+    EXPECT_EQ(shown(), "w/Top.CATProduct\n"
+                       "|- w/A.CATProduct\n"
+                       "|  |- w/B.CATProduct\n"
+                       "|  |  |- w/Top.CATProduct  (cycle)\n"
+                       "|  |  '- D:\\p\\Lost.CATPart  (missing; perhaps w/q/lost.CATPart)\n"
+                       "|  '- w/Self.CATPart\n"
+                       "|     '- w/Self.CATPart  (cycle)\n"
+                       "'- w/B.CATProduct  (see above)\n");
+    EXPECT_EQ(run("uses --depth 1 " + quoted("w/Top.CATProduct")), 1);
+    EXPECT_EQ(shown(), "w/Top.CATProduct\n|- w/A.CATProduct  (more below)\n'- w/B.CATProduct  (more below)\n");
+    EXPECT_EQ(run("uses --depth 2 " + quoted("w/Top.CATProduct")), 1);
+    EXPECT_EQ(shown(), "w/Top.CATProduct\n"
+                       "|- w/A.CATProduct\n"
+                       "|  |- w/B.CATProduct  (more below)\n"
+                       "|  '- w/Self.CATPart  (more below)\n"
+                       "'- w/B.CATProduct\n"
+                       "   |- w/Top.CATProduct  (cycle)\n"
+                       "   '- D:\\p\\Lost.CATPart  (missing; perhaps w/q/lost.CATPart)\n");
+    EXPECT_EQ(run("used-by " + quoted("w/Self.CATPart") + " " + quoted("w")), 0);
+    EXPECT_EQ(shown(), "w/Self.CATPart\n"
+                       "|- w/A.CATProduct\n"
+                       "|  '- w/Top.CATProduct\n"
+                       "|     '- w/B.CATProduct\n"
+                       "|        |- w/A.CATProduct  (cycle)\n"
+                       "|        '- w/Top.CATProduct  (cycle)\n"
+                       "'- w/Self.CATPart  (cycle)\n");
+}
+
+} // namespace
