@@ -30,6 +30,12 @@ protected:
                 text.replace(at, from.size(), to);
         return text;
     }
+    /** The same, with the columns of its tables two blanks apart. */
+    std::string squeezed() {
+        std::string text = shown();
+        for (std::size_t at = text.find("   "); at != std::string::npos; at = text.find("   ", at)) text.erase(at, 1);
+        return text;
+    }
 };
 
 TEST_F(ArchiveTest, EachRuleThatFindsANameIsTold) {
@@ -68,6 +74,63 @@ TEST_F(ArchiveTest, EachRuleThatFindsANameIsTold) {
                                                 "\",\"agreeing_folders\":1,\"distance\":3}]");
     EXPECT_EQ(run("uses --json " + quoted("w/tree/std/asm/Asm.CATProduct")), 0);
     EXPECT_EQ(this->rows().at(1)["rule"], "tree above");
+}
+
+TEST_F(ArchiveTest, LinksHaveARowATargetAndASummary) {
+    document("w/Top.CATProduct", "D:\\o\\Top.CATProduct",
+             {part("D:\\o\\sub\\Bolt.CATPart", 2), product("D:\\o\\Asm.CATProduct"),
+              part("D:\\o\\sub\\Bolt.CATPart", 3), ImageRecord::unloadable("D:\\t\\Sizes.xls", 4),
+              part("E:\\x\\BOLT.catpart", 0), part("E:\\x\\Away.CATPart", 0)});
+    document("w/sub/Bolt.CATPart", "", {});
+    document("w/sub/deep/Asm.CATProduct", "", {});
+    document("w/Asm/asm.CATProduct", "", {});
+    write("w/tables/t/sizes.xls", "");
+    write("w/tables/Sizes.XLS", "");
+    EXPECT_EQ(run("links --ghosts " + quoted("w/Top.CATProduct") + " " + quoted("w/sub") + " " + quoted("w/tables")),
+              1);
+    EXPECT_EQ(squeezed(), "w/Top.CATProduct  V5 R27 SP1\n"
+                          "  LINK  USES  DOCUMENT  FOUND  STORED AS  ELEMENT\n"
+                          "  context product  1  w/sub/deep/Asm.CATProduct  by name  D:\\o\\Asm.CATProduct\n"
+                          "  context part  5  w/sub/Bolt.CATPart  moved along with the document  "
+                          "D:\\o\\sub\\Bolt.CATPart\n"
+                          "missing  CATUnloadable  4  D:\\t\\Sizes.xls\n"
+                          "  perhaps  w/tables/Sizes.XLS\n"
+                          "  perhaps  w/tables/t/sizes.xls  agrees in 1 folder\n"
+                          "unused  ghost  0  E:\\x\\BOLT.catpart  name in use\n"
+                          "unused  ghost  0  E:\\x\\Away.CATPart\n\n"
+                          "w/sub/Bolt.CATPart  V5 R27 SP1\n\n"
+                          "w/sub/deep/Asm.CATProduct  V5 R27 SP1\n\n"
+                          "3 documents, 3 links: 2 found, 1 missing; 0 damaged\n");
+}
+
+TEST_F(ArchiveTest, WhatIsMissingIsToldWithThoseThatWantIt) {
+    document("w/a/A.CATProduct", "D:\\o\\A.CATProduct",
+             {part(".\\s\\Nut.CATPart"), part("D:\\p\\q\\Pin.CATPart", 2), part("D:\\o\\Gone.CATPart")});
+    document("w/b/B.CATProduct", "D:\\o\\B.CATProduct", {part(".\\s\\Nut.CATPart"), part("D:\\p\\q\\Pin.CATPart")});
+    document("w/c/q/pin.catpart", "", {});
+    document("w/c/PIN.CATPart", "", {});
+    EXPECT_EQ(run("links --missing " + quoted("w")), 1);
+    EXPECT_EQ(shown(), "D:\\p\\q\\Pin.CATPart\n"
+                       "  wanted by  w/a/A.CATProduct\n"
+                       "  wanted by  w/b/B.CATProduct\n"
+                       "  perhaps    w/c/PIN.CATPart\n"
+                       "  perhaps    w/c/q/pin.catpart  (agrees in 1 folder)\n"
+                       ".\\s\\Nut.CATPart\n"
+                       "  wanted by  w/a/A.CATProduct\n"
+                       "D:\\o\\Gone.CATPart\n"
+                       "  wanted by  w/a/A.CATProduct\n"
+                       ".\\s\\Nut.CATPart\n"
+                       "  wanted by  w/b/B.CATProduct\n"
+                       "\n"
+                       "4 documents, 5 links: 0 found, 5 missing; 0 damaged\n");
+    EXPECT_EQ(run("links --missing --json " + quoted("w")), 1);
+    EXPECT_EQ(rows().at(0).dump(),
+              "{\"missing\":\"D:\\\\p\\\\q\\\\Pin.CATPart\",\"wanted_by\":[{\"document\":\"" +
+                  path("w/a/A.CATProduct") + "\",\"uses\":2,\"kinds\":[\"context part\"]},{\"document\":\"" +
+                  path("w/b/B.CATProduct") +
+                  "\",\"uses\":1,\"kinds\":[\"context part\"]}],\"candidates\":[{\"document\":\"" +
+                  path("w/c/PIN.CATPart") + "\",\"agreeing_folders\":0,\"distance\":2},{\"document\":\"" +
+                  path("w/c/q/pin.catpart") + "\",\"agreeing_folders\":1,\"distance\":3}],\"candidate_count\":2}");
 }
 
 TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {

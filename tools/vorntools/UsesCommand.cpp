@@ -40,7 +40,7 @@ const char* textOf(TreeRow::Mark mark) {
 class TreePrinter {
 public:
     TreePrinter(const Archive& archive, Index top, DocumentTree::Direction direction, const TreeOptions& options)
-        : m_archive(archive), m_top(top), m_options(options),
+        : m_archive(archive), m_top(top), m_direction(direction), m_options(options),
           m_tree(archive, top, direction, static_cast<unsigned int>(options.depth)) {}
 
     void print() const {
@@ -68,6 +68,7 @@ private:
 
     const Archive& m_archive;
     const Index m_top;
+    const DocumentTree::Direction m_direction;
     const TreeOptions& m_options;
     const DocumentTree m_tree;
 };
@@ -81,12 +82,15 @@ std::string TreePrinter::remarkOf(const TreeRow& row) const {
     const ArchiveLink* const link = linkOf(row);
     if (row.document == kNoIndex) {
         add("missing");
-        add(describe(m_archive, m_archive.candidatesOf(*link)));
-    } else {
-        if (link) add(choiceOf(m_archive, *link));
-        add(conditionToTell(m_archive, row.document));
-        add(textOf(row.mark));
+        add(shown(m_archive, *link).candidates.text());
+        return remark;
     }
+    if (link && m_direction == DocumentTree::Uses) {
+        const ShownTarget target = shown(m_archive, *link);
+        if (target.chosenAmong > 0) add("found " + target.ruleText());
+    }
+    add(conditionToTell(m_archive, row.document));
+    add(textOf(row.mark));
     return remark;
 }
 
@@ -99,7 +103,7 @@ Json TreePrinter::jsonOf(const TreeRow& row) const {
     json.add("mark", textOrNull(textOf(row.mark)));
     json.add("from", link ? Json(m_archive.nameOf(link->from)) : Json());
     json.add("to", link && link->target != kNoIndex ? Json(m_archive.nameOf(link->target)) : Json());
-    if (link) addLinkTo(json, m_archive, *link);
+    if (link) shown(m_archive, *link).addTo(json);
     return json;
 }
 

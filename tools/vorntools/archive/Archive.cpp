@@ -7,9 +7,6 @@
 
 namespace {
 
-/** Candidates are looked for among so many files of one name. */
-constexpr std::size_t kMostLookedAt = 64;
-
 /** Where the rows begin that follow. */
 template <class Row>
 Index endOf(const std::vector<Row>& table) {
@@ -20,26 +17,6 @@ Index endOf(const std::vector<Row>& table) {
 template <class Row>
 void closeRange(RowRange& range, const std::vector<Row>& table) {
     range.count = endOf(table) - range.first;
-}
-
-std::size_t sharedParts(const PathParts& a, const PathParts& b) {
-    const std::size_t most = std::min(a.size(), b.size());
-    return static_cast<std::size_t>(
-        std::mismatch(a.begin(), a.begin() + static_cast<std::ptrdiff_t>(most), b.begin()).first - a.begin());
-}
-
-/** Folders to go up from one folder and down to the other. */
-std::size_t distanceBetween(const PathParts& from, const PathParts& to) {
-    return from.size() + to.size() - 2 * sharedParts(from, to);
-}
-
-/** Folders that two paths have in common at their ends, letter case aside. */
-std::size_t agreeingFolders(const PathParts& stored, const PathParts& folder) {
-    std::size_t count = 0;
-    while (count < stored.size() && count < folder.size() &&
-           folded(stored[stored.size() - 1 - count]) == folded(folder[folder.size() - 1 - count]))
-        ++count;
-    return count;
 }
 
 constexpr const char* kReferenceType = "MMLAssy_Ref";
@@ -92,7 +69,7 @@ void Archive::addLinks(Index number, const DocumentLinks& links, const std::vect
     document.release = links.release;
     document.servicePack = links.servicePack;
     document.links.first = endOf(m_links);
-    addTargets(number, links);
+    for (const Target& target : targetsOf(links, std::string(text(document.fullName)))) addTarget(number, target);
     closeRange(document.links, m_links);
     addReferences(document, links);
 
@@ -108,48 +85,19 @@ void Archive::addLinks(Index number, const DocumentLinks& links, const std::vect
     closeRange(document.recorded, m_recorded);
 }
 
-void Archive::addTargets(Index number, const DocumentLinks& links) {
-    struct Element {
-        Index link;
-        LinkElement element;
-    };
-    std::vector<Element> elements;
-    std::unordered_map<std::string, Index> rows; // by file, or by the stored name of what is missing
-    const std::string document(text(m_documents[number].fullName));
-    const auto add = [&](const NamedDocument& target, bool countsUses, LinkElement element) {
-        const std::string key = target.exists ? target.name : '\0' + target.stored;
-        const auto row = rows.emplace(key, endOf(m_links));
-        if (row.second) {
-            const std::string found = target.exists ? target.name : std::string();
-            m_links.emplace_back();
-            m_links.back().from = number;
-            m_links.back().stored = m_texts.add(target.stored);
-            m_links.back().rule = ruleOf(target.stored, found, links.savedPath, document);
-            m_found.resize(m_links.size());
-            m_found.back() = m_texts.add(found);
-        }
-        if (row.second || countsUses) m_links[row.first->second].uses += target.uses;
-        elements.push_back({row.first->second, element});
-    };
-    for (const NamedDocument& target : links.partFiles) add(target, true, {m_texts.add("part file")});
-    for (const NamedDocument& target : links.contextProducts) add(target, true, {m_texts.add("context product")});
-    for (const NamedDocument& target : links.contextParts) add(target, true, {m_texts.add("context part")});
-    for (const OtherNamed& other : links.others) add(other.document, true, {m_texts.add(other.kind), 0, false, true});
-    for (const TypedLink& link : links.links)
-        if (!link.document.name.empty())
-            add(link.document, false, {m_texts.add(link.type), m_texts.add(link.reference), link.tagFound});
-    // Elements of one row become neighbours, in their order.
-    std::stable_sort(elements.begin(), elements.end(),
-                     [](const Element& a, const Element& b) { return a.link < b.link; });
-    for (const Element& element : elements) {
-        RowRange& range = m_links[element.link].elements;
-        if (range.count == 0) range.first = endOf(m_elements);
-        const auto own = rowsOf(m_elements, range);
-        // Records of one kind that mean one file tell nothing that the first of them does not.
-        if (!own.empty() && own[own.size() - 1] == element.element) continue;
-        m_elements.push_back(element.element);
-        ++range.count;
-    }
+void Archive::addTarget(Index number, const Target& target) {
+    ArchiveLink link;
+    link.from = number;
+    link.stored = m_texts.add(target.stored);
+    link.rule = target.rule;
+    link.uses = target.uses;
+    link.elements.first = endOf(m_elements);
+    for (const TargetElement& element : target.elements)
+        m_elements.push_back(
+            {m_texts.add(element.kind), m_texts.add(element.reference), element.tagFound, element.isOther});
+    closeRange(link.elements, m_elements);
+    m_links.push_back(link);
+    m_found.push_back(m_texts.add(target.found));
 }
 
 void Archive::addReferences(ArchiveDocument& document, const DocumentLinks& links) {
@@ -157,11 +105,11 @@ void Archive::addReferences(ArchiveDocument& document, const DocumentLinks& link
     bool anyTyped = false;
     for (const TypedLink& link : links.links) {
         if (!link.document.name.empty()) continue;
-        m_references.push_back({m_texts.add(link.type), m_texts.add(link.reference), link.tagFound});
+        m_references.push_back({m_texts.add(link.type), m_texts.add(link.reference), link.tagFound, false});
         anyTyped = anyTyped || link.type == kReferenceType;
     }
     for (const std::string& reference : links.externalReferences)
-        if (!anyTyped) m_references.push_back({m_texts.add(kReferenceType), m_texts.add(reference)});
+        if (!anyTyped) m_references.push_back({m_texts.add(kReferenceType), m_texts.add(reference), false, false});
     closeRange(document.references, m_references);
 }
 
@@ -187,7 +135,7 @@ Index Archive::addNamed(const std::string& fullName, const Naming& naming) {
 void Archive::finish(const std::vector<std::string>& otherFiles, const Naming& naming) {
     findTargets(naming);
     findMissing();
-    groupNames(otherFiles, naming);
+    indexNames(otherFiles, naming);
     turnRound();
 }
 
@@ -215,40 +163,23 @@ void Archive::findMissing() {
         const std::string_view document = text(m_documents[link.from].fullName);
         const Index folder = isRelativePath(text(link.stored)) ? m_texts.add(folderOfPath(document)) : 0;
         const auto added = known.emplace(std::uint64_t{folder} << 32U | link.stored, endOf(m_missing));
-        if (added.second) m_missing.push_back({link.stored, {}, kNoIndex});
+        if (added.second) m_missing.push_back({link.stored, {}});
         link.missing = added.first->second;
     }
 }
 
-void Archive::groupNames(const std::vector<std::string>& otherFiles, const Naming& naming) {
-    std::unordered_map<std::string, Index> wanted;
-    for (const MissingTarget& target : m_missing) wanted.emplace(folded(lastName(text(target.stored))), kNoIndex);
-    std::vector<std::pair<std::string, Index>> files;
+void Archive::indexNames(const std::vector<std::string>& otherFiles, const Naming& naming) {
+    const auto add = [this](Index document) { m_names.add(text(m_documents[document].fullName), document); };
     for (Index i = 0; i < m_documents.size(); ++i)
-        if (m_documents[i].role == ArchiveDocument::Walked && m_documents[i].exists)
-            files.emplace_back(folded(lastName(text(m_documents[i].fullName))), i);
+        if (m_documents[i].role == ArchiveDocument::Walked && m_documents[i].exists) add(i);
+    std::unordered_set<std::string> wanted;
+    for (const MissingTarget& target : m_missing) wanted.insert(folded(lastName(text(target.stored))));
     for (const std::string& file : otherFiles) {
-        std::string name = folded(lastName(file));
-        if (wanted.count(name) == 0) continue;
+        if (wanted.count(folded(lastName(file))) == 0) continue;
         const Index known = find(file);
-        files.emplace_back(std::move(name), known == kNoIndex ? addNamed(file, naming) : known);
+        add(known == kNoIndex ? addNamed(file, naming) : known);
     }
-    std::sort(files.begin(), files.end(), [this](const auto& a, const auto& b) {
-        if (a.first != b.first) return a.first < b.first;
-        return text(m_documents[a.second].fullName) < text(m_documents[b.second].fullName);
-    });
-    m_groupOf.assign(m_documents.size(), kNoIndex);
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        if (i == 0 || files[i].first != files[i - 1].first) {
-            m_groups.push_back({static_cast<Index>(i), 0});
-            const auto target = wanted.find(files[i].first);
-            if (target != wanted.end()) target->second = endOf(m_groups) - 1;
-        }
-        ++m_groups.back().count;
-        m_sameName.push_back(files[i].second);
-        m_groupOf[files[i].second] = endOf(m_groups) - 1;
-    }
-    for (MissingTarget& target : m_missing) target.group = wanted[folded(lastName(text(target.stored)))];
+    m_names.sort();
 }
 
 void Archive::turnRound() {
@@ -273,45 +204,20 @@ void Archive::turnRound() {
 }
 
 Candidates Archive::candidatesOf(const ArchiveLink& link) const {
-    if (link.missing == kNoIndex || m_missing[link.missing].group == kNoIndex) return {};
-    const std::string_view document = text(m_documents[link.from].fullName);
-    const Rows<Index> files = rowsOf(m_sameName, m_groups[m_missing[link.missing].group]);
-    const Index* const next =
-        std::lower_bound(files.begin(), files.end(), document,
-                         [this](Index file, std::string_view name) { return text(m_documents[file].fullName) < name; });
-    const std::size_t at = static_cast<std::size_t>(next - files.begin());
-    const std::size_t first = at > kMostLookedAt / 2 ? at - kMostLookedAt / 2 : 0;
-    const PathParts here = partsOfFolder(document), stored = partsOfFolder(text(link.stored));
-    Candidates result;
-    result.count = files.size();
-    for (std::size_t i = first; i < std::min(files.size(), first + kMostLookedAt); ++i) {
-        const PathParts folder = partsOfFolder(text(m_documents[files[i]].fullName));
-        result.nearest.push_back({files[i], static_cast<unsigned int>(agreeingFolders(stored, folder)),
-                                  static_cast<unsigned int>(distanceBetween(here, folder))});
-    }
-    std::stable_sort(result.nearest.begin(), result.nearest.end(), [](const Candidate& a, const Candidate& b) {
-        return a.distance != b.distance ? a.distance < b.distance : a.agreeing > b.agreeing;
-    });
-    result.nearest.resize(std::min(result.nearest.size(), kMostCandidates));
-    return result;
+    return m_names.candidates(text(link.stored), text(m_documents[link.from].fullName));
 }
 
 Candidates Archive::candidatesOf(const MissingTarget& missing) const {
     return candidatesOf(m_links[linksTo(missing)[0]]);
 }
 
-std::size_t Archive::countOfName(Index document) const {
-    return m_groupOf[document] == kNoIndex ? 0 : m_groups[m_groupOf[document]].count;
-}
-
 std::vector<Rows<Index>> Archive::sameNames() const {
     std::vector<Rows<Index>> groups;
-    for (const RowRange& group : m_groups) {
-        const Rows<Index> files = rowsOf(m_sameName, group);
-        const bool isWalked = std::all_of(files.begin(), files.end(), [this](Index file) {
+    for (const Rows<Index> files : m_names.groups()) {
+        const bool areWalked = std::all_of(files.begin(), files.end(), [this](Index file) {
             return m_documents[file].role == ArchiveDocument::Walked;
         });
-        if (files.size() > 1 && isWalked) groups.push_back(files);
+        if (files.size() > 1 && areWalked) groups.push_back(files);
     }
     return groups;
 }

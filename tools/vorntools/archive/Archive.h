@@ -5,6 +5,9 @@
 #include "tools/vorntools/DocumentStatus.h"
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/archive/LinkRule.h"
+#include "tools/vorntools/archive/NameIndex.h"
+#include "tools/vorntools/archive/Rows.h"
+#include "tools/vorntools/archive/Targets.h"
 #include "tools/vorntools/archive/TextPool.h"
 
 #include <cstddef>
@@ -16,28 +19,6 @@
 #include <unordered_map>
 #include <utility>
 #include <vector>
-
-/** Some neighbouring rows of a table. */
-template <class Row>
-class Rows {
-public:
-    Rows() = default;
-    Rows(const Row* first, std::size_t count) : m_first(first), m_count(count) {}
-    const Row* begin() const { return m_first; }
-    const Row* end() const { return m_first + m_count; }
-    std::size_t size() const { return m_count; }
-    bool empty() const { return m_count == 0; }
-    const Row& operator[](std::size_t at) const { return m_first[at]; }
-
-private:
-    const Row* m_first = nullptr;
-    std::size_t m_count = 0;
-};
-
-/** Rows of another table that belong to one row. */
-struct RowRange {
-    Index first = 0, count = 0;
-};
 
 /** A name in a document's DAT file. */
 struct RecordedName {
@@ -98,18 +79,12 @@ struct ArchiveLink {
     RowRange elements;
 };
 
-/** A kind of link to a target, and the element that it means. */
+/** A TargetElement, its texts by their numbers. */
 struct LinkElement {
-    Index kind = 0;      ///< text: "part file", "context product", "context part", a type of the library ("MML"), or
-                         ///< the type of another document as stored ("CATUnloadable")
-    Index reference = 0; ///< text, may be empty
+    Index kind = 0;
+    Index reference = 0;
     bool tagFound = false;
-    bool isOther = false; ///< of a document that is neither part, product nor drawing
-
-    bool operator==(const LinkElement& other) const {
-        return kind == other.kind && reference == other.reference && tagFound == other.tagFound &&
-               isOther == other.isOther;
-    }
+    bool isOther = false;
 };
 
 /** A name that a document stores and nothing uses any more. */
@@ -127,21 +102,8 @@ struct ArchiveRecorded {
 
 /** A name that is stored somewhere and leads to no file. */
 struct MissingTarget {
-    Index stored = 0;       ///< text
-    RowRange links;         ///< rows of Archive::missingLinks: those that want it
-    Index group = kNoIndex; ///< of the files that were walked and have its last name
-};
-
-/** A file that a missing target might mean. */
-struct Candidate {
-    Index document = 0;
-    unsigned int agreeing = 0; ///< folders of the stored path that its own ends with
-    unsigned int distance = 0; ///< folders to go up and down from the document that wants it
-};
-
-struct Candidates {
-    std::vector<Candidate> nearest; ///< nearest path first, at most Archive::kMostCandidates
-    std::size_t count = 0;          ///< of all
+    Index stored = 0; ///< text
+    RowRange links;   ///< those that want it, as Archive::linksTo gives them
 };
 
 /**
@@ -151,7 +113,6 @@ struct Candidates {
  */
 class Archive {
 public:
-    static constexpr std::size_t kMostCandidates = 10;
     /** How a full name is written for the reader of the output. */
     using Naming = std::function<std::string(const std::string&)>;
 
@@ -193,14 +154,14 @@ public:
     const std::vector<MissingTarget>& missing() const { return m_missing; }
     /** Numbers of the links that want a missing target. */
     Rows<Index> linksTo(const MissingTarget& missing) const { return rowsOf(m_missingLinks, missing.links); }
-    /** Files of the name of a missing target, as the document of a link sees them. Of more than 64 those are looked at
-     * whose paths are next to the document's in alphabetical order. */
+    /** Files of the name of a missing target, as the document of a link sees them; their numbers are those of
+     * documents.
+     */
     Candidates candidatesOf(const ArchiveLink& link) const;
     /** As the first document that wants it sees them. */
     Candidates candidatesOf(const MissingTarget& missing) const;
-    /** How many walked files have the last name of a document, letter case aside, itself included; 0 for a file that
-     * was not walked. */
-    std::size_t countOfName(Index document) const;
+    /** How many walked files have the last name of a document, letter case aside. */
+    std::size_t countOfName(Index document) const { return m_names.count(text(m_documents[document].fullName)); }
     /** Walked documents that share their last name, letter case aside, with another; each group by full name. */
     std::vector<Rows<Index>> sameNames() const;
 
@@ -210,12 +171,12 @@ private:
         return {table.data() + range.first, range.count};
     }
     void addStatus(ArchiveDocument& document, const DocumentStatus& status);
-    void addTargets(Index document, const DocumentLinks& links);
+    void addTarget(Index document, const Target& target);
     void addReferences(ArchiveDocument& document, const DocumentLinks& links);
     void addLinks(Index document, const DocumentLinks& links, const std::vector<RecordedName>& recorded);
     void findTargets(const Naming& naming);
     void findMissing();
-    void groupNames(const std::vector<std::string>& otherFiles, const Naming& naming);
+    void indexNames(const std::vector<std::string>& otherFiles, const Naming& naming);
     void turnRound();
     Index addNamed(const std::string& fullName, const Naming& naming);
 
@@ -231,9 +192,7 @@ private:
     std::vector<RowRange> m_usersOf;           ///< a row a document
     std::vector<Index> m_users, m_missingLinks;
     std::vector<MissingTarget> m_missing;
-    std::vector<RowRange> m_groups; ///< of m_sameName
-    std::vector<Index> m_sameName;  ///< walked files by their last names, then by full name
-    std::vector<Index> m_groupOf;   ///< a row a document
+    NameIndex m_names; ///< of the files that were walked
 };
 
 #endif

@@ -19,7 +19,7 @@ void ArchiveReader::read(DocumentFacts& facts, bool isGiven) {
     const FoundDocument& found = facts.found;
     if (m_what.status) facts.status = m_examiner.examine(found);
     if (m_what.links && found.exists && (isGiven || isCatiaDocument(found.name)))
-        facts.links = readDocumentLinks(found.fullName, "", m_memory);
+        facts.links = readDocumentLinks(found.fullName, m_what.linkType, m_memory);
     m_journal.take();
 }
 

@@ -21,7 +21,8 @@ class ArchiveReader {
 public:
     struct What {
         bool links = true;
-        bool status = false; ///< ask for state and DAT fields
+        bool status = false;  ///< ask for state and DAT fields
+        std::string linkType; ///< as readDocumentLinks takes it
     };
     /** @param journal what the library tells of each document goes there */
     ArchiveReader(Archive& archive, JournalFile& journal, What what)

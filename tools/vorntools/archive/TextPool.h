@@ -1,16 +1,13 @@
 #ifndef TOOLS_VORNTOOLS_ARCHIVE_TEXT_POOL_H
 #define TOOLS_VORNTOOLS_ARCHIVE_TEXT_POOL_H
 
+#include "tools/vorntools/archive/Rows.h"
+
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
-
-/** Number of a row or a text. */
-using Index = std::uint32_t;
-constexpr Index kNoIndex = 0xFFFFFFFFU;
 
 /** Texts of any bytes, each stored once and known by a number. Number 0 is the empty text. */
 class TextPool {
