@@ -1,3 +1,4 @@
+#include "tests/support/DocumentContainer.h"
 #include "tests/support/DocumentImage.h"
 #include "tests/support/Program.h"
 
@@ -167,6 +168,82 @@ TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
                        "|        |- w/A.CATProduct  (cycle)\n"
                        "|        '- w/Top.CATProduct  (cycle)\n"
                        "'- w/Self.CATPart  (cycle)\n");
+}
+
+/** A part as a container, with an identity that it keeps, and something that tells it apart. */
+std::string savedPart(const std::string& identity, const std::string& geometry, bool isOld = false) {
+    std::string properties = isOld ? std::string() : "\x3B\x10" + identity;
+    for (std::size_t i = 0; isOld && i < identity.size(); ++i) properties += std::string("\x3B\x01") + identity[i];
+    DocumentImage image;
+    return DocumentContainer("")
+        .stream("\x03"
+                "CATStorageProperty",
+                properties + "\x9F\x36\x08\x46INJPL  ")
+        .stream("CATDocumentProperty", image.properties("D:\\o\\Part.CATPart", {}).bytes())
+        .stream("Geometry", geometry)
+        .bytes();
+}
+
+TEST_F(ArchiveTest, DocumentsOfOneNameAreCompared) {
+    const std::string one = "\xD5\x53\x20\xD9" + std::string(11, '\x01') + "\x85", other(16, '\x02'), none(16, '\0');
+    const struct {
+        const char *name, *relation;
+        std::vector<std::pair<const char*, std::string>> files; ///< contents, "content origin" in the answer behind it
+    } groups[] = {
+        {"Copy.CATPart", "same bytes", {{"1 1", savedPart(one, "a")}, {"1 1", savedPart(one, "a")}}},
+        {"Apart.CATPart",
+         "saved apart",
+         {{"1 1", savedPart(one, "a")},
+          {"2 1", savedPart(one, "b")},
+          {"1 1", savedPart(one, "a")},
+          {"3 1", savedPart(one, "longer")},
+          {"4 1", savedPart(one, "old", true)}}},
+        {"Strange.CATPart", "strangers", {{"1 1", savedPart(one, "a")}, {"2 2", savedPart(other, "a")}}},
+        {"Unknown.CATPart", "strangers", {{"1 1", savedPart(none, "a")}, {"2 2", savedPart(none, "b")}}},
+        {"Plain.CATPart", "same bytes", {{"1 1", "no document"}, {"1 1", "no document"}}},
+        {"Mixed.CATPart",
+         "mixed",
+         {{"1 1", savedPart(one, "a")}, {"2 2", savedPart(other, "a")}, {"3 1", savedPart(one, "b")}}},
+    };
+    for (const auto& group : groups) {
+        std::filesystem::remove_all(path("w"));
+        for (std::size_t i = 0; i < group.files.size(); ++i)
+            write("w/" + std::to_string(i) + "/" + (i == 1 ? "COPY" : "Copy") + ".CATPart", group.files[i].second);
+        write("w/Alone.CATPart", group.files[0].second);
+        EXPECT_EQ(run("duplicates --json " + quoted("w")), 1);
+        ASSERT_EQ(rows().size(), 1u) << group.name;
+        const auto row = rows()[0];
+        EXPECT_EQ(row["relation"], group.relation) << group.name;
+        ASSERT_EQ(row["documents"].size(), group.files.size()) << group.name;
+        for (std::size_t i = 0; i < group.files.size(); ++i) {
+            const auto& document = row["documents"][i];
+            EXPECT_EQ(document["content"].dump() + " " + document["origin"].dump(), group.files[i].first)
+                << group.name << " " << i;
+        }
+    }
+    EXPECT_EQ(rows()[0]["documents"][0].dump(),
+              "{\"document\":\"" + path("w/0/Copy.CATPart") +
+                  "\",\"size\":" + std::to_string(savedPart(one, "a").size()) +
+                  ",\"identity\":\"d55320d9_1010101_1010101_1010185\",\"saved\":\"2021-04-22 13:07:23\",\"content\":1,"
+                  "\"origin\":1}");
+    EXPECT_EQ(run("duplicates " + quoted("w/0")), 0);
+    EXPECT_EQ(content("out"), "0 names, 0 documents\n");
+}
+
+TEST_F(ArchiveTest, OrphansArePartsApartFromTops) {
+    document("w/Top.CATProduct", "", {product("Sub.CATProduct"), part("Used.CATPart")});
+    document("w/Sub.CATProduct", "", {});
+    document("w/Used.CATPart", "", {});
+    document("w/Self.CATPart", "", {part("Self.CATPart"), part("Used.CATPart")});
+    document("w/Sheet.CATDrawing", "", {product("Top.CATProduct")});
+    write("w/Sizes.xls", "");
+    write("w/Gone.CATPart.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n");
+    EXPECT_EQ(run("orphans " + quoted("w")), 1);
+    EXPECT_EQ(squeezed(), "KIND  LINKS  DOCUMENT\npart  2  w/Self.CATPart\ndrawing  1  w/Sheet.CATDrawing\n\n"
+                          "1 part and 1 others that nobody points to\n");
+    std::filesystem::remove(path("w/Self.CATPart"));
+    EXPECT_EQ(run("orphans --json " + quoted("w")), 0);
+    EXPECT_EQ(rows().at(0)["kind"], "drawing");
 }
 
 } // namespace

@@ -28,6 +28,8 @@ void addDatCommand(Command& program);
 void addLinksCommand(Command& program);
 void addUsesCommand(Command& program);
 void addUsedByCommand(Command& program);
+void addDuplicatesCommand(Command& program);
+void addOrphansCommand(Command& program);
 void addReportCommand(Command& program);
 void addContentsCommand(Command& program);
 void addPreviewCommand(Command& program);

@@ -39,6 +39,8 @@ int run(const std::vector<std::string>& arguments) {
     addLinksCommand(program);
     addUsesCommand(program);
     addUsedByCommand(program);
+    addDuplicatesCommand(program);
+    addOrphansCommand(program);
     addReportCommand(program);
     addContentsCommand(program);
     addPreviewCommand(program);

@@ -25,7 +25,7 @@ struct TreeOptions {
     bool dot = false;
 };
 
-const char* textOf(TreeRow::Mark mark) {
+const char* markText(TreeRow::Mark mark) {
     switch (mark) {
     case TreeRow::SeeAbove: return "see above";
     case TreeRow::SeeBelow: return "see below";
@@ -90,7 +90,7 @@ std::string TreePrinter::remarkOf(const TreeRow& row) const {
         if (target.chosenAmong > 0) add("found " + target.ruleText());
     }
     add(conditionToTell(m_archive, row.document));
-    add(textOf(row.mark));
+    add(markText(row.mark));
     return remark;
 }
 
@@ -100,7 +100,7 @@ Json TreePrinter::jsonOf(const TreeRow& row) const {
     json.add("condition", row.document == kNoIndex
                               ? Json()
                               : textOrNull(std::string(m_archive.text(m_archive.document(row.document).condition))));
-    json.add("mark", textOrNull(textOf(row.mark)));
+    json.add("mark", textOrNull(markText(row.mark)));
     json.add("from", link ? Json(m_archive.nameOf(link->from)) : Json());
     json.add("to", link && link->target != kNoIndex ? Json(m_archive.nameOf(link->target)) : Json());
     if (link) shown(m_archive, *link).addTo(json);

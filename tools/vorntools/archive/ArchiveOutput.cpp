@@ -33,7 +33,7 @@ void ShownCandidates::addTo(Json& object) const {
 }
 
 std::string ShownTarget::ruleText() const {
-    return nameOf(target.rule) + (chosenAmong > 0 ? ", one of " + std::to_string(chosenAmong) : std::string());
+    return ruleName(target.rule) + (chosenAmong > 0 ? ", one of " + std::to_string(chosenAmong) : std::string());
 }
 
 std::string ShownTarget::kindsText() const {
@@ -62,7 +62,7 @@ void ShownTarget::addTo(Json& object) const {
                 {{"kind", element.kind}, {"reference", element.reference}, {"tag_found", element.tagFound}}));
     }
     object.add("stored", target.stored);
-    object.add("rule", textOrNull(nameOf(target.rule)));
+    object.add("rule", textOrNull(ruleName(target.rule)));
     object.add("uses", target.uses);
     object.add("chosen_among", chosenAmong);
     object.add("kinds", std::move(kinds));

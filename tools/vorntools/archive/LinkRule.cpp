@@ -45,7 +45,7 @@ bool isInTreeAbove(const PathParts& stored, const PathParts& found, PathParts sa
 
 } // namespace
 
-const char* nameOf(LinkRule rule) {
+const char* ruleName(LinkRule rule) {
     switch (rule) {
     case LinkRule::AsStored: return "as stored";
     case LinkRule::Relative: return "relative";

@@ -15,7 +15,7 @@ enum class LinkRule : std::uint8_t {
 };
 
 /** "as stored", "relative", "moved along with the document", "tree above", "by name"; empty for NotFound. */
-const char* nameOf(LinkRule rule);
+const char* ruleName(LinkRule rule);
 
 /**
  * The rule, from what it led to: nothing is looked up.
