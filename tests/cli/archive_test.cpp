@@ -2,6 +2,11 @@
 #include "tests/support/DocumentImage.h"
 #include "tests/support/Program.h"
 
+#include <filesystem>
+#include <numeric>
+#include <random>
+#include <set>
+
 namespace {
 
 /** Folders of documents that were renamed, moved and copied. */
@@ -18,6 +23,20 @@ protected:
     void document(const std::string& name, const std::string& savedPath, const Records& records) {
         DocumentImage image;
         write(name, image.properties(savedPath, records).summary(5, 27, 1).bytes());
+    }
+    /** Files of a folder and below. */
+    std::string files(const std::string& name) {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(path(name)))
+            if (!entry.is_directory()) names.insert(std::filesystem::relative(entry.path(), path(name)).string() + " ");
+        return std::accumulate(names.begin(), names.end(), std::string());
+    }
+    /** Bytes that cannot be made fewer. */
+    static std::string noise(std::size_t size) {
+        std::mt19937 random(7);
+        std::string bytes(size, '\0');
+        for (char& byte : bytes) byte = static_cast<char>(random() & 0xFFU);
+        return bytes;
     }
     /** The lines of a table or tree, its branches in ASCII, without the test's own folder. */
     std::string shown() {
@@ -244,6 +263,76 @@ TEST_F(ArchiveTest, OrphansArePartsApartFromTops) {
     std::filesystem::remove(path("w/Self.CATPart"));
     EXPECT_EQ(run("orphans --json " + quoted("w")), 0);
     EXPECT_EQ(rows().at(0)["kind"], "drawing");
+}
+
+TEST_F(ArchiveTest, PackTakesAllThatIsNeeded) {
+    document("w/a/Top.CATProduct", "D:\\o\\a\\Top.CATProduct",
+             {part("D:\\o\\b\\Bolt.CATPart"), part("D:\\o\\c\\BOLT.CATPart"), part("D:\\o\\Lost.CATPart"),
+              ImageRecord::unloadable("D:\\o\\a\\Sizes.xls")});
+    document("w/b/Bolt.CATPart", "D:\\o\\b\\Bolt.CATPart", {part("D:\\o\\b\\Deep.CATPart")});
+    document("w/b/Deep.CATPart", "", {});
+    document("w/b/Unwanted.CATPart", "", {});
+    document("w/c/BOLT.CATPart", "", {});
+    write("w/a/Sizes.xls", "12;13");
+    const std::string top = quoted("w/a/Top.CATProduct");
+    EXPECT_EQ(run("pack " + top + " -o " + quoted("new/pack")), 1);
+    EXPECT_EQ(squeezed(), "STATE  PACKED AS  DOCUMENT\n"
+                          "packed  a/Top.CATProduct  w/a/Top.CATProduct\n"
+                          "packed  b/Bolt.CATPart  w/b/Bolt.CATPart\n"
+                          "packed  c/BOLT.CATPart  w/c/BOLT.CATPart\n"
+                          "packed  a/Sizes.xls  w/a/Sizes.xls\n"
+                          "packed  b/Deep.CATPart  w/b/Deep.CATPart\n"
+                          "missing  D:\\o\\Lost.CATPart  (wanted by w/a/Top.CATProduct)\n");
+    EXPECT_EQ(files("new/pack"), "a/Sizes.xls a/Top.CATProduct b/Bolt.CATPart b/Deep.CATPart c/BOLT.CATPart ");
+    EXPECT_EQ(content("new/pack/b/Bolt.CATPart"), content("w/b/Bolt.CATPart"));
+    EXPECT_EQ(std::filesystem::last_write_time(path("new/pack/a/Sizes.xls")),
+              std::filesystem::last_write_time(path("w/a/Sizes.xls")));
+    EXPECT_EQ(run("uses --flat " + quoted("new/pack/a/Top.CATProduct")), 1) << "all found but what was missing";
+
+    EXPECT_EQ(run("pack --json --flat " + top + " -o " + quoted("flat")), 1);
+    EXPECT_EQ(files("flat"), "BOLT (2).CATPart Bolt.CATPart Deep.CATPart Sizes.xls Top.CATProduct ");
+    EXPECT_EQ(rows().at(2).dump(), "{\"document\":\"" + path("w/c/BOLT.CATPart") +
+                                       "\",\"state\":\"renamed\",\"packed_as\":\"BOLT (2).CATPart\",\"size\":" +
+                                       std::to_string(content("w/c/BOLT.CATPart").size()) + "}");
+    EXPECT_EQ(rows().at(5)["state"], "missing");
+    EXPECT_EQ(run("pack " + quoted("w/b/Deep.CATPart") + " -o " + quoted("one")), 0);
+    EXPECT_EQ(files("one"), "Deep.CATPart ");
+
+    EXPECT_EQ(run("pack " + top + " -o " + quoted("p.zip")), 1);
+    EXPECT_EQ(content("p.zip").substr(0, 2), "PK");
+    EXPECT_NE(content("p.zip").find("b/Deep.CATPart"), std::string::npos);
+}
+
+TEST_F(ArchiveTest, PackOverwritesNothingAndLeavesNothingHalf) {
+    document("w/Top.CATProduct", "D:\\o\\Top.CATProduct", {part("D:\\o\\s\\Bolt.CATPart")});
+    write("w/s/Bolt.CATPart", std::string(100000, 'x'));
+    const std::string top = quoted("w/Top.CATProduct");
+    write("there/s/Bolt.CATPart", "mine");
+    write("there.zip", "mine");
+    const struct {
+        const char *output, *message;
+    } taken[] = {{"there", "there/s/Bolt.CATPart exists already"},
+                 {"there.zip", "there.zip exists already"},
+                 {"w/Top.CATProduct", "w/Top.CATProduct cannot be made"},
+                 {"there.zip/x.zip", "there.zip/x.zip cannot be written"}};
+    for (const auto& example : taken) {
+        EXPECT_EQ(run("pack " + top + " -o " + quoted(example.output)), 2) << example.output;
+        EXPECT_EQ(content("err").find("vorntools: " + path(example.message)), 0u) << content("err");
+        EXPECT_EQ(content("out"), "") << example.output;
+    }
+    EXPECT_EQ(files("there"), "s/Bolt.CATPart ");
+    EXPECT_EQ(content("there/s/Bolt.CATPart"), "mine");
+    EXPECT_EQ(content("there.zip"), "mine");
+    const std::string limited = "ulimit -f 16; trap '' XFSZ; ";
+    for (const char* const output : {"full/pack", "there/new", "full/pack.zip"}) {
+        std::filesystem::create_directory(path("full"));
+        const std::string before = files("full") + files("there");
+        write("w/s/Bolt.CATPart", noise(100000));
+        EXPECT_EQ(runAfter(limited, "pack " + top + " -o " + quoted(output)), 2) << output;
+        EXPECT_NE(content("err").find(" cannot be written: "), std::string::npos) << content("err");
+        EXPECT_EQ(files("full") + files("there"), before) << output;
+        EXPECT_FALSE(std::filesystem::exists(path("full/pack"))) << output;
+    }
 }
 
 } // namespace

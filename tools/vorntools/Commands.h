@@ -30,6 +30,7 @@ void addUsesCommand(Command& program);
 void addUsedByCommand(Command& program);
 void addDuplicatesCommand(Command& program);
 void addOrphansCommand(Command& program);
+void addPackCommand(Command& program);
 void addReportCommand(Command& program);
 void addContentsCommand(Command& program);
 void addPreviewCommand(Command& program);

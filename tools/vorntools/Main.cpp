@@ -41,6 +41,7 @@ int run(const std::vector<std::string>& arguments) {
     addUsedByCommand(program);
     addDuplicatesCommand(program);
     addOrphansCommand(program);
+    addPackCommand(program);
     addReportCommand(program);
     addContentsCommand(program);
     addPreviewCommand(program);

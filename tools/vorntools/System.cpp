@@ -18,7 +18,10 @@
 #include <io.h>
 #include <shellapi.h>
 #else
+#include <dlfcn.h>
 #include <unistd.h>
+
+#include <cstring>
 #endif
 
 namespace host {
@@ -55,6 +58,8 @@ FileState stateOf(const std::string& file) {
     return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
 }
 
+WriteZip* zipWriter() { return nullptr; }
+
 bool outputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
 
 bool errorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
@@ -69,6 +74,15 @@ FileState stateOf(const std::string& file) {
     struct stat state {};
     if (::stat(file.c_str(), &state) != 0) return {};
     return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
+}
+
+WriteZip* zipWriter() {
+    void* const library = ::dlopen("libVornToolsZip.so", RTLD_NOW | RTLD_LOCAL);
+    void* const found = library ? ::dlsym(library, "vornToolsWriteZip") : nullptr;
+    WriteZip* writer = nullptr;
+    static_assert(sizeof writer == sizeof found, "both are the address of a function");
+    std::memcpy(&writer, &found, sizeof writer);
+    return writer;
 }
 
 bool outputIsTerminal() { return ::isatty(STDOUT_FILENO) != 0; }

@@ -1,6 +1,8 @@
 #ifndef TOOLS_VORNTOOLS_SYSTEM_H
 #define TOOLS_VORNTOOLS_SYSTEM_H
 
+#include "tools/vorntools/zip/ZipWriter.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -21,6 +23,9 @@ struct FileState {
     std::int64_t modified = 0; ///< seconds since 1970
 };
 FileState stateOf(const std::string& file);
+
+/** Writes ZIP files, in a library that is only loaded when it is wanted; null where it is not built in. */
+WriteZip* zipWriter();
 
 bool outputIsTerminal();
 bool errorIsTerminal();
