@@ -265,6 +265,41 @@ TEST_F(ArchiveTest, OrphansArePartsApartFromTops) {
     EXPECT_EQ(rows().at(0)["kind"], "drawing");
 }
 
+TEST_F(ArchiveTest, StatusTellsWhereTheDatFileDiffers) {
+    document("w/Top.CATProduct", "D:\\o\\Top.CATProduct",
+             {part("D:\\o\\Bolt.CATPart"), part("D:\\o\\Nut.CATPart"), part("D:\\o\\MMLpin.CATPart"),
+              product("D:\\o\\Frame.CATProduct"), part("D:\\o\\Back.CATPart"), part("D:\\o\\Lost.CATPart"),
+              ImageRecord::unloadable("D:\\o\\Sizes.xls")});
+    document("w/Back.CATPart", "", {});
+    const auto dat = [](const std::string& blocks) { return "<DatFileVersion>\n2\n</DatFileVersion>\n" + blocks; };
+    const struct {
+        std::string dat;
+        const char* differences;
+    } cases[] = {
+        {dat("<LinkedDocs>\nBOLT.CATPart\nMML|Nut.CATPart\nMMLpin.CATPart\nMMLAssy|Frame.CATProduct\nUNRESOLVED|Lost\n"
+             "Back.CATPart\n</LinkedDocs>\n<DT_Files>\nSizes.xls\n</DT_Files>\n"),
+         "[]"},
+        {dat("<LinkedDocs>\nBolt.CATPart\nNut.CATPart\nMMLpin.CATPart\nAway.CATPart\nUNRESOLVED|Back\nLost.CATPart\n"
+             "</LinkedDocs>\n<DT_Files>\nOther.xls\n</DT_Files>\n"),
+         R"([{"name":"Away.CATPart","difference":"only recorded"},{"name":"Back","difference":"found meanwhile"},)"
+         R"({"name":"Other.xls","difference":"only recorded"},)"
+         R"({"name":"D:\\o\\Frame.CATProduct","difference":"only in the document"}])"},
+        {dat("<LoadType>\nFull\n</LoadType>\n"), "[]"},
+        {"", "null"}};
+    for (const auto& example : cases) {
+        std::filesystem::remove(path("w/Top.CATProduct.dat"));
+        if (!example.dat.empty()) write("w/Top.CATProduct.dat", example.dat);
+        EXPECT_EQ(run("status --links --json " + quoted("w/Top.CATProduct")), 1);
+        EXPECT_EQ(rows().at(0)["link_differences"].dump(), example.differences) << example.dat;
+    }
+    write("w/Top.CATProduct.dat", cases[1].dat);
+    run("status --links " + quoted("w/Top.CATProduct"));
+    EXPECT_NE(shown().find("w/Top.CATProduct  only recorded: Away.CATPart, Other.xls; only in the document: "
+                           "D:\\o\\Frame.CATProduct; found meanwhile: Back\n"),
+              std::string::npos)
+        << content("out");
+}
+
 TEST_F(ArchiveTest, PackTakesAllThatIsNeeded) {
     document("w/a/Top.CATProduct", "D:\\o\\a\\Top.CATProduct",
              {part("D:\\o\\b\\Bolt.CATPart"), part("D:\\o\\c\\BOLT.CATPart"), part("D:\\o\\Lost.CATPart"),

@@ -4,6 +4,8 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/archive/RecordedLinks.h"
+#include "tools/vorntools/archive/Targets.h"
 
 #include <memory>
 
@@ -14,15 +16,42 @@ struct StatusOptions {
     bool links = false;
 };
 
-/** What the document itself says. */
+/** What the document itself says, and where its DAT file says otherwise. */
 struct OwnLinks {
     Json count; ///< null when nobody counted or the document cannot be read
     DocumentCondition condition;
+    bool isCompared = false; ///< there are both
+    std::vector<LinkDifference> differences;
 };
 
-OwnLinks countLinksOf(const FoundDocument& found, LinkMemory& memory) {
+OwnLinks readLinksOf(const FoundDocument& found, const DocumentStatus& row, LinkMemory& memory) {
     const DocumentLinks links = readDocumentLinks(found.fullName, "", memory);
-    return {links.read ? Json(links.countDocuments()) : Json(), links.condition};
+    OwnLinks own{
+        links.read ? Json(links.countDocuments()) : Json(), links.condition, links.read && !row.dat.empty(), {}};
+    if (own.isCompared)
+        own.differences = differencesBetween(readRecordedLinks(found.fullName), targetsOf(links, found.fullName));
+    return own;
+}
+
+Json jsonOf(const OwnLinks& ownLinks) {
+    if (!ownLinks.isCompared) return {};
+    Json array = Json::array();
+    for (const LinkDifference& difference : ownLinks.differences)
+        array.push_back(Json::object({{"name", difference.name}, {"difference", differenceName(difference.kind)}}));
+    return array;
+}
+
+/** "only recorded: Nut.CATPart, Pin.CATPart; only in the document: Bolt.CATPart" */
+std::string textOfDifferences(const OwnLinks& ownLinks) {
+    std::string text;
+    for (const auto kind :
+         {LinkDifference::OnlyRecorded, LinkDifference::OnlyInDocument, LinkDifference::FoundMeanwhile}) {
+        std::string names;
+        for (const LinkDifference& difference : ownLinks.differences)
+            if (difference.kind == kind) names += (names.empty() ? "" : ", ") + difference.name;
+        if (!names.empty()) text += (text.empty() ? "" : "; ") + std::string(differenceName(kind)) + ": " + names;
+    }
+    return text;
 }
 
 Json jsonOf(const DocumentStatus& row, bool withLinks, const OwnLinks& ownLinks) {
@@ -41,6 +70,7 @@ Json jsonOf(const DocumentStatus& row, bool withLinks, const OwnLinks& ownLinks)
     if (withLinks) {
         json.add("document_links", ownLinks.count);
         json.add("condition", ownLinks.condition.json());
+        json.add("link_differences", jsonOf(ownLinks));
     }
     return json;
 }
@@ -55,7 +85,8 @@ std::vector<std::string> cellsOf(const DocumentStatus& row, const OwnLinks& ownL
             std::to_string(row.linked) + inDocument,
             std::to_string(row.unresolved),
             row.designTable ? "yes" : "no",
-            row.document};
+            row.document,
+            textOfDifferences(ownLinks)};
 }
 
 int runStatus(const StatusOptions& statusOptions) {
@@ -74,7 +105,8 @@ int runStatus(const StatusOptions& statusOptions) {
                  {statusOptions.links ? "LINKS DAT / DOCUMENT" : "LINKS", true},
                  {"UNRESOLVED", true},
                  {"TABLE"},
-                 {"DOCUMENT"}});
+                 {"DOCUMENT"},
+                 {statusOptions.links ? "DIFFERENCES" : ""}});
     bool findings = false;
     {
         Progress progress(documents.found().size(), "documents");
@@ -82,8 +114,8 @@ int runStatus(const StatusOptions& statusOptions) {
         LinkMemory memory;
         for (const FoundDocument& found : documents.found()) {
             const DocumentStatus row = examiner.examine(found);
-            const OwnLinks ownLinks = statusOptions.links ? countLinksOf(found, memory) : OwnLinks();
-            findings = findings || row.isFinding() || ownLinks.condition.isFinding;
+            const OwnLinks ownLinks = statusOptions.links ? readLinksOf(found, row, memory) : OwnLinks();
+            findings = findings || row.isFinding() || ownLinks.condition.isFinding || !ownLinks.differences.empty();
             options.json ? printJson(jsonOf(row, statusOptions.links, ownLinks)) : table.add(cellsOf(row, ownLinks));
             journal.take();
             progress.step();
@@ -102,7 +134,9 @@ void addStatusCommand(Command& program) {
                                        [options] { return runStatus(*options); });
     command.value("folder", "FOLDER", "Folders, searched with all below them, and documents", &options->common.names)
         .required();
-    command.flag("--links", "Also count the links in the documents themselves, and tell which of them are damaged",
-                 options->links);
+    command.flag(
+        "--links",
+        "Also read the links in the documents themselves: how many, where the DAT files differ, what is damaged",
+        options->links);
     options->common.addTo(command);
 }

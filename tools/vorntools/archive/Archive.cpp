@@ -59,7 +59,7 @@ void Archive::addStatus(ArchiveDocument& document, const DocumentStatus& status)
     document.loadType = m_texts.add(status.loadType);
 }
 
-void Archive::addLinks(Index number, const DocumentLinks& links, const std::vector<RecordedName>& recorded) {
+void Archive::addLinks(Index number, const DocumentLinks& links, const std::optional<RecordedLinks>& recorded) {
     ArchiveDocument& document = m_documents[number];
     document.hasLinks = links.read;
     document.isUnreadable = !links.read;
@@ -68,21 +68,35 @@ void Archive::addLinks(Index number, const DocumentLinks& links, const std::vect
     document.version = links.version;
     document.release = links.release;
     document.servicePack = links.servicePack;
+    const std::vector<Target> targets = targetsOf(links, std::string(text(document.fullName)));
     document.links.first = endOf(m_links);
-    for (const Target& target : targetsOf(links, std::string(text(document.fullName)))) addTarget(number, target);
+    for (const Target& target : targets) addTarget(number, target);
     closeRange(document.links, m_links);
     addReferences(document, links);
+    addGhosts(number, links);
+    if (recorded) addRecorded(document, *recorded, targets);
+}
 
+void Archive::addGhosts(Index number, const DocumentLinks& links) {
+    RowRange& ghosts = m_documents[number].ghosts;
     std::unordered_set<std::string> live;
-    for (const ArchiveLink& link : linksOf(number)) live.insert(folded(lastName(text(link.stored))));
-    document.ghosts.first = endOf(m_ghosts);
+    if (!links.ghosts.empty())
+        for (const ArchiveLink& link : linksOf(number)) live.insert(folded(lastName(text(link.stored))));
+    ghosts.first = endOf(m_ghosts);
     for (const std::string& ghost : links.ghosts)
         m_ghosts.push_back({m_texts.add(ghost), live.count(folded(lastName(ghost))) > 0});
-    closeRange(document.ghosts, m_ghosts);
+    closeRange(ghosts, m_ghosts);
+}
+
+void Archive::addRecorded(ArchiveDocument& document, const RecordedLinks& recorded,
+                          const std::vector<Target>& targets) {
     document.recorded.first = endOf(m_recorded);
-    for (const RecordedName& name : recorded)
-        m_recorded.push_back({name.kind, m_texts.add(name.name), live.count(folded(lastName(name.name))) > 0});
+    for (const RecordedName& name : recorded.names) m_recorded.push_back({name.kind, m_texts.add(name.name)});
     closeRange(document.recorded, m_recorded);
+    document.differences.first = endOf(m_differences);
+    for (const LinkDifference& difference : differencesBetween(recorded, targets))
+        m_differences.push_back({difference.kind, m_texts.add(difference.name)});
+    closeRange(document.differences, m_differences);
 }
 
 void Archive::addTarget(Index number, const Target& target) {

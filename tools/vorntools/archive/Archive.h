@@ -6,6 +6,7 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/archive/LinkRule.h"
 #include "tools/vorntools/archive/NameIndex.h"
+#include "tools/vorntools/archive/RecordedLinks.h"
 #include "tools/vorntools/archive/Rows.h"
 #include "tools/vorntools/archive/Targets.h"
 #include "tools/vorntools/archive/TextPool.h"
@@ -19,13 +20,6 @@
 #include <unordered_map>
 #include <utility>
 #include <vector>
-
-/** A name in a document's DAT file. */
-struct RecordedName {
-    enum Kind : std::uint8_t { Linked, Unresolved, DesignTableFile };
-    Kind kind = Linked;
-    std::string name; ///< as recorded, without its prefix; an unresolved link may have none
-};
 
 /** A file: one of the documents that were looked for, or any other that one of them names or might mean. Its texts are
  * numbers of Archive::text. */
@@ -51,7 +45,7 @@ struct ArchiveDocument {
     Index status = 0, reason = 0; ///< "new", "modified", "not modified", and why
     Index dat = 0, layout = 0, itemRevision = 0, dataset = 0, namedReference = 0, loadType = 0;
     int linked = 0, unresolved = 0; ///< documents in the DAT file
-    RowRange links, references, ghosts, recorded;
+    RowRange links, references, ghosts, recorded, differences;
     bool isFinding = false; ///< of the state
 };
 
@@ -65,7 +59,8 @@ struct DocumentFacts {
     std::optional<DocumentStatus> status;
     /** None: nobody asked, or no CATIA document. */
     std::optional<DocumentLinks> links;
-    std::vector<RecordedName> recorded;
+    /** What the DAT file tells of other documents; taken together with the links. */
+    std::optional<RecordedLinks> recorded;
 };
 
 /** One document pointed to, with all kinds of links that lead there. */
@@ -93,11 +88,16 @@ struct Ghost {
     bool isLive = false; ///< the document points to a file of that name as well
 };
 
-/** A name that the DAT file holds. */
+/** A document that the DAT file names. */
 struct ArchiveRecorded {
     RecordedName::Kind kind = RecordedName::Linked;
-    Index name = 0;        ///< text
-    bool isStored = false; ///< the document itself points to a file of that name
+    Index name = 0; ///< text
+};
+
+/** A LinkDifference, its text by its number. */
+struct ArchiveDifference {
+    LinkDifference::Kind kind = LinkDifference::OnlyRecorded;
+    Index name = 0;
 };
 
 /** A name that is stored somewhere and leads to no file. */
@@ -148,6 +148,10 @@ public:
     Rows<ArchiveRecorded> recordedOf(Index document) const {
         return rowsOf(m_recorded, m_documents[document].recorded);
     }
+    /** Where document and DAT file differ. */
+    Rows<ArchiveDifference> differencesOf(Index document) const {
+        return rowsOf(m_differences, m_documents[document].differences);
+    }
     /** Numbers of the links that lead to a document, by the documents that they come from. */
     Rows<Index> linksTo(Index document) const { return rowsOf(m_users, m_usersOf[document]); }
 
@@ -173,7 +177,9 @@ private:
     void addStatus(ArchiveDocument& document, const DocumentStatus& status);
     void addTarget(Index document, const Target& target);
     void addReferences(ArchiveDocument& document, const DocumentLinks& links);
-    void addLinks(Index document, const DocumentLinks& links, const std::vector<RecordedName>& recorded);
+    void addLinks(Index document, const DocumentLinks& links, const std::optional<RecordedLinks>& recorded);
+    void addGhosts(Index document, const DocumentLinks& links);
+    void addRecorded(ArchiveDocument& document, const RecordedLinks& recorded, const std::vector<Target>& targets);
     void findTargets(const Naming& naming);
     void findMissing();
     void indexNames(const std::vector<std::string>& otherFiles, const Naming& naming);
@@ -188,6 +194,7 @@ private:
     std::vector<LinkElement> m_references;
     std::vector<Ghost> m_ghosts;
     std::vector<ArchiveRecorded> m_recorded;
+    std::vector<ArchiveDifference> m_differences;
     std::unordered_map<Index, Index> m_byName; ///< documents by the text of their full names, as names are compared
     std::vector<RowRange> m_usersOf;           ///< a row a document
     std::vector<Index> m_users, m_missingLinks;

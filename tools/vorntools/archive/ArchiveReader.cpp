@@ -20,6 +20,7 @@ void ArchiveReader::read(DocumentFacts& facts, bool isGiven) {
     if (m_what.status) facts.status = m_examiner.examine(found);
     if (m_what.links && found.exists && (isGiven || isCatiaDocument(found.name)))
         facts.links = readDocumentLinks(found.fullName, m_what.linkType, m_memory);
+    if (m_what.recorded && facts.links && found.hasDat) facts.recorded = readRecordedLinks(found.fullName);
     m_journal.take();
 }
 

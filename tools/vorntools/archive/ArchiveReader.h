@@ -21,8 +21,9 @@ class ArchiveReader {
 public:
     struct What {
         bool links = true;
-        bool status = false;  ///< ask for state and DAT fields
-        std::string linkType; ///< as readDocumentLinks takes it
+        bool status = false;   ///< ask for state and DAT fields
+        bool recorded = false; ///< read which documents the DAT files name
+        std::string linkType;  ///< as readDocumentLinks takes it
     };
     /** @param journal what the library tells of each document goes there */
     ArchiveReader(Archive& archive, JournalFile& journal, What what)
