@@ -35,6 +35,11 @@ struct CommonOptions {
 void addStatusCommand(Command& program);
 void addDatCommand(Command& program);
 void addLinksCommand(Command& program);
+void addUsesCommand(Command& program);
+void addUsedByCommand(Command& program);
+void addDuplicatesCommand(Command& program);
+void addOrphansCommand(Command& program);
+void addPackCommand(Command& program);
 void addReportCommand(Command& program);
 void addContentsCommand(Command& program);
 void addPreviewCommand(Command& program);

@@ -184,7 +184,10 @@ void DocumentSearch::addFolder(const std::string& prefix, std::vector<std::strin
         if (isExcluded(prefix, document)) continue;
         if (!isDat) {
             const bool hasDat = contains(files, file + kDatSuffix);
-            if (hasDat || isCatiaDocument(file)) add({prefix + file, fullPrefix + file, true, hasDat});
+            if (hasDat || isCatiaDocument(file))
+                add({prefix + file, fullPrefix + file, true, hasDat});
+            else
+                m_others.push_back(fullPrefix + file);
             continue;
         }
         if (!contains(files, document)) add({prefix + document, fullPrefix + document, false, true});

@@ -39,6 +39,8 @@ public:
      */
     void exclude(const std::vector<std::string>& patterns) { m_excluded = patterns; }
     const std::vector<FoundDocument>& found() const { return m_found; }
+    /** Full names of all other files in the folders. */
+    const std::vector<std::string>& others() const { return m_others; }
     /** A full name in the way in which the command line writes names: as it was found, else below the nearest folder
      * that was given or that holds a file that was given. Any other name stays. */
     std::string asGiven(const std::string& name) const;
@@ -51,6 +53,7 @@ private:
 
     std::vector<std::string> m_excluded;
     std::vector<FoundDocument> m_found;
+    std::vector<std::string> m_others;
     std::unordered_map<std::string, std::size_t> m_indices; ///< of the found ones, by their full names
     std::unordered_map<std::string, std::string>
         m_folders; ///< full name and name as given, each with a separator behind

@@ -48,6 +48,11 @@ int run(const std::vector<std::string>& arguments) {
     addStatusCommand(program);
     addDatCommand(program);
     addLinksCommand(program);
+    addUsesCommand(program);
+    addUsedByCommand(program);
+    addDuplicatesCommand(program);
+    addOrphansCommand(program);
+    addPackCommand(program);
     addReportCommand(program);
     addContentsCommand(program);
     addPreviewCommand(program);

@@ -4,6 +4,8 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/archive/RecordedLinks.h"
+#include "tools/vorntools/archive/Targets.h"
 
 #include <algorithm>
 #include <memory>
@@ -21,15 +23,42 @@ struct StatusOptions {
     bool keepsAll() const { return !onlyNew && !onlyModified && !onlyUnresolved && !onlyDamaged; }
 };
 
-/** What the document itself says. */
+/** What the document itself says, and where its DAT file says otherwise. */
 struct OwnLinks {
     Json count; ///< null when nobody counted or the document cannot be read
     DocumentCondition condition;
+    bool isCompared = false; ///< there are both
+    std::vector<LinkDifference> differences;
 };
 
-OwnLinks countLinksOf(const FoundDocument& found, LinkMemory& memory) {
+OwnLinks readLinksOf(const FoundDocument& found, const DocumentStatus& row, LinkMemory& memory) {
     const DocumentLinks links = readDocumentLinks(found.fullName, "", memory);
-    return {links.read ? Json(links.countDocuments()) : Json(), links.condition};
+    OwnLinks own{
+        links.read ? Json(links.countDocuments()) : Json(), links.condition, links.read && !row.dat.empty(), {}};
+    if (own.isCompared)
+        own.differences = differencesBetween(readRecordedLinks(found.fullName), targetsOf(links, found.fullName));
+    return own;
+}
+
+Json jsonOf(const OwnLinks& ownLinks) {
+    if (!ownLinks.isCompared) return {};
+    Json array = Json::array();
+    for (const LinkDifference& difference : ownLinks.differences)
+        array.push_back(Json::object({{"name", difference.name}, {"difference", differenceName(difference.kind)}}));
+    return array;
+}
+
+/** "only recorded: Nut.CATPart, Pin.CATPart; only in the document: Bolt.CATPart" */
+std::string textOfDifferences(const OwnLinks& ownLinks) {
+    std::string text;
+    for (const auto kind :
+         {LinkDifference::OnlyRecorded, LinkDifference::OnlyInDocument, LinkDifference::FoundMeanwhile}) {
+        std::string names;
+        for (const LinkDifference& difference : ownLinks.differences)
+            if (difference.kind == kind) names += (names.empty() ? "" : ", ") + difference.name;
+        if (!names.empty()) text += (text.empty() ? "" : "; ") + std::string(differenceName(kind)) + ": " + names;
+    }
+    return text;
 }
 
 Json jsonOf(const DocumentStatus& row, bool withLinks, const OwnLinks& ownLinks) {
@@ -48,6 +77,7 @@ Json jsonOf(const DocumentStatus& row, bool withLinks, const OwnLinks& ownLinks)
     if (withLinks) {
         json.add("document_links", ownLinks.count);
         json.add("condition", ownLinks.condition.json());
+        json.add("link_differences", jsonOf(ownLinks));
     }
     return json;
 }
@@ -57,7 +87,7 @@ struct Row {
     DocumentStatus status;
     OwnLinks links;
 
-    bool isFinding() const { return status.isFinding() || links.condition.isFinding; }
+    bool isFinding() const { return status.isFinding() || links.condition.isFinding || !links.differences.empty(); }
     bool isKeptBy(const StatusOptions& options) const {
         return options.keepsAll() || (options.onlyNew && status.status == "new") ||
                (options.onlyModified && status.status == "modified") ||
@@ -89,7 +119,8 @@ Table tableFor(bool withLinks) {
                   {"LOAD TYPE"},
                   {withLinks ? "LINKS DAT / DOCUMENT" : "LINKS", Table::Kind::number},
                   {"UNRESOLVED", Table::Kind::number},
-                  {"TABLE"}});
+                  {"TABLE"},
+                  {"DIFFERENCES"}});
 }
 
 void addTo(Table& table, const Row& row) {
@@ -102,7 +133,7 @@ void addTo(Table& table, const Row& row) {
                condition.isTold() ? status.reason + ", " + condition.text : status.reason,
                status.layout.empty() ? "-" : status.layout, status.itemRevision, status.loadType,
                std::to_string(status.linked) + (row.links.count.isNull() ? "" : " / " + row.links.count.dump()),
-               std::to_string(status.unresolved), status.designTable ? "yes" : ""},
+               std::to_string(status.unresolved), status.designTable ? "yes" : "", textOfDifferences(row.links)},
               tone);
 }
 
@@ -152,7 +183,8 @@ int runStatus(StatusOptions& options) {
         Examiner examiner;
         LinkMemory memory;
         for (const FoundDocument& found : documents.found()) {
-            Row row = {examiner.examine(found), options.links ? countLinksOf(found, memory) : OwnLinks()};
+            const DocumentStatus status = examiner.examine(found);
+            Row row = {status, options.links ? readLinksOf(found, status, memory) : OwnLinks()};
             findings = findings || row.isFinding();
             counts.add(row);
             if (row.isKeptBy(options)) {
@@ -182,8 +214,10 @@ void addStatusCommand(Command& program) {
     Command& command = program.command("status", "New, modified or not modified: every document of a folder, and why",
                                        [options] { return runStatus(*options); });
     options->common.addNamesTo(command, "folder", "Folders, searched with all below them, and documents");
-    command.flag("--links", "Also count the links in the documents themselves, and tell which of them are damaged",
-                 options->links);
+    command.flag(
+        "--links",
+        "Also read the links in the documents themselves: how many, where the DAT files differ, what is damaged",
+        options->links);
     command.flag("--new", "Show new documents; of several such options each adds its own", options->onlyNew);
     command.flag("--modified", "Show modified documents", options->onlyModified);
     command.flag("--unresolved", "Show documents with a link that the PDM could not resolve", options->onlyUnresolved);

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <sys/stat.h>
+#include <sys/types.h>
+
 #if defined(_WIN32)
 #define WIN32_LEAN_AND_MEAN
 #if !defined(NOMINMAX)
@@ -10,12 +13,17 @@
 #endif
 #include <windows.h>
 
+#include <filesystem>
+
 #include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>
 #else
+#include <dlfcn.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+
+#include <cstring>
 #endif
 
 namespace host {
@@ -45,6 +53,15 @@ std::vector<std::string> arguments(int count, char** values) {
     return result;
 }
 
+FileState stateOf(const std::string& file) {
+    struct _stat64 state {};
+    const std::filesystem::path path = std::filesystem::u8path(file);
+    if (_wstat64(path.c_str(), &state) != 0) return {};
+    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
+}
+
+WriteZip* zipWriter() { return nullptr; }
+
 bool outputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
 
 bool errorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
@@ -66,6 +83,21 @@ bool enableColors() {
 
 std::vector<std::string> arguments(int count, char** values) {
     return std::vector<std::string>(values + std::min(count, 1), values + count);
+}
+
+FileState stateOf(const std::string& file) {
+    struct stat state {};
+    if (::stat(file.c_str(), &state) != 0) return {};
+    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
+}
+
+WriteZip* zipWriter() {
+    void* const library = ::dlopen("libVornToolsZip.so", RTLD_NOW | RTLD_LOCAL);
+    void* const found = library ? ::dlsym(library, "vornToolsWriteZip") : nullptr;
+    WriteZip* writer = nullptr;
+    static_assert(sizeof writer == sizeof found, "both are the address of a function");
+    std::memcpy(&writer, &found, sizeof writer);
+    return writer;
 }
 
 bool outputIsTerminal() { return ::isatty(STDOUT_FILENO) != 0; }
