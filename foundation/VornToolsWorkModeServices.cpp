@@ -44,7 +44,7 @@ HRESULT reportOutOfRange(const JournalFrame& i_frame, int i_value) {
 
 /** The platform's answer. A success that leaves the number alone is none. */
 HRESULT askPlatform(CATIProduct* ipi_product, int& o_number) {
-    constexpr int kUntouched = std::numeric_limits<int>::min();
+    constexpr int kUntouched = (std::numeric_limits<int>::min)();
     auto platform_mode = static_cast<PlatformMode>(kUntouched);
     const HRESULT code = CATPrsWorkModeServices::GetWorkMode(CATIProduct_var(ipi_product), platform_mode);
     o_number = static_cast<int>(platform_mode);
