@@ -52,7 +52,7 @@ VornToolsString* read(const JournalFrame& i_frame, const CATUnicodeString& i_fil
     const auto sp_file = openFile(i_file_name, "rb");
     if (!sp_file) return nullptr;
     const long length = lengthOf(sp_file.get());
-    if (length < 1 || length >= std::numeric_limits<int>::max()) {
+    if (length < 1 || length >= (std::numeric_limits<int>::max)()) {
         i_frame.write("Error while reading (ftell is failed) [%s]. readBinaryFile return NULL.", i_file_name);
         return nullptr;
     }

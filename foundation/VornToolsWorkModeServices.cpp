@@ -14,6 +14,7 @@
 #include "CATIProduct.h"
 #include "CATPrsWorkModeServices.h"
 
+#include <cstring>
 #include <limits>
 
 using namespace vorntools;
@@ -42,12 +43,15 @@ HRESULT reportOutOfRange(const JournalFrame& i_frame, int i_value) {
     return i_frame.report(ErrorOutOfRange, text);
 }
 
-/** The platform's answer. A success that leaves the number alone is none. */
+/** The platform's answer. A success that leaves the number alone is none. Numbers are copied as bytes: what is no mode
+ * of the platform's has no place in its enumeration. */
 HRESULT askPlatform(CATIProduct* ipi_product, int& o_number) {
-    constexpr int kUntouched = std::numeric_limits<int>::min();
-    auto platform_mode = static_cast<PlatformMode>(kUntouched);
+    constexpr int kUntouched = (std::numeric_limits<int>::min)();
+    PlatformMode platform_mode;
+    static_assert(sizeof platform_mode == sizeof kUntouched, "modes are numbers of the usual size");
+    std::memcpy(&platform_mode, &kUntouched, sizeof platform_mode);
     const HRESULT code = CATPrsWorkModeServices::GetWorkMode(CATIProduct_var(ipi_product), platform_mode);
-    o_number = static_cast<int>(platform_mode);
+    std::memcpy(&o_number, &platform_mode, sizeof o_number);
     return SUCCEEDED(code) && o_number == kUntouched ? E_FAIL : code;
 }
 

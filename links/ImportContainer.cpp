@@ -71,7 +71,7 @@ private:
     /** The container takes a hundred bytes an input; what is further off belongs to another one. */
     static std::size_t windowBefore(std::size_t i_at) {
         constexpr std::size_t window = std::size_t{1} << 20;
-        return i_at - std::min(i_at, window);
+        return i_at - (std::min)(i_at, window);
     }
     std::size_t lastBefore(std::size_t i_at, std::string_view i_marker) const {
         const std::size_t begin = windowBefore(i_at);
@@ -80,7 +80,7 @@ private:
     }
     /** The table tells its length and the number of its texts in front of them. */
     void readTable(std::size_t i_first_text) {
-        const std::size_t earliest = i_first_text - std::min(i_first_text, kLongestTableHead);
+        const std::size_t earliest = i_first_text - (std::min)(i_first_text, kLongestTableHead);
         const std::size_t found = searchLast(m_image.substr(earliest, i_first_text - earliest), kTableHead);
         if (found == notFound) return;
         const std::size_t head = earliest + found;
@@ -88,7 +88,7 @@ private:
         const Number count = packedNumberAt(m_image, head + kTableHead.size() + sizeof(std::int32_t));
         if (length < 0 || count.end != i_first_text || !holds(m_image, head, static_cast<std::size_t>(length))) return;
         readTexts(i_first_text, head + static_cast<std::size_t>(length),
-                  static_cast<std::size_t>(std::max(0, count.value)));
+                  static_cast<std::size_t>((std::max)(0, count.value)));
     }
     void readTexts(std::size_t i_at, std::size_t i_end, std::size_t i_count) {
         std::string_view text;

@@ -1,6 +1,7 @@
 #include "links/LinkedNames.h"
 
 #include "CATLib.h"
+#include "CATUnicodeString.h"
 #include "UTILFile.h"
 
 #include <algorithm>
@@ -73,8 +74,8 @@ std::string firstFile(std::initializer_list<std::string> i_names) {
 /** Removes the path components at the end that both directories share. */
 void removeCommonEnd(std::string& io_saved, std::string& io_current) {
     while (!io_saved.empty() && !io_current.empty() && nameOf(io_saved) == nameOf(io_current)) {
-        io_saved.resize(io_saved.size() - std::min(io_saved.size(), nameOf(io_saved).size() + 1));
-        io_current.resize(io_current.size() - std::min(io_current.size(), nameOf(io_current).size() + 1));
+        io_saved.resize(io_saved.size() - (std::min)(io_saved.size(), nameOf(io_saved).size() + 1));
+        io_current.resize(io_current.size() - (std::min)(io_current.size(), nameOf(io_current).size() + 1));
     }
 }
 

@@ -26,7 +26,7 @@ struct FreeBytes {
 };
 
 /** Lengths of strings are handed over as int. */
-constexpr std::uint64_t kLongestImage = std::numeric_limits<int>::max();
+constexpr std::uint64_t kLongestImage = (std::numeric_limits<int>::max)();
 
 VornToolsString* newString(std::string_view i_bytes) {
     return i_bytes.size() < kLongestImage ? new VornToolsString(i_bytes.data(), static_cast<int>(i_bytes.size()))

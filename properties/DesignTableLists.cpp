@@ -4,6 +4,7 @@
 #include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/TextKeys.h"
 #include "properties/ProductsBelow.h"
 
 #include "CATCSO.h"
@@ -36,7 +37,7 @@ public:
 
 private:
     CATListValCATUnicodeString& m_list;
-    std::unordered_set<CATUnicodeString> m_seen;
+    TextSet m_seen;
 };
 
 /** Adds a product with a reference for the caller. */

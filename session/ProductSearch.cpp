@@ -8,6 +8,7 @@
 #include "session/Shapes.h"
 
 #include "CATDocument.h"
+#include "CATLISTV_CATBaseUnknown.h"
 
 #include <memory>
 #include <unordered_set>

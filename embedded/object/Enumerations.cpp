@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-const IID IID_IEnumVARIANT = {0x00020404, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+IID IID_IEnumVARIANT = {0x00020404, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
 namespace embedded {
 
