@@ -102,8 +102,7 @@ HRESULT DocumentObject::GetDocId(CATIDocId** oDocId) {
     if (!m_id) m_id = std::make_unique<DocumentIdObject>(*this);
     const FaultFlavour flavour = called("CATDocument::GetDocId");
     if (flavour != FaultFlavour::none) return failedAnswer<CATIDocId*>(flavour, *oDocId, nullptr, m_id.get());
-    *oDocId = m_id.get();
-    m_id->AddRef();
+    *oDocId = handOut<CATIDocId>(m_id.get());
     return S_OK;
 }
 
@@ -134,7 +133,7 @@ CATBaseUnknown* DocumentObject::mainRoot() {
 CATListValCATBaseUnknown_var* DocumentObject::GiveDocRoots() {
     if (failing("CATIDocRoots::GiveDocRoots") || !hasRoots) return nullptr;
     auto roots = std::make_unique<CATListValCATBaseUnknown_var>();
-    roots->Append(CATBaseUnknown_var(mainRoot()));
+    roots->Append(handleOf<CATBaseUnknown_var>(mainRoot()));
     return roots.release();
 }
 

@@ -24,7 +24,7 @@ EMBEDDED_IDENTITY(CATIDocId);
 EMBEDDED_IDENTITY(CATIDocRoots);
 
 /** The identity of a document as an object of its own. */
-class DocumentIdObject final : public Implements<CATIDocId> {
+class DocumentIdObject final : public Implements<CATBaseUnknown, CATIDocId> {
 public:
     explicit DocumentIdObject(DocumentObject& document);
 
@@ -48,7 +48,7 @@ private:
 };
 
 /** The root of a document without product structure, such as a drawing. */
-class PlainRootObject final : public Implements<CATISpecObject> {
+class PlainRootObject final : public Implements<CATBaseUnknown, CATISpecObject> {
 public:
     explicit PlainRootObject(DocumentObject& document);
 
@@ -96,7 +96,7 @@ public:
 
 private:
     bool answers(const IID& iid) const override;
-    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    Found extended(const IID& iid) override { return extensionFor(*this, iid); }
     CATBaseUnknown* mainRoot();
 
     SessionData& m_session;

@@ -19,7 +19,8 @@ EMBEDDED_IDENTITY(CATIContainer);
 class DocumentObject;
 
 /** The container of a document. */
-class ContainerObject final : public Implements<CATIContainer, CATICkeParmFactory, CATICkeRelationFactory, CATIAlias> {
+class ContainerObject final
+    : public Implements<CATBaseUnknown, CATIContainer, CATICkeParmFactory, CATICkeRelationFactory, CATIAlias> {
 public:
     explicit ContainerObject(DocumentObject& document);
 
@@ -35,7 +36,7 @@ public:
     void SetAlias(const CATUnicodeString& iAlias) override;
 
 private:
-    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    Found extended(const IID& iid) override { return extensionFor(*this, iid); }
 
     DocumentObject& m_document;
     std::string m_alias;

@@ -110,11 +110,12 @@ CATUnicodeString ParameterObject::Show() const {
 CATICkeInst_var ParameterObject::Value() const {
     if (failing("CATICkeParm::Value") || !isSet) return CATICkeInst_var();
     if (!m_value) m_value = std::make_unique<ValueObject>(*this);
-    return CATICkeInst_var(static_cast<CATICkeInst*>(m_value.get()));
+    return handleOf<CATICkeInst_var>(static_cast<CATICkeInst*>(m_value.get()));
 }
 
 CATICkeType_var ParameterObject::Type() const {
-    return failing("CATICkeParm::Type") ? CATICkeType_var() : CATICkeType_var(static_cast<CATICkeType*>(&m_type));
+    return failing("CATICkeParm::Type") ? CATICkeType_var()
+                                        : handleOf<CATICkeType_var>(static_cast<CATICkeType*>(&m_type));
 }
 
 CATCke::Boolean ParameterObject::IsSet() const { return !failing("CATICkeParm::IsSet") && isSet; }

@@ -17,7 +17,7 @@ EMBEDDED_IDENTITY(CATICkeParm);
 class ParameterObject;
 
 /** What a parameter's value shows; always that of the moment. */
-class ValueObject final : public Implements<CATICkeInst> {
+class ValueObject final : public Implements<CATBaseUnknown, CATICkeInst> {
 public:
     explicit ValueObject(const ParameterObject& parameter);
 
@@ -31,7 +31,8 @@ private:
     const ParameterObject& m_parameter;
 };
 
-class ParameterObject final : public WithAttributes<Implements<CATICkeParm, CATISpecObject, CATISpecAttrAccess>> {
+class ParameterObject final
+    : public WithAttributes<Implements<CATBaseUnknown, CATICkeParm, CATISpecObject, CATISpecAttrAccess>> {
 public:
     ParameterObject(DocumentObject& document, TypeObject& type, const std::string& role);
 

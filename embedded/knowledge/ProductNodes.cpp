@@ -68,8 +68,7 @@ HRESULT ProductObject::GetUserProperties(CATIParmPublisher*& oPublisher, CATBool
         return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
     }
     if (!node || (!node->userProperties && !iCreate)) return E_FAIL;
-    oPublisher = &KnowledgeData::get().userProperties(*node);
-    oPublisher->AddRef();
+    oPublisher = handOut<CATIParmPublisher>(&KnowledgeData::get().userProperties(*node));
     return S_OK;
 }
 

@@ -15,7 +15,9 @@ namespace embedded {
 
 namespace {
 
-CATIProduct_var handleOf(ProductObject* product) { return CATIProduct_var(static_cast<CATIProduct*>(product)); }
+CATIProduct_var handleOfProduct(ProductObject* product) {
+    return handleOf<CATIProduct_var>(static_cast<CATIProduct*>(product));
+}
 
 } // namespace
 
@@ -27,11 +29,11 @@ CATIProduct_var ProductObject::GetReferenceProduct() {
     if (failing("CATIProduct::GetReferenceProduct") || !m_reference) return CATIProduct_var();
     // In visualisation only the picture is loaded.
     if (isVisualised() && !isReference()) return CATIProduct_var();
-    return handleOf(m_reference->node);
+    return handleOfProduct(m_reference->node);
 }
 
 CATIProduct_var ProductObject::GetFatherProduct() {
-    return failing("CATIProduct::GetFatherProduct") ? CATIProduct_var() : handleOf(m_father);
+    return failing("CATIProduct::GetFatherProduct") ? CATIProduct_var() : handleOfProduct(m_father);
 }
 
 HRESULT ProductObject::IsReference() { return failing("CATIProduct::IsReference") || !isReference() ? E_FAIL : S_OK; }
@@ -39,7 +41,7 @@ HRESULT ProductObject::IsReference() { return failing("CATIProduct::IsReference"
 CATIProduct_var ProductObject::FindInstance(const CATIProduct_var& iContext) {
     if (failing("CATIProduct::FindInstance")) return CATIProduct_var();
     const auto* const context = dynamic_cast<const ProductObject*>(static_cast<CATIProduct*>(iContext));
-    return context ? handleOf(findInstance(*context)) : CATIProduct_var();
+    return context ? handleOfProduct(findInstance(*context)) : CATIProduct_var();
 }
 
 CATUnicodeString ProductObject::GetPartNumber() const {
@@ -71,7 +73,7 @@ CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) co
     if (wanted == std::end(interfaces)) return list.release();
     for (std::size_t i = 0; i < childCount(); ++i) {
         ProductObject* const place = child(i);
-        if (place->answers(*wanted->second)) list->Append(CATBaseUnknown_var(place->unknown()));
+        if (place->answers(*wanted->second)) list->Append(handleOf<CATBaseUnknown_var>(place->unknown()));
     }
     return list.release();
 }

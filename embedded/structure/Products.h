@@ -44,7 +44,7 @@ struct Reference {
 };
 
 /** The master shape representation of a product as automation shows it: what matters is its name. */
-class RepresentationObject final : public Implements<CATIABase> {
+class RepresentationObject final : public Implements<CATBaseUnknown, CATIABase> {
 public:
     explicit RepresentationObject(const ProductObject& product);
 
@@ -62,8 +62,8 @@ private:
  * them comes into being when somebody asks and then stays, so that a place is always the same object. An instance of
  * reference R stands below R itself, which is therefore its father.
  */
-class ProductObject final
-    : public Implements<CATIProduct, CATIPrdProperties, CATILinkableObject, CATIAProduct, CATISpecObject> {
+class ProductObject final : public Implements<CATBaseUnknown, CATIProduct, CATIPrdProperties, CATILinkableObject,
+                                              CATIAProduct, CATISpecObject> {
 public:
     /** A reference. */
     ProductObject(SessionData& session, Reference& reference);
@@ -139,7 +139,7 @@ public:
 
 private:
     bool answers(const IID& iid) const override;
-    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    Found extended(const IID& iid) override { return extensionFor(*this, iid); }
     ProductObject* findInstance(const ProductObject& context) const;
 
     SessionData& m_session;

@@ -45,8 +45,7 @@ HRESULT __stdcall ProductObject::GetMasterShapeRepresentation(CAT_VARIANT_BOOL i
     if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
     if (!m_reference || m_reference->masterShape.empty()) return E_FAIL;
     if (iLoadIfNecessary && isVisualised()) setWorkMode(1);
-    oRep = m_representation.get();
-    oRep->AddRef();
+    oRep = handOut<CATBaseDispatch>(m_representation.get());
     return S_OK;
 }
 

@@ -53,9 +53,9 @@ struct SheetState {
 
 /** A sheet as the platform shows it. I is CATICkeSheet or an interface that derives from it. */
 template <class I>
-class SheetObject : public Implements<I> {
+class SheetObject : public Implements<CATBaseUnknown, I> {
 public:
-    explicit SheetObject(SheetState& state) : Implements<I>("Sheet"), m_state(state) {}
+    explicit SheetObject(SheetState& state) : Implements<CATBaseUnknown, I>("Sheet"), m_state(state) {}
 
     std::string objectName() const override { return "sheet of " + m_state.file; }
 
@@ -109,7 +109,7 @@ struct Association {
 };
 
 class DesignTableObject final
-    : public Implements<CATISpecObject, CATIDesignTable, CATICkeRelation, CATIAlias, CATIADesignTable>,
+    : public Implements<CATBaseUnknown, CATISpecObject, CATIDesignTable, CATICkeRelation, CATIAlias, CATIADesignTable>,
       public Node {
 public:
     static constexpr const char* kType = "DesignTable";
@@ -120,7 +120,7 @@ public:
     CATISpecObject* specObject() override { return this; }
     Object& asObject() override { return *this; }
     std::string displayName() const override { return m_name; }
-    bool responds(const IID& iid) override { return findInterface(iid) != nullptr; }
+    bool responds(const IID& iid) override { return bool(findInterface(iid)); }
     DocumentObject* document() const override { return &m_document; }
 
     bool associate(const std::string& title, ParameterObject& parameter);

@@ -109,8 +109,8 @@ CATIContainer_var DesignTableObject::GetFeatContainer() const {
 
 const CATICkeSheet_var DesignTableObject::Sheet() const {
     if (failing("CATIDesignTable::Sheet") || !hasSheet) return CATICkeSheet_var();
-    return sheet.isSpreadsheet() ? CATICkeSheet_var(static_cast<CATICkeSheet*>(&m_spreadsheet))
-                                 : CATICkeSheet_var(&m_textSheet);
+    return sheet.isSpreadsheet() ? handleOf<CATICkeSheet_var>(static_cast<CATICkeSheet*>(&m_spreadsheet))
+                                 : handleOf<CATICkeSheet_var>(static_cast<CATICkeSheet*>(&m_textSheet));
 }
 
 int DesignTableObject::ConfigurationRow() const {
@@ -186,17 +186,17 @@ DesignTableObject* DesignTablesData::find(const DocumentObject* document, const 
 }
 
 CATIDesignTable* DesignTable::get() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATIDesignTable);
     return m_object;
 }
 
 CATIADesignTable* DesignTable::automation() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATIADesignTable);
     return m_object;
 }
 
 CATISpecObject* DesignTable::specObject() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATISpecObject);
     return m_object;
 }
 

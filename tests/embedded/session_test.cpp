@@ -402,18 +402,57 @@ TEST_F(SessionTest, WhoeverKeepsADocumentKeepsItLoaded) {
     EXPECT_FALSE(Document().loaded());
 }
 
-TEST_F(SessionTest, AReleasedPlaceIsNotCalled) {
+TEST_F(SessionTest, APointerIsOnlyUsedWhileItsOwnInterfaceIsHeld) {
     const std::unique_ptr<CATListValCATBaseUnknown_var> children(root.get()->GetChildren());
-    CATIProduct* first = nullptr;
+    const CATIPrdProperties_var properties((*children)[1]);
+    CATIProduct* product = nullptr;
     {
         const CATIProduct_var handle((*children)[1]);
-        first = handle;
+        product = handle;
+        EXPECT_EQ(product->GetChildrenCount(), 2);
+        EXPECT_EQ(properties->IsEqual(product), 1);
     }
-    EXPECT_EQ(first->GetChildrenCount(), 2) << "the list still holds it";
-    children->RemoveAll();
-    EXPECT_EQ(first->GetChildrenCount(), 2);
-    EXPECT_EQ(embedded::Accounting::get().takeBreaches(),
-              Texts({"use after release of product Root/Sub.1 in CATIProduct::GetChildrenCount"}));
+    const std::string name = "use after release of product Root/Sub.1 in ";
+    const auto breach = [] { return embedded::Accounting::get().takeBreaches(); };
+    EXPECT_EQ(breach(), Texts());
+    // The list and the other handle hold the object, but not by this pointer.
+    EXPECT_EQ(product->GetChildrenCount(), 2);
+    EXPECT_EQ(breach(), Texts({name + "CATIProduct::GetChildrenCount"}));
+    EXPECT_EQ(product->IsAKindOf("ProductInstance"), 1);
+    EXPECT_EQ(breach(), Texts({name + "IsAKindOf"}));
+    { const CATIAProduct_var query(product); }
+    EXPECT_EQ(breach(), Texts({name + "QueryInterface(CATIAProduct)"}));
+    product->AddRef();
+    EXPECT_EQ(breach(), Texts({name + "AddRef"}));
+    product->Release();
+    { const CATIProduct_var handle(product); }
+    EXPECT_EQ(breach(), Texts({name + "AddRef"}));
+    EXPECT_EQ(properties->IsEqual(product), 1);
+    EXPECT_EQ(breach(), Texts({name + "GetImpl"}));
+    CATUnicodeString text;
+    EXPECT_EQ(properties->GetDescriptionInst(text), S_OK);
+    EXPECT_EQ(breach(), Texts());
+}
+
+/** Identity is that of the base interface; each interface is another pointer. */
+TEST_F(SessionTest, InterfacesOfOneObjectAreDifferentPointers) {
+    const CATIProduct_var product(root.get());
+    const CATIPrdProperties_var properties(product);
+    const CATBaseUnknown_var identity = [&] {
+        void* found = nullptr;
+        EXPECT_EQ(product->QueryInterface(IID_IUnknown, &found), S_OK);
+        CATBaseUnknown* const unknown = static_cast<CATBaseUnknown*>(found);
+        const CATBaseUnknown_var handle(unknown);
+        unknown->Release();
+        return handle;
+    }();
+    const auto* const pointer = static_cast<CATBaseUnknown*>(static_cast<CATIProduct*>(product));
+    EXPECT_NE(pointer, static_cast<CATBaseUnknown*>(static_cast<CATIPrdProperties*>(properties)));
+    EXPECT_NE(pointer, static_cast<CATBaseUnknown*>(identity));
+    EXPECT_EQ(product->GetImpl(), static_cast<CATBaseUnknown*>(identity));
+    EXPECT_EQ(properties->GetImpl(), static_cast<CATBaseUnknown*>(identity));
+    EXPECT_EQ(identity->IsEqual(pointer), 1);
+    EXPECT_EQ(identity->IsEqual(CATIProduct_var(bolt.root().get())), 0);
 }
 
 TEST_F(SessionTest, LargeStructuresStayFast) {
