@@ -21,6 +21,8 @@ ContainerObject::ContainerObject(DocumentObject& document)
 
 std::string ContainerObject::objectName() const { return "container of " + m_document.objectName(); }
 
+const Object* ContainerObject::home() const { return &m_document; }
+
 CATLONG32 ContainerObject::ListMembersHere(const CATIdent iInterfaceID, SEQUENCE(CATBaseUnknown_ptr) & ioMembers) {
     const IID* const iid = interfaceNamed(iInterfaceID);
     if (failing("CATIContainer::ListMembersHere") || !iid) return 0;

@@ -25,6 +25,7 @@ public:
     explicit ContainerObject(DocumentObject& document);
 
     std::string objectName() const override;
+    const Object* home() const override;
     DocumentObject& document() const { return m_document; }
     CATLONG32 ListMembersHere(const CATIdent iInterfaceID, SEQUENCE(CATBaseUnknown_ptr) & ioMembers) override;
     CATICkeParm_var CreateString(const CATUnicodeString& iName, const CATUnicodeString& iValue) override;

@@ -16,6 +16,8 @@ namespace embedded {
 FeatureNode::FeatureNode(DocumentObject& document, const std::string& type, const std::string& name)
     : WithParameters(type), m_document(document), m_type(type), m_name(name) {}
 
+const Object* FeatureNode::home() const { return &m_document; }
+
 bool FeatureNode::answers(const IID& iid) const {
     if (iid == IID_CATICkeParameterSet || iid == IID_CATICkeNaming) return m_type == kSet;
     return iid != IID_CATIDrawing || m_type == kDrawing;

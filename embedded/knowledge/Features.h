@@ -28,6 +28,7 @@ public:
     FeatureNode(DocumentObject& document, const std::string& type, const std::string& name);
 
     std::string objectName() const override { return m_type + " " + m_name; }
+    const Object* home() const override;
     CATISpecObject* specObject() override { return this; }
     Object& asObject() override { return *this; }
     std::string displayName() const override { return m_name; }

@@ -26,6 +26,7 @@ public:
     KeyObject(Node& owner, const std::string& name, CATAttrKind kind, CATAttrKind listKind);
 
     std::string objectName() const override { return "attribute " + name; }
+    const Object* home() const override;
 
     CATUnicodeString GetName() const override;
     CATAttrKind GetType() const override;

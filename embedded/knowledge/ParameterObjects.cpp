@@ -24,6 +24,8 @@ ValueObject::ValueObject(const ParameterObject& parameter) : Implements("Paramet
 
 std::string ValueObject::objectName() const { return "value of " + m_parameter.objectName(); }
 
+const Object* ValueObject::home() const { return m_parameter.home(); }
+
 int ValueObject::AsInteger() const { return failing("CATICkeInst::AsInteger") ? 0 : m_parameter.integer; }
 
 double ValueObject::AsReal() const { return failing("CATICkeInst::AsReal") ? 0.0 : m_parameter.real; }
@@ -36,6 +38,8 @@ CATUnicodeString ValueObject::AsString() const {
 
 ParameterObject::ParameterObject(DocumentObject& document, TypeObject& type, const std::string& creationRole)
     : WithAttributes("Parameter"), role(creationRole), m_document(document), m_type(type) {}
+
+const Object* ParameterObject::home() const { return &m_document; }
 
 bool ParameterObject::responds(const IID& iid) {
     return iid == IID_CATICkeParm || iid == IID_CATISpecObject || iid == IID_CATISpecAttrAccess;

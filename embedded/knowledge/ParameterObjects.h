@@ -22,6 +22,7 @@ public:
     explicit ValueObject(const ParameterObject& parameter);
 
     std::string objectName() const override;
+    const Object* home() const override;
     int AsInteger() const override;
     double AsReal() const override;
     CATCke::Boolean AsBoolean() const override;
@@ -37,6 +38,7 @@ public:
     ParameterObject(DocumentObject& document, TypeObject& type, const std::string& role);
 
     std::string objectName() const override { return "parameter " + displayName(); }
+    const Object* home() const override;
     CATISpecObject* specObject() override { return this; }
     Object& asObject() override { return *this; }
     std::string displayName() const override { return userName.empty() ? role : userName; }

@@ -32,6 +32,7 @@ public:
 
 private:
     bool isUsable(const char*) const override { return m_held.isUsable(); }
+    void lose() override { m_held.lose(); }
 
     Hold m_held;
     const std::string m_name;

@@ -37,6 +37,7 @@ public:
 
     Found found() { return Found{static_cast<I*>(this), &m_held}; }
     const Hold& held() const { return m_held; }
+    void loseFace() { m_held.lose(); }
 
 private:
     Object& object() const { return const_cast<Owner*>(static_cast<const Owner*>(this))->wholeObject(); }
@@ -111,6 +112,7 @@ protected:
     /** An interface that the class does not implement; see extensionFor. */
     virtual Found extended(const IID&) { return Found(); }
     bool isUsable(const char* site) const override { return isFaceUsable<Implements, I...>(*this, site); }
+    void lose() override { (static_cast<Face<Implements, I>*>(this)->loseFace(), ...); }
 
 private:
     using FirstFace = Face<Implements, std::tuple_element_t<0, std::tuple<I...>>>;
@@ -127,6 +129,7 @@ public:
     static bool offers(const IID& iid) { return (Identity<I>::has(iid) || ...); }
 
     Found find(const IID& iid) override { return answers(iid) ? findFace<Extends, I...>(*this, iid) : Found(); }
+    void lose() override { (static_cast<Face<Extends, I>*>(this)->loseFace(), ...); }
     Object& wholeObject() { return m_owner; }
 
 protected:

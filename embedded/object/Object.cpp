@@ -74,13 +74,23 @@ ULONG Object::addReference(Hold& held) {
 }
 
 ULONG Object::releaseReference(Hold& held) {
-    if (held.references == 0) {
+    long& count = held.references != 0 ? held.references : held.lost;
+    if (count == 0) {
         Accounting::get().breach("double release of " + objectName());
         return 0;
     }
     --Accounting::get().live().references;
     --m_references;
-    return static_cast<ULONG>(--held.references);
+    return static_cast<ULONG>(--count);
+}
+
+void Object::loseAllOf(const Object& document, const Object* root) {
+    for (Object* object = s_first; object; object = object->m_next) {
+        const bool stays = root && (object == root || object == &document);
+        if (stays || object->home() != &document) continue;
+        object->lose();
+        for (const auto& extension : object->m_extensions) extension->lose();
+    }
 }
 
 void Object::recordUseAfterRelease(const char* site) const {

@@ -18,9 +18,16 @@ CATMetaClass* metaClass(const std::string& name, const std::string& base);
 /** What somebody outside holds of one interface of an object. */
 struct Hold {
     long references = 0;
+    long lost = 0;     ///< references from before the object was unloaded: good for being released only
     bool lent = false; ///< may be used without a reference
 
     bool isUsable() const { return references != 0 || lent; }
+    /** The object is unloaded under whoever holds it. */
+    void lose() {
+        lost += references;
+        references = 0;
+        lent = false;
+    }
 };
 
 /** An interface of an object as it is found: the pointer and what is held of it; null for none. */
@@ -75,6 +82,8 @@ public:
 
     /** None when this extension does not answer the interface. */
     virtual Found find(const IID& iid) = 0;
+    /** The object is unloaded under whoever holds it. */
+    virtual void lose() = 0;
 
 protected:
     Extension() = default;
@@ -109,6 +118,11 @@ public:
     /** The one pointer that stands for the object. */
     virtual CATBaseUnknown* implementation() { return nullptr; }
     CATMetaClass* meta() const { return m_meta; }
+    /** The document with which the object is unloaded; null for an object that stays. */
+    virtual const Object* home() const { return nullptr; }
+    /** Unloads everything whose home is a document: whoever holds a pointer to it may release it and nothing else.
+     * @param root when given, it and the document itself stay */
+    static void loseAllOf(const Object& document, const Object* root = nullptr);
 
     /**
      * Opens every method of every interface: records a use after the last release and asks whether the call is to fail.
@@ -137,6 +151,8 @@ protected:
     void setClass(const std::string& className, const std::string& baseName);
     /** Whether somebody may call a method of the interface that the call is named after. */
     virtual bool isUsable(const char* site) const = 0;
+    /** Of each interface of its own. */
+    virtual void lose() = 0;
 
 private:
     friend class Accounting;

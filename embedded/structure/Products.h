@@ -49,6 +49,7 @@ public:
     explicit RepresentationObject(const ProductObject& product);
 
     std::string objectName() const override;
+    const Object* home() const override;
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
 
 private:
@@ -71,6 +72,8 @@ public:
     ProductObject(ProductObject& father, std::size_t index, ProductObject* instance, Reference* reference);
 
     std::string objectName() const override;
+    /** A reference goes with its document; its places belong to those who use it. */
+    const Object* home() const override;
 
     // The structure as the builder sees it: no failure point, no reference counted.
     bool isReference() const { return m_father == nullptr; }

@@ -21,6 +21,8 @@ RepresentationObject::RepresentationObject(const ProductObject& product)
 
 std::string RepresentationObject::objectName() const { return "representation of " + m_product.objectName(); }
 
+const Object* RepresentationObject::home() const { return m_product.home(); }
+
 HRESULT __stdcall RepresentationObject::get_Name(CATBSTR& oName) {
     constexpr const char* kCached = ".cgr";
     const Reference* const reference = m_product.reference();

@@ -37,6 +37,7 @@ struct SheetState {
     std::optional<std::size_t> content; ///< tells that file's bytes from others; none when they are not known
     int updates = 0;                    ///< on demand of the platform's users
     bool isOpenElsewhere = false;       ///< in another program, which keeps it from being read
+    const Object* document = nullptr;   ///< in which the table stands
 
     bool isSpreadsheet() const { return sheetFileKind(file) != SheetFileKind::text; }
     /** Reads the file; when it cannot be read, everything stays as it was. */
@@ -58,6 +59,7 @@ public:
     explicit SheetObject(SheetState& state) : Implements<CATBaseUnknown, I>("Sheet"), m_state(state) {}
 
     std::string objectName() const override { return "sheet of " + m_state.file; }
+    const Object* home() const override { return m_state.document; }
 
     const CATUnicodeString& Cell(const int iRow, const int iColumn) const override {
         static const CATUnicodeString& none = *new CATUnicodeString;
@@ -117,6 +119,7 @@ public:
     DesignTableObject(DocumentObject& document, const std::string& name, const std::string& file);
 
     std::string objectName() const override { return "design table " + m_name; }
+    const Object* home() const override { return &m_document; }
     CATISpecObject* specObject() override { return this; }
     Object& asObject() override { return *this; }
     std::string displayName() const override { return m_name; }

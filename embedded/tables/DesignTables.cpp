@@ -75,6 +75,7 @@ DesignTableObject::DesignTableObject(DocumentObject& document, const std::string
     : Implements("DesignTable"), m_document(document), m_name(name), m_textSheet(sheet),
       m_spreadsheet(sheet, configuration) {
     sheet.file = file;
+    sheet.document = &document;
 }
 
 bool DesignTableObject::answers(const IID& iid) const { return hasAutomation || !Identity<CATIADesignTable>::has(iid); }

@@ -382,16 +382,6 @@ TEST_F(SessionTest, WhoeverKeepsADocumentKeepsItLoaded) {
     EXPECT_TRUE(nut.loaded());
     CATUnLockDocument(*nut.get());
     EXPECT_FALSE(nut.loaded());
-    {
-        const CATIProduct_var reference(nut.root().get());
-        EXPECT_TRUE(nut.loaded());
-        EXPECT_TRUE(seen.get()->GetReferenceProduct() == NULL_var);
-    }
-    {
-        const CATIADocument_var document(nut.get());
-        EXPECT_TRUE(nut.loaded());
-    }
-    EXPECT_FALSE(nut.loaded());
     // A representation that is loaded on request loads the part.
     seen.reference().masterShape("/w/Nut.CATPart");
     CATBaseDispatch* representation = nullptr;
@@ -400,6 +390,31 @@ TEST_F(SessionTest, WhoeverKeepsADocumentKeepsItLoaded) {
     EXPECT_EQ(embedded::workMode(seen), WorkMode::standard);
     EXPECT_TRUE(nut.loaded());
     EXPECT_FALSE(Document().loaded());
+}
+
+TEST_F(SessionTest, AnUnloadedDocumentTakesItsPointersWithIt) {
+    const Document nut = session().part("/w/Nut.CATPart");
+    const Product seen = root.add(nut, "Nut.1");
+    CATDocument* const document = nut.get();
+    const CATIADocument_var automation(document);
+    const CATIProduct_var reference = seen.get()->GetReferenceProduct();
+    embedded::setWorkMode(seen, WorkMode::visualisation);
+    EXPECT_FALSE(nut.loaded()) << "whoever holds it";
+    EXPECT_TRUE(seen.get()->GetReferenceProduct() == NULL_var);
+    document->StorageName();
+    reference->GetPartNumber();
+    { const CATIADocument_var another(automation); }
+    EXPECT_EQ(embedded::Accounting::get().takeBreaches(),
+              Texts({"use after release of document /w/Nut.CATPart in CATDocument::StorageName",
+                     "use after release of product Nut in CATIProduct::GetPartNumber",
+                     "use after release of document /w/Nut.CATPart in AddRef"}));
+    embedded::setWorkMode(seen, WorkMode::design);
+    nut.get()->StorageName();
+    EXPECT_EQ(seen.get()->GetReferenceProduct()->GetPartNumber(), CATUnicodeString("Nut"));
+    EXPECT_EQ(embedded::Accounting::get().takeBreaches(), Texts());
+    reference->GetPartNumber();
+    EXPECT_EQ(embedded::Accounting::get().takeBreaches(),
+              Texts({"use after release of product Nut in CATIProduct::GetPartNumber"}));
 }
 
 TEST_F(SessionTest, APointerIsOnlyUsedWhileItsOwnInterfaceIsHeld) {
@@ -470,7 +485,7 @@ TEST_F(SessionTest, LargeStructuresStayFast) {
     EXPECT_TRUE(deepest.description("far down").get()->FindInstance(father.get()) == pointerTo(deepest));
     EXPECT_NE(session().digest().find("far down"), std::string::npos);
     embedded::setWorkMode(deepest, WorkMode::visualisation);
-    EXPECT_FALSE(session().find("/big/19999.CATProduct").loaded());
+    EXPECT_TRUE(session().find("/big/19999.CATProduct").loaded()) << "a product stays";
     // More places than anybody can count: two of each at every level.
     Document below = bolt;
     for (int i = 0; i < 200; ++i) {
