@@ -1,4 +1,5 @@
 // A product as the platform shows it; its shapes, scenes and knowledgeware stand with those topics.
+#include "embedded/ProductHabits.h"
 #include "embedded/documents/SessionData.h"
 #include "embedded/structure/Products.h"
 
@@ -19,6 +20,13 @@ CATIProduct_var handleOfProduct(ProductObject* product) {
     return handleOf<CATIProduct_var>(static_cast<CATIProduct*>(product));
 }
 
+/** Whether users may type an instance name or a part number. */
+bool isTypeable(const std::string& name) {
+    return !name.empty() && name.back() != ' ' && name.find_first_of("!:") == std::string::npos;
+}
+
+bool isAllowed(const std::string& name) { return !productHabits().oddNamesAreRefused || isTypeable(name); }
+
 } // namespace
 
 HRESULT __stdcall ProductObject::get_Name(CATBSTR& oName) {
@@ -26,9 +34,7 @@ HRESULT __stdcall ProductObject::get_Name(CATBSTR& oName) {
 }
 
 CATIProduct_var ProductObject::GetReferenceProduct() {
-    if (failing("CATIProduct::GetReferenceProduct") || !m_reference) return CATIProduct_var();
-    // In visualisation only the picture is loaded.
-    if (isVisualised() && !isReference()) return CATIProduct_var();
+    if (failing("CATIProduct::GetReferenceProduct") || !tellsReference()) return CATIProduct_var();
     return handleOfProduct(m_reference->node);
 }
 
@@ -45,19 +51,25 @@ CATIProduct_var ProductObject::FindInstance(const CATIProduct_var& iContext) {
 }
 
 CATUnicodeString ProductObject::GetPartNumber() const {
-    return failing("CATIProduct::GetPartNumber") ? CATUnicodeString() : toText(partNumber());
+    return failing("CATIProduct::GetPartNumber") || !tellsReference() ? CATUnicodeString() : toText(partNumber());
 }
 
 void ProductObject::SetPartNumber(const CATUnicodeString& iPartNumber) {
-    if (!failing("CATIProduct::SetPartNumber") && isReference()) m_reference->partNumber = toBytes(iPartNumber);
+    const bool fails = failing("CATIProduct::SetPartNumber");
+    const std::string name = toBytes(iPartNumber);
+    if (!fails && isReference() && isAllowed(name)) m_reference->partNumber = name;
 }
 
 HRESULT ProductObject::GetPrdInstanceName(CATUnicodeString& oName) {
-    return textAnswer(called("CATIProduct::GetPrdInstanceName"), instanceName(), oName);
+    const FaultFlavour flavour = called("CATIProduct::GetPrdInstanceName");
+    const bool refused = isReference() && productHabits().rootsRefuseInstanceName;
+    return textAnswer(refused && flavour == FaultFlavour::none ? FaultFlavour::code : flavour, instanceName(), oName);
 }
 
 HRESULT ProductObject::SetPrdInstanceName(const CATUnicodeString iName) {
-    return failing("CATIProduct::SetPrdInstanceName") || !rename(toBytes(iName)) ? E_FAIL : S_OK;
+    const bool fails = failing("CATIProduct::SetPrdInstanceName");
+    const std::string name = toBytes(iName);
+    return fails || !isAllowed(name) || !rename(name) ? E_FAIL : S_OK;
 }
 
 CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) const {
@@ -66,6 +78,7 @@ CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) co
                                                                     {"CATIAProduct", &IID_CATIAProduct},
                                                                     {"CATISpecObject", &IID_CATISpecObject}};
     if (failing("CATIProduct::GetChildren")) return nullptr;
+    if (childCount() == 0 && productHabits().childlessGiveNoList) return nullptr;
     const auto* const wanted = std::find_if(std::begin(interfaces), std::end(interfaces), [iIntfId](const auto& entry) {
         return std::strcmp(entry.first, iIntfId ? iIntfId : "CATIProduct") == 0;
     });
@@ -93,7 +106,7 @@ HRESULT ProductObject::SetDescriptionInst(const CATUnicodeString& iDescription) 
 }
 
 HRESULT ProductObject::SetDescriptionRef(const CATUnicodeString& iDescription) {
-    if (failing("CATIPrdProperties::SetDescriptionRef") || !m_reference) return E_FAIL;
+    if (failing("CATIPrdProperties::SetDescriptionRef") || !tellsReference()) return E_FAIL;
     m_reference->description = toBytes(iDescription);
     return S_OK;
 }

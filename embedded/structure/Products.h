@@ -103,6 +103,8 @@ public:
     int workMode() const { return m_workMode; }
     void setWorkMode(int mode);
     bool isVisualised() const { return m_workMode == 0; }
+    /** Whether what the reference keeps can be told or changed here: in visualisation only the picture is loaded. */
+    bool tellsReference() const { return m_reference && (isReference() || !isVisualised()); }
 
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
     CATIProduct_var GetReferenceProduct() override;
@@ -144,6 +146,7 @@ private:
     bool answers(const IID& iid) const override;
     Found extended(const IID& iid) override { return extensionFor(*this, iid); }
     ProductObject* findInstance(const ProductObject& context) const;
+    bool tellsShapes() const;
 
     SessionData& m_session;
     ProductObject* const m_father;

@@ -1,4 +1,5 @@
 // The shape representations of a product.
+#include "embedded/ProductHabits.h"
 #include "embedded/documents/SessionData.h"
 #include "embedded/files/FileNames.h"
 #include "embedded/structure/Products.h"
@@ -31,6 +32,10 @@ HRESULT __stdcall RepresentationObject::get_Name(CATBSTR& oName) {
     return automationTextAnswer(called("CATIABase::get_Name"), name, oName);
 }
 
+bool ProductObject::tellsShapes() const {
+    return m_reference && (!isVisualised() || !productHabits().picturesAreSilent);
+}
+
 HRESULT __stdcall ProductObject::HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) {
     const FaultFlavour flavour = called("CATIAProduct::HasAMasterShapeRepresentation");
     if (flavour != FaultFlavour::none) return failedAnswer<CAT_VARIANT_BOOL>(flavour, oHas, 0, -1);
@@ -53,12 +58,12 @@ HRESULT __stdcall ProductObject::GetMasterShapeRepresentation(CAT_VARIANT_BOOL i
 
 HRESULT __stdcall ProductObject::GetMasterShapeRepresentationPathName(CATBSTR& oPath) {
     const FaultFlavour flavour = called("CATIAProduct::GetMasterShapeRepresentationPathName");
-    return optionalText(flavour, m_reference ? m_reference->masterShape : std::string(), oPath);
+    return optionalText(flavour, tellsShapes() ? m_reference->masterShape : std::string(), oPath);
 }
 
 HRESULT __stdcall ProductObject::GetDefaultShapeName(CATBSTR& oName) {
     const FaultFlavour flavour = called("CATIAProduct::GetDefaultShapeName");
-    const bool any = m_reference && !m_reference->shapes.empty();
+    const bool any = tellsShapes() && !m_reference->shapes.empty();
     return optionalText(flavour, any ? m_reference->shapes.front().first : std::string(), oName);
 }
 
@@ -66,7 +71,7 @@ HRESULT __stdcall ProductObject::GetShapePathName(const CATBSTR& iShapeName, CAT
     const FaultFlavour flavour = called("CATIAProduct::GetShapePathName");
     const std::string name = fromAutomationText(iShapeName);
     std::string path;
-    if (m_reference)
+    if (tellsShapes())
         for (const auto& shape : m_reference->shapes)
             if (shape.first == name && path.empty()) path = shape.second;
     return optionalText(flavour, path, oPath);

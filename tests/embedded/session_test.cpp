@@ -9,6 +9,7 @@
 #include "CATIProduct.h"
 #include "CATISpecObject.h"
 #include "CATSessionServices.h"
+#include "embedded/ProductHabits.h"
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 #include "tests/support/Fixture.h"
@@ -99,6 +100,7 @@ TEST_F(SessionTest, ProductsLeadToTheirFatherAndReference) {
         {"Group/Sub.3", "Group", "Sub", "Sub.3", "Sub", 2},
         {"Root/Lost.1", "Root", "", "Lost.1", "", 0},
     };
+    embedded::productHabits().rootsRefuseInstanceName = false;
     for (const auto& test : cases) {
         SCOPED_TRACE(test.product);
         CATIProduct* const product = place(test.product).get();
@@ -390,6 +392,58 @@ TEST_F(SessionTest, WhoeverKeepsADocumentKeepsItLoaded) {
     EXPECT_EQ(embedded::workMode(seen), WorkMode::standard);
     EXPECT_TRUE(nut.loaded());
     EXPECT_FALSE(Document().loaded());
+}
+
+TEST_F(SessionTest, InVisualisationAProductTellsNothingOfItsReference) {
+    const Product seen = place("Root/Sub.1/Bolt.1");
+    seen.reference().referenceDescription("steel").masterShape("/w/Bolt.cgr").shape("Default", "/w/a.cgr");
+    embedded::setWorkMode(seen, WorkMode::visualisation);
+    CATIProduct* const product = seen.get();
+    const CATIPrdProperties_var properties(product);
+    const CATIAProduct_var automation(product);
+    EXPECT_TRUE(product->GetReferenceProduct() == NULL_var);
+    EXPECT_TRUE(product->GetPartNumber().IsNull());
+    EXPECT_EQ(properties->SetDescriptionRef("other"), E_FAIL);
+    EXPECT_EQ(properties->SetDefinition("other"), E_FAIL);
+    EXPECT_EQ(properties->SetRevision("other"), E_FAIL);
+    EXPECT_EQ(properties->SetNomenclature("other"), E_FAIL);
+    EXPECT_EQ(seen.referenceDescription(), "steel");
+    EXPECT_EQ(textOf([&](auto& text) { return product->GetPrdInstanceName(text); }), "Bolt.1");
+    CATBSTR text = nullptr;
+    for (const bool silent : {false, true}) {
+        embedded::productHabits().picturesAreSilent = silent;
+        const HRESULT expected = silent ? E_FAIL : S_OK;
+        EXPECT_EQ(automation->GetMasterShapeRepresentationPathName(text), expected);
+        CATFreeString(text);
+        EXPECT_EQ(automation->GetDefaultShapeName(text), expected);
+        CATBSTR path = nullptr;
+        EXPECT_EQ(automation->GetShapePathName(text, path), expected);
+        CATFreeString(path);
+        CATFreeString(text);
+    }
+    EXPECT_EQ(CATIAProduct_var(seen.reference().get())->GetMasterShapeRepresentationPathName(text), S_OK);
+    CATFreeString(text);
+}
+
+TEST_F(SessionTest, ProductsRefuseWhatOnlySomePlatformsGive) {
+    CATIProduct* const product = place("Root/Sub.1/Bolt.1").get();
+    CATUnicodeString text;
+    embedded::productHabits() = {false, false, false, false};
+    EXPECT_EQ(root.get()->GetPrdInstanceName(text), S_OK);
+    EXPECT_EQ(product->SetPrdInstanceName("a:b"), S_OK);
+    const std::unique_ptr<CATListValCATBaseUnknown_var> none(product->GetChildren());
+    ASSERT_TRUE(none);
+    EXPECT_EQ(none->Size(), 0);
+    embedded::productHabits() = {true, true, true, true};
+    EXPECT_EQ(root.get()->GetPrdInstanceName(text), E_FAIL);
+    EXPECT_EQ(product->GetChildren(), nullptr);
+    EXPECT_EQ(product->GetChildrenCount(), 0);
+    for (const char* const name : {"", "a!", "a:b", "a "}) {
+        EXPECT_EQ(product->SetPrdInstanceName(name), E_FAIL) << name;
+        bolt.root().get()->SetPartNumber(name);
+        EXPECT_EQ(bolt.root().partNumber(), "Bolt") << name;
+    }
+    EXPECT_EQ(product->SetPrdInstanceName(" a b"), S_OK);
 }
 
 TEST_F(SessionTest, AnUnloadedDocumentTakesItsPointersWithIt) {
