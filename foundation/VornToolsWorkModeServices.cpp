@@ -30,6 +30,9 @@ using PlatformMode = CATPrsWorkModeServices::WorkMode;
 /** Our numbers are the platform's plus one. */
 constexpr int kOffset = 1;
 
+/** Pictures in the cache are named after the file that they show. */
+constexpr const char* kPictureSuffix = ".cgr";
+
 constexpr const char* kSwitchLines[] = {"PERFX real switch VISU", "PERFX real switch DEFAULT", "PERFX real switch BREP",
                                         "PERFX real switch DESIGN"};
 
@@ -85,7 +88,9 @@ bool namesPart(CATUnicodeString i_representation_name) {
     return i_representation_name.SearchSubString(".CATPART") >= 0;
 }
 
-bool namesPicture(const CATUnicodeString& i_representation_name) { return endsWith(i_representation_name, ".cgr"); }
+bool namesPicture(const CATUnicodeString& i_representation_name) {
+    return endsWith(i_representation_name, kPictureSuffix);
+}
 
 /** The platform may throw one of its own errors, which then is a failure. Handles are made outside the guarded block:
  * its way out of a call need not destroy them. */
@@ -107,6 +112,12 @@ bool vorntools::isOnlySeen(CATIProduct& i_product) {
         return number == CATPrsWorkModeServices::WM_VISUALIZATION;
     CATUnicodeString name;
     return SUCCEEDED(readRepresentationName(&i_product, name)) && namesPart(name) && namesPicture(name);
+}
+
+CATUnicodeString vorntools::fileNameOfPicture(CATIProduct& i_product) {
+    CATUnicodeString name;
+    if (FAILED(readRepresentationName(&i_product, name)) || !namesPicture(name)) return CATUnicodeString();
+    return name.SubString(0, name.GetLengthInChar() - CATUnicodeString(kPictureSuffix).GetLengthInChar());
 }
 
 HRESULT VornToolsWorkModeServices::getWorkModeCAA(CATIProduct* product, EnumWorkMode& mode) {

@@ -44,6 +44,6 @@ const CATLISTP(CATDocument) * ListDocuments() {
     part.list.RemoveAll(CATCollec::KeepAllocation);
     LoadedDocuments loaded(part.session);
     for (const auto& document : part.session.documents)
-        if (loaded.contains(*document)) part.list.Append(document.get());
+        if (loaded.settle(*document)) part.list.Append(document.get());
     return &part.list;
 }
