@@ -2,6 +2,7 @@
 
 #include "VornToolsCommon.h"
 #include "VornToolsFolderMemory.h"
+#include "foundation/FileNames.h"
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentFields.h"
@@ -103,10 +104,11 @@ int VornToolsLinks::searchLinks(CATUnicodeString filePath, CATUnicodeString link
     count = 0;
     missingTag = 0;
 
-    const std::unique_ptr<VornToolsString> sp_image(VornToolsCommon::readBinaryFile(filePath));
+    const CATUnicodeString name = nameOnDisk(filePath);
+    const std::unique_ptr<VornToolsString> sp_image(VornToolsCommon::readBinaryFile(name));
     if (!sp_image) return 0;
     const bool whole = guarded([&] {
-        LinkScan scan(viewOf(*sp_image), viewOf(filePath), viewOf(directory), *folders.m_folders);
+        LinkScan scan(viewOf(*sp_image), viewOf(name), viewOf(directory), *folders.m_folders);
         bool missing = false;
         if (linkType == kDrawingLink)
             scan.addDrawing();

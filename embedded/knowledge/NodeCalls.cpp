@@ -23,7 +23,7 @@ void collectBelow(const Node& node, const IID& iid, bool all, std::vector<Node*>
 } // namespace
 
 CATISpecAttrKey* AttributeCalls::key(FaultFlavour flavour, const Node& node, const char* name) {
-    Attribute* const found = name ? node.attribute(name) : nullptr;
+    Attribute* const found = name ? node.attribute(fromEightBit(name)) : nullptr;
     if (flavour != FaultFlavour::none || !found) return nullptr;
     return handOut<CATISpecAttrKey>(found->key.get());
 }

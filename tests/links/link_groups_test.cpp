@@ -90,6 +90,22 @@ TEST_F(LinksTest, DrawingsShowEachDocumentOnce) {
     }
 }
 
+TEST_F(LinksTest, ADocumentWithALogicalNameIsReadWhereItLies) {
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    DocumentImage image;
+    image.properties("/old/own.CATDrawing", {ImageRecord::object("CATPart", "/gone/near.CATPart", kFirst)});
+    write("own.CATDrawing", image.bytes());
+    const std::string near = write("below/near.CATPart", "x");
+    double count = 0;
+    CATListValCATUnicodeString lists[5];
+    VornToolsVector<unsigned char> flags;
+    unsigned char missing = 7;
+    VornToolsLinks::searchLinks("\x01\x02\\LIB\\own.CATDrawing", "MMLDrawing", "", count, lists[0], lists[1], lists[2],
+                                lists[3], lists[4], flags, missing);
+    EXPECT_EQ(textsOf(lists[0]), Texts({near}));
+}
+
 TEST_F(LinksTest, DocumentsWithoutTheirStreamsHaveNoLinks) {
     for (const std::string& bytes : {""s, "CATDocumentProperty"s, "x"s, std::string(5000, '\0'), "\x3B\x01"s,
                                      DocumentImage().application().summary(5, 21, 0).bytes()}) {
