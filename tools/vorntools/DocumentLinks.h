@@ -3,9 +3,8 @@
 
 #include "tools/vorntools/DocumentCondition.h"
 
+#include "VornToolsDocumentLinks.h"
 #include "VornToolsFolderMemory.h"
-#include "VornToolsString.h"
-#include "VornToolsVector.h"
 
 #include <cstddef>
 #include <string>
@@ -15,6 +14,8 @@
 struct NamedDocument {
     std::string name; ///< its full name where it was found, else as stored
     bool exists = false;
+    std::string stored = {}; ///< as the other one names it
+    int uses = 0;            ///< pointers of the document that go through its first record
 };
 
 /** What a document names that is neither part, product nor drawing. */
@@ -39,6 +40,7 @@ struct DocumentLinks {
     bool read = false; ///< false: the file could not be read, nothing else is known
     DocumentCondition condition;
     int version = 0, release = 0, servicePack = 0;
+    std::string savedPath; ///< of the document when it was saved last
     std::vector<NamedDocument> partFiles, contextProducts, contextParts;
     std::vector<std::string> externalReferences;
     std::vector<TypedLink> links;
@@ -51,11 +53,10 @@ struct DocumentLinks {
     std::size_t countDocuments() const;
 };
 
-/** What reading one document leaves to the next: the folders that were read, and lists, which are costly to make. */
+/** What reading one document leaves to the next. */
 struct LinkMemory {
     VornToolsFolderMemory folders;
-    VornToolsVector<VornToolsString> partFiles, contextProducts, contextParts, identities, ghosts, others, kinds;
-    VornToolsVector<int> uses;
+    VornToolsDocumentLinks reader;
 };
 
 /** @param document its full name
