@@ -12,7 +12,7 @@ update=
 # header only names are nobody's.
 symbols() {
     nm -DC --defined-only "$1" | cut -d ' ' -f 2- | sed -E 's/^[BDGRS] /D /; s/^[VWu] /V /' |
-        grep -vE '^T [A-Za-z]+::[A-Za-z]+::' | LC_ALL=C sort -u
+        grep -E '^[TD] |^V (vtable|typeinfo)' | grep -vE '^T [A-Za-z]+::[A-Za-z]+::' | LC_ALL=C sort -u
 }
 
 if [ -n "$update" ]; then

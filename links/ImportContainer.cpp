@@ -41,6 +41,13 @@ Number packedNumberAt(std::string_view i_image, std::size_t i_at) {
     return {(first - kFirstPair) * 256 + byteAt(i_image, i_at + 1), i_at + 2};
 }
 
+/** The symbol number of the repository at a place; its end is notFound when none stands there. */
+Number repositoryAt(std::string_view i_image, std::size_t i_at) {
+    if (!standsAt(i_image, i_at, kContextHead)) return {};
+    const Number number = packedNumberAt(i_image, i_at + kContextHead.size() + 1);
+    return standsAt(i_image, number.end, kContextEnd) ? number : Number();
+}
+
 /** A text of a table: one byte of length, which counts itself, or 0 and four bytes; false when it does not lie whole
  * in front of i_end. */
 bool readText(std::string_view i_image, std::size_t& io_at, std::size_t i_end, std::string_view& o_text) {
@@ -107,8 +114,8 @@ private:
         for (std::size_t at = findMarker(m_image, beginning, i_begin, i_end); at != notFound;
              at = findMarker(m_image, beginning, at + 1, i_end)) {
             if (standsAt(m_image, at, kContextHead)) {
-                const Number number = packedNumberAt(m_image, at + kContextHead.size() + 1);
-                if (!standsAt(m_image, number.end, kContextEnd)) continue;
+                const Number number = repositoryAt(m_image, at);
+                if (number.end == notFound) continue;
                 ++repositories;
                 symbol = number.value;
             } else if (const std::size_t path = pathMeantAt(at); path != notFound) {
@@ -140,6 +147,16 @@ private:
 
 ImportedElements readImportContainer(std::string_view i_image, std::size_t i_repository) {
     return ImportContainer(i_image, i_repository).takeElements();
+}
+
+std::vector<std::int32_t> repositorySymbols(std::string_view i_image) {
+    std::vector<std::int32_t> symbols;
+    for (std::size_t at = findMarker(i_image, kContextHead, 0); at != notFound;
+         at = findMarker(i_image, kContextHead, at + 1)) {
+        const Number number = repositoryAt(i_image, at);
+        if (number.end != notFound) symbols.push_back(number.value);
+    }
+    return symbols;
 }
 
 } // namespace vorntools
