@@ -169,7 +169,7 @@ TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
                        "|  '- w/Self.CATPart\n"
                        "|     '- w/Self.CATPart  (cycle)\n"
                        "'- w/B.CATProduct  (see above)\n");
-    EXPECT_EQ(run("uses --depth 1 " + quoted("w/Top.CATProduct")), 1);
+    EXPECT_EQ(run("uses --depth 1 " + quoted("w/Top.CATProduct")), 0);
     EXPECT_EQ(shown(), "w/Top.CATProduct\n|- w/A.CATProduct  (more below)\n'- w/B.CATProduct  (more below)\n");
     EXPECT_EQ(run("uses --depth 2 " + quoted("w/Top.CATProduct")), 1);
     EXPECT_EQ(shown(), "w/Top.CATProduct\n"
@@ -187,6 +187,39 @@ TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
                        "|        |- w/A.CATProduct  (cycle)\n"
                        "|        '- w/Top.CATProduct  (cycle)\n"
                        "'- w/Self.CATPart  (cycle)\n");
+}
+
+TEST_F(ArchiveTest, ATreeOfAnyDepthAndNamesOfAnyBytesCanBeShown) {
+    const int levels = 40;
+    const std::string odd = "<b>\"'&\n\xE9";
+    const auto name = [&](int level) { return (level == levels ? odd : "c" + std::to_string(level)) + ".CATProduct"; };
+    for (int i = 0; i < levels; ++i) document("w/" + name(i), "", {product(name(i + 1))});
+    document("w/" + name(levels), "", {part("D:\\<i>\x01\\gone.CATPart")});
+    EXPECT_EQ(run("uses " + quoted("w/c0.CATProduct")), 1);
+    const std::string text = shown();
+    const auto stem = [](int levelsAbove) {
+        return std::string(3 * static_cast<std::size_t>(levelsAbove), ' ') + "'- ";
+    };
+    EXPECT_NE(text.find("\n" + stem(30) + "w/c31.CATProduct\n" + stem(31) + "w/c32.CATProduct\n" + stem(31) +
+                        "[33] w/c33.CATProduct\n"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find(stem(31) + "[40] w/<b>\"'&%0A%E9.CATProduct\n" + stem(31) +
+                        "[41] D:\\<i>%01\\gone.CATPart  (missing)\n"),
+              std::string::npos)
+        << text;
+    EXPECT_EQ(run("uses --flat --depth 2 " + quoted("w/c0.CATProduct")), 0) << "what is missing is not shown";
+    EXPECT_EQ(squeezed(), "LEVEL  DOCUMENT  REMARK\n  1  w/c1.CATProduct\n  2  w/c2.CATProduct\n");
+    EXPECT_EQ(run("uses --dot " + quoted("w/c38.CATProduct")), 1);
+    EXPECT_EQ(shown(),
+              "digraph links {\n  rankdir=LR;\n  node [shape=box];\n  \"w/c38.CATProduct\" [style=bold];\n"
+              "  \"w/c38.CATProduct\" -> \"w/c39.CATProduct\";\n"
+              "  \"w/c39.CATProduct\" -> \"w/<b>\\\"'&%0A%E9.CATProduct\";\n"
+              "  \"D:\\\\<i>%01\\\\gone.CATPart\" [color=red, style=dashed];\n"
+              "  \"w/<b>\\\"'&%0A%E9.CATProduct\" -> \"D:\\\\<i>%01\\\\gone.CATPart\" [color=red, style=dashed];\n"
+              "}\n");
+    for (const char* const arguments : {"uses absent.CATPart", "used-by w", "uses --depth -1 w"})
+        EXPECT_EQ(run(arguments), 2) << arguments;
 }
 
 /** A part as a container, with an identity that it keeps, and something that tells it apart. */
@@ -259,7 +292,7 @@ TEST_F(ArchiveTest, OrphansArePartsApartFromTops) {
     write("w/Gone.CATPart.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n");
     EXPECT_EQ(run("orphans " + quoted("w")), 1);
     EXPECT_EQ(squeezed(), "KIND  LINKS  DOCUMENT\npart  2  w/Self.CATPart\ndrawing  1  w/Sheet.CATDrawing\n\n"
-                          "1 part and 1 others that nobody points to\n");
+                          "1 part and 1 other that nobody points to\n");
     std::filesystem::remove(path("w/Self.CATPart"));
     EXPECT_EQ(run("orphans --json " + quoted("w")), 0);
     EXPECT_EQ(rows().at(0)["kind"], "drawing");

@@ -145,14 +145,16 @@ void TreePrinter::printDot() const {
     ::print("}\n");
 }
 
-/** Whether one of the documents that are needed is missing, damaged or cannot be read. */
+/** Of the tree: whether something in it is missing or damaged; whether a document could not be read, so that links may
+ * be missing. */
 ExitCode judge(const Archive& archive, const DocumentTree& tree) {
     ExitCode code = ExitFine;
-    for (const TreeRow& row : tree.nearest()) {
+    for (const TreeRow& row : tree.nearest())
         if (row.document == kNoIndex || archive.document(row.document).isDamaged) code = ExitFindings;
-        if (row.document == kNoIndex || !archive.document(row.document).isUnreadable) continue;
-        complain(archive.nameOf(row.document) + " cannot be read");
-        return ExitUnusable;
+    for (Index i = 0; i < archive.documents().size(); ++i) {
+        if (!archive.document(i).isUnreadable) continue;
+        complain(archive.nameOf(i) + " cannot be read");
+        code = ExitUnusable;
     }
     return code;
 }
@@ -186,7 +188,7 @@ int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
     const Index top = archive.find(fullNameOf(options.file));
     TreePrinter(archive, top, direction, options).print();
     if (!journal.finish() || !complete) return ExitUnusable;
-    return judge(archive, DocumentTree(archive, top, direction, 0));
+    return judge(archive, DocumentTree(archive, top, direction, static_cast<unsigned int>(options.depth)));
 }
 
 void addTreeCommand(Command& program, const char* name, const char* description, DocumentTree::Direction direction) {
