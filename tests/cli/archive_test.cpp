@@ -50,6 +50,14 @@ protected:
                 text.replace(at, from.size(), to);
         return text;
     }
+    /** Name, folders that agree and distance of each candidate of a row. */
+    std::string candidatesOf(const nlohmann::ordered_json& row) {
+        std::string text;
+        for (const auto& candidate : row["candidates"])
+            text += candidate["document"].get<std::string>().substr(path("").size()) + " " +
+                    candidate["agreeing_folders"].dump() + " " + candidate["distance"].dump() + "\n";
+        return text;
+    }
     /** The same, with the columns of its tables two blanks apart. */
     std::string squeezed() {
         std::string text = shown();
@@ -65,9 +73,10 @@ TEST_F(ArchiveTest, EachRuleThatFindsANameIsTold) {
               part("D:\\old\\proj\\Gone.CATPart")});
     document("w/tree/std/asm/Asm.CATProduct", "D:\\old\\std\\asm\\Asm.CATProduct",
              {part("D:\\old\\parts\\Above.CATPart")});
-    for (const char* const name : {"w/far/Stored.CATPart", "w/now/Bare.CATPart", "w/now/sub/Relative.CATPart",
-                                   "w/now/sub/Moved.CATPart", "w/now/sub/ByName.CATPart", "w/x/ByName.CATPart",
-                                   "w/tree/parts/Above.CATPart", "w/else/proj/GONE.catpart", "w/now/sub/gone.CATPart"})
+    for (const char* const name :
+         {"w/far/Stored.CATPart", "w/now/Bare.CATPart", "w/now/sub/Relative.CATPart", "w/now/sub/Moved.CATPart",
+          "w/now/sub/ByName.CATPart", "w/x/ByName.CATPart", "w/tree/parts/Above.CATPart", "w/a/Gone.CATPart",
+          "w/else/proj/GONE.catpart", "w/proj/Gone.CATPart", "w/now/sub/gone.CATPart"})
         document(name, "", {});
     EXPECT_EQ(run("uses --json " + quoted("w/now/Top.CATProduct") + " " + quoted("w")), 1);
     const struct {
@@ -88,10 +97,10 @@ TEST_F(ArchiveTest, EachRuleThatFindsANameIsTold) {
     }
     EXPECT_EQ(rows[6]["document"], "D:\\old\\proj\\Gone.CATPart");
     EXPECT_EQ(rows[6]["exists"], false);
-    EXPECT_EQ(rows[6]["candidates"].dump(), "[{\"document\":\"" + path("w/now/sub/gone.CATPart") +
-                                                "\",\"agreeing_folders\":0,\"distance\":1},{\"document\":\"" +
-                                                path("w/else/proj/GONE.catpart") +
-                                                "\",\"agreeing_folders\":1,\"distance\":3}]");
+    EXPECT_EQ(candidatesOf(rows[6]), "w/now/sub/gone.CATPart 0 1\n"
+                                     "w/proj/Gone.CATPart 1 2\n"
+                                     "w/a/Gone.CATPart 0 2\n"
+                                     "w/else/proj/GONE.catpart 1 3\n");
     EXPECT_EQ(run("uses --json " + quoted("w/tree/std/asm/Asm.CATProduct")), 0);
     EXPECT_EQ(this->rows().at(1)["rule"], "tree above");
 }
@@ -153,6 +162,24 @@ TEST_F(ArchiveTest, WhatIsMissingIsToldWithThoseThatWantIt) {
                   path("w/c/q/pin.catpart") + "\",\"agreeing_folders\":1,\"distance\":3}],\"candidate_count\":2}");
 }
 
+TEST_F(ArchiveTest, OfManyCandidatesTheNearestAreTold) {
+    for (int i = 10; i < 90; ++i) document("w/f" + std::to_string(i) + "/n/Lost.CATPart", "", {});
+    const struct {
+        const char *folder, *first;
+    } examples[] = {{"f00", "w/f10/n/Lost.CATPart 1 3\n"},
+                    {"f70", "w/f70/n/Lost.CATPart 1 1\n"},
+                    {"f99", "w/f26/n/Lost.CATPart 1 3\n"}};
+    for (const auto& example : examples) {
+        const std::string wanting = "w/" + std::string(example.folder) + "/Top.CATProduct";
+        document(wanting, "D:\\o\\Top.CATProduct", {part("E:\\n\\lost.CATPart")});
+        EXPECT_EQ(run("uses --json " + quoted(wanting) + " " + quoted("w")), 1);
+        const auto missing = rows().at(1);
+        EXPECT_EQ(missing["candidate_count"], 80);
+        EXPECT_EQ(missing["candidates"].size(), 10u);
+        EXPECT_EQ(candidatesOf(missing).find(example.first), 0u) << candidatesOf(missing);
+    }
+}
+
 TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
     document("w/Top.CATProduct", "D:\\o\\Top.CATProduct",
              {product("D:\\o\\A.CATProduct"), product("D:\\o\\B.CATProduct")});
@@ -174,7 +201,7 @@ TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
     EXPECT_EQ(run("uses --depth 2 " + quoted("w/Top.CATProduct")), 1);
     EXPECT_EQ(shown(), "w/Top.CATProduct\n"
                        "|- w/A.CATProduct\n"
-                       "|  |- w/B.CATProduct  (more below)\n"
+                       "|  |- w/B.CATProduct  (see below)\n"
                        "|  '- w/Self.CATPart  (more below)\n"
                        "'- w/B.CATProduct\n"
                        "   |- w/Top.CATProduct  (cycle)\n"
