@@ -159,12 +159,6 @@ ExitCode judge(const Archive& archive, const DocumentTree& tree) {
     return code;
 }
 
-/** The folder of a file, as the command line would lead to it. */
-std::string folderAround(const std::string& file) {
-    const std::string folder = std::filesystem::u8path(file).parent_path().u8string();
-    return folder.empty() ? "." : folder;
-}
-
 int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
     if (!options.common.loadSession()) return ExitUnusable;
     std::error_code ignored;
@@ -176,7 +170,6 @@ int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
     Archive archive;
     ArchiveReader reader(archive, journal, {});
     std::vector<std::string> names = options.common.names;
-    if (names.empty()) names.push_back(folderAround(options.file));
     names.push_back(options.file);
     bool complete = reader.walk(names);
     if (direction == DocumentTree::Uses)
@@ -198,7 +191,7 @@ void addTreeCommand(Command& program, const char* name, const char* description,
     if (direction == DocumentTree::Uses)
         command.value("folder", "FOLDER",
                       "Where candidates for what is missing are looked for: folders with all below "
-                      "them; by default the document's own folder",
+                      "them",
                       &options->common.names);
     else
         command
