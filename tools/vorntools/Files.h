@@ -27,6 +27,9 @@ std::string fullNameOf(const std::string& name);
  */
 class DocumentSearch {
 public:
+    /** @param keepsOthers whether others() is wanted */
+    explicit DocumentSearch(bool keepsOthers = false) : m_keepsOthers(keepsOthers) {}
+
     /** @return false, said on standard error, when a name means nothing or a folder cannot be read; the search goes on
      * with the others */
     bool search(const std::vector<std::string>& names);
@@ -42,6 +45,7 @@ private:
     void addFolder(const std::string& prefix, std::vector<std::string>& files);
     void add(FoundDocument document);
 
+    const bool m_keepsOthers;
     std::vector<FoundDocument> m_found;
     std::vector<std::string> m_others;
     std::unordered_map<std::string, std::size_t> m_indices; ///< of the found ones, by their full names

@@ -301,7 +301,7 @@ int runMissing(const LinksOptions& options) {
 int runLinks(const LinksOptions& options) {
     if (!options.common.loadSession()) return ExitUnusable;
     if (options.missing) return runMissing(options);
-    DocumentSearch search;
+    DocumentSearch search(!options.dot);
     bool usable = search.search(options.common.names);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);
