@@ -78,6 +78,9 @@ cat "$examples/exchange/CADFilesInSession.txt"
 
 heading "Links of the documents, found in their bytes"
 show links workspace
+show links --missing workspace
+show uses workspace/GearPump.CATProduct
+show used-by workspace/Shaft.CATPart workspace
 
 heading "What a document's file is made of, and its picture"
 show contents workspace/Shaft.CATPart
