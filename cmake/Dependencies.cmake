@@ -33,6 +33,19 @@ else()
     endif()
 endif()
 
+# ZIP files are written where the package for them is found. Sets VORNTOOLS_WRITES_ZIP.
+function(vorntools_find_zip_package)
+    set(VORNTOOLS_WRITES_ZIP OFF PARENT_SCOPE)
+    if(NOT CMAKE_CROSSCOMPILING AND NOT WIN32)
+        find_path(LIBZIP_INCLUDE_DIR zip.h)
+        find_library(LIBZIP_LIBRARY zip)
+        mark_as_advanced(LIBZIP_INCLUDE_DIR LIBZIP_LIBRARY)
+        if(LIBZIP_INCLUDE_DIR AND LIBZIP_LIBRARY)
+            set(VORNTOOLS_WRITES_ZIP ON PARENT_SCOPE)
+        endif()
+    endif()
+endfunction()
+
 # Spreadsheets of design tables: xlsx and xlsm are read where the packages for them are found, the others always. Sets
 # VORNTOOLS_READS_XLSX.
 function(vorntools_find_spreadsheet_packages)

@@ -8,7 +8,7 @@ packages=(g++ cmake ninja-build ccache nlohmann-json3-dev libcli11-dev libgtest-
     libzip-dev libpugixml-dev)
 if [ "${1:-build}" = test ]; then
     packages+=(clang libclang-rt-14-dev llvm clang-format clang-tidy g++-mingw-w64-x86-64-posix googletest wine wine64
-        libbenchmark-dev pkg-config dpkg-dev file)
+        libbenchmark-dev pkg-config dpkg-dev file zsh fish)
 fi
 
 # Without apt the machine's owner brings the tools along; configuring names what is missing.

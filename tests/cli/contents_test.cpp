@@ -230,10 +230,11 @@ TEST_F(DocumentFilesTest, LinksListWhateverElseADocumentNames) {
               R"({"kind":"CATUnloadable","name":"sizes.xls","exists":true,"uses":1},)"
               R"({"kind":"model","name":"D:\\old\\old.model","exists":false,"uses":3}])");
     EXPECT_EQ(runIn("d", "links a.CATProduct"), 1);
-    EXPECT_EQ(content("out"), "a.CATProduct  V0 R0 SP0\n"
-                              "         LINK           DOCUMENT          ELEMENT\n"
-                              "         CATUnloadable  sizes.xls\n"
-                              "missing  model          D:\\old\\old.model\n\n");
+    EXPECT_EQ(content("out"),
+              "a.CATProduct  V0 R0 SP0\n"
+              "         LINK           USES  DOCUMENT          FOUND                          STORED AS\n"
+              "         CATUnloadable     3  sizes.xls         moved along with the document  D:\\old\\sizes.xls\n"
+              "missing  model             3  D:\\old\\old.model\n\n");
     EXPECT_EQ(runIn("d", "links --dot a.CATProduct"), 1);
     EXPECT_NE(content("out").find("  \"a.CATProduct\" -> \"sizes.xls\";\n"), std::string::npos);
     EXPECT_EQ(runIn("d", "report a.CATProduct -o " + quoted("report.html")), 1);

@@ -45,6 +45,10 @@ struct Option {
 /** A command with its options and the commands below it. Options and commands stay where they are: references hold. */
 class Command {
 public:
+    struct Example {
+        std::string arguments, text;
+    };
+
     /** @param run its exit code; empty when one of the commands below it has to be given */
     Command(std::string name, std::string description, std::function<int()> run);
 
@@ -53,11 +57,14 @@ public:
     Option& value(const std::string& names, const std::string& argument, const std::string& help,
                   Option::Target target);
     Command& command(const std::string& name, const std::string& description, std::function<int()> run);
+    /** Adds an example to help and manual. @param arguments behind the program's name; @param text what they do */
+    Command& example(const std::string& arguments, const std::string& text);
 
     const std::string& name() const { return m_name; }
     const std::string& description() const { return m_description; }
     const std::list<Option>& options() const { return m_options; }
     const std::list<Command>& commands() const { return m_commands; }
+    const std::vector<Example>& examples() const { return m_examples; }
     bool hasRun() const { return static_cast<bool>(m_run); }
     int run() const { return m_run(); }
 
@@ -66,14 +73,18 @@ private:
     std::function<int()> m_run;
     std::list<Option> m_options;
     std::list<Command> m_commands;
+    std::vector<Example> m_examples;
 };
 
 /**
- * Sets the targets from the arguments and runs the innermost command that they name. Help, the version and what is
- * wrong with the arguments are said here.
+ * Sets the targets from the arguments and runs the innermost command that they name. An option may stand in front of
+ * the command that knows it, one of the program anywhere. "help COMMAND..." is that command's "--help". Help and what
+ * is wrong with the arguments are said here; for a command or option that does not exist the nearest one is named.
  * @param arguments without the program's name
- * @return the command's exit code, ExitUnusable for wrong arguments
+ * @param prepare called when all targets are set, before the command runs
+ * @return the command's exit code, ExitUnusable for wrong arguments and when there are none
  */
-int runCommandLine(const Command& program, const std::vector<std::string>& arguments);
+int runCommandLine(const Command& program, const std::vector<std::string>& arguments,
+                   const std::function<void()>& prepare);
 
 #endif

@@ -1,8 +1,51 @@
 #include "tools/vorntools/Commands.h"
 
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/System.h"
 
 #include "embedded/SessionFile.h"
+
+#include <algorithm>
+#include <cctype>
+#include <utility>
+
+namespace {
+
+/** Texts that each end with a NUL; what stands behind the last one counts as well. */
+std::vector<std::string> splitAtNul(const std::string& text) {
+    std::vector<std::string> result;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\0', begin), text.size());
+        if (end > begin) result.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return result;
+}
+
+} // namespace
+
+void CommonOptions::addNamesTo(Command& command, const std::string& operand, const std::string& help) {
+    std::string argument = operand;
+    for (char& letter : argument) letter = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
+    command.value(operand, argument, help, &names);
+    command.value("--exclude", "GLOB",
+                  "Leave out files and folders of this name, or path when it has a slash; *, ? and [...] as in a shell",
+                  &excluded);
+    command.flag("-0,--null", "Read more names from standard input, each ended by a NUL", namesFromInput);
+}
+
+bool CommonOptions::completeNames() {
+    if (namesFromInput)
+        for (std::string& name : splitAtNul(host::readInput())) names.push_back(std::move(name));
+    const bool given = !names.empty() || namesFromInput;
+    if (!given) complain("name files or folders");
+    return given;
+}
+
+bool CommonOptions::search(DocumentSearch& documents) const {
+    documents.exclude(excluded);
+    return documents.search(names);
+}
 
 void CommonOptions::addTo(Command& command) {
     addOutputTo(command);

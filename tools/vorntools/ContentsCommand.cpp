@@ -123,7 +123,7 @@ private:
     const std::vector<Entry>& m_entries;
     std::vector<std::vector<std::size_t>> m_below; ///< numbers of entries by that of their parent, from 1
     std::vector<bool> m_isShown;
-    Table m_table{{{"NAME"}, {"BYTES", true}, {"PIECES", true}, {"DATE"}}};
+    Table m_table{{{"NAME"}, {"BYTES", Table::Kind::number}, {"PIECES", Table::Kind::number}, {"DATE"}}};
 };
 
 void printTree(const std::string& document, const Contents& contents) {
@@ -135,9 +135,10 @@ void printTree(const std::string& document, const Contents& contents) {
     print("\n");
 }
 
-int runContents(const CommonOptions& options) {
+int runContents(CommonOptions& options) {
+    if (!options.completeNames()) return ExitUnusable;
     DocumentSearch search;
-    bool usable = search.search(options.names);
+    bool usable = options.search(search);
     JournalFile journal(options.journal);
     bool findings = false;
     for (const std::string& document : documentsOf(search, options.names)) {
@@ -158,6 +159,6 @@ void addContentsCommand(Command& program) {
     const auto options = std::make_shared<CommonOptions>();
     Command& command = program.command("contents", "What a document's file is made of: streams, sizes, dates",
                                        [options] { return runContents(*options); });
-    command.value("file", "FILE", "Documents, and folders searched with all below them", &options->names).required();
+    options->addNamesTo(command, "file", "Documents, and folders searched with all below them");
     options->addOutputTo(command);
 }

@@ -1,11 +1,11 @@
 #include "tools/vorntools/Commands.h"
+#include "tools/vorntools/DatLines.h"
 #include "tools/vorntools/DocumentLinks.h"
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
 #include "VornCache.h"
-#include "VornToolsCommon.h"
 
 #include <memory>
 #include <string>
@@ -60,39 +60,6 @@ constexpr Meaning kMeanings[] = {{"<DatFileVersion>", "layout: 0 one field a lin
                                  {"<StructLastModDate>", "structure's date when it was loaded"},
                                  {kDocumentLinks, "documents that the document itself points to"}};
 
-std::string closingTagOf(const std::string& tag) { return "</" + tag.substr(1); }
-
-/**
- * The lines of a DAT file as they stand there. The cache's own answers are made for other questions: of a date it tells
- * the first line, of a file its full name, and it joins the lines of a mapping.
- */
-class DatLines {
-public:
-    /** @param name full name of the document */
-    explicit DatLines(const CATUnicodeString& name)
-        : m_read(SUCCEEDED(VornToolsCommon::readDatTools(name, CATUnicodeString(), m_lines))) {}
-
-    bool read() const { return m_read; }
-    /** The line behind the first one that is the tag. */
-    std::string behind(const char* tag) const {
-        const int at = m_lines.Locate(tag);
-        return at > 0 && at < m_lines.Size() ? bytesOf(m_lines[at + 1]) : std::string();
-    }
-    bool has(const char* tag) const { return m_lines.Locate(tag) > 0; }
-    /** The lines between a tag and the closing one behind it; none without either. */
-    std::vector<std::string> block(const std::string& tag) const {
-        const int begin = m_lines.Locate(tag.c_str());
-        const int end = begin > 0 ? m_lines.Locate(closingTagOf(tag).c_str(), begin) : 0;
-        std::vector<std::string> lines;
-        for (int i = begin + 1; i < end; ++i) lines.push_back(bytesOf(m_lines[i]));
-        return lines;
-    }
-
-private:
-    CATListValCATUnicodeString m_lines;
-    bool m_read;
-};
-
 Json jsonOf(const std::vector<std::string>& lines) {
     Json array = Json::array();
     for (const std::string& line : lines) array.push_back(line);
@@ -105,7 +72,7 @@ Json mapsOf(const std::vector<std::string>& lines) {
     std::vector<std::string> map;
     bool inside = false;
     for (const std::string& line : lines) {
-        if (inside && line == closingTagOf(kMapTag)) {
+        if (inside && line == DatLines::closing(kMapTag)) {
             maps.push_back(jsonOf(map));
             map.clear();
             inside = false;
@@ -175,7 +142,7 @@ int runDat(const DatOptions& options) {
     if (!options.common.loadSession()) return ExitUnusable;
     JournalFile journal(options.common.journal);
     const std::string document = fullNameOf(documentOf(options.file));
-    const DatLines lines(textOf(document));
+    const DatLines lines(document);
     const Json fields = lines.read() ? fieldsOf(lines, document) : Json();
     if (!journal.finish()) return ExitUnusable;
     if (!lines.read()) {

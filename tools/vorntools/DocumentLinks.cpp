@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <memory>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 namespace {
@@ -30,7 +31,7 @@ std::vector<std::string> bytesOf(const Strings& list) {
 
 NamedDocument named(std::string name) {
     const bool exists = !name.empty() && UTILFile::existingFile(textOf(name)) != 0;
-    return {std::move(name), exists};
+    return {std::move(name), exists, {}, 0};
 }
 
 std::vector<NamedDocument> named(const Strings& list) {
@@ -67,6 +68,7 @@ public:
         links.contextParts = named(m_memory.contextParts);
         links.ghosts = bytesOf(m_memory.ghosts);
         readOthers(links);
+        readStored(links);
     }
 
     void readTyped(const std::string& type, DocumentLinks& links) {
@@ -76,9 +78,11 @@ public:
                 ? VornToolsLinks::getMMLDrawingLinks(&m_bytes, &m_name, m_folder, m_folders)
                 : VornToolsLinks::getLinks(&m_bytes, textOf(type), &m_name, m_folder, missingTag, m_folders);
         links.links.reserve(list.size());
-        for (unsigned int i = 0; i < list.size(); ++i)
+        for (unsigned int i = 0; i < list.size(); ++i) {
             links.links.push_back({::bytesOf(list[i].get_type()), named(::bytesOf(list[i].get_linkedFileName())),
                                    ::bytesOf(list[i].get_reference()), list[i].get_link_tag_found() != 0});
+            takeStored(links.links.back().document);
+        }
     }
 
     /** Typed links hold them already, unless they were asked for without. */
@@ -103,6 +107,46 @@ private:
             links.others.push_back({bytesOf(kinds[i]), named(bytesOf(names[i])), uses[i]});
     }
 
+    /** What the names of records were made of, kind by kind in the order of the records. */
+    void readStored(DocumentLinks& links) {
+        VornToolsString ownPath;
+        VornToolsLinks::getStoredNames(&m_bytes, m_properties, ownPath, m_memory.stored, m_memory.storedKinds,
+                                       m_memory.uses);
+        links.savedPath = bytesOf(ownPath);
+        std::vector<NamedDocument*> ofKind[VornToolsLinks::StoredOther + 1];
+        for (NamedDocument& document : links.partFiles) ofKind[VornToolsLinks::StoredPartFile].push_back(&document);
+        for (NamedDocument& document : links.contextProducts)
+            ofKind[VornToolsLinks::StoredContextProduct].push_back(&document);
+        for (NamedDocument& document : links.contextParts)
+            ofKind[VornToolsLinks::StoredContextPart].push_back(&document);
+        for (OtherNamed& other : links.others) ofKind[VornToolsLinks::StoredOther].push_back(&other.document);
+        std::size_t next[VornToolsLinks::StoredOther + 1] = {};
+        for (unsigned int i = 0; i < m_memory.stored.size(); ++i) {
+            const VornToolsLinks::EnumStoredName kind = m_memory.storedKinds[i];
+            const Stored stored{bytesOf(m_memory.stored[i]), m_memory.uses[i]};
+            if (kind == VornToolsLinks::StoredDrawing) {
+                m_drawings.emplace(fileNameOf(stored.name), stored);
+            } else if (next[kind] < ofKind[kind].size()) {
+                NamedDocument& document = *ofKind[kind][next[kind]++];
+                document.stored = stored.name;
+                document.uses = stored.uses;
+                m_stored.emplace(document.name, stored);
+            }
+        }
+    }
+
+    /** Of a typed link: the record that led to the same file; every rule by which files are found keeps the last
+     * name. */
+    void takeStored(NamedDocument& document) const {
+        const auto known = m_stored.find(document.name);
+        const auto drawing = m_drawings.find(fileNameOf(document.name));
+        const Stored* const stored = known != m_stored.end()       ? &known->second
+                                     : drawing != m_drawings.end() ? &drawing->second
+                                                                   : nullptr;
+        document.stored = stored ? stored->name : document.name;
+        document.uses = stored ? stored->uses : 0;
+    }
+
     int positionOf(const std::string& marker) const {
         return m_bytes.indexOf(VornToolsString(marker.data(), static_cast<int>(marker.size())), 0, m_bytes.size(), 0);
     }
@@ -113,6 +157,12 @@ private:
     LinkMemory& m_memory;
     VornToolsFolderMemory& m_folders;
     int m_properties;
+    struct Stored {
+        std::string name;
+        int uses = 0;
+    };
+    std::unordered_map<std::string, Stored> m_stored;   ///< by the names found
+    std::unordered_map<std::string, Stored> m_drawings; ///< by their last names
 };
 
 } // namespace

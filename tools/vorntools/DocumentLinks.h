@@ -4,6 +4,7 @@
 #include "tools/vorntools/DocumentCondition.h"
 
 #include "VornToolsFolderMemory.h"
+#include "VornToolsLinks.h"
 #include "VornToolsString.h"
 #include "VornToolsVector.h"
 
@@ -15,6 +16,8 @@
 struct NamedDocument {
     std::string name; ///< its full name where it was found, else as stored
     bool exists = false;
+    std::string stored; ///< its name as the document holds it
+    int uses = 0;       ///< how many pointers of the document go through the record, where a record tells
 };
 
 /** What a document names that is neither part, product nor drawing. */
@@ -39,6 +42,7 @@ struct DocumentLinks {
     bool read = false; ///< false: the file could not be read, nothing else is known
     DocumentCondition condition;
     int version = 0, release = 0, servicePack = 0;
+    std::string savedPath; ///< of the document when it was saved last
     std::vector<NamedDocument> partFiles, contextProducts, contextParts;
     std::vector<std::string> externalReferences;
     std::vector<TypedLink> links;
@@ -54,7 +58,9 @@ struct DocumentLinks {
 /** What reading one document leaves to the next: the folders that were read, and lists, which are costly to make. */
 struct LinkMemory {
     VornToolsFolderMemory folders;
-    VornToolsVector<VornToolsString> partFiles, contextProducts, contextParts, identities, ghosts, others, kinds;
+    VornToolsVector<VornToolsString> partFiles, contextProducts, contextParts, identities, ghosts, others, kinds,
+        stored;
+    VornToolsVector<VornToolsLinks::EnumStoredName> storedKinds;
     VornToolsVector<int> uses;
 };
 

@@ -23,6 +23,35 @@ bool endsWith(const std::string& text, const std::string& end) {
 /** The name of a folder with a separator at its end. */
 std::string withSeparator(const std::string& folder) { return (fs::u8path(folder) / "").u8string(); }
 
+/** One letter or set of letters of a pattern, which begins at a place, against a letter. */
+struct Letter {
+    bool isMatch;
+    std::size_t next; ///< place behind it in the pattern
+};
+
+/** A set that is not closed is no set: its bracket means itself. */
+Letter matchSet(const std::string& pattern, std::size_t at, char letter) {
+    std::size_t i = at + 1;
+    const bool isNegative = i < pattern.size() && (pattern[i] == '!' || pattern[i] == '^');
+    if (isNegative) ++i;
+    bool isIn = false;
+    for (const std::size_t first = i; i < pattern.size() && (pattern[i] != ']' || i == first); ++i) {
+        const bool isRange = i + 2 < pattern.size() && pattern[i + 1] == '-' && pattern[i + 2] != ']';
+        const char last = isRange ? pattern[i + 2] : pattern[i];
+        isIn = isIn || (letter >= pattern[i] && letter <= last);
+        if (isRange) i += 2;
+    }
+    if (i >= pattern.size()) return {letter == '[', at + 1};
+    return {isIn != isNegative, i + 1};
+}
+
+Letter matchLetter(const std::string& pattern, std::size_t at, char letter) {
+    if (pattern[at] == '?') return {true, at + 1};
+    if (pattern[at] == '[') return matchSet(pattern, at, letter);
+    if (pattern[at] == '\\' && at + 1 < pattern.size()) return {letter == pattern[at + 1], at + 2};
+    return {letter == pattern[at], at + 1};
+}
+
 bool contains(const std::vector<std::string>& sorted, const std::string& text) {
     return std::binary_search(sorted.begin(), sorted.end(), text);
 }
@@ -39,6 +68,30 @@ bool isCatiaDocument(const std::string& name) {
     case VornToolsCommon::DocumentTypeCatalog: return true;
     default: return false;
     }
+}
+
+bool matches(const std::string& pattern, const std::string& text) {
+    // Behind a star the rest of the pattern is tried at every place; an earlier star never has to be tried again.
+    std::size_t at = 0, star = std::string::npos, starAt = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        if (at < pattern.size() && pattern[at] == '*') {
+            star = ++at;
+            starAt = i;
+            continue;
+        }
+        const Letter letter = at < pattern.size() ? matchLetter(pattern, at, text[i]) : Letter{false, at};
+        if (letter.isMatch) {
+            at = letter.next;
+            ++i;
+        } else if (star != std::string::npos) {
+            at = star;
+            i = ++starAt;
+        } else {
+            return false;
+        }
+    }
+    while (at < pattern.size() && pattern[at] == '*') ++at;
+    return at == pattern.size();
 }
 
 std::string fullNameOf(const std::string& name) {
@@ -91,8 +144,18 @@ void DocumentSearch::add(FoundDocument document) {
     if (m_indices.emplace(document.fullName, m_found.size()).second) m_found.push_back(std::move(document));
 }
 
+bool DocumentSearch::isExcluded(const std::string& prefix, const std::string& name) const {
+    std::string path;
+    return std::any_of(m_excluded.begin(), m_excluded.end(), [&](const std::string& pattern) {
+        if (pattern.find('/') == std::string::npos) return matches(pattern, name);
+        if (path.empty()) path = fs::u8path(prefix + name).generic_u8string();
+        return matches(pattern, path);
+    });
+}
+
 bool DocumentSearch::searchFolder(const std::string& folder) {
     std::error_code error;
+    const std::string prefix = withSeparator(folder);
     fs::directory_iterator entry(fs::u8path(folder), error);
     std::vector<std::string> files, folders;
     while (!error && entry != fs::directory_iterator()) {
@@ -105,10 +168,10 @@ bool DocumentSearch::searchFolder(const std::string& folder) {
     if (error) complain("cannot read folder " + folder + ": " + error.message());
 
     bool complete = !error;
-    const std::string prefix = withSeparator(folder);
     addFolder(prefix, files);
     std::sort(folders.begin(), folders.end());
-    for (const std::string& name : folders) complete = searchFolder(prefix + name) && complete;
+    for (const std::string& name : folders)
+        if (!isExcluded(prefix, name)) complete = searchFolder(prefix + name) && complete;
     return complete;
 }
 
@@ -116,12 +179,17 @@ void DocumentSearch::addFolder(const std::string& prefix, std::vector<std::strin
     const std::string fullPrefix = withSeparator(fullNameOf(prefix));
     std::sort(files.begin(), files.end());
     for (const std::string& file : files) {
-        if (!endsWith(file, kDatSuffix)) {
+        const bool isDat = endsWith(file, kDatSuffix);
+        const std::string document = isDat ? file.substr(0, file.size() - kDatSuffix.size()) : file;
+        if (isExcluded(prefix, document)) continue;
+        if (!isDat) {
             const bool hasDat = contains(files, file + kDatSuffix);
-            if (hasDat || isCatiaDocument(file)) add({prefix + file, fullPrefix + file, true, hasDat});
+            if (hasDat || isCatiaDocument(file))
+                add({prefix + file, fullPrefix + file, true, hasDat});
+            else
+                m_others.push_back(fullPrefix + file);
             continue;
         }
-        const std::string document = file.substr(0, file.size() - kDatSuffix.size());
         if (!contains(files, document)) add({prefix + document, fullPrefix + document, false, true});
     }
 }

@@ -17,6 +17,10 @@ struct FoundDocument {
 /** Whether the library knows a file's suffix as that of a CATIA document. */
 bool isCatiaDocument(const std::string& name);
 
+/** Whether a pattern of a shell means a text: "*" any letters, "?" one, "[a-z]" one of these, "[!a-z]" none of them. A
+ * backslash takes the next letter for itself. */
+bool matches(const std::string& pattern, const std::string& text);
+
 /** The absolute name of a file, without "." and ".."; the same for every way to write it but through links. */
 std::string fullNameOf(const std::string& name);
 
@@ -30,7 +34,13 @@ public:
     /** @return false, said on standard error, when a name means nothing or a folder cannot be read; the search goes on
      * with the others */
     bool search(const std::vector<std::string>& names);
+    /** Leaves out the documents and folders, with all below them, that a pattern names; never a name that is given.
+     * @param patterns as matches() takes them: with a slash for the path as it would be found, else for the last name
+     */
+    void exclude(const std::vector<std::string>& patterns) { m_excluded = patterns; }
     const std::vector<FoundDocument>& found() const { return m_found; }
+    /** Full names of all other files in the folders. */
+    const std::vector<std::string>& others() const { return m_others; }
     /** A full name in the way in which the command line writes names: as it was found, else below the nearest folder
      * that was given or that holds a file that was given. Any other name stays. */
     std::string asGiven(const std::string& name) const;
@@ -39,8 +49,11 @@ private:
     bool searchFolder(const std::string& folder);
     void addFolder(const std::string& prefix, std::vector<std::string>& files);
     void add(FoundDocument document);
+    bool isExcluded(const std::string& prefix, const std::string& name) const;
 
+    std::vector<std::string> m_excluded;
     std::vector<FoundDocument> m_found;
+    std::vector<std::string> m_others;
     std::unordered_map<std::string, std::size_t> m_indices; ///< of the found ones, by their full names
     std::unordered_map<std::string, std::string>
         m_folders; ///< full name and name as given, each with a separator behind

@@ -3,9 +3,14 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/archive/ArchiveOutput.h"
+#include "tools/vorntools/archive/ArchiveReader.h"
+#include "tools/vorntools/archive/Paths.h"
 
+#include <algorithm>
 #include <memory>
-#include <set>
+#include <optional>
+#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -15,14 +20,74 @@ struct LinksOptions {
     std::string type;
     bool dot = false;
     bool ghosts = false;
+    bool missing = false;
+};
+
+/** What was looked at so far. */
+struct Summary {
+    std::size_t documents = 0, found = 0, missing = 0, damaged = 0, unreadable = 0;
+
+    void say() const {
+        summarize(std::to_string(documents) + (documents == 1 ? " document, " : " documents, ") +
+                  std::to_string(found + missing) + (found + missing == 1 ? " link: " : " links: ") +
+                  std::to_string(found) + " found, " + std::to_string(missing) + " missing; " +
+                  std::to_string(damaged) + " damaged" +
+                  (unreadable > 0 ? ", " + std::to_string(unreadable) + " unreadable" : ""));
+    }
+};
+
+/** The files that were walked, by their names. Put in order when something is missing or was chosen among several. */
+class WalkedFiles {
+public:
+    explicit WalkedFiles(const DocumentSearch& search) : m_search(search) {}
+
+    /** @param document full name of the one that has the target */
+    ShownTarget shown(Target target, const std::string& document) {
+        ShownTarget result;
+        if (target.isMissing()) {
+            result.name = target.stored;
+            result.candidates = ::shown(index().candidates(target.stored, document),
+                                        [this](Index file) { return m_search.asGiven(nameOfFile(file)); });
+        } else {
+            result.name = m_search.asGiven(target.found);
+            const std::size_t count = target.rule == LinkRule::ByName ? index().count(target.found) : 0;
+            result.chosenAmong = count > 1 ? count : 0;
+        }
+        result.target = std::move(target);
+        return result;
+    }
+
+private:
+    /** Documents first. */
+    const std::string& nameOfFile(Index file) const {
+        const auto& documents = m_search.found();
+        return file < documents.size() ? documents[file].fullName : m_search.others()[file - documents.size()];
+    }
+    const NameIndex& index() {
+        if (m_index) return *m_index;
+        m_index.emplace();
+        const std::size_t documents = m_search.found().size();
+        for (std::size_t i = 0; i < documents + m_search.others().size(); ++i)
+            if (i >= documents || m_search.found()[i].exists)
+                m_index->add(nameOfFile(static_cast<Index>(i)), static_cast<Index>(i));
+        m_index->sort();
+        return *m_index;
+    }
+
+    const DocumentSearch& m_search;
+    std::optional<NameIndex> m_index;
 };
 
 /** What a document points to, with its names as the command line writes them. */
 class Listed {
 public:
-    Listed(const DocumentSearch& search, const std::string& document, const LinksOptions& options, LinkMemory& memory)
+    Listed(const DocumentSearch& search, WalkedFiles& files, const std::string& document, const LinksOptions& options,
+           LinkMemory& memory)
         : m_search(search), m_options(options), m_document(search.asGiven(document)),
-          m_links(readDocumentLinks(document, options.type, memory)) {}
+          m_links(readDocumentLinks(document, options.type, memory)) {
+        for (Target& target : targetsOf(m_links, document))
+            m_targets.push_back(files.shown(std::move(target), document));
+    }
 
     const DocumentLinks& links() const { return m_links; }
     void show() const {
@@ -33,12 +98,21 @@ public:
         else
             m_options.dot ? printDot() : printTable();
     }
+    void addTo(Summary& summary) const {
+        ++summary.documents;
+        summary.unreadable += m_links.read ? 0 : 1;
+        summary.damaged += m_links.condition.isFinding ? 1 : 0;
+        for (const ShownTarget& target : m_targets) ++(target.target.isMissing() ? summary.missing : summary.found);
+    }
 
 private:
     Json json() const;
     Json jsonOf(const std::vector<NamedDocument>& documents) const;
     Json jsonOf(const OtherNamed& other) const;
     Json jsonOf(const TypedLink& link) const;
+    std::vector<std::string> liveGhosts() const;
+    void addRows(const ShownTarget& target, Table& table) const;
+    void addReferences(Table& table) const;
     void printTable() const;
     void printDot() const;
 
@@ -46,6 +120,7 @@ private:
     const LinksOptions& m_options;
     const std::string m_document;
     const DocumentLinks m_links;
+    std::vector<ShownTarget> m_targets;
 };
 
 Json textsOf(const std::vector<std::string>& texts) {
@@ -93,82 +168,169 @@ Json Listed::json() const {
                                 {"other_documents", std::move(others)},
                                 {"external_references", textsOf(m_links.externalReferences)},
                                 {"links", std::move(links)}});
-    if (m_options.ghosts) object.add("ghosts", textsOf(m_links.ghosts));
+    Json targets = Json::array();
+    for (const ShownTarget& target : m_targets) {
+        Json row = Json::object({{"name", target.name}, {"exists", !target.target.isMissing()}});
+        target.addTo(row);
+        targets.push_back(std::move(row));
+    }
+    object.add("targets", std::move(targets));
+    if (!m_options.ghosts) return object;
+    object.add("ghosts", textsOf(m_links.ghosts));
+    object.add("live_ghosts", textsOf(liveGhosts()));
     return object;
+}
+
+/** Those whose last name is that of a target as well. */
+std::vector<std::string> Listed::liveGhosts() const {
+    std::unordered_set<std::string> names;
+    for (const ShownTarget& target : m_targets) names.insert(folded(lastName(target.target.stored)));
+    std::vector<std::string> live;
+    for (const std::string& ghost : m_links.ghosts)
+        if (names.count(folded(lastName(ghost))) > 0) live.push_back(ghost);
+    return live;
+}
+
+void Listed::addRows(const ShownTarget& target, Table& table) const {
+    const bool isMissing = target.target.isMissing();
+    table.add({isMissing ? "missing" : "", target.kindsText(), std::to_string(target.target.uses), target.name,
+               target.ruleText(), isMissing || target.target.rule == LinkRule::AsStored ? "" : target.target.stored,
+               target.elementsText()},
+              isMissing ? Tone::alarm : Tone::plain);
+    for (const ShownCandidate& candidate : target.candidates.nearest)
+        table.add({"", "perhaps", "", candidate.name, candidate.agreement(), "", ""});
+    if (!target.candidates.rest().empty()) table.add({"", "", "", target.candidates.rest(), "", "", ""});
+}
+
+/** Links that mean an element and name no document. */
+void Listed::addReferences(Table& table) const {
+    for (const TypedLink& link : m_links.links)
+        if (link.document.name.empty()) table.add({"", link.type, "", "", "", "", link.reference});
 }
 
 void Listed::printTable() const {
     print(printable(m_document) + "  V" + std::to_string(m_links.version) + " R" + std::to_string(m_links.release) +
           " SP" + std::to_string(m_links.servicePack) +
           (m_links.condition.isTold() ? "  " + m_links.condition.text : "") + "\n");
-    Table table({{""}, {"LINK"}, {"DOCUMENT"}, {"ELEMENT"}});
-    std::set<std::pair<std::string, std::string>> shown;
-    const auto addDocuments = [&](const std::string& kind, const std::vector<NamedDocument>& documents) {
-        for (const NamedDocument& document : documents)
-            if (shown.insert({kind, document.name}).second)
-                table.add({document.exists ? "" : "missing", kind, m_search.asGiven(document.name), ""});
-    };
-    addDocuments("part file", m_links.partFiles);
-    addDocuments("context product", m_links.contextProducts);
-    addDocuments("context part", m_links.contextParts);
-    for (const OtherNamed& other : m_links.others) addDocuments(other.kind, {other.document});
-    for (const TypedLink& link : m_links.links)
-        table.add({link.isMissing() ? "missing" : "", link.type, m_search.asGiven(link.document.name), link.reference});
-    if (m_options.ghosts)
-        for (const std::string& ghost : m_links.ghosts) table.add({"unused", "ghost", ghost, ""});
+    Table table({{""},
+                 {"LINK"},
+                 {"USES", Table::Kind::number},
+                 {"DOCUMENT", Table::Kind::path},
+                 {"FOUND"},
+                 {"STORED AS"},
+                 {"ELEMENT"}});
+    for (const ShownTarget& target : m_targets) addRows(target, table);
+    addReferences(table);
+    if (m_options.ghosts) {
+        const std::vector<std::string> live = liveGhosts();
+        const std::unordered_set<std::string> names(live.begin(), live.end());
+        for (const std::string& ghost : m_links.ghosts)
+            table.add({"unused", "ghost", "0", ghost, names.count(ghost) > 0 ? "name in use" : "", "", ""});
+    }
     table.print();
     print("\n");
-}
-
-std::string dotQuoted(const std::string& text) {
-    std::string result = "\"";
-    for (const char letter : printable(text)) {
-        if (letter == '"' || letter == '\\') result += '\\';
-        result += letter;
-    }
-    return result + "\"";
 }
 
 /** Edges to every document once, those to missing ones dashed; as text for Graphviz. */
 void Listed::printDot() const {
     const std::string source = dotQuoted(m_document);
     std::string lines = "  " + source + ";\n";
-    std::set<std::string> shown;
-    const auto addEdge = [&](const NamedDocument& target) {
-        if (target.name.empty() || !shown.insert(target.name).second) return;
-        const std::string name = dotQuoted(m_search.asGiven(target.name));
-        const std::string style = target.exists ? "" : " [color=red, style=dashed]";
-        if (!target.exists) lines += "  " + name + style + ";\n";
+    for (const ShownTarget& target : m_targets) {
+        const std::string name = dotQuoted(target.name);
+        const std::string style = target.target.isMissing() ? " [color=red, style=dashed]" : "";
+        if (target.target.isMissing()) lines += "  " + name + style + ";\n";
         lines += "  " + source + " -> " + name + style + ";\n";
-    };
-    for (const auto* const list : {&m_links.partFiles, &m_links.contextProducts, &m_links.contextParts})
-        for (const NamedDocument& target : *list) addEdge(target);
-    for (const OtherNamed& other : m_links.others) addEdge(other.document);
-    for (const TypedLink& link : m_links.links) addEdge(link.document);
+    }
     print(lines);
 }
 
-int runLinks(const LinksOptions& options) {
-    if (!options.common.loadSession()) return ExitUnusable;
+/** What one missing target is to those that want it. */
+void printMissing(const Archive& archive, const MissingTarget& missing, bool json) {
+    const std::string name(archive.text(missing.stored));
+    const ShownCandidates candidates = shown(archive, archive.candidatesOf(missing));
+    if (!json) {
+        print(printable(name) + "\n");
+        for (const Index link : archive.linksTo(missing))
+            print("  wanted by  " + printable(archive.nameOf(archive.links()[link].from)) + "\n");
+        for (const ShownCandidate& candidate : candidates.nearest) {
+            const std::string agreement = candidate.agreement().empty() ? "" : "  (" + candidate.agreement() + ")";
+            print("  perhaps    " + printable(candidate.name) + agreement + "\n");
+        }
+        if (!candidates.rest().empty()) print("             " + candidates.rest() + "\n");
+        return;
+    }
+    Json wantedBy = Json::array();
+    for (const Index number : archive.linksTo(missing)) {
+        const ArchiveLink& link = archive.links()[number];
+        Json kinds = Json::array();
+        for (const std::string& kind : kindsOf(archive, link)) kinds.push_back(kind);
+        wantedBy.push_back(
+            Json::object({{"document", archive.nameOf(link.from)}, {"uses", link.uses}, {"kinds", std::move(kinds)}}));
+    }
+    Json object = Json::object({{"missing", name}, {"wanted_by", std::move(wantedBy)}});
+    candidates.addTo(object);
+    printJson(object);
+}
+
+/** The list turned round: each missing document with those that want it, the most wanted first. */
+int runMissing(const LinksOptions& options) {
+    JournalFile journal(options.common.journal);
+    Archive archive;
+    ArchiveReader::What what;
+    what.linkType = options.type;
+    ArchiveReader reader(archive, journal, what);
+    bool usable = reader.walk(options.common.names, options.common.excluded);
+    reader.readAll();
+    reader.finish();
+
+    Summary summary;
+    for (Index i = 0; i < archive.documents().size(); ++i) {
+        const ArchiveDocument& document = archive.document(i);
+        if (document.isUnreadable) complain(archive.nameOf(i) + " cannot be read");
+        summary.documents += document.hasLinks || document.isUnreadable ? 1 : 0;
+        summary.unreadable += document.isUnreadable ? 1 : 0;
+        summary.damaged += document.isDamaged ? 1 : 0;
+    }
+    for (const ArchiveLink& link : archive.links()) ++(link.target == kNoIndex ? summary.missing : summary.found);
+    std::vector<const MissingTarget*> missing;
+    for (const MissingTarget& target : archive.missing()) missing.push_back(&target);
+    std::stable_sort(missing.begin(), missing.end(), [&](const MissingTarget* a, const MissingTarget* b) {
+        return archive.linksTo(*a).size() > archive.linksTo(*b).size();
+    });
+    for (const MissingTarget* const target : missing) printMissing(archive, *target, options.common.json);
+    if (!options.common.json) summary.say();
+    if (!journal.finish() || !usable || summary.unreadable > 0) return ExitUnusable;
+    return summary.missing + summary.damaged > 0 ? ExitFindings : ExitFine;
+}
+
+int runLinks(LinksOptions& options) {
+    if (!options.common.completeNames() || !options.common.loadSession()) return ExitUnusable;
+    if (options.missing) return runMissing(options);
     DocumentSearch search;
-    bool usable = search.search(options.common.names);
+    bool usable = options.common.search(search);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);
     LinkMemory memory;
+    WalkedFiles files(search);
+    Summary summary;
     bool findings = false;
     if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
     {
         Progress progress(documents.size(), "documents");
         for (const std::string& document : documents) {
-            const Listed listed(search, document, options, memory);
+            const Listed listed(search, files, document, options, memory);
             listed.show();
+            listed.addTo(summary);
             usable = usable && listed.links().read;
             findings = findings || listed.links().anyMissing() || listed.links().condition.isFinding;
             journal.take();
             progress.step();
         }
     }
-    if (options.dot) print("}\n");
+    if (options.dot)
+        print("}\n");
+    else if (!options.common.json)
+        summary.say();
     if (!journal.finish() || !usable) return ExitUnusable;
     return findings ? ExitFindings : ExitFine;
 }
@@ -179,14 +341,18 @@ void addLinksCommand(Command& program) {
     const auto options = std::make_shared<LinksOptions>();
     Command& command = program.command("links", "What each document points to, where it is found, what is missing",
                                        [options] { return runLinks(*options); });
-    command.value("file", "FILE", "Documents, and folders searched with all below them", &options->common.names)
-        .required();
+    options->common.addNamesTo(command, "file", "Documents, and folders searched with all below them");
     command
         .value("--type", "TYPE",
                "Typed links to list: MML, MMLASSY, MMLDrawing (by default all, of a drawing MMLDrawing)",
                &options->type)
         .oneOf({"MML", "MMLASSY", "MMLDrawing"});
     command.flag("--dot", "A graph for Graphviz instead of tables", options->dot).excludes("--json");
+    command
+        .flag("--missing",
+              "What is missing, who wants it, and which files have its name, instead of each document's links",
+              options->missing)
+        .excludes("--dot");
     command.flag("--ghosts", "Also documents that the file names but nothing uses any more", options->ghosts);
     options->common.addTo(command);
 }

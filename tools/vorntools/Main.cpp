@@ -3,6 +3,8 @@
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/System.h"
 
+#include "Build.h"
+
 #include <cstdio>
 #include <exception>
 
@@ -11,16 +13,23 @@ namespace {
 /** What is asked of the program itself. */
 struct ProgramOptions {
     bool version = false;
+    std::string color = "auto";
     std::string generated; ///< kind of text
 };
 
+/** One line for reports of faults: which build, made by what, on which platform. */
+std::string versionText() {
+    return std::string("vorntools ") + VORNTOOLS_VERSION + " (" + VORNTOOLS_BUILD + "; " + VORNTOOLS_COMPILER + "; " +
+           VORNTOOLS_SYSTEM + ", in-memory platform)\n";
+}
+
 int runWithoutCommand(const Command& program, const ProgramOptions& options) {
     if (options.version) {
-        print(VORNTOOLS_VERSION "\n");
+        print(versionText());
     } else if (!options.generated.empty()) {
         print(generateText(program, options.generated));
     } else {
-        complain("a command is required; --help names them");
+        complain("a command is required; see vorntools help");
         return ExitUnusable;
     }
     return ExitFine;
@@ -30,13 +39,20 @@ int run(const std::vector<std::string>& arguments) {
     ProgramOptions options;
     Command program("vorntools", "What the PDM knows of CATIA V5 documents",
                     [&] { return runWithoutCommand(program, options); });
-    program.flag("--version", "Print the program's version and exit", options.version);
+    program.flag("-V,--version", "Print the program's version, its build and its platform, and exit", options.version);
+    program.value("--color", "WHEN", "Colour what needs attention: auto (on a terminal), always, never", &options.color)
+        .oneOf({"auto", "always", "never"});
     program.value("--generate", "KIND", "Text about the program itself", &options.generated)
-        .oneOf({"man", "bash", "zsh"})
+        .oneOf({"man", "bash", "zsh", "fish"})
         .hidden();
     addStatusCommand(program);
     addDatCommand(program);
     addLinksCommand(program);
+    addUsesCommand(program);
+    addUsedByCommand(program);
+    addDuplicatesCommand(program);
+    addOrphansCommand(program);
+    addPackCommand(program);
     addReportCommand(program);
     addContentsCommand(program);
     addPreviewCommand(program);
@@ -44,7 +60,7 @@ int run(const std::vector<std::string>& arguments) {
     addRunCommand(program);
     addImportOptionsCommand(program);
     try {
-        return runCommandLine(program, arguments);
+        return runCommandLine(program, arguments, [&] { setColor(options.color); });
     } catch (const std::exception& error) {
         complain(error.what());
         return ExitUnusable;

@@ -7,7 +7,7 @@
 
 /**
  * Text made from the program's own table of commands and options.
- * @param kind "man" for a manual page, "bash" and "zsh" for completions
+ * @param kind "man" for a manual page, "bash", "zsh" and "fish" for completions
  */
 std::string generateText(const Command& program, const std::string& kind);
 

@@ -102,16 +102,17 @@ Json jsonOf(const Preview& preview) {
                          {"problem", textOrNull(preview.problem)}});
 }
 
-int runPreview(const PreviewOptions& options) {
+int runPreview(PreviewOptions& options) {
+    if (!options.common.completeNames()) return ExitUnusable;
     DocumentSearch search;
-    bool usable = search.search(options.common.names);
+    bool usable = options.common.search(search);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     if (documents.size() > 1 && !options.output.empty() && !isFolder(options.output)) {
         complain(options.output + " is no folder, and there are several documents");
         return ExitUnusable;
     }
     JournalFile journal(options.common.journal);
-    Table table({{"DOCUMENT"}, {"PREVIEW"}, {"BYTES", true}});
+    Table table({{"DOCUMENT", Table::Kind::path}, {"PREVIEW", Table::Kind::path}, {"BYTES", Table::Kind::number}});
     const PreviewRun run(options);
     bool findings = false;
     for (const std::string& document : documents) {
@@ -136,8 +137,7 @@ void addPreviewCommand(Command& program) {
     const auto options = std::make_shared<PreviewOptions>();
     Command& command = program.command("preview", "Saves the picture that is stored with a document, a JPEG",
                                        [options] { return runPreview(*options); });
-    command.value("file", "FILE", "Documents, and folders searched with all below them", &options->common.names)
-        .required();
+    options->common.addNamesTo(command, "file", "Documents, and folders searched with all below them");
     command.value("-o,--output", "FILE",
                   "File, or folder, that receives it (by default the document's name and .jpg, here)",
                   &options->output);

@@ -4,25 +4,61 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/archive/RecordedLinks.h"
+#include "tools/vorntools/archive/Targets.h"
 
+#include <algorithm>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace {
 
 struct StatusOptions {
     CommonOptions common;
     bool links = false;
+    bool onlyNew = false, onlyModified = false, onlyUnresolved = false, onlyDamaged = false;
+    std::string sort;
+
+    bool keepsAll() const { return !onlyNew && !onlyModified && !onlyUnresolved && !onlyDamaged; }
 };
 
-/** What the document itself says. */
+/** What the document itself says, and where its DAT file says otherwise. */
 struct OwnLinks {
     Json count; ///< null when nobody counted or the document cannot be read
     DocumentCondition condition;
+    bool isCompared = false; ///< there are both
+    std::vector<LinkDifference> differences;
 };
 
-OwnLinks countLinksOf(const FoundDocument& found, LinkMemory& memory) {
+OwnLinks readLinksOf(const FoundDocument& found, const DocumentStatus& row, LinkMemory& memory) {
     const DocumentLinks links = readDocumentLinks(found.fullName, "", memory);
-    return {links.read ? Json(links.countDocuments()) : Json(), links.condition};
+    OwnLinks own{
+        links.read ? Json(links.countDocuments()) : Json(), links.condition, links.read && !row.dat.empty(), {}};
+    if (own.isCompared)
+        own.differences = differencesBetween(readRecordedLinks(found.fullName), targetsOf(links, found.fullName));
+    return own;
+}
+
+Json jsonOf(const OwnLinks& ownLinks) {
+    if (!ownLinks.isCompared) return {};
+    Json array = Json::array();
+    for (const LinkDifference& difference : ownLinks.differences)
+        array.push_back(Json::object({{"name", difference.name}, {"difference", differenceName(difference.kind)}}));
+    return array;
+}
+
+/** "only recorded: Nut.CATPart, Pin.CATPart; only in the document: Bolt.CATPart" */
+std::string textOfDifferences(const OwnLinks& ownLinks) {
+    std::string text;
+    for (const auto kind :
+         {LinkDifference::OnlyRecorded, LinkDifference::OnlyInDocument, LinkDifference::FoundMeanwhile}) {
+        std::string names;
+        for (const LinkDifference& difference : ownLinks.differences)
+            if (difference.kind == kind) names += (names.empty() ? "" : ", ") + difference.name;
+        if (!names.empty()) text += (text.empty() ? "" : "; ") + std::string(differenceName(kind)) + ": " + names;
+    }
+    return text;
 }
 
 Json jsonOf(const DocumentStatus& row, bool withLinks, const OwnLinks& ownLinks) {
@@ -41,55 +77,132 @@ Json jsonOf(const DocumentStatus& row, bool withLinks, const OwnLinks& ownLinks)
     if (withLinks) {
         json.add("document_links", ownLinks.count);
         json.add("condition", ownLinks.condition.json());
+        json.add("link_differences", jsonOf(ownLinks));
     }
     return json;
 }
 
-std::vector<std::string> cellsOf(const DocumentStatus& row, const OwnLinks& ownLinks) {
-    const std::string inDocument = ownLinks.count.isNull() ? "" : " / " + ownLinks.count.dump();
-    return {row.status,
-            ownLinks.condition.isTold() ? row.reason + ", " + ownLinks.condition.text : row.reason,
-            row.layout.empty() ? "-" : row.layout,
-            row.itemRevision,
-            row.loadType,
-            std::to_string(row.linked) + inDocument,
-            std::to_string(row.unresolved),
-            row.designTable ? "yes" : "no",
-            row.document};
+/** What is told of one document. */
+struct Row {
+    DocumentStatus status;
+    OwnLinks links;
+
+    bool isFinding() const { return status.isFinding() || links.condition.isFinding || !links.differences.empty(); }
+    bool isKeptBy(const StatusOptions& options) const {
+        return options.keepsAll() || (options.onlyNew && status.status == "new") ||
+               (options.onlyModified && status.status == "modified") ||
+               (options.onlyUnresolved && status.unresolved > 0) || (options.onlyDamaged && links.condition.isFinding);
+    }
+};
+
+/** Whatever is asked for: texts from A to Z, numbers from the largest. */
+void sortRows(std::vector<Row>& rows, const std::string& key) {
+    const auto byText = [&](std::string DocumentStatus::*text) {
+        std::stable_sort(rows.begin(), rows.end(),
+                         [&](const Row& a, const Row& b) { return a.status.*text < b.status.*text; });
+    };
+    if (key == "document") byText(&DocumentStatus::document);
+    if (key == "status") byText(&DocumentStatus::status);
+    if (key == "reason") byText(&DocumentStatus::reason);
+    if (key == "item-revision") byText(&DocumentStatus::itemRevision);
+    if (key == "unresolved")
+        std::stable_sort(rows.begin(), rows.end(),
+                         [](const Row& a, const Row& b) { return a.status.unresolved > b.status.unresolved; });
 }
 
-int runStatus(const StatusOptions& statusOptions) {
-    const CommonOptions& options = statusOptions.common;
-    if (!options.loadSession()) return ExitUnusable;
-    DocumentSearch documents;
-    const bool complete = documents.search(options.names);
+Table tableFor(bool withLinks) {
+    return Table({{"STATUS"},
+                  {"DOCUMENT", Table::Kind::path},
+                  {"REASON"},
+                  {"DAT"},
+                  {"ITEM REVISION"},
+                  {"LOAD TYPE"},
+                  {withLinks ? "LINKS DAT / DOCUMENT" : "LINKS", Table::Kind::number},
+                  {"UNRESOLVED", Table::Kind::number},
+                  {"TABLE"},
+                  {"DIFFERENCES"}});
+}
 
-    JournalFile journal(options.journal);
+void addTo(Table& table, const Row& row) {
+    const DocumentStatus& status = row.status;
+    const DocumentCondition& condition = row.links.condition;
+    const Tone tone = condition.isFinding || status.unresolved > 0 ? Tone::alarm
+                      : row.isFinding()                            ? Tone::attention
+                                                                   : Tone::plain;
+    table.add({status.status, status.document,
+               condition.isTold() ? status.reason + ", " + condition.text : status.reason,
+               status.layout.empty() ? "-" : status.layout, status.itemRevision, status.loadType,
+               std::to_string(status.linked) + (row.links.count.isNull() ? "" : " / " + row.links.count.dump()),
+               std::to_string(status.unresolved), status.designTable ? "yes" : "", textOfDifferences(row.links)},
+              tone);
+}
+
+/** How many documents are in which state. */
+class Counts {
+public:
+    void add(const Row& row) {
+        ++m_documents;
+        m_fresh += row.status.status == "new" ? 1 : 0;
+        m_modified += row.status.status == "modified" ? 1 : 0;
+        m_unresolved += row.status.unresolved > 0 ? 1 : 0;
+        m_damaged += row.links.condition.isFinding ? 1 : 0;
+    }
+    std::string text() const {
+        const auto told = [](std::size_t count, const char* what) {
+            return count > 0 ? ", " + std::to_string(count) + " " + what : std::string();
+        };
+        return std::to_string(m_documents) + (m_documents == 1 ? " document: " : " documents: ") +
+               std::to_string(m_fresh) + " new, " + std::to_string(m_modified) + " modified, " +
+               std::to_string(m_documents - m_fresh - m_modified) + " not modified" +
+               told(m_unresolved, "with unresolved links") + told(m_damaged, "damaged");
+    }
+
+private:
+    std::size_t m_documents = 0, m_fresh = 0, m_modified = 0, m_unresolved = 0, m_damaged = 0;
+};
+
+void show(const std::vector<Row>& rows, bool withLinks) {
+    Table table = tableFor(withLinks);
+    for (const Row& row : rows) addTo(table, row);
+    table.print();
+}
+
+int runStatus(StatusOptions& options) {
+    CommonOptions& common = options.common;
+    if (!common.completeNames() || !common.loadSession()) return ExitUnusable;
+    DocumentSearch documents;
+    const bool complete = common.search(documents);
+
+    JournalFile journal(common.journal);
     journal.take();
-    Table table({{"STATUS"},
-                 {"REASON"},
-                 {"DAT"},
-                 {"ITEM REVISION"},
-                 {"LOAD TYPE"},
-                 {statusOptions.links ? "LINKS DAT / DOCUMENT" : "LINKS", true},
-                 {"UNRESOLVED", true},
-                 {"TABLE"},
-                 {"DOCUMENT"}});
+    std::vector<Row> rows; // those that are shown at the end
+    Counts counts;
     bool findings = false;
     {
         Progress progress(documents.found().size(), "documents");
         Examiner examiner;
         LinkMemory memory;
         for (const FoundDocument& found : documents.found()) {
-            const DocumentStatus row = examiner.examine(found);
-            const OwnLinks ownLinks = statusOptions.links ? countLinksOf(found, memory) : OwnLinks();
-            findings = findings || row.isFinding() || ownLinks.condition.isFinding;
-            options.json ? printJson(jsonOf(row, statusOptions.links, ownLinks)) : table.add(cellsOf(row, ownLinks));
+            const DocumentStatus status = examiner.examine(found);
+            Row row = {status, options.links ? readLinksOf(found, status, memory) : OwnLinks()};
+            findings = findings || row.isFinding();
+            counts.add(row);
+            if (row.isKeptBy(options)) {
+                if (common.json && options.sort.empty())
+                    printJson(jsonOf(row.status, options.links, row.links));
+                else
+                    rows.push_back(std::move(row));
+            }
             journal.take();
             progress.step();
         }
     }
-    table.print();
+    sortRows(rows, options.sort);
+    if (common.json)
+        for (const Row& row : rows) printJson(jsonOf(row.status, options.links, row.links));
+    else
+        show(rows, options.links);
+    if (!common.json) summarize(counts.text());
     if (!journal.finish() || !complete) return ExitUnusable;
     return findings ? ExitFindings : ExitFine;
 }
@@ -100,9 +213,20 @@ void addStatusCommand(Command& program) {
     const auto options = std::make_shared<StatusOptions>();
     Command& command = program.command("status", "New, modified or not modified: every document of a folder, and why",
                                        [options] { return runStatus(*options); });
-    command.value("folder", "FOLDER", "Folders, searched with all below them, and documents", &options->common.names)
-        .required();
-    command.flag("--links", "Also count the links in the documents themselves, and tell which of them are damaged",
-                 options->links);
+    options->common.addNamesTo(command, "folder", "Folders, searched with all below them, and documents");
+    command.flag(
+        "--links",
+        "Also read the links in the documents themselves: how many, where the DAT files differ, what is damaged",
+        options->links);
+    command.flag("--new", "Show new documents; of several such options each adds its own", options->onlyNew);
+    command.flag("--modified", "Show modified documents", options->onlyModified);
+    command.flag("--unresolved", "Show documents with a link that the PDM could not resolve", options->onlyUnresolved);
+    command.flag("--damaged", "Show damaged documents", options->onlyDamaged).needs("--links");
+    command
+        .value("--sort", "KEY", "Order of the rows: document, status, reason, item-revision, unresolved (most first)",
+               &options->sort)
+        .oneOf({"document", "status", "reason", "item-revision", "unresolved"});
     options->common.addTo(command);
+    command.example("status vault", "every document below the folder vault");
+    command.example("status --modified --sort document --json vault", "the modified ones, one JSON object a line");
 }

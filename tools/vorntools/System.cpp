@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <sys/stat.h>
+#include <sys/types.h>
+
 #if defined(_WIN32)
 #define WIN32_LEAN_AND_MEAN
 #if !defined(NOMINMAX)
@@ -10,10 +13,17 @@
 #endif
 #include <windows.h>
 
+#include <filesystem>
+
+#include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>
 #else
+#include <dlfcn.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
+
+#include <cstring>
 #endif
 
 namespace host {
@@ -43,9 +53,31 @@ std::vector<std::string> arguments(int count, char** values) {
     return result;
 }
 
+FileState stateOf(const std::string& file) {
+    struct _stat64 state {};
+    const std::filesystem::path path = std::filesystem::u8path(file);
+    if (_wstat64(path.c_str(), &state) != 0) return {};
+    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
+}
+
+WriteZip* zipWriter() { return nullptr; }
+
 bool outputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
 
 bool errorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
+
+int terminalWidth() {
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    const bool known = GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) != 0;
+    return known ? info.srWindow.Right - info.srWindow.Left + 1 : 0;
+}
+
+bool enableColors() {
+    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0;
+    if (!GetConsoleMode(output, &mode)) return true; // no console: whoever asked for colours wants the codes
+    return SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
 
 #else
 
@@ -53,11 +85,43 @@ std::vector<std::string> arguments(int count, char** values) {
     return std::vector<std::string>(values + std::min(count, 1), values + count);
 }
 
+FileState stateOf(const std::string& file) {
+    struct stat state {};
+    if (::stat(file.c_str(), &state) != 0) return {};
+    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
+}
+
+WriteZip* zipWriter() {
+    void* const library = ::dlopen("libVornToolsZip.so", RTLD_NOW | RTLD_LOCAL);
+    void* const found = library ? ::dlsym(library, "vornToolsWriteZip") : nullptr;
+    WriteZip* writer = nullptr;
+    static_assert(sizeof writer == sizeof found, "both are the address of a function");
+    std::memcpy(&writer, &found, sizeof writer);
+    return writer;
+}
+
 bool outputIsTerminal() { return ::isatty(STDOUT_FILENO) != 0; }
 
 bool errorIsTerminal() { return ::isatty(STDERR_FILENO) != 0; }
 
+int terminalWidth() {
+    winsize size = {};
+    return outputIsTerminal() && ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+bool enableColors() { return true; }
+
 #endif
+
+std::string readInput() {
+#if defined(_WIN32)
+    _setmode(_fileno(stdin), _O_BINARY);
+#endif
+    std::string text;
+    char piece[1U << 16U];
+    for (std::size_t size; (size = std::fread(piece, 1, sizeof piece, stdin)) > 0;) text.append(piece, size);
+    return text;
+}
 
 void prepareOutput() {
     constexpr std::size_t kBuffer = std::size_t(1) << 16U;

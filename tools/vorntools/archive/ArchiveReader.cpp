@@ -1,0 +1,70 @@
+#include "tools/vorntools/archive/ArchiveReader.h"
+
+#include "tools/vorntools/Output.h"
+#include "tools/vorntools/System.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+DocumentFacts ArchiveReader::factsOf(const FoundDocument& found) {
+    DocumentFacts facts;
+    facts.found = found;
+    const host::FileState state = host::stateOf(found.fullName);
+    facts.size = state.size;
+    facts.modified = state.modified;
+    return facts;
+}
+
+void ArchiveReader::read(DocumentFacts& facts, bool isGiven) {
+    const FoundDocument& found = facts.found;
+    if (m_what.status) facts.status = m_examiner.examine(found);
+    if (m_what.links && found.exists && (isGiven || isCatiaDocument(found.name)))
+        facts.links = readDocumentLinks(found.fullName, m_what.linkType, m_memory);
+    if (m_what.recorded && facts.links && found.hasDat) facts.recorded = readRecordedLinks(found.fullName);
+    m_journal.take();
+}
+
+void ArchiveReader::readAll() {
+    std::unordered_set<std::string> given;
+    for (const std::string& name : m_names) given.insert(fullNameOf(name));
+    Progress progress(m_search.found().size(), "documents");
+    for (const FoundDocument& found : m_search.found()) {
+        DocumentFacts facts = factsOf(found);
+        read(facts, given.count(found.fullName) > 0);
+        m_archive.add(facts);
+        progress.step();
+    }
+}
+
+void ArchiveReader::readNeeded(const std::vector<std::string>& fullNames) {
+    std::unordered_map<std::string, const FoundDocument*> walked;
+    for (const FoundDocument& found : m_search.found()) walked.emplace(found.fullName, &found);
+    std::unordered_set<std::string> known(fullNames.begin(), fullNames.end());
+    std::vector<std::string> wanted = fullNames;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const std::string fullName = fullNameOf(wanted[i]);
+        if (m_archive.has(fullName)) continue;
+        const auto found = walked.find(fullName);
+        DocumentFacts facts = factsOf(found != walked.end() ? *found->second
+                                                            : FoundDocument{m_search.asGiven(fullName), fullName, true,
+                                                                            host::stateOf(fullName + ".dat").isThere});
+        if (found == walked.end()) facts.role = ArchiveDocument::Named;
+        read(facts, i < fullNames.size());
+        m_archive.add(facts);
+        if (!facts.links) continue;
+        const auto want = [&](const NamedDocument& document) {
+            if (document.exists && known.insert(document.name).second) wanted.push_back(document.name);
+        };
+        for (const auto* const list :
+             {&facts.links->partFiles, &facts.links->contextProducts, &facts.links->contextParts})
+            for (const NamedDocument& document : *list) want(document);
+        for (const OtherNamed& other : facts.links->others) want(other.document);
+        for (const TypedLink& link : facts.links->links) want(link.document);
+    }
+}
+
+void ArchiveReader::finish() {
+    for (const FoundDocument& found : m_search.found())
+        if (!m_archive.has(found.fullName)) m_archive.add(factsOf(found));
+    m_archive.finish(m_search.others(), [this](const std::string& name) { return m_search.asGiven(name); });
+}

@@ -1,0 +1,62 @@
+#ifndef TOOLS_VORNTOOLS_ARCHIVE_ARCHIVE_READER_H
+#define TOOLS_VORNTOOLS_ARCHIVE_ARCHIVE_READER_H
+
+#include "tools/vorntools/Files.h"
+#include "tools/vorntools/JournalFile.h"
+#include "tools/vorntools/archive/Archive.h"
+
+#include <string>
+#include <vector>
+
+/**
+ * Fills an archive from folders: walk() them, read documents, finish().
+ *
+ *     Archive archive;
+ *     ArchiveReader reader(archive, journal);
+ *     bool usable = reader.walk(names);
+ *     reader.readAll();
+ *     reader.finish();
+ */
+class ArchiveReader {
+public:
+    struct What {
+        bool links = true;
+        bool status = false;   ///< ask for state and DAT fields
+        bool recorded = false; ///< read which documents the DAT files name
+        std::string linkType;  ///< as readDocumentLinks takes it
+    };
+    /** @param journal what the library tells of each document goes there */
+    ArchiveReader(Archive& archive, JournalFile& journal, What what)
+        : m_archive(archive), m_journal(journal), m_what(what) {}
+
+    /** Looks for documents and files. @param excluded as DocumentSearch::exclude takes it
+     * @return as DocumentSearch::search */
+    bool walk(const std::vector<std::string>& names, const std::vector<std::string>& excluded = {}) {
+        m_names = names;
+        m_search.exclude(excluded);
+        return m_search.search(names);
+    }
+    /** Reads every document that was walked, in their order. */
+    void readAll();
+    /** Reads documents, and whatever they need, to any depth; the other ones that were walked stay unread. */
+    void readNeeded(const std::vector<std::string>& fullNames);
+    /** Also adds the walked documents that were not read. */
+    void finish();
+
+    const DocumentSearch& search() const { return m_search; }
+
+private:
+    static DocumentFacts factsOf(const FoundDocument& found);
+    /** @param isGiven read whatever it is called */
+    void read(DocumentFacts& facts, bool isGiven);
+
+    Archive& m_archive;
+    JournalFile& m_journal;
+    const What m_what;
+    std::vector<std::string> m_names;
+    DocumentSearch m_search;
+    Examiner m_examiner;
+    LinkMemory m_memory;
+};
+
+#endif
