@@ -79,6 +79,9 @@ cat "$examples/exchange/CADFilesInSession.txt"
 heading "Links of the documents, found in their bytes"
 show links workspace
 
+heading "All of it on one page, which opens in any browser: build/examples/report.html"
+show report workspace -o report.html
+
 heading "What a document's file is made of, and its picture"
 show contents workspace/Shaft.CATPart
 show preview workspace/Shaft.CATPart -o workspace
