@@ -8,7 +8,7 @@ const os = require('node:os');
 const path = require('node:path');
 const { spawnSync } = require('node:child_process');
 const { pathToFileURL } = require('node:url');
-const { after, before, describe, test } = require('node:test');
+const { after, describe, test } = require('node:test');
 const puppeteer = require('puppeteer-core');
 const { emptyData, madeArchive, pageOf } = require('./made_archive.js');
 
@@ -17,7 +17,7 @@ const LONG = 120000;
 const work = fs.mkdtempSync(path.join(os.tmpdir(), 'page-'));
 const browsers = (process.env.BROWSERS || '').split(' ').filter(Boolean);
 
-after(() => fs.rmSync(work, { recursive: true, force: true }));
+process.on('exit', () => fs.rmSync(work, { recursive: true, force: true }));
 
 /** @returns {string} the address of a page that the program made */
 function report(name, ...given) {
@@ -65,16 +65,15 @@ function hostileArchive() {
     return data;
 }
 
-const pages = {};
-before(() => {
-    pages.example = report('example', path.join(__dirname, '../../examples/workspace'));
-    pages.large = made('large', madeArchive(20000));
-    pages.hostile = made('hostile', hostileArchive());
-    if (process.env.VORNTOOLS_DOCUMENTS) {
-        pages.real = report('real', process.env.VORNTOOLS_DOCUMENTS);
-        pages.beside = report('beside', '--previews', 'folder', process.env.VORNTOOLS_DOCUMENTS);
-    }
-});
+const pages = {
+    example: report('example', path.join(__dirname, '../../examples/workspace')),
+    large: made('large', madeArchive(20000)),
+    hostile: made('hostile', hostileArchive()),
+};
+if (process.env.VORNTOOLS_DOCUMENTS) {
+    pages.real = report('real', process.env.VORNTOOLS_DOCUMENTS);
+    pages.beside = report('beside', '--previews', 'folder', process.env.VORNTOOLS_DOCUMENTS);
+}
 
 for (const entry of browsers) {
     const [name, executablePath] = entry.split('=');

@@ -22,7 +22,7 @@ install() {
     cmp -s tests/page/package-lock.json $work/installed.json && return
     mkdir -p $work
     cp tests/page/package.json tests/page/package-lock.json $work
-    (cd $work && timeout 600 npm ci --ignore-scripts --no-audit --no-fund) || not_run "Node's packages cannot be had"
+    (cd $work && timeout 600 npm ci --ignore-scripts --no-audit --no-fund --fetch-retries 1) || not_run "Node's packages cannot be had"
     cp tests/page/package-lock.json $work/installed.json
 }
 

@@ -867,6 +867,7 @@
     search.value = view.q;
     drawList();
     performance.mark('ready');
-    // The first letter of a search shall not wait for it.
+    // The first letter of a search and the first document that is opened shall not wait for them.
     setTimeout(() => archive.searchTexts(), 50);
+    setTimeout(() => archive.find(''), 100);
 })();
