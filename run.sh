@@ -82,6 +82,9 @@ show links --missing workspace
 show uses workspace/GearPump.CATProduct
 show used-by workspace/Shaft.CATPart workspace
 
+heading "All of it on one page, which opens in any browser: build/examples/report.html"
+show report workspace -o report.html
+
 heading "What a document's file is made of, and its picture"
 show contents workspace/Shaft.CATPart
 show preview workspace/Shaft.CATPart -o workspace

@@ -5,6 +5,8 @@
 #   state exports                      what the built library keeps and exports against their lists
 #   install                            projects built against the installed tree, the packages
 #   workstation                        the library built against a made-up seat, and laid out as a framework for one
+#   page browser                       the report's page: its files and model, and all of it in real browsers; not run
+#                                      where Node, its packages or the browsers cannot be had
 #   tidy fuzz bench                    only when named: clang-tidy, FUZZ_SECONDS (60) of each fuzzer, the benchmarks
 #   mutants [N]                        only when named: N (40) changes of the library drawn by lot, each to be noticed
 # Installs missing Debian packages first. The last line is "N passed, M failed"; a check counts as one, a ctest run
@@ -14,10 +16,12 @@ cd "$(dirname "$0")"
 root=$PWD
 jobs=$(nproc)
 logs=$root/build/logs
+not_run=77 # exit status of a stage that lacks something which not every machine can have
 passed=0
 failed=0
 
-default_stages=(format words layers platform registered share linux state exports sanitize windows plain install workstation)
+default_stages=(format words layers platform registered share linux state exports page browser sanitize windows plain
+    install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
@@ -37,6 +41,11 @@ stage_state() {
 stage_exports() {
     [ -f build/linux/lib/libVornTools.so ] || build linux || return
     cmake/check_exported_symbols.sh build/linux/lib/libVornTools.so
+}
+stage_page() { tests/page/run.sh check; }
+stage_browser() {
+    [ -x build/linux/bin/vorntools ] || build linux || return
+    tests/page/run.sh browser build/linux/bin/vorntools
 }
 stage_sanitize() { build_and_test sanitize; }
 stage_plain() { build_and_test plain; }
@@ -115,10 +124,11 @@ stage_bench() {
     done
 }
 
-# Adds the outcome of a stage: the tests that its ctest run counted, or one check.
+# Adds the outcome of a stage: the tests that its ctest or Node run counted, or one check.
 count() {
     local log=$1 code=$2 line
-    line=$(sed -nE 's/^[0-9]+% tests passed, ([0-9]+) tests? failed out of ([0-9]+)$/\1 \2/p' "$log" | tail -n 1)
+    line=$(sed -nE 's/^[0-9]+% tests passed, ([0-9]+) tests? failed out of ([0-9]+)$/\1 \2/p
+        s/^# counted: ([0-9]+) failed of ([0-9]+)$/\1 \2/p' "$log" | tail -n 1)
     if [ -n "$line" ]; then
         local bad=${line% *} all=${line#* }
         passed=$((passed + all - bad))
@@ -134,11 +144,15 @@ count() {
 run_stage() {
     local stage=$1 log=$logs/$1.log code=0 begin=$SECONDS
     (stage_"$stage") >"$log" 2>&1 || code=$?
+    if [ $code -eq $not_run ]; then
+        echo "$stage not run: $(tail -n 1 "$log")"
+        return
+    fi
     if [ $code -ne 0 ]; then
         tail -n 200 "$log"
         echo "$stage FAILED after $((SECONDS - begin)) s (whole log: $log)"
     else
-        grep -hE 'tests passed, |^Test share|inputs replayed' "$log"
+        grep -hE 'tests passed, |^Test share|inputs replayed|^# counted|^not run' "$log"
         echo "$stage passed in $((SECONDS - begin)) s"
     fi
     count "$log" $code
@@ -154,7 +168,7 @@ main() {
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
-            sed -n '2,11s/^# \?//p' "$root/test.sh" >&2
+            sed -n '2,13s/^# \?//p' "$root/test.sh" >&2
             exit 2
         fi
     done

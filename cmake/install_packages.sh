@@ -2,14 +2,23 @@
 # Installs the Debian packages that are missing; silent when there are none.
 #   install_packages.sh build    what building and running needs
 #   install_packages.sh test     what ./test.sh needs besides
+#   install_packages.sh page     what the checks of the report's page need: Node, unless another one is there
+#   install_packages.sh browser  the browsers that its tests drive
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache nlohmann-json3-dev libcli11-dev libgtest-dev
     libzip-dev libpugixml-dev)
-if [ "${1:-build}" = test ]; then
-    packages+=(clang libclang-rt-14-dev llvm clang-format clang-tidy g++-mingw-w64-x86-64-posix googletest wine wine64
-        libbenchmark-dev pkg-config dpkg-dev file zsh fish)
-fi
+case ${1:-build} in
+    test)
+        packages+=(clang libclang-rt-14-dev llvm clang-format clang-tidy g++-mingw-w64-x86-64-posix googletest wine wine64
+            libbenchmark-dev pkg-config dpkg-dev file zsh fish)
+        ;;
+    page)
+        packages=()
+        command -v npm >/dev/null || packages=(nodejs npm)
+        ;;
+    browser) packages=(chromium firefox-esr) ;;
+esac
 
 # Without apt the machine's owner brings the tools along; configuring names what is missing.
 command -v apt-get >/dev/null || exit 0

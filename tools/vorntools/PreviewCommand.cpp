@@ -2,12 +2,12 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/OutputFile.h"
 
 #include "VornToolsDocumentFile.h"
 #include "VornToolsString.h"
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <system_error>
 
@@ -30,35 +30,16 @@ struct Preview {
     bool isFinding = false;   ///< the document has none
 };
 
-bool isThere(const fs::path& file) {
-    std::error_code error;
-    return fs::symlink_status(file, error).type() != fs::file_type::not_found;
-}
-
 bool isFolder(const std::string& name) {
     std::error_code error;
     return !name.empty() && fs::is_directory(fs::u8path(name), error);
 }
 
-/** A name beside a file that nothing has. */
-fs::path freeNameBeside(const fs::path& file) {
-    fs::path name = file;
-    do name += ".part";
-    while (isThere(name));
-    return name;
-}
-
-/** Writes beside the file and renames: what was there stays whole until all is written. */
+/** What was there stays whole until all is written. */
 bool replaceFile(const fs::path& file, const VornToolsString& bytes) {
-    const fs::path part = freeNameBeside(file);
-    std::ofstream stream(part, std::ios::binary);
-    stream.write(bytes.bytes(), static_cast<std::streamsize>(bytes.size()));
-    stream.close();
-    std::error_code error;
-    if (stream) fs::rename(part, file, error);
-    if (stream && !error) return true;
-    fs::remove(part, error);
-    return false;
+    OutputFile output(file);
+    output.stream().write(bytes.bytes(), static_cast<std::streamsize>(bytes.size()));
+    return output.commit();
 }
 
 /** Why a picture must not be written to a file; empty when it may. */

@@ -1,0 +1,152 @@
+#include "tools/vorntools/page/PagePictures.h"
+
+#include "tools/vorntools/OutputFile.h"
+#include "tools/vorntools/Text.h"
+
+#include <cstdint>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/** Documents whose pictures stand in one element: the page takes apart only those that come into sight. */
+constexpr std::size_t kBlock = 500;
+constexpr std::size_t kNameLength = 16;
+
+std::string base64(const std::string& bytes) {
+    constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    text.reserve((bytes.size() + 2) / 3 * 4);
+    const auto at = [&](std::size_t i) {
+        return i < bytes.size() ? std::uint32_t{static_cast<unsigned char>(bytes[i])} : 0U;
+    };
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const std::uint32_t group = at(i) << 16U | at(i + 1) << 8U | at(i + 2);
+        text += kDigits[group >> 18U];
+        text += kDigits[group >> 12U & 63U];
+        text += i + 1 < bytes.size() ? kDigits[group >> 6U & 63U] : '=';
+        text += i + 2 < bytes.size() ? kDigits[group & 63U] : '=';
+    }
+    return text;
+}
+
+/** A name that tells one content from another. */
+std::string nameOfContent(const std::string& bytes) {
+    std::uint64_t hash = 14695981039346656037U;
+    for (const char byte : bytes) hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211U;
+    std::string name;
+    for (std::size_t i = 0; i < kNameLength; ++i, hash >>= 4U) name += "0123456789abcdef"[hash & 15U];
+    return name;
+}
+
+bool isOurs(const fs::path& file) {
+    const std::string name = file.filename().u8string();
+    return name.size() == kNameLength + 4 && name.substr(kNameLength) == ".jpg" &&
+           name.find_first_not_of("0123456789abcdef") == kNameLength;
+}
+
+std::string escapedForScript(const std::string& text) {
+    std::string result;
+    for (const char letter : printable(text)) {
+        if (letter == '"' || letter == '\\') result += '\\';
+        if (letter == '<')
+            result += "\\u003c";
+        else
+            result += letter;
+    }
+    return result;
+}
+
+} // namespace
+
+PagePictures::~PagePictures() {
+    std::error_code error;
+    for (const fs::path& file : m_written) fs::remove(file, error);
+    if (m_madeFolder) fs::remove(m_folder, error);
+}
+
+bool PagePictures::add(std::size_t document, const std::string& picture) {
+    if (m_place == Place::Fitting && m_waitingBytes + picture.size() > kMostEmbedded && !moveToFolder()) return false;
+    if (m_place == Place::Folder) return store(document, picture);
+    if (m_place == Place::Page) {
+        embed(document, picture);
+    } else if (m_place == Place::Fitting) {
+        m_waiting.emplace_back(document, picture);
+        m_waitingBytes += picture.size();
+    }
+    return true;
+}
+
+bool PagePictures::moveToFolder() {
+    m_place = Place::Folder;
+    for (const auto& [document, picture] : m_waiting)
+        if (!store(document, picture)) return false;
+    m_waiting.clear();
+    return true;
+}
+
+/** A line a document; a block ends where the next one's documents begin. */
+void PagePictures::embed(std::size_t document, const std::string& picture) {
+    if (!m_inBlock || document / kBlock != m_next / kBlock) {
+        if (m_inBlock) m_page << "</script>\n";
+        m_inBlock = true;
+        m_next = document / kBlock * kBlock;
+        m_page << "<script type=\"text/plain\" id=\"pictures-" << document / kBlock << "\">\n";
+    }
+    for (; m_next < document; ++m_next) m_page << '\n';
+    m_page << base64(picture) << '\n';
+    m_next = document + 1;
+    if (m_next % kBlock != 0) return;
+    m_page << "</script>\n";
+    m_inBlock = false;
+}
+
+bool PagePictures::store(std::size_t document, const std::string& picture) {
+    const std::string name = nameOfContent(picture);
+    m_names.resize(document + 1);
+    m_names.back() = name;
+    if (!m_stored.insert(name).second) return true;
+    std::error_code error;
+    m_madeFolder = fs::create_directory(m_folder, error) || m_madeFolder;
+    const fs::path target = m_folder / (name + ".jpg");
+    if (isThere(target)) return true;
+    OutputFile file(target);
+    file.stream().write(picture.data(), static_cast<std::streamsize>(picture.size()));
+    if (!file.commit()) return false;
+    m_written.push_back(target);
+    return true;
+}
+
+bool PagePictures::finish() {
+    for (const auto& [document, picture] : m_waiting) embed(document, picture);
+    if (m_inBlock) m_page << "</script>\n";
+    m_page << "<script type=\"application/json\" id=\"pictures\">";
+    if (m_place == Place::Folder) {
+        m_page << "{\"kind\":\"folder\",\"folder\":\"" << escapedForScript(m_folder.filename().u8string())
+               << "\",\"name\":[";
+        const char* between = "";
+        for (const std::string& name : m_names) {
+            m_page << between << '"' << name << '"';
+            between = ",";
+        }
+        m_page << "]}";
+    } else if (m_next == 0) {
+        m_page << "{\"kind\":\"none\"}";
+    } else {
+        m_page << "{\"kind\":\"embed\",\"block\":" << kBlock << "}";
+    }
+    m_page << "</script>\n";
+    return true;
+}
+
+void PagePictures::keep() {
+    m_written.clear();
+    m_madeFolder = false;
+    std::error_code error;
+    if (m_place != Place::Folder) return;
+    std::vector<fs::path> old;
+    for (fs::directory_iterator file(m_folder, error), end; !error && file != end; file.increment(error))
+        if (isOurs(file->path()) && m_stored.count(file->path().stem().u8string()) == 0) old.push_back(file->path());
+    for (const fs::path& file : old) fs::remove(file, error);
+}
