@@ -72,7 +72,7 @@ METHODS = {
     ),
     "Locate": (
         "int Locate(%s iElement, int iFrom = 1) const",
-        "for (int i = iFrom < 1 ? 1 : iFrom; i <= Size(); ++i) if ((*this)[i] == iElement) return i; return 0;",
+        "for (int i = iFrom < 1 ? 1 : iFrom; i <= count(this); ++i) if ((*this)[i] == iElement) return i; return 0;",
     ),
     "RemovePosition": (
         "void RemovePosition(int iPosition)",
@@ -80,7 +80,7 @@ METHODS = {
     ),
     "RemoveValue": (
         "int RemoveValue(%s iElement)",
-        "for (int i = 1; i <= Size(); ++i) if ((*this)[i] == iElement)"
+        "for (int i = 1; i <= count(this); ++i) if ((*this)[i] == iElement)"
         " { elements(this).erase(elements(this).begin() + (i - 1)); return i; } return 0;",
     ),
     "RemoveAll": ("void RemoveAll(CATCollec::MemoryHandling iMemory = CATCollec::ReleaseAllocation)",
@@ -92,7 +92,8 @@ METHODS = {
         " if (all[k] == all[i]) all.erase(all.begin() + static_cast<std::ptrdiff_t>(k));"
         " return static_cast<int>(size - all.size());",
     ),
-    "Size": ("int Size() const", "return static_cast<int>(elements(this).size());"),
+    "Size": ("int Size() const", "return count(this);"),
+    "RawSize": ("int Size()", "return count(this);"),
     "ReSize": ("void Size(int iSize)", "elements(this).resize(static_cast<std::size_t>(iSize < 0 ? 0 : iSize));"),
     "Get": ("%s operator[](int iPosition) const",
             "return elements(this)[static_cast<std::size_t>(at(this, iPosition))];"),
@@ -114,8 +115,8 @@ LISTS = {
     "CATListValCATBaseUnknown_var": ("CATLISTV_CATBaseUnknown", "CATBaseUnknown_var", "all"),
     "CATListValCATISpecObject_var": ("CATLISTV_CATISpecObject", "CATISpecObject_var", "all"),
     "CATListValCATUnicodeString": ("CATListOfCATUnicodeString", "CATUnicodeString", "all"),
-    "CATRawCollint": ("CATListOfInt", "int", "all"),
-    "CATRawColldouble": ("CATListOfDouble", "double", "all"),
+    "CATRawCollint": ("CATListOfInt", "int", "raw"),
+    "CATRawColldouble": ("CATListOfDouble", "double", "raw"),
 }
 ALIASES = {"CATListValCATUnicodeString": "CATListOfCATUnicodeString", "CATRawCollint": "CATListOfInt",
            "CATRawColldouble": "CATListOfDouble"}
@@ -181,6 +182,8 @@ EDITS = {
         (r"\n    int operator[!=]=\(const CATBaseUnknown_var& [^\n]*", ""),
         (r"\[\[noreturn\]\] ", ""),
     ],
+    "CATCke": [(r"(operator int\(\) const \{[^}]*\})",
+                r"\1\n        int operator==(const Boolean& iOther) const;\n        int operator!=(const Boolean& iOther) const;")],
     "CATCollec": [
         (r"template <class T>\nclass CATListOf.*#define CATLISTP\(T\)", "#define CATLISTV(T) CATListVal##T\n#define CATLISTP(T)"),
     ],
@@ -281,7 +284,10 @@ def list_signature(name, element, method):
 
 def methods_of(name):
     published = LISTS[name][2]
-    return list(METHODS) if published == "all" else SIZED + published
+    if published in ("all", "raw"):
+        # The pages of numbers' lists show a Size that is not const.
+        return [method for method in METHODS if method != ("Size" if published == "raw" else "RawSize")]
+    return SIZED + published
 
 
 class Seat:
@@ -345,7 +351,8 @@ class Seat:
 namespace {{
 {vector}& elements({name}* iList) {{ return *reinterpret_cast<{vector}*>(iList); }}
 const {vector}& elements(const {name}* iList) {{ return *reinterpret_cast<const {vector}*>(iList); }}
-[[maybe_unused]] bool inside(const {name}* iList, int iPosition) {{ return iPosition >= 1 && iPosition <= iList->Size(); }}
+int count(const {name}* iList) {{ return static_cast<int>(elements(iList).size()); }}
+bool inside(const {name}* iList, int iPosition) {{ return iPosition >= 1 && iPosition <= count(iList); }}
 int at(const {name}* iList, int iPosition) {{ if (!inside(iList, iPosition)) __builtin_trap(); return iPosition - 1; }}
 }}
 static_assert(sizeof({name}) == sizeof({vector}), "a list is its elements");
