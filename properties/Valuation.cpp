@@ -83,7 +83,8 @@ HRESULT Valuation::setInteger(int i_number) const {
 HRESULT Valuation::setTruth(bool i_truth) const {
     if (m_kind != ParameterKind::Truth) return refused(kValuate);
     m_parameter->Valuate(i_truth ? CATCke::True : CATCke::False);
-    return readBack(kValuate, [&](const CATICkeInst& i_kept) { return (i_kept.AsBoolean() != 0) == i_truth; });
+    return readBack(kValuate,
+                    [&](const CATICkeInst& i_kept) { return (static_cast<int>(i_kept.AsBoolean()) != 0) == i_truth; });
 }
 
 HRESULT Valuation::setReal(double i_number) const {
