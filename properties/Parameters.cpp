@@ -170,7 +170,7 @@ HRESULT VornToolsCADDOCProperties::updateParameter(CATICkeParm* ipi_parameter, C
         if (!holdsSeveralValues(value)) {
             CATUnicodeString present;
             if (sp_key && FAILED(getParamMultipleValues(sp_access.get(), sp_key.get(), i_name, ipi_parameter->Type(),
-                                                        ipi_parameter->Show(), present)))
+                                                        valuation.present(), present)))
                 frame.write("Multiple value but empty list\n");
             if (present.IsNull()) return valuation.setSingle(value, i_type);
             value = value.IsNull() ? present : value + kValueSeparator + present;

@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    bool answers(const IID&) const override { return owner().type() == kAnalysisDocument; }
+    bool answers(const IID&) const override { return owner().isOf(kAnalysisDocument); }
 };
 
 class AnalysisManager final : public Extends<FeatureNode, CATISamAnalysisManager> {
@@ -71,7 +71,7 @@ public:
     }
 
 private:
-    bool answers(const IID&) const override { return owner().document().type() == kAnalysisDocument; }
+    bool answers(const IID&) const override { return owner().document().isOf(kAnalysisDocument); }
 };
 
 class ProcessContainer final : public Extends<ContainerObject, CATISPPProcessContainer> {
@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    bool answers(const IID&) const override { return owner().document().type() == kProcessDocument; }
+    bool answers(const IID&) const override { return owner().document().isOf(kProcessDocument); }
 };
 
 const ExtensionOf<DocumentObject, AnalysisAccess> knownAccess;
