@@ -495,6 +495,9 @@ TEST_F(ExchangeTest, FilesHaveNamesInEveryScript) {
     const std::unique_ptr<VornToolsString> sp_read(VornToolsCommon::readBinaryFile(utf8(file)));
     ASSERT_TRUE(sp_read);
     EXPECT_EQ(std::string(sp_read->bytes(), sp_read->size()), "bytes");
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = path(name);
+    EXPECT_TRUE(std::unique_ptr<VornToolsString>(VornToolsCommon::readBinaryFile("\x01\x02\\LIB\\part.bin")));
     environment().tempDirectory = path(name);
     EXPECT_EQ(VornToolsCommon::createResultFile(":ok"), S_OK);
     EXPECT_EQ(VornToolsCommon::getResultStatus(), VornToolsCommon::ResultStatusOk);
