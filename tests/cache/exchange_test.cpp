@@ -502,6 +502,13 @@ TEST_F(ExchangeTest, FilesHaveNamesInEveryScript) {
     EXPECT_EQ(VornToolsCommon::createResultFile(":ok"), S_OK);
     EXPECT_EQ(VornToolsCommon::getResultStatus(), VornToolsCommon::ResultStatusOk);
     EXPECT_TRUE(fs::exists(folder() / fs::u8path(name) / "results"));
+    const fs::path old = folder() / fs::u8path(name) / "CADFilesInSession.txt";
+    EXPECT_EQ(VornToolsCommon::writeCADFilesInSessionFile(), S_OK);
+    std::error_code unable;
+    fs::create_hard_link(old, folder() / "kept.txt", unable);
+    session().product("/w/Root.CATProduct");
+    EXPECT_EQ(VornToolsCommon::writeCADFilesInSessionFile(), S_OK);
+    EXPECT_TRUE(unable || content("kept.txt").empty()) << "the old file is gone, not written over";
 }
 
 /** A file that another program writes, shortens and deletes in the meantime is read whole, as it was at some time, or

@@ -125,7 +125,7 @@ TEST_F(ProfileTest, FoldersListTheirEntriesInAnOrderOfTheirOwn) {
     set([](Switches& one) { one.folderOrder = FolderOrder::names; });
     EXPECT_EQ(entries(), Texts({".", "..", "a", "b", "c"}));
     set([](Switches& one) { one.folderOrder = FolderOrder::reversed; });
-    EXPECT_EQ(entries(), Texts({"c", "b", "a", "..", "."}));
+    EXPECT_EQ(entries(), Texts({".", "..", "c", "b", "a"}));
     set([](Switches& one) {
         one.folderOrder = FolderOrder::names;
         one.entryWithEndOfFolder = true;

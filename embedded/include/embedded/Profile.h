@@ -13,7 +13,7 @@ namespace embedded {
 enum class FolderOrder {
     system,  ///< these two first, the others as the system gives them
     names,   ///< by name
-    reversed ///< by name, the last one first
+    reversed ///< these two first, the others by name, the last one first
 };
 
 /** The 8-bit encoding of texts. */
