@@ -23,7 +23,7 @@ CATICkeParm_var createSingle(CATICkeParmFactory* ipi_factory, const CATUnicodeSt
                              const CATUnicodeString& i_value, const CATUnicodeString& i_type) {
     if (i_type == "i") {
         int number = 0;
-        return i_value.ConvertToNum(&number) ? ipi_factory->CreateInteger(i_name, number) : CATICkeParm_var();
+        return readInteger(i_value, number) ? ipi_factory->CreateInteger(i_name, number) : CATICkeParm_var();
     }
     if (i_type == "d") {
         double number = 0.0;

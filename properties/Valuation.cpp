@@ -53,7 +53,7 @@ HRESULT Valuation::setSingle(const CATUnicodeString& i_value, const CATUnicodeSt
     if (i_type == "b") return setTruth(truthOf(i_value));
     if (i_type != "i") return setText(i_value);
     int number = 0;
-    return i_value.ConvertToNum(&number) ? setInteger(number) : E_FAIL;
+    return readInteger(i_value, number) ? setInteger(number) : E_FAIL;
 }
 
 HRESULT Valuation::setFirst(const ValueList& i_values, const CATUnicodeString* ip_type,

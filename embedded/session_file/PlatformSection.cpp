@@ -16,6 +16,7 @@ constexpr SwitchField kSwitches[] = {
     {"services_know_logical_names", &Switches::servicesKnowLogicalNames},
     {"entry_with_end_of_folder", &Switches::entryWithEndOfFolder},
     {"path_lists", &Switches::pathLists},
+    {"numbers_end_texts", &Switches::numbersEndTexts},
     {"one_decimal_mark", &Switches::oneDecimalMark},
     {"selecting_writes_tables", &Switches::selectingWritesTables},
     {"sheet_selects_first_configuration", &Switches::sheetSelectsFirstConfiguration},
@@ -27,8 +28,9 @@ constexpr int kMostDecimals = 15;
 
 void readPlatform(const JsonField& field, const SectionReader&) {
     field.expectKeys({"profile", "services_know_logical_names", "entry_with_end_of_folder", "path_lists",
-                      "one_decimal_mark", "selecting_writes_tables", "sheet_selects_first_configuration",
-                      "row_zero_is_taken", "folder_order", "code_page", "shown_decimals"});
+                      "numbers_end_texts", "one_decimal_mark", "selecting_writes_tables",
+                      "sheet_selects_first_configuration", "row_zero_is_taken", "folder_order", "code_page",
+                      "shown_decimals"});
     Switches read = switches();
     if (const auto name = field.optional("profile")) {
         const auto known = switchesOf(name->text());

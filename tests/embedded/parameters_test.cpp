@@ -36,6 +36,7 @@ protected:
 };
 
 TEST_F(ParametersTest, NumbersFollowTheSessionsDecimalSeparator) {
+    embedded::setSwitches({}); // what stands behind a number is left
     const struct {
         const char* text;
         double point; ///< 77: no number

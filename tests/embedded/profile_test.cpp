@@ -248,6 +248,18 @@ TEST_F(ProfileTest, NumbersAreShownAndReadAsTheSessionHasThem) {
     set([](Switches&) {});
     length.get()->ValuateReal("2.5cm");
     EXPECT_EQ(length.shown(), "25mm");
+
+    int integer = 0;
+    double number = 0.0;
+    for (const bool isStrict : {false, true}) {
+        set([&](Switches& one) { one.numbersEndTexts = isStrict; });
+        for (const char* const text : {"7mm", "7 "}) {
+            EXPECT_EQ(CATUnicodeString(text).ConvertToNum(&integer), isStrict ? 0 : 1);
+            EXPECT_EQ(CATUnicodeString(text).ConvertToNum(&number), isStrict ? 0 : 1);
+        }
+        EXPECT_EQ(CATUnicodeString(" 7").ConvertToNum(&integer), 1);
+        EXPECT_EQ(CATUnicodeString("7,5").ConvertToNum(&number), 1);
+    }
 }
 
 TEST_F(ProfileTest, WhatIsWrittenMakesItsDocumentUnsavedAndOutOfDate) {

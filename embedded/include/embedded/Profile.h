@@ -32,6 +32,8 @@ struct Switches {
     /** The folders of CATFindPath are a list, separated as the system's search paths are; otherwise they are one. */
     bool pathLists = false;
     CodePage codePage = CodePage::utf8;
+    /** A text is read as a number only when nothing stands behind it; otherwise what does is left. */
+    bool numbersEndTexts = false;
     /** Decimals with which real numbers are shown; 0: as many as it takes. */
     int shownDecimals = 0;
     /** A dimension is read from a text with the session's decimal mark; otherwise with either. */
@@ -47,12 +49,13 @@ struct Switches {
     friend bool operator!=(const Switches& a, const Switches& b) { return !(a == b); }
 
 private:
-    std::tuple<bool, FolderOrder, bool, bool, CodePage, int, bool, bool, bool, bool> asTuple() const {
+    std::tuple<bool, FolderOrder, bool, bool, CodePage, bool, int, bool, bool, bool, bool> asTuple() const {
         return {servicesKnowLogicalNames,
                 folderOrder,
                 entryWithEndOfFolder,
                 pathLists,
                 codePage,
+                numbersEndTexts,
                 shownDecimals,
                 oneDecimalMark,
                 selectingWritesTables,
