@@ -35,6 +35,21 @@ bool exists(const std::string& i_path) {
     return UTILFile::existingFile(CATUnicodeString(i_path.data(), i_path.size())) != 0;
 }
 
+/** A folder's own file. The platform takes a folder with this character for a list of several. */
+std::string fileIn(const std::string& i_folder, const std::string& i_name, char i_separator) {
+#if defined(_WIN32)
+    constexpr char between_folders = ';';
+#else
+    constexpr char between_folders = ':';
+#endif
+    if (i_folder.find(between_folders) != std::string::npos) {
+        const std::string path = i_folder + i_separator + i_name;
+        return exists(path) ? path : std::string();
+    }
+    const char* const p_found = CATFindPath(i_name.c_str(), i_folder.c_str());
+    return p_found ? p_found : "";
+}
+
 /** Start of the first path component at which the two directories differ. */
 std::size_t firstDifference(const std::string& i_saved, const std::string& i_current) {
     const auto differing = std::mismatch(i_saved.begin(), i_saved.end(), i_current.begin(), i_current.end());
@@ -126,11 +141,13 @@ std::string LinkedNames::findMoved(const std::string& i_path) const {
 }
 
 std::string LinkedNames::findByName(const std::string& i_name, int& o_entries) {
-    if (const char* const p_found = CATFindPath(i_name.c_str(), m_current_directory.c_str())) return p_found;
+    std::string found = fileIn(m_current_directory, i_name, m_separator);
+    if (!found.empty()) return found;
     const FoldersBelow& below = m_folders.below(m_current_directory);
     for (const FoldersBelow::Folder& folder : below.folders) {
         o_entries = folder.entries;
-        if (const char* const p_found = CATFindPath(i_name.c_str(), folder.path.c_str())) return p_found;
+        found = fileIn(folder.path, i_name, m_separator);
+        if (!found.empty()) return found;
     }
     o_entries = below.entries;
     return {};

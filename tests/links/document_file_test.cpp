@@ -4,6 +4,7 @@
 #include "tests/support/DocumentImage.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Utf8.h"
 
 #include "VornToolsCommon.h"
 #include "VornToolsLinks.h"
@@ -211,7 +212,7 @@ TEST_F(DocumentFileTest, NamesOfStreamsAreUtf16) {
     unsigned char is_stream = 0;
     unsigned int size = 0;
     ASSERT_EQ(document.getEntry(3, name, parent, is_stream, size, pieces), S_OK);
-    EXPECT_EQ(bytesOf(name), "A\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xEF\xBF\xBD");
+    EXPECT_EQ(toUtf8(name), "A\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xEF\xBF\xBD");
 }
 
 TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {
