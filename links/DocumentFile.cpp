@@ -47,7 +47,7 @@ bool DocumentFile::readEntries(std::uint64_t i_known) {
     const FileRange directory = {m_header.directory, m_header.directory_length};
     FileRange wanted = directory;
     if (size() <= kMiddleFile && directory.offset > i_known) {
-        wanted.offset -= std::min(kBeforeDirectory, directory.offset - i_known);
+        wanted.offset -= (std::min)(kBeforeDirectory, directory.offset - i_known);
         wanted.length = directory.end() - wanted.offset;
     }
     if (!m_reader.fetch({wanted})) return false;
@@ -90,8 +90,8 @@ bool DocumentFile::appendStream(const DirectoryEntry& i_entry, std::uint64_t i_f
     const std::uint64_t end =
         i_from + std::min<std::uint64_t>(i_count, i_entry.size - std::min<std::uint64_t>(i_from, i_entry.size));
     for (const StreamPiece piece : i_entry.pieces) {
-        const std::uint64_t begin = std::max(i_from, position);
-        const std::uint64_t stop = std::min(end, position + piece.length);
+        const std::uint64_t begin = (std::max)(i_from, position);
+        const std::uint64_t stop = (std::min)(end, position + piece.length);
         if (begin < stop) wanted.push_back({piece.offset + (begin - position), stop - begin});
         position += piece.length;
     }

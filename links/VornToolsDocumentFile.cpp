@@ -21,7 +21,7 @@ const CATUnicodeString VornToolsDocumentFile::_CteCLASS_NAME("VornToolsDocumentF
 namespace {
 
 VornToolsString* newString(std::string_view i_bytes) {
-    constexpr std::size_t longest = std::numeric_limits<int>::max();
+    constexpr std::size_t longest = (std::numeric_limits<int>::max)();
     return i_bytes.size() < longest ? new VornToolsString(i_bytes.data(), static_cast<int>(i_bytes.size())) : nullptr;
 }
 
