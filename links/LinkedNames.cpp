@@ -127,21 +127,24 @@ const LinkedName& LinkedNames::find(const std::string& i_name) {
 std::string LinkedNames::findPath(const std::string& i_name, int& o_entries) {
     if (exists(i_name)) return i_name;
     const std::string path = withOneSeparator(i_name, m_separator);
-    std::string found = isAbsolute(path) ? findMoved(path) : findRelative(path);
+    std::string looked_at;
+    std::string found = isAbsolute(path) ? findMoved(path, looked_at) : findRelative(path);
     if (!found.empty() || m_current_directory.empty()) return found;
-    return findByName(std::string(nameOf(path)), o_entries);
+    const std::string name(nameOf(path));
+    const bool is_known_missing = looked_at == m_current_directory + m_separator + name;
+    return findByName(name, is_known_missing, o_entries);
 }
 
 /** Both ways often lead to the same place, which is looked at once. */
-std::string LinkedNames::findMoved(const std::string& i_path) const {
-    const std::string here = rerooted(i_path);
+std::string LinkedNames::findMoved(const std::string& i_path, std::string& o_here) const {
+    o_here = rerooted(i_path);
     std::string beside = besideRoot(i_path);
-    if (beside == here) beside.clear();
-    return firstFile({here, beside});
+    if (beside == o_here) beside.clear();
+    return firstFile({o_here, beside});
 }
 
-std::string LinkedNames::findByName(const std::string& i_name, int& o_entries) {
-    std::string found = fileIn(m_current_directory, i_name, m_separator);
+std::string LinkedNames::findByName(const std::string& i_name, bool i_not_here, int& o_entries) {
+    std::string found = i_not_here ? std::string() : fileIn(m_current_directory, i_name, m_separator);
     if (!found.empty()) return found;
     const FoldersBelow& below = m_folders.below(m_current_directory);
     for (const FoldersBelow::Folder& folder : below.folders) {
