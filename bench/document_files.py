@@ -145,6 +145,9 @@ def main():
         compare("links --json, 3,000 of 1 MB, against cat", f"{program} links --json .", "cat *", 0.15, small)
         compare("links --json, real ones in 188 folders, against find and cat", f"{program} links --json .",
                 "find . -type f -exec cat {} +", 0.6, shared)
+        for what, folder in (("3,000 of 1 MB", small), ("copies in 188 folders", shared)):
+            compare(f"report, {what}, against links --json", f"{program} report . -o ../page.html",
+                    f"{program} links --json .", 1.5, folder)
         compare("status --json, 50,000, against reading their DAT files", f"{program} status --json .",
                 "xargs cat < ../dat-files", 2.5,
                 managed)
