@@ -2,9 +2,9 @@
 # Runs every check, or only the stages named: ./test.sh [--tidy] [STAGE...]
 #   format words layers platform registered share  the sources
 #   linux sanitize windows plain       build and test (windows: cross-compiled, under Wine)
-#   state                              what the built library keeps against docs/state.md
+#   state exports                      what the built library keeps and exports against their lists
 #   install                            projects built against the installed tree, the packages
-#   workstation                        the library built against given platform headers
+#   workstation                        the library built against a made-up seat, and laid out as a framework for one
 #   page browser                       the report's page: its files and model, and all of it in real browsers; not run
 #                                      where Node, its packages or the browsers cannot be had
 #   tidy fuzz bench                    only when named: clang-tidy, FUZZ_SECONDS (60) of each fuzzer, the benchmarks
@@ -20,8 +20,8 @@ not_run=77 # exit status of a stage that lacks something which not every machine
 passed=0
 failed=0
 
-default_stages=(format words layers platform registered share linux state page browser sanitize windows plain install
-    workstation)
+default_stages=(format words layers platform registered share linux state exports page browser sanitize windows plain
+    install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
@@ -42,6 +42,10 @@ stage_page() { tests/page/run.sh check; }
 stage_browser() {
     [ -x build/linux/bin/vorntools ] || build linux || return
     tests/page/run.sh browser build/linux/bin/vorntools
+}
+stage_exports() {
+    [ -f build/linux/lib/libVornTools.so ] || build linux || return
+    cmake/check_exported_symbols.sh build/linux/lib/libVornTools.so
 }
 stage_sanitize() { build_and_test sanitize; }
 stage_plain() { build_and_test plain; }
@@ -81,15 +85,13 @@ stage_install() {
     # shellcheck disable=SC2046
     PKG_CONFIG_PATH=$pc g++ -std=c++17 tests/install/main.cpp -o "$work/consumer" \
         $(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs VornTools) -Wl,-rpath,"$library" && "$work/consumer" || return
-    "$work/tree/bin/vorntools" --version && find build/release/packages-out -maxdepth 1 -type f
+    cmake/check_links.sh "$work/tree/share/doc/VornTools" &&
+        "$work/tree/bin/vorntools" --version && find build/release/packages-out -maxdepth 1 -type f
 }
 
 stage_workstation() {
-    # Our own declarations stand for a workstation's: the library must build from given folders and libraries alone.
-    [ -f build/linux/lib/libVornPlatform.so ] || build linux || return
-    cmake -S . -B build/workstation -G Ninja -DCMAKE_BUILD_TYPE=None -DVORNTOOLS_PLATFORM=catia \
-        -DCAA_INCLUDE_DIRS="$root/platform/catia" -DCOMPANION_INCLUDE_DIRS="$root/platform/companion" \
-        -DCAA_LIBRARIES="$root/build/linux/lib/libVornPlatform.so" && cmake --build build/workstation
+    [ -f build/linux/bin/vorntools ] || build linux || return
+    cmake/check_workstation.sh build/linux
 }
 
 stage_tidy() {

@@ -1,6 +1,7 @@
 #include "VornToolsCommon.h"
 
 #include "VornToolsString.h"
+#include "foundation/FileNames.h"
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/OpenFile.h"
@@ -46,13 +47,13 @@ long lengthOf(std::FILE* ip_file) {
 }
 
 VornToolsString* read(const JournalFrame& i_frame, const CATUnicodeString& i_file_name) {
+    const CATUnicodeString name = nameOnDisk(i_file_name);
     long long size = 0;
-    if (!UTILFile::existingFile(i_file_name) || FAILED(UTILFile::getFileSize(i_file_name, size)) || size == 0)
-        return nullptr;
-    const auto sp_file = openFile(i_file_name, "rb");
+    if (!UTILFile::existingFile(name) || FAILED(UTILFile::getFileSize(name, size)) || size == 0) return nullptr;
+    const auto sp_file = openFile(name, "rb");
     if (!sp_file) return nullptr;
     const long length = lengthOf(sp_file.get());
-    if (length < 1 || length >= std::numeric_limits<int>::max()) {
+    if (length < 1 || length >= (std::numeric_limits<int>::max)()) {
         i_frame.write("Error while reading (ftell is failed) [%s]. readBinaryFile return NULL.", i_file_name);
         return nullptr;
     }

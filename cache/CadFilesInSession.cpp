@@ -4,6 +4,7 @@
 #include "foundation/FileNames.h"
 #include "foundation/JournalFrame.h"
 
+#include "CATDocument.h"
 #include "CATDocumentsInSession.h"
 #include "UTILFile.h"
 

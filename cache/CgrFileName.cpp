@@ -11,8 +11,10 @@
 #include "VornCache.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <iterator>
+#include <string_view>
 
 using namespace vorntools;
 
@@ -63,25 +65,25 @@ HRESULT cutFirstCacheFolder(const CATUnicodeString& i_separator, CATUnicodeStrin
     return S_FALSE;
 }
 
-int valueOfHexDigit(unsigned int i_code) {
-    const unsigned int lower = i_code | 0x20U;
-    if (i_code >= '0' && i_code <= '9') return static_cast<int>(i_code - '0');
-    return lower >= 'a' && lower <= 'f' ? static_cast<int>(lower - 'a') + 10 : -1;
+int valueOfHexDigit(char i_digit) {
+    const int lower = i_digit | 0x20;
+    if (i_digit >= '0' && i_digit <= '9') return i_digit - '0';
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
 /** "C:" for "2". The number counts drives from A and wraps at 256, its characters at one byte. False without a
  * hexadecimal number. */
 bool readDrive(const CATUnicodeString& i_number, CATUnicodeString& o_drive) {
     int number = 0;
-    const int length = i_number.GetLengthInChar();
-    for (int i = 0; i < length; ++i) {
-        const int digit = valueOfHexDigit(i_number[static_cast<size_t>(i)].GetCode());
+    const std::string_view digits(i_number.ConvertToChar(), static_cast<std::size_t>(i_number.GetLengthInByte()));
+    for (const char character : digits) {
+        const int digit = valueOfHexDigit(character);
         if (digit < 0) return false;
         number = (16 * number + digit) % 256;
     }
     const char drive[] = {static_cast<char>(static_cast<unsigned char>('A' + number)), ':'};
     o_drive = CATUnicodeString(drive, sizeof drive);
-    return length > 0;
+    return !digits.empty();
 }
 
 /** Directory of the source for its folder in a cache. False when the folder names none. */

@@ -28,9 +28,9 @@ constexpr const char* kToBeComputed = "ERROR";
 /** The decimal number at a text's beginning; 0 for none. */
 int numberOf(const CATUnicodeString& i_text) {
     const long number = std::strtol(i_text.ConvertToChar(), nullptr, 10);
-    constexpr long least = std::numeric_limits<int>::min();
-    constexpr long most = std::numeric_limits<int>::max();
-    return static_cast<int>(std::min(std::max(number, least), most));
+    constexpr long least = (std::numeric_limits<int>::min)();
+    constexpr long most = (std::numeric_limits<int>::max)();
+    return static_cast<int>((std::min)((std::max)(number, least), most));
 }
 
 CATUnicodeString tableFileOnDisk(const JournalFrame& i_frame, CATUnicodeString i_name) {

@@ -4,6 +4,7 @@
 #include "foundation/Md5.h"
 
 #include "CATICkeRelation.h"
+#include "CATLISTV_CATBaseUnknown.h"
 
 #include <limits>
 #include <string_view>
@@ -45,7 +46,7 @@ ConfigurationText::ConfigurationText(CATIDesignTable* ipi_design_table, const CA
 
 CATUnicodeString ConfigurationText::read(int i_configuration) const {
     CATUnicodeString text;
-    if (i_configuration > std::numeric_limits<int>::max() - kTitleRows) return text;
+    if (i_configuration > (std::numeric_limits<int>::max)() - kTitleRows) return text;
     for (const int column : m_columns) text.Append(m_sheet->Cell(i_configuration + kTitleRows, column));
     return text;
 }

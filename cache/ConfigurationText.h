@@ -5,6 +5,7 @@
 #include "foundation/JournalFrame.h"
 
 #include "CATICkeParm.h"
+#include "CATICkeSheet.h"
 #include "CATIDesignTable.h"
 
 #include <vector>

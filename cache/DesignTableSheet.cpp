@@ -2,6 +2,8 @@
 
 #include "foundation/InterfaceIds.h"
 
+#include "CATUnicodeString.h"
+
 namespace vorntools {
 
 HRESULT findOleSheet(const CATICkeSheet_var& isp_sheet, InterfacePtr<CATICkeOleSheet>& o_ole_sheet) {

@@ -9,6 +9,7 @@
 #include "CATDocument.h"
 #include "CATIDocRoots.h"
 #include "CATISpecObject.h"
+#include "CATLISTV_CATBaseUnknown.h"
 #include "VornIHMMessageDialog.h"
 
 #include <memory>

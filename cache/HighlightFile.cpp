@@ -113,7 +113,7 @@ private:
 /** Appends the values that a selection names, at most so many of each; the shorter list gets empty texts. */
 void appendValues(const TYPVectorCATUnicodeString& i_part_numbers, const TYPVectorCATUnicodeString& i_file_names,
                   int i_most, CATListValCATUnicodeString& io_part_numbers, CATListValCATUnicodeString& io_file_names) {
-    const int count = std::min(i_most, std::max(i_part_numbers.size(), i_file_names.size()));
+    const int count = (std::min)(i_most, (std::max)(i_part_numbers.size(), i_file_names.size()));
     for (int i = 0; i < count; ++i) {
         io_part_numbers.Append(i_part_numbers.at(i));
         io_file_names.Append(i_file_names.at(i));
@@ -163,7 +163,7 @@ HRESULT VornToolsCommon::readHighlightFile(unsigned char i_any_command, CATListV
     };
     const HRESULT code = guarded(read, E_FAIL);
     // Memory may have run out between the two.
-    const int count = std::min(o_part_numbers.Size(), o_file_names.Size());
+    const int count = (std::min)(o_part_numbers.Size(), o_file_names.Size());
     o_part_numbers.Size(count);
     o_file_names.Size(count);
     if (SUCCEEDED(code) && isToBeDeleted() && !deleteFile(name)) frame.write("Failed to delete %s ", name);

@@ -6,7 +6,10 @@
 
 #include "CATDocument.h"
 #include "CATDocumentDescriptor.h"
+#include "CATUuid.h"
 #include "UTILString.h"
+
+#include <cstddef>
 
 using namespace vorntools;
 

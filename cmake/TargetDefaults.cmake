@@ -22,8 +22,11 @@ function(vorntools_target_defaults target)
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
     if(MSVC)
-        target_compile_options(${target} PRIVATE /W4 /permissive- /utf-8 /Zc:__cplusplus
-            $<$<BOOL:${VORNTOOLS_DEVELOPER}>:/WX>)
+        # A workstation's headers are not ours to mend.
+        if(NOT VORNTOOLS_PLATFORM STREQUAL catia)
+            target_compile_options(${target} PRIVATE /permissive-)
+        endif()
+        target_compile_options(${target} PRIVATE /W4 /utf-8 /Zc:__cplusplus $<$<BOOL:${VORNTOOLS_DEVELOPER}>:/WX>)
         target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
         return()
     endif()

@@ -48,10 +48,10 @@ inline int leadingNumber(std::string_view i_text) {
     while (at < i_text.size() && (i_text[at] == ' ' || (i_text[at] >= '\t' && i_text[at] <= '\r'))) ++at;
     const bool negative = at < i_text.size() && i_text[at] == '-';
     if (negative || (at < i_text.size() && i_text[at] == '+')) ++at;
-    const std::int64_t limit = std::int64_t{std::numeric_limits<int>::max()} + (negative ? 1 : 0);
+    const std::int64_t limit = std::int64_t{(std::numeric_limits<int>::max)()} + (negative ? 1 : 0);
     std::int64_t value = 0;
     for (; at < i_text.size() && i_text[at] >= '0' && i_text[at] <= '9' && value < limit; ++at)
-        value = std::min(limit, 10 * value + (i_text[at] - '0'));
+        value = (std::min)(limit, 10 * value + (i_text[at] - '0'));
     return static_cast<int>(negative ? -value : value);
 }
 

@@ -1,6 +1,7 @@
 #ifndef FOUNDATION_ENVIRONMENT_H
 #define FOUNDATION_ENVIRONMENT_H
 
+#include "CATUnicodeString.h"
 #include "ENVManager.h"
 #include "PROCManager.h"
 

@@ -3,6 +3,7 @@
 
 #include "foundation/Environment.h"
 
+#include "CATUnicodeString.h"
 #include "UTILDLName.h"
 #include "UTILFile.h"
 

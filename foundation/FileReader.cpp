@@ -32,9 +32,9 @@ void join(std::vector<FileRange>& io_ranges) {
         if (io_ranges[i].offset > io_ranges[last].end() + kGap)
             io_ranges[++last] = io_ranges[i];
         else
-            io_ranges[last].length = std::max(io_ranges[last].end(), io_ranges[i].end()) - io_ranges[last].offset;
+            io_ranges[last].length = (std::max)(io_ranges[last].end(), io_ranges[i].end()) - io_ranges[last].offset;
     }
-    io_ranges.resize(std::min(io_ranges.size(), last + 1));
+    io_ranges.resize((std::min)(io_ranges.size(), last + 1));
 }
 
 } // namespace
@@ -47,7 +47,7 @@ bool FileReader::open(const CATUnicodeString& i_name) {
     std::setvbuf(m_file.get(), nullptr, _IONBF, 0);
     const long long size = seek(m_file.get(), 0, SEEK_END) ? position(m_file.get()) : -1;
     // A folder opens on some systems, and tells a length that no file has.
-    if (size < 0 || size == std::numeric_limits<long long>::max()) m_file.reset();
+    if (size < 0 || size == (std::numeric_limits<long long>::max)()) m_file.reset();
     m_size = m_file ? static_cast<std::uint64_t>(size) : 0;
     return m_file != nullptr;
 }

@@ -39,8 +39,10 @@ public:
     /** Reads a stretch into a buffer of the caller's and keeps nothing. @return as fetch */
     bool readInto(const FileRange& i_range, char* op_bytes) const;
 
-private:
+    /** Whether a stretch was fetched as a whole. */
     bool knows(const FileRange& i_range) const { return i_range.length == 0 || !bytes(i_range).empty(); }
+
+private:
     bool read(const FileRange& i_range);
 
     OpenFile m_file;

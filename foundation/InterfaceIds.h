@@ -3,53 +3,33 @@
 
 #include "foundation/InterfacePtr.h"
 
-// One line an interface that the library queries.
-#define VORNTOOLS_INTERFACE(Name)                                                                                      \
+// The interfaces that the library queries. Their identifiers are declared by their own headers alone, each in the form
+// of the platform's release; InterfaceIds.cpp includes these.
+#define VORNTOOLS_INTERFACES(Interface)                                                                                \
+    Interface(CATIADocument) Interface(CATIAProduct) Interface(CATIDocRoots) Interface(CATILinkableObject)             \
+        Interface(CATIPrdProperties) Interface(CATIProduct) Interface(CATISpecObject)                                  \
+            Interface(CATIDftDocumentServices) Interface(CATISamAccess) Interface(CATISamAnalysisContainer)            \
+                Interface(CATIABase) Interface(CATIACollection) Interface(CATIAScene) Interface(MSKIMaskManager)       \
+                    Interface(CATIAApplication) Interface(CATIIniInteractiveSession) Interface(CATIMechanicalFeature)  \
+                        Interface(CATInit) Interface(CATIAlias) Interface(CATICkeMagnitude)                            \
+                            Interface(CATICkeParameterSet) Interface(CATICkeParm) Interface(CATICkeParmFactory)        \
+                                Interface(CATICkeRelationFactory) Interface(CATIParmPublisher)                         \
+                                    Interface(CATIRedrawEvent) Interface(CATISpecAttrAccess)                           \
+                                        Interface(CATIADesignTable) Interface(CATICkeNaming)                           \
+                                            Interface(CATICkeOleSheet) Interface(CATICkeRelation)                      \
+                                                Interface(CATIContainer) Interface(CATIDesignTable)
+
+#define VORNTOOLS_INTERFACE_ID(Name)                                                                                   \
     class Name;                                                                                                        \
-    extern ExportedByCatia const IID IID_##Name;                                                                       \
     namespace vorntools {                                                                                              \
     template <>                                                                                                        \
     struct InterfaceId<Name> {                                                                                         \
-        static const IID& value() { return IID_##Name; }                                                               \
+        static const IID& value();                                                                                     \
     };                                                                                                                 \
     }
 
-VORNTOOLS_INTERFACE(CATIADocument)
-VORNTOOLS_INTERFACE(CATIAProduct)
-VORNTOOLS_INTERFACE(CATIDocRoots)
-VORNTOOLS_INTERFACE(CATILinkableObject)
-VORNTOOLS_INTERFACE(CATIPrdProperties)
-VORNTOOLS_INTERFACE(CATIProduct)
-VORNTOOLS_INTERFACE(CATISpecObject)
-VORNTOOLS_INTERFACE(CATIDftDocumentServices)
-VORNTOOLS_INTERFACE(CATISamAccess)
-VORNTOOLS_INTERFACE(CATISamAnalysisContainer)
+VORNTOOLS_INTERFACES(VORNTOOLS_INTERFACE_ID)
 
-VORNTOOLS_INTERFACE(CATIABase)
-VORNTOOLS_INTERFACE(CATIACollection)
-VORNTOOLS_INTERFACE(CATIAScene)
-VORNTOOLS_INTERFACE(MSKIMaskManager)
-VORNTOOLS_INTERFACE(CATIAApplication)
-VORNTOOLS_INTERFACE(CATIIniInteractiveSession)
-VORNTOOLS_INTERFACE(CATIMechanicalFeature)
-VORNTOOLS_INTERFACE(CATInit)
-VORNTOOLS_INTERFACE(CATIAlias)
-VORNTOOLS_INTERFACE(CATICkeMagnitude)
-VORNTOOLS_INTERFACE(CATICkeParameterSet)
-VORNTOOLS_INTERFACE(CATICkeParm)
-VORNTOOLS_INTERFACE(CATICkeParmFactory)
-VORNTOOLS_INTERFACE(CATICkeRelationFactory)
-VORNTOOLS_INTERFACE(CATIParmPublisher)
-VORNTOOLS_INTERFACE(CATIRedrawEvent)
-VORNTOOLS_INTERFACE(CATISpecAttrAccess)
-
-VORNTOOLS_INTERFACE(CATIADesignTable)
-VORNTOOLS_INTERFACE(CATICkeNaming)
-VORNTOOLS_INTERFACE(CATICkeOleSheet)
-VORNTOOLS_INTERFACE(CATICkeRelation)
-VORNTOOLS_INTERFACE(CATIContainer)
-VORNTOOLS_INTERFACE(CATIDesignTable)
-
-#undef VORNTOOLS_INTERFACE
+#undef VORNTOOLS_INTERFACE_ID
 
 #endif

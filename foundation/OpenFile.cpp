@@ -1,6 +1,7 @@
 #include "foundation/OpenFile.h"
 
 #include <cstring>
+#include <string>
 
 #if defined(_WIN32)
 #define WIN32_LEAN_AND_MEAN
@@ -10,7 +11,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <string>
 #endif
 
 namespace vorntools {
@@ -21,6 +21,16 @@ bool holdsNul(const CATUnicodeString& i_name) {
     return std::strlen(i_name.ConvertToChar()) != static_cast<std::size_t>(i_name.GetLengthInByte());
 }
 
+std::string utf8Of(const CATUnicodeString& i_name) {
+    // Room for four bytes a character, and for a text that is none.
+    const int room = 4 * i_name.GetLengthInChar() + i_name.GetLengthInByte();
+    std::string bytes(static_cast<std::size_t>(room) + 1, '\0');
+    std::size_t count = bytes.size();
+    i_name.ConvertToUTF8(&bytes[0], &count);
+    bytes.resize(count);
+    return bytes;
+}
+
 #if defined(_WIN32)
 
 /** Longer names need the form that switches the system's limit off. */
@@ -28,13 +38,9 @@ constexpr std::size_t kShortName = 240;
 
 /** Empty for a name that the system cannot have. */
 std::wstring wideName(const CATUnicodeString& i_name) {
-    // Room for four bytes a character, and for a text that is none.
-    const int room = 4 * i_name.GetLengthInChar() + i_name.GetLengthInByte();
-    std::string bytes(static_cast<std::size_t>(room) + 1, '\0');
-    std::size_t count = bytes.size();
-    i_name.ConvertToUTF8(&bytes[0], &count);
-    std::wstring wide(count, L'\0');
-    const int size = static_cast<int>(count);
+    const std::string bytes = utf8Of(i_name);
+    std::wstring wide(bytes.size(), L'\0');
+    const int size = static_cast<int>(bytes.size());
     const int length = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), size, &wide[0], size);
     wide.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
     if (wide.size() <= kShortName || wide[1] != L':') return wide;
@@ -59,11 +65,11 @@ bool removeFile(const CATUnicodeString& i_name) { return !holdsNul(i_name) && _w
 #else
 
 OpenFile openFile(const CATUnicodeString& i_name, const char* i_mode) {
-    return holdsNul(i_name) ? nullptr : OpenFile(std::fopen(i_name.ConvertToChar(), i_mode));
+    return holdsNul(i_name) ? nullptr : OpenFile(std::fopen(utf8Of(i_name).c_str(), i_mode));
 }
 
 bool removeFile(const CATUnicodeString& i_name) {
-    return !holdsNul(i_name) && std::remove(i_name.ConvertToChar()) == 0;
+    return !holdsNul(i_name) && std::remove(utf8Of(i_name).c_str()) == 0;
 }
 
 #endif

@@ -14,7 +14,7 @@ struct CloseFile {
 using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
 /**
- * As fopen, but by the characters of the name: on Windows the 8-bit form has none for those outside the code page, and
+ * As fopen, but by the characters of the name: the 8-bit form has none for those outside the code page, and on Windows
  * ends at 260. Null for a name that holds a NUL, which would be cut to that of another file.
  */
 OpenFile openFile(const CATUnicodeString& i_name, const char* i_mode);

@@ -131,7 +131,7 @@ int VornToolsString::indexOf(const VornToolsString& pattern, const long long* su
         while (j >= 0 && m_buffer[pos + j * stride] == pattern.m_buffer[j]) --j;
         if (j < 0) return static_cast<int>(pos);
         const std::int64_t by_byte = j + 1 + shiftFor(charTable, m_buffer[pos + j * stride]) - count;
-        const std::int64_t step = stepWithin(bound - pos, std::max(shiftAt(suffixTable, j), by_byte), stride);
+        const std::int64_t step = stepWithin(bound - pos, (std::max)(shiftAt(suffixTable, j), by_byte), stride);
         if (step == 0) break;
         pos += step;
     }
@@ -151,14 +151,14 @@ int VornToolsString::lastIndexOf(const VornToolsString& pattern, const long long
     const std::int64_t stride = std::int64_t{gap} + 1;
     if (count == 0 || m_length == 0 || count - 1 > (m_length - 1) / stride) return asResult(notFound);
     const std::int64_t last_offset = (count - 1) * stride;
-    std::int64_t end = std::min(upper, m_length - 1);
+    std::int64_t end = (std::min)(upper, m_length - 1);
     while (lower + last_offset <= end) {
         const std::int64_t start = end - last_offset;
         std::int64_t i = 0;
         while (i < count && m_buffer[start + i * stride] == pattern.m_buffer[i]) ++i;
         if (i == count) return static_cast<int>(start);
         const std::int64_t by_byte = shiftFor(charTable, m_buffer[start + i * stride]) - i;
-        const std::int64_t step = stepWithin(start - lower, std::max(shiftAt(suffixTable, i), by_byte), stride);
+        const std::int64_t step = stepWithin(start - lower, (std::max)(shiftAt(suffixTable, i), by_byte), stride);
         if (step == 0) break;
         end -= step;
     }

@@ -14,6 +14,7 @@
 #include "CATIProduct.h"
 #include "CATPrsWorkModeServices.h"
 
+#include <cstring>
 #include <limits>
 
 using namespace vorntools;
@@ -29,6 +30,9 @@ using PlatformMode = CATPrsWorkModeServices::WorkMode;
 /** Our numbers are the platform's plus one. */
 constexpr int kOffset = 1;
 
+/** Pictures in the cache are named after the file that they show. */
+constexpr const char* kPictureSuffix = ".cgr";
+
 constexpr const char* kSwitchLines[] = {"PERFX real switch VISU", "PERFX real switch DEFAULT", "PERFX real switch BREP",
                                         "PERFX real switch DESIGN"};
 
@@ -42,12 +46,15 @@ HRESULT reportOutOfRange(const JournalFrame& i_frame, int i_value) {
     return i_frame.report(ErrorOutOfRange, text);
 }
 
-/** The platform's answer. A success that leaves the number alone is none. */
+/** The platform's answer. A success that leaves the number alone is none. Numbers are copied as bytes: what is no mode
+ * of the platform's has no place in its enumeration. */
 HRESULT askPlatform(CATIProduct* ipi_product, int& o_number) {
-    constexpr int kUntouched = std::numeric_limits<int>::min();
-    auto platform_mode = static_cast<PlatformMode>(kUntouched);
+    constexpr int kUntouched = (std::numeric_limits<int>::min)();
+    PlatformMode platform_mode;
+    static_assert(sizeof platform_mode == sizeof kUntouched, "modes are numbers of the usual size");
+    std::memcpy(&platform_mode, &kUntouched, sizeof platform_mode);
     const HRESULT code = CATPrsWorkModeServices::GetWorkMode(CATIProduct_var(ipi_product), platform_mode);
-    o_number = static_cast<int>(platform_mode);
+    std::memcpy(&o_number, &platform_mode, sizeof o_number);
     return SUCCEEDED(code) && o_number == kUntouched ? E_FAIL : code;
 }
 
@@ -81,7 +88,9 @@ bool namesPart(CATUnicodeString i_representation_name) {
     return i_representation_name.SearchSubString(".CATPART") >= 0;
 }
 
-bool namesPicture(const CATUnicodeString& i_representation_name) { return endsWith(i_representation_name, ".cgr"); }
+bool namesPicture(const CATUnicodeString& i_representation_name) {
+    return endsWith(i_representation_name, kPictureSuffix);
+}
 
 /** The platform may throw one of its own errors, which then is a failure. Handles are made outside the guarded block:
  * its way out of a call need not destroy them. */
@@ -103,6 +112,12 @@ bool vorntools::isOnlySeen(CATIProduct& i_product) {
         return number == CATPrsWorkModeServices::WM_VISUALIZATION;
     CATUnicodeString name;
     return SUCCEEDED(readRepresentationName(&i_product, name)) && namesPart(name) && namesPicture(name);
+}
+
+CATUnicodeString vorntools::fileNameOfPicture(CATIProduct& i_product) {
+    CATUnicodeString name;
+    if (FAILED(readRepresentationName(&i_product, name)) || !namesPicture(name)) return CATUnicodeString();
+    return name.SubString(0, name.GetLengthInChar() - CATUnicodeString(kPictureSuffix).GetLengthInChar());
 }
 
 HRESULT VornToolsWorkModeServices::getWorkModeCAA(CATIProduct* product, EnumWorkMode& mode) {

@@ -90,13 +90,6 @@ void checkNames(VornToolsString& image, VornToolsString& file) {
     Strings others, kinds;
     VornToolsVector<int> uses;
     VornToolsLinks::getOtherDocuments(&image, property, &file, "", others, kinds, uses, folders);
-    VornToolsString ownPath;
-    Strings stored;
-    VornToolsVector<VornToolsLinks::EnumStoredName> storedKinds;
-    VornToolsVector<int> storedUses;
-    VornToolsLinks::getStoredNames(&image, property, ownPath, stored, storedKinds, storedUses);
-    require(stored.size() == storedKinds.size() && stored.size() == storedUses.size(), "stored names are not parallel");
-    require(stored.size() >= partFiles.size() + products.size() + parts.size() + others.size(), "a name is not stored");
     require(others.size() == kinds.size() && others.size() == uses.size(), "other documents are not parallel");
     for (unsigned int i = 0; i < others.size(); ++i)
         require(uses[i] != 0 && others[i].size() > 0, "another document without a name or a use");

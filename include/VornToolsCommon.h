@@ -435,7 +435,8 @@ public:
     // Design tables ---------------------------------------------------------------------------------------------------
 
     // A part is read in design mode: its root product is switched there, through the switcher when one is given, and
-    // back afterwards. i_switch_flag 1 switches also while the switcher is disabled.
+    // back afterwards. i_switch_flag 1 switches also while the switcher is disabled. A part that goes back to
+    // visualisation takes its tables with it: whoever wants to ask them anything keeps it in design mode meanwhile.
 
     /** Appends a document's design tables. Where they are looked for depends on the suffix of the document's name: that
      * of an analysis, a process, a part, a product or a drawing; other documents have none.

@@ -8,10 +8,10 @@ class KnownFolders;
 }
 
 /**
- * For going through many documents: handed to the operations of VornToolsLinks that take one, it remembers which
- * folders lie below the folder of a document, so that each of them is read once rather than once for every document
- * that names something which is not there. Folders made or deleted meanwhile are not noticed; files are. Each object
- * remembers for itself, until it goes.
+ * For going through many documents: handed to the operations that take one, it remembers which folders lie below the
+ * folder of a document, so that each of them is read once rather than once for every document that names something
+ * which is not there. Folders made or deleted meanwhile are not noticed; files are. Each object remembers for itself,
+ * until it goes.
  */
 class ExportedByVornTools VornToolsFolderMemory {
 public:
@@ -21,6 +21,7 @@ public:
     VornToolsFolderMemory& operator=(const VornToolsFolderMemory&) = delete;
 
 private:
+    friend class VornToolsDocumentLinks;
     friend class VornToolsLinks;
     vorntools::KnownFolders* m_folders;
 };

@@ -26,15 +26,6 @@ class ExportedByVornTools VornToolsLinks {
 public:
     static const CATUnicodeString _CteCLASS_NAME;
 
-    /** What a stored name is the name of. */
-    enum EnumStoredName : int {
-        StoredPartFile = 0,
-        StoredContextProduct = 1,
-        StoredContextPart = 2,
-        StoredDrawing = 3,
-        StoredOther = 4
-    };
-
     VornToolsLinks();
     virtual ~VornToolsLinks();
 
@@ -125,18 +116,6 @@ public:
     /** Documents that the stream still names although nothing uses them: deleted or renamed targets. Names as stored,
      * since nobody is to find them. @return 0 */
     static int getGhosts(VornToolsString* image, int position, VornToolsVector<VornToolsString>& ghosts);
-    /**
-     * The names that the document-property stream stores of the documents that are in use, as they stand there: for
-     * each name that getLinkedDocName and getOtherDocuments look for, what they looked for.
-     * @param position of "CATDocumentProperty". @param ownPath of the document itself when it was saved last
-     * @param names of part files, context products, context parts and drawings as the records follow each other, then
-     * of the other documents; of one kind they stand in the order of the operation that lists it
-     * @param kinds parallel to names. @param uses parallel to names: how many pointers go through the record, never 0
-     * @return 0
-     */
-    static int getStoredNames(VornToolsString* image, int position, VornToolsString& ownPath,
-                              VornToolsVector<VornToolsString>& names, VornToolsVector<EnumStoredName>& kinds,
-                              VornToolsVector<int>& uses);
     /**
      * Whatever else the document-property stream names and the document uses: records that are none of
      * getLinkedDocName's and no drawing. Design tables and other files of the operating system have the kind

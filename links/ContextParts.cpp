@@ -77,7 +77,7 @@ private:
         while (at != notFound && at >= marker::foreignIdentity.size() &&
                standsAt(m_streams, at - marker::foreignIdentity.size(), marker::foreignIdentity))
             at = findMarker(m_streams, i_beginning, at + 1);
-        m_left -= std::min(m_left, std::min(at, m_streams.size()));
+        m_left -= (std::min)(m_left, (std::min)(at, m_streams.size()));
         return at != notFound;
     }
 

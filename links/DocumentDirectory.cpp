@@ -19,7 +19,7 @@ constexpr std::size_t kRoot = 64;
 constexpr std::size_t kBehindRoot = 8;
 /** Beside its pieces. */
 constexpr std::uint32_t kRestOfEntry = 86;
-constexpr std::uint32_t kPieceBytes = 20;
+constexpr std::uint32_t kPieceBytes = StreamPieces::bytesOfOne;
 /** From the beginning of an entry to the length of its name. */
 constexpr std::size_t kNameLength = 76;
 /** From the length of the rest of an entry to its number of pieces. */
@@ -75,9 +75,7 @@ private:
         const std::uint32_t length = numberAt(m_bytes, m_at + kNameLength);
         const std::size_t begin = m_at + kNameLength + sizeof(std::uint32_t);
         if (length < 2 || length % 2 != 0 || !holds(m_bytes, begin, length)) return false;
-        o_entry.name.reserve(length / 2 - 1);
-        for (std::size_t i = 0; i + 2 < length; i += 2)
-            o_entry.name += static_cast<char16_t>(byteAt(m_bytes, begin + i) << 8 | byteAt(m_bytes, begin + i + 1));
+        o_entry.name = m_bytes.substr(begin, length - 2);
         m_at = begin + length;
         return true;
     }
@@ -88,15 +86,14 @@ private:
         o_entry.identifier = numberAt(m_bytes, m_at + 4);
         const std::uint32_t count = numberAt(m_bytes, m_at + kPieceCount);
         if (count != (rest - kRestOfEntry) / kPieceBytes || (rest - kRestOfEntry) % kPieceBytes != 0) return false;
-        o_entry.pieces.reserve(count);
+        o_entry.pieces = StreamPieces(m_bytes.substr(m_at + kRestOfEntry, std::size_t{count} * kPieceBytes));
         std::uint64_t length = 0;
-        for (std::uint32_t i = 0; i < count; ++i) {
-            const std::size_t at = m_at + kRestOfEntry + std::size_t{i} * kPieceBytes;
-            const StreamPiece piece = {numberAt(m_bytes, at), numberAt(m_bytes, at + 4)};
+        std::size_t at = m_at + kRestOfEntry;
+        for (const StreamPiece piece : o_entry.pieces) {
             if (std::uint64_t{piece.offset} + piece.length > m_file_size || numberAt(m_bytes, at + 12) != length)
                 return false;
             length += piece.length;
-            o_entry.pieces.push_back(piece);
+            at += kPieceBytes;
         }
         m_at += rest;
         return length == o_entry.size && length <= m_file_size;
@@ -115,8 +112,17 @@ FileHeader::FileHeader(std::string_view i_first_bytes)
       directory(numberAt(i_first_bytes, kKnownMagic.size())),
       directory_length(numberAt(i_first_bytes, kKnownMagic.size() + 4)) {}
 
+std::u16string charactersOf(std::string_view i_name) {
+    std::u16string characters;
+    for (std::size_t i = 0; i + 1 < i_name.size(); i += 2)
+        characters += static_cast<char16_t>(byteAt(i_name, i) << 8 | byteAt(i_name, i + 1));
+    return characters;
+}
+
 bool readDirectory(std::string_view i_directory, std::uint64_t i_file_size, std::vector<DirectoryEntry>& o_entries) {
+    // An entry with a name takes more than two hundred bytes.
     o_entries.clear();
+    o_entries.reserve(i_directory.size() / 200);
     if (DirectoryReader(i_directory, i_file_size).read(o_entries)) return true;
     o_entries.clear();
     return false;

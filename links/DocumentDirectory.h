@@ -16,7 +16,46 @@ struct StreamPiece {
     std::uint32_t length = 0;
 };
 
-/** A storage or a stream of a document file. */
+/** The pieces of a stream, read from the bytes of its entry. */
+class StreamPieces {
+public:
+    static constexpr std::size_t bytesOfOne = 20;
+
+    class Iterator {
+    public:
+        explicit Iterator(const char* ip_at) : m_at(ip_at) {}
+        StreamPiece operator*() const { return {numberAt(m_at), numberAt(m_at + 4)}; }
+        Iterator& operator++() {
+            m_at += bytesOfOne;
+            return *this;
+        }
+        bool operator!=(const Iterator& i_other) const { return m_at != i_other.m_at; }
+
+    private:
+        const char* m_at;
+    };
+
+    StreamPieces() = default;
+    /** @param i_bytes bytesOfOne for each piece, big-endian */
+    explicit StreamPieces(std::string_view i_bytes) : m_bytes(i_bytes) {}
+
+    bool empty() const { return m_bytes.empty(); }
+    std::size_t size() const { return m_bytes.size() / bytesOfOne; }
+    StreamPiece front() const { return *begin(); }
+    Iterator begin() const { return Iterator(m_bytes.data()); }
+    Iterator end() const { return Iterator(m_bytes.data() + m_bytes.size()); }
+
+private:
+    static std::uint32_t numberAt(const char* ip_at) {
+        std::uint32_t number = 0;
+        for (int i = 0; i < 4; ++i) number = number << 8 | static_cast<unsigned char>(ip_at[i]);
+        return number;
+    }
+
+    std::string_view m_bytes;
+};
+
+/** A storage or a stream of a document file. What it refers to stays in the bytes of the directory. */
 struct DirectoryEntry {
     std::uint32_t identifier = 0;
     std::uint32_t parent = 0; ///< identifier of the storage that holds it; it need not be there
@@ -24,12 +63,15 @@ struct DirectoryEntry {
     std::uint32_t size = 0;
     /** When it was made and changed, each in units of 100 ns since 1601; 0 where the file does not tell. */
     std::array<std::uint64_t, 3> dates = {};
-    /** UTF-16 as stored. The names of properties begin with the character 3, that of the preview with 5. */
-    std::u16string name;
+    /** UTF-16 as stored, big-endian. The names of properties begin with the character 3, that of the preview with 5. */
+    std::string_view name;
     /** In the order of the stream, which need not be that of the file. Together they are as long as the size, which is
      * no more than that of the file, and each lies within it. */
-    std::vector<StreamPiece> pieces;
+    StreamPieces pieces;
 };
+
+/** The characters of a stored name. */
+std::u16string charactersOf(std::string_view i_name);
 
 /** The first bytes of a document file, which tell where its directory is. */
 struct FileHeader {
@@ -49,7 +91,7 @@ struct FileHeader {
 /**
  * Reads a directory. Everything that it tells is checked against the file; one thing that does not fit and none of it
  * is believed.
- * @param i_directory its bytes, from FileHeader::directory to the end of the file
+ * @param i_directory its bytes, from FileHeader::directory to the end of the file; the entries refer to them
  * @return false, without entries, when it does not fit
  */
 bool readDirectory(std::string_view i_directory, std::uint64_t i_file_size, std::vector<DirectoryEntry>& o_entries);

@@ -1,6 +1,5 @@
 #include "links/DocumentScan.h"
 
-#include "links/DocumentFields.h"
 #include "links/FirstPlaces.h"
 #include "links/Markers.h"
 
@@ -31,8 +30,21 @@ std::vector<const LinkedDocument*> DocumentScan::used(LinkedDocument::Kind i_kin
     return documents;
 }
 
+bool DocumentScan::usesAny() {
+    const std::vector<LinkedDocument>& documents = stream().documents();
+    return std::any_of(documents.begin(), documents.end(),
+                       [](const LinkedDocument& i_document) { return i_document.uses != 0; });
+}
+
+std::size_t DocumentScan::summary() {
+    if (!m_summary) m_summary = findMarker(m_image, marker::summary, 0);
+    return *m_summary;
+}
+
+DocumentVersion DocumentScan::version() { return readVersion(m_image, summary()); }
+
 int DocumentScan::release() {
-    if (!m_release) m_release = readVersion(m_image, findMarker(m_image, marker::summary, 0)).release;
+    if (!m_release) m_release = version().release;
     return *m_release;
 }
 

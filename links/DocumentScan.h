@@ -3,6 +3,7 @@
 
 #include "foundation/SearchKernel.h"
 #include "links/ContextParts.h"
+#include "links/DocumentFields.h"
 #include "links/MultiModelLinks.h"
 #include "links/PropertyStream.h"
 
@@ -28,9 +29,16 @@ public:
 
     /** Whether the image has a document-property stream. */
     bool hasStream() const { return m_property != notFound; }
+    /** Whether it has an application container, as parts do. */
+    bool hasApplication() const { return m_application != notFound; }
+    bool hasSummary() { return summary() != notFound; }
     const PropertyStream& stream();
     /** Documents of a kind that are in use, in stream order. */
     std::vector<const LinkedDocument*> used(LinkedDocument::Kind i_kind);
+    /** Whether any document is in use. */
+    bool usesAny();
+    /** Of the program that saved the document last. */
+    DocumentVersion version();
 
     /** Release of the program that saved the document last; 0 when it does not tell. */
     int release();
@@ -46,12 +54,14 @@ public:
 private:
     /** Where the names of containers begin between the two streams; notFound when they do not. */
     std::size_t containerNames() const;
+    std::size_t summary();
 
     std::string_view m_image;
     std::size_t m_application;
     std::size_t m_property;
     std::optional<std::size_t> m_first_names; ///< first place in the image, when known
     std::optional<PropertyStream> m_stream;
+    std::optional<std::size_t> m_summary;
     std::optional<int> m_release;
     std::optional<std::vector<std::string>> m_references;
     std::optional<std::vector<ImportUse>> m_uses;

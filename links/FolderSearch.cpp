@@ -23,11 +23,16 @@ public:
     Folder& operator=(const Folder&) = delete;
 
     bool isOpen() const { return m_open; }
-    /** Name of the next entry; null at the end. */
+    /** Name of the next entry, empty for one that cannot be told; null at the end. Some platforms give the last entry
+     * together with the end. */
     const char* next() {
+        if (!m_open || m_at_end) return nullptr;
+        m_entry.name[0] = '\0';
         int at_end = 0;
-        if (!m_open || CATReadDirectory(&m_directory, &m_entry, &at_end) != CATLibSuccess || at_end) return nullptr;
-        return m_entry.name;
+        const bool read = CATReadDirectory(&m_directory, &m_entry, &at_end) == CATLibSuccess;
+        m_at_end = !read || at_end != 0;
+        const bool has_last = at_end != 0 && *m_entry.name;
+        return m_at_end && !has_last ? nullptr : m_entry.name;
     }
     /** Path of an entry; null when it is longer than the platform's paths. */
     const char* pathOf(const char* i_folder, const char* i_entry) {
@@ -40,8 +45,11 @@ private:
     CATDirectory m_directory{};
     CATDirectoryEntry m_entry{};
     char m_path[CATMaxPathSize] = "";
+    bool m_at_end = false;
     bool m_open;
 };
+
+bool isPassedOver(const char* i_entry) { return !*i_entry || *i_entry == '.'; }
 
 void appendFoldersBelow(const std::string& i_directory, FoldersBelow& io_below) {
     const auto sp_folder = std::make_unique<Folder>(i_directory.c_str());
@@ -49,7 +57,7 @@ void appendFoldersBelow(const std::string& i_directory, FoldersBelow& io_below) 
         const char* const p_entry = sp_folder->next();
         if (!p_entry) break;
         ++io_below.entries;
-        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory.c_str(), p_entry);
+        const char* const p_path = isPassedOver(p_entry) ? nullptr : sp_folder->pathOf(i_directory.c_str(), p_entry);
         if (!p_path || !Folder(p_path).isOpen()) continue;
         io_below.folders.push_back({p_path, io_below.entries});
         appendFoldersBelow(p_path, io_below);
@@ -68,7 +76,7 @@ const char* findBelow(const char* i_file_name, const char* i_directory) {
         const char* const p_entry = sp_folder->next();
         if (!p_entry) break;
         ++entriesRead;
-        const char* const p_path = *p_entry == '.' ? nullptr : sp_folder->pathOf(i_directory, p_entry);
+        const char* const p_path = isPassedOver(p_entry) ? nullptr : sp_folder->pathOf(i_directory, p_entry);
         if (p_path) p_found = findBelow(i_file_name, p_path);
     }
     return p_found;

@@ -41,6 +41,13 @@ Number packedNumberAt(std::string_view i_image, std::size_t i_at) {
     return {(first - kFirstPair) * 256 + byteAt(i_image, i_at + 1), i_at + 2};
 }
 
+/** The symbol number of the repository at a place; its end is notFound when none stands there. */
+Number repositoryAt(std::string_view i_image, std::size_t i_at) {
+    if (!standsAt(i_image, i_at, kContextHead)) return {};
+    const Number number = packedNumberAt(i_image, i_at + kContextHead.size() + 1);
+    return standsAt(i_image, number.end, kContextEnd) ? number : Number();
+}
+
 /** A text of a table: one byte of length, which counts itself, or 0 and four bytes; false when it does not lie whole
  * in front of i_end. */
 bool readText(std::string_view i_image, std::size_t& io_at, std::size_t i_end, std::string_view& o_text) {
@@ -71,7 +78,7 @@ private:
     /** The container takes a hundred bytes an input; what is further off belongs to another one. */
     static std::size_t windowBefore(std::size_t i_at) {
         constexpr std::size_t window = std::size_t{1} << 20;
-        return i_at - std::min(i_at, window);
+        return i_at - (std::min)(i_at, window);
     }
     std::size_t lastBefore(std::size_t i_at, std::string_view i_marker) const {
         const std::size_t begin = windowBefore(i_at);
@@ -80,7 +87,7 @@ private:
     }
     /** The table tells its length and the number of its texts in front of them. */
     void readTable(std::size_t i_first_text) {
-        const std::size_t earliest = i_first_text - std::min(i_first_text, kLongestTableHead);
+        const std::size_t earliest = i_first_text - (std::min)(i_first_text, kLongestTableHead);
         const std::size_t found = searchLast(m_image.substr(earliest, i_first_text - earliest), kTableHead);
         if (found == notFound) return;
         const std::size_t head = earliest + found;
@@ -88,7 +95,7 @@ private:
         const Number count = packedNumberAt(m_image, head + kTableHead.size() + sizeof(std::int32_t));
         if (length < 0 || count.end != i_first_text || !holds(m_image, head, static_cast<std::size_t>(length))) return;
         readTexts(i_first_text, head + static_cast<std::size_t>(length),
-                  static_cast<std::size_t>(std::max(0, count.value)));
+                  static_cast<std::size_t>((std::max)(0, count.value)));
     }
     void readTexts(std::size_t i_at, std::size_t i_end, std::size_t i_count) {
         std::string_view text;
@@ -107,8 +114,8 @@ private:
         for (std::size_t at = findMarker(m_image, beginning, i_begin, i_end); at != notFound;
              at = findMarker(m_image, beginning, at + 1, i_end)) {
             if (standsAt(m_image, at, kContextHead)) {
-                const Number number = packedNumberAt(m_image, at + kContextHead.size() + 1);
-                if (!standsAt(m_image, number.end, kContextEnd)) continue;
+                const Number number = repositoryAt(m_image, at);
+                if (number.end == notFound) continue;
                 ++repositories;
                 symbol = number.value;
             } else if (const std::size_t path = pathMeantAt(at); path != notFound) {
@@ -140,6 +147,16 @@ private:
 
 ImportedElements readImportContainer(std::string_view i_image, std::size_t i_repository) {
     return ImportContainer(i_image, i_repository).takeElements();
+}
+
+std::vector<std::int32_t> repositorySymbols(std::string_view i_image) {
+    std::vector<std::int32_t> symbols;
+    for (std::size_t at = findMarker(i_image, kContextHead, 0); at != notFound;
+         at = findMarker(i_image, kContextHead, at + 1)) {
+        const Number number = repositoryAt(i_image, at);
+        if (number.end != notFound) symbols.push_back(number.value);
+    }
+    return symbols;
 }
 
 } // namespace vorntools

@@ -4,7 +4,9 @@
 #include "links/ImportedElements.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace vorntools {
 
@@ -14,6 +16,10 @@ namespace vorntools {
  * @param i_repository position of the repositories' name, which stands in the table
  */
 ImportedElements readImportContainer(std::string_view i_image, std::size_t i_repository);
+
+/** The symbol numbers that the import repositories of an image point to, in its order. Bytes that only look like a
+ * repository count as one. */
+std::vector<std::int32_t> repositorySymbols(std::string_view i_image);
 
 } // namespace vorntools
 

@@ -1,6 +1,7 @@
 #include "links/LinkedNames.h"
 
 #include "CATLib.h"
+#include "CATUnicodeString.h"
 #include "UTILFile.h"
 
 #include <algorithm>
@@ -73,8 +74,8 @@ std::string firstFile(std::initializer_list<std::string> i_names) {
 /** Removes the path components at the end that both directories share. */
 void removeCommonEnd(std::string& io_saved, std::string& io_current) {
     while (!io_saved.empty() && !io_current.empty() && nameOf(io_saved) == nameOf(io_current)) {
-        io_saved.resize(io_saved.size() - std::min(io_saved.size(), nameOf(io_saved).size() + 1));
-        io_current.resize(io_current.size() - std::min(io_current.size(), nameOf(io_current).size() + 1));
+        io_saved.resize(io_saved.size() - (std::min)(io_saved.size(), nameOf(io_saved).size() + 1));
+        io_current.resize(io_current.size() - (std::min)(io_current.size(), nameOf(io_current).size() + 1));
     }
 }
 
@@ -94,24 +95,34 @@ LinkedNames::LinkedNames(std::string_view i_own_path, std::string_view i_file_na
     if (!m_directory.empty() && !isSeparator(m_directory.back())) m_directory += m_separator;
 }
 
-const std::string& LinkedNames::resolve(const std::string& i_name) {
+const LinkedName& LinkedNames::find(const std::string& i_name) {
     auto known = m_known.find(i_name);
     if (known == m_known.end()) {
-        Place place;
-        place.path = isBareName(i_name) ? firstFile({m_directory + i_name}) : findPath(i_name, place.entries);
-        if (place.path.empty()) place.path = i_name;
-        known = m_known.emplace(i_name, std::move(place)).first;
+        LinkedName name;
+        name.path = isBareName(i_name) ? firstFile({m_directory + i_name}) : findPath(i_name, name.entries);
+        name.exists = !name.path.empty();
+        if (!name.exists) name.path = i_name;
+        known = m_known.emplace(i_name, std::move(name)).first;
+        known->second.stored = known->first;
     }
     setEntriesRead(known->second.entries);
-    return known->second.path;
+    return known->second;
 }
 
 std::string LinkedNames::findPath(const std::string& i_name, int& o_entries) {
     if (exists(i_name)) return i_name;
     const std::string path = withOneSeparator(i_name, m_separator);
-    std::string found = isAbsolute(path) ? firstFile({rerooted(path), besideRoot(path)}) : findRelative(path);
+    std::string found = isAbsolute(path) ? findMoved(path) : findRelative(path);
     if (!found.empty() || m_current_directory.empty()) return found;
     return findByName(std::string(nameOf(path)), o_entries);
+}
+
+/** Both ways often lead to the same place, which is looked at once. */
+std::string LinkedNames::findMoved(const std::string& i_path) const {
+    const std::string here = rerooted(i_path);
+    std::string beside = besideRoot(i_path);
+    if (beside == here) beside.clear();
+    return firstFile({here, beside});
 }
 
 std::string LinkedNames::findByName(const std::string& i_name, int& o_entries) {

@@ -12,6 +12,14 @@ namespace vorntools {
 /** Whether a name has no directory. */
 bool isBareName(std::string_view i_name);
 
+/** Where one document that another one names was looked for. */
+struct LinkedName {
+    std::string_view stored;
+    std::string path;    ///< of the file; as stored when there is none
+    bool exists = false; ///< whether the path is that of a file
+    int entries = 0;     ///< read by the search for it
+};
+
 /**
  * Where the documents that one document names are to be looked for, all names in the platform's 8-bit form: the first
  * of these that is a file, else the name as stored.
@@ -29,16 +37,14 @@ public:
     LinkedNames(std::string_view i_own_path, std::string_view i_file_name, std::string_view i_directory,
                 KnownFolders& io_folders);
 
-    const std::string& resolve(const std::string& i_name);
+    const LinkedName& find(const std::string& i_name);
+    const std::string& resolve(const std::string& i_name) { return find(i_name).path; }
 
 private:
-    struct Place {
-        std::string path;
-        int entries = 0; ///< read by the search for it
-    };
     std::string findPath(const std::string& i_name, int& o_entries);
     /** As findBelow the document's directory, but reads the folders once for all names. */
     std::string findByName(const std::string& i_name, int& o_entries);
+    std::string findMoved(const std::string& i_path) const;
     std::string findRelative(const std::string& i_path) const;
     /** The path with the part of the saved directory that differs from the current one exchanged for the latter. */
     std::string rerooted(const std::string& i_path) const;
@@ -50,7 +56,7 @@ private:
     std::string m_current_directory; ///< of the document now, separators made one
     std::string m_directory;
     KnownFolders& m_folders;
-    std::unordered_map<std::string, Place> m_known;
+    std::unordered_map<std::string, LinkedName> m_known; ///< by the stored name
 };
 
 } // namespace vorntools

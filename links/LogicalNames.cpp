@@ -14,7 +14,10 @@ namespace {
 
 using OwnedText = std::unique_ptr<CATUnicodeString>;
 
-bool isSeparator(const CATUnicodeChar& i_character) { return i_character == '/' || i_character == '\\'; }
+bool isSeparatorAt(const CATUnicodeString& i_name, int i_position) {
+    const CATUnicodeString character = i_name.SubString(i_position, 1);
+    return character == "/" || character == "\\";
+}
 
 bool isDrivePath(const CATUnicodeString& i_name) { return i_name.SubString(1, 2) == CATUnicodeString(":\\"); }
 
@@ -53,7 +56,7 @@ struct Division {
 Division divideByName(const CATUnicodeString& i_name) {
     const int length = i_name.GetLengthInChar();
     int end = 0;
-    while (end < length && !isSeparator(i_name[static_cast<size_t>(end)])) ++end;
+    while (end < length && !isSeparatorAt(i_name, end)) ++end;
     const CATUnicodeString first = i_name.SubString(0, end);
     if (end == 0 || end == length || !directoryOf(first)) return {};
     return {first, end + 1};
@@ -62,9 +65,9 @@ Division divideByName(const CATUnicodeString& i_name) {
 /** Position of what lies below a directory, behind the separator; 0 when the name does not lie there. */
 int restBelow(const CATUnicodeString& i_directory, const CATUnicodeString& i_name) {
     int end = i_directory.GetLengthInChar();
-    while (end > 0 && isSeparator(i_directory[static_cast<size_t>(end - 1)])) --end;
+    while (end > 0 && isSeparatorAt(i_directory, end - 1)) --end;
     if (end == 0 || !beginsWith(i_name, i_directory.SubString(0, end))) return 0;
-    return isSeparator(i_name[static_cast<size_t>(end)]) ? end + 1 : 0;
+    return isSeparatorAt(i_name, end) ? end + 1 : 0;
 }
 
 Division divideByDirectory(const CATUnicodeString& i_name) {

@@ -41,7 +41,7 @@ public:
     /** @param ip_document null for none */
     bool take(const MultiModelLinks::Element& i_element, const LinkedDocument* ip_document) {
         const std::size_t name = ip_document ? ip_document->name.size() : 0;
-        const std::size_t taken = std::max(i_element.publication.size(), i_element.tag.size() + name);
+        const std::size_t taken = (std::max)(i_element.publication.size(), i_element.tag.size() + name);
         if (taken > m_left) return false;
         m_left -= taken;
         return true;

@@ -108,7 +108,7 @@ bool readOther(std::string_view i_image, const Block& i_block, bool i_little_end
     const std::size_t file = text.find(marker::countedFile);
     if (file == std::string::npos) return false;
     const std::size_t type = file + marker::countedFile.size();
-    o_document.kind = text.substr(std::min(type + 1, text.size()), byteAt(text, type));
+    o_document.kind = text.substr((std::min)(type + 1, text.size()), byteAt(text, type));
     const std::size_t length = type + 1 + o_document.kind.size();
     const std::size_t name_bytes = byteAt(text, length) | std::size_t{byteAt(text, length + 1)} << 8;
     if (!holds(text, length + kNameLengthBytes, 1)) return false;

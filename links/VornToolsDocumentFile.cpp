@@ -4,10 +4,9 @@
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentFile.h"
-#include "links/DocumentScan.h"
+#include "links/LinkImage.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <memory>
 #include <string>
@@ -21,29 +20,9 @@ const CATUnicodeString VornToolsDocumentFile::_CteCLASS_NAME("VornToolsDocumentF
 
 namespace {
 
-struct FreeBytes {
-    void operator()(char* ip_bytes) const { std::free(ip_bytes); }
-};
-
-/** Lengths of strings are handed over as int. */
-constexpr std::uint64_t kLongestImage = std::numeric_limits<int>::max();
-
 VornToolsString* newString(std::string_view i_bytes) {
-    return i_bytes.size() < kLongestImage ? new VornToolsString(i_bytes.data(), static_cast<int>(i_bytes.size()))
-                                          : nullptr;
-}
-
-VornToolsString* wholeFile(const JournalFrame& i_frame, const DocumentFile& i_file) {
-    const std::uint64_t size = i_file.size();
-    if (size == 0) return nullptr;
-    if (size >= kLongestImage) {
-        i_frame.write("The file has 2 GiB or more");
-        return nullptr;
-    }
-    std::unique_ptr<char, FreeBytes> sp_bytes(static_cast<char*>(std::malloc(static_cast<std::size_t>(size) + 1)));
-    if (!sp_bytes || !i_file.readWhole(sp_bytes.get())) return nullptr;
-    sp_bytes.get()[size] = '\0';
-    return new VornToolsString(static_cast<int>(size), sp_bytes.release());
+    constexpr std::size_t longest = (std::numeric_limits<int>::max)();
+    return i_bytes.size() < longest ? new VornToolsString(i_bytes.data(), static_cast<int>(i_bytes.size())) : nullptr;
 }
 
 /** Year, month and day of a day counted from 1601-01-01. */
@@ -127,7 +106,6 @@ struct VornToolsDocumentFile::Content {
     }
     int indexOf(std::uint32_t i_storage);
     VornToolsString* makeLinkImage(const JournalFrame& i_frame);
-    void noteCondition(std::string_view i_image);
 };
 
 /** Index of a storage, from 1; 0 when it is not there. */
@@ -144,28 +122,11 @@ int VornToolsDocumentFile::Content::indexOf(std::uint32_t i_storage) {
 }
 
 VornToolsString* VornToolsDocumentFile::Content::makeLinkImage(const JournalFrame& i_frame) {
-    std::string streams;
-    std::unique_ptr<VornToolsString> sp_image;
-    if (file.readLinkImage(streams))
-        sp_image.reset(newString(streams));
-    else
-        sp_image.reset(wholeFile(i_frame, file));
-    if (sp_image) noteCondition({sp_image->bytes(), sp_image->size()});
-    return sp_image.release();
-}
-
-void VornToolsDocumentFile::Content::noteCondition(std::string_view i_image) {
+    LinkImage image;
+    if (!image.read(i_frame, file)) return nullptr;
     is_condition_known = true;
-    const FileHeader& header = file.header();
-    DocumentScan scan(i_image);
-    if (header.is_document && file.size() < FileHeader::length)
-        condition = DocumentCutOff;
-    else if (header.is_known_layout && !file.isWhole())
-        condition = header.end() > file.size() ? DocumentCutOff : DocumentDamaged;
-    else if (!scan.hasStream())
-        condition = header.is_document ? DocumentIntact : DocumentNoDocument;
-    else
-        condition = scan.stream().isComplete() ? DocumentIntact : DocumentDamaged;
+    condition = image.conditionOf(file);
+    return image.takeBytes();
 }
 
 VornToolsDocumentFile::VornToolsDocumentFile() : m_content(nullptr) {}
@@ -225,7 +186,7 @@ HRESULT VornToolsDocumentFile::getEntry(int i_index, CATUnicodeString& o_name, i
     if (!p_entry) return frame.report(ErrorOutOfRange, "i_index");
     const auto name_and_place = [&] {
         o_parent = m_content->indexOf(p_entry->parent);
-        o_name = textOf(p_entry->name);
+        o_name = textOf(charactersOf(p_entry->name));
     };
     if (!guarded(name_and_place)) {
         o_parent = 0;

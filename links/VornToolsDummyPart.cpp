@@ -121,7 +121,7 @@ unsigned char VornToolsDummyPart::isAFileDummyPart(const CATUnicodeString& fullF
     }
     const auto test = [&]() -> unsigned char {
         long long size = 0;
-        if (FAILED(UTILFile::getFileSize(fullFileName, size))) {
+        if (FAILED(UTILFile::getFileSize(nameOnDisk(fullFileName), size))) {
             frame.write("getFileSize returns failed for : %s", fullFileName);
             return 0;
         }

@@ -2,6 +2,7 @@
 
 #include "VornToolsCommon.h"
 #include "VornToolsFolderMemory.h"
+#include "foundation/FileNames.h"
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentFields.h"
@@ -18,15 +19,6 @@ const CATUnicodeString VornToolsLinks::_CteCLASS_NAME("VornToolsLinks::");
 
 namespace {
 
-/** Adds what a filter asks for. @return whether a link that it asks for lacks its tag or document */
-bool addByType(LinkScan& io_scan, const CATUnicodeString& i_type) {
-    const bool multi_model_only = i_type == "MML";
-    if (!multi_model_only) io_scan.addAssembly();
-    if (i_type == "MMLASSY") return false;
-    const bool missing = io_scan.addMultiModel();
-    return multi_model_only && missing;
-}
-
 /** Runs some groups of links on an image; reports a missing image. */
 template <class Groups>
 Links linksOfImage(const JournalFrame& i_frame, const VornToolsString* ip_image, const VornToolsString* ip_file_name,
@@ -34,7 +26,8 @@ Links linksOfImage(const JournalFrame& i_frame, const VornToolsString* ip_image,
     Links links;
     if (isMissing(i_frame, ip_image)) return links;
     guarded([&] {
-        LinkScan scan(viewOf(*ip_image), viewOf(ip_file_name), viewOf(i_directory), io_folders);
+        DocumentScan document(viewOf(*ip_image));
+        LinkScan scan(document, viewOf(ip_file_name), viewOf(i_directory), io_folders);
         i_add_groups(scan);
         links = linksOf(scan.links());
     });
@@ -103,15 +96,13 @@ int VornToolsLinks::searchLinks(CATUnicodeString filePath, CATUnicodeString link
     count = 0;
     missingTag = 0;
 
-    const std::unique_ptr<VornToolsString> sp_image(VornToolsCommon::readBinaryFile(filePath));
+    const CATUnicodeString name = nameOnDisk(filePath);
+    const std::unique_ptr<VornToolsString> sp_image(VornToolsCommon::readBinaryFile(name));
     if (!sp_image) return 0;
     const bool whole = guarded([&] {
-        LinkScan scan(viewOf(*sp_image), viewOf(filePath), viewOf(directory), *folders.m_folders);
-        bool missing = false;
-        if (linkType == kDrawingLink)
-            scan.addDrawing();
-        else
-            missing = addByType(scan, linkType);
+        DocumentScan document(viewOf(*sp_image));
+        LinkScan scan(document, viewOf(name), viewOf(directory), *folders.m_folders);
+        const bool missing = scan.addForSearch(viewOf(linkType));
         lists.fill(scan.links());
         count = static_cast<double>(scan.links().size());
         missingTag = missing ? 1 : 0;
@@ -135,8 +126,9 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getLinks(VornToolsString* image, 
     Links links;
     if (isMissing(frame, image)) return links;
     guarded([&] {
-        LinkScan scan(viewOf(*image), viewOf(fileName), viewOf(directory), *folders.m_folders);
-        const bool missing = addByType(scan, linkType);
+        DocumentScan document(viewOf(*image));
+        LinkScan scan(document, viewOf(fileName), viewOf(directory), *folders.m_folders);
+        const bool missing = scan.addByType(viewOf(linkType));
         links = linksOf(scan.links());
         missingTag = missing ? 1 : 0;
     });

@@ -71,7 +71,10 @@ int VornToolsLinks::getMmlDocuments(VornToolsString* image, int release, int app
         DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
         scan.setRelease(release);
         LinkedNames names(scan.stream().ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
-        documents = stringsOf(multiModelNames(scan, names));
+        std::vector<std::string_view> paths;
+        for (const LinkedName* const p_name : multiModelNames(scan, names))
+            paths.push_back(p_name ? std::string_view(p_name->path) : std::string_view());
+        documents = stringsOf(paths);
     });
     return 0;
 }

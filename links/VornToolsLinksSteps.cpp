@@ -69,45 +69,6 @@ int VornToolsLinks::getGhosts(VornToolsString* image, int position, VornToolsVec
     return 0;
 }
 
-int VornToolsLinks::getStoredNames(VornToolsString* image, int position, VornToolsString& ownPath,
-                                   VornToolsVector<VornToolsString>& names, VornToolsVector<EnumStoredName>& kinds,
-                                   VornToolsVector<int>& uses) {
-    const JournalFrame frame(_CteCLASS_NAME, "getStoredNames");
-    ownPath = VornToolsString();
-    clear(names);
-    clear(kinds);
-    clear(uses);
-    if (isMissing(frame, image)) return 0;
-    static_assert(static_cast<int>(LinkedDocument::PartFile) == StoredPartFile &&
-                  static_cast<int>(LinkedDocument::Drawing) == StoredDrawing);
-    guarded([&] {
-        const PropertyStream stream(viewOf(*image), positionOf(position));
-        std::vector<std::string_view> stored;
-        std::vector<std::pair<EnumStoredName, int>> kinds_and_uses;
-        const auto add = [&](std::string_view i_name, EnumStoredName i_kind, int i_uses) {
-            stored.push_back(i_name);
-            kinds_and_uses.emplace_back(i_kind, i_uses);
-        };
-        for (const LinkedDocument& document : stream.documents())
-            if (document.uses != 0) add(document.name, static_cast<EnumStoredName>(document.kind), document.uses);
-        for (const OtherDocument& document : stream.others()) add(document.name, StoredOther, document.uses);
-
-        VornToolsString own_path = stringOf(stream.ownPath());
-        Strings found_names = stringsOf(stored);
-        VornToolsVector<EnumStoredName> found_kinds(static_cast<unsigned int>(stored.size()));
-        VornToolsVector<int> found_uses(static_cast<unsigned int>(stored.size()));
-        for (const auto& [kind, count] : kinds_and_uses) {
-            found_kinds.append(kind);
-            found_uses.append(count);
-        }
-        ownPath = std::move(own_path);
-        names = std::move(found_names);
-        kinds = std::move(found_kinds);
-        uses = std::move(found_uses);
-    });
-    return 0;
-}
-
 int VornToolsLinks::getOtherDocuments(VornToolsString* image, int position, VornToolsString* fileName,
                                       CATUnicodeString directory, VornToolsVector<VornToolsString>& names,
                                       VornToolsVector<VornToolsString>& kinds, VornToolsVector<int>& uses,

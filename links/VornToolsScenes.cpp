@@ -7,6 +7,7 @@
 #include "links/SceneGroups.h"
 
 #include "CATIProduct.h"
+#include "CATLISTV_CATBaseUnknown.h"
 
 #include <memory>
 

@@ -2,6 +2,7 @@
 
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/TextKeys.h"
 #include "properties/CreationRules.h"
 #include "properties/DocumentAttributes.h"
 #include "properties/ParameterNames.h"
@@ -9,20 +10,21 @@
 
 #include "CATDocument.h"
 #include "CATICkeParmFactory.h"
+#include "CATIContainer.h"
 #include "CATISPPProcessContainer.h"
 #include "CATISamAccess.h"
 #include "CATISamAnalysisContainer.h"
+#include "CATISamAnalysisManager.h"
+#include "CATISpecAttrKey.h"
 #include "CATInit.h"
 #include "CATLISTV_CATISpecObject.h"
 
 #include <memory>
-#include <unordered_set>
 
 using namespace vorntools;
 
 namespace {
 
-using NameSet = std::unordered_set<CATUnicodeString>;
 using ParameterList = std::unique_ptr<CATListValCATBaseUnknown_var>;
 
 /** The feature that a document keeps its parameters below, and the container that it is stored in. */
@@ -107,7 +109,7 @@ HRESULT forEachMember(const JournalFrame& i_frame, CATICkeParameterSet* ipi_set,
 /** Updates what a set has of the attributes. @param o_present names of its parameters. @param io_code code of the last
  * update, if any. @return E_FAIL when a parameter is not known */
 HRESULT updateMembers(const JournalFrame& i_frame, CATICkeParameterSet* ipi_set, const AttributesToWrite& i_attributes,
-                      NameSet& o_present, HRESULT& io_code) {
+                      TextSet& o_present, HRESULT& io_code) {
     const auto positions = positionsOf(i_attributes.names);
     return forEachMember(i_frame, ipi_set,
                          [&](int i_member, CATICkeParm* ipi_parameter, const CATUnicodeString& i_name) {
@@ -125,7 +127,7 @@ HRESULT updateMembers(const JournalFrame& i_frame, CATICkeParameterSet* ipi_set,
 
 /** Creates the attributes that a set lacks, each name once, and shows them. @return the code of the last call */
 HRESULT createMissing(const JournalFrame& i_frame, CATICkeParmFactory* ipi_factory, CATICkeParameterSet* ipi_set,
-                      const AttributesToWrite& i_attributes, NameSet& io_present, const CreationRules& i_rules,
+                      const AttributesToWrite& i_attributes, TextSet& io_present, const CreationRules& i_rules,
                       HRESULT i_code) {
     const auto sp_publisher = queryInterface<CATIParmPublisher>(ipi_set);
     InterfacePtr<CATICkeParm> sp_made;
@@ -158,7 +160,7 @@ HRESULT writeAtHome(const JournalFrame& i_frame, const Home& i_home, const Attri
         if (!sp_set) return i_frame.missing("pi_set");
         code = VornToolsCADDOCProperties::redrawParametersNode(sp_set.get());
     }
-    NameSet present;
+    TextSet present;
     // A parameter that did not tell its name may be one of those that seem to lack.
     if (FAILED(updateMembers(i_frame, sp_set.get(), i_attributes, present, code))) return E_FAIL;
     return rules.creates ? createMissing(i_frame, sp_factory.get(), sp_set.get(), i_attributes, present, rules, code)

@@ -1,10 +1,10 @@
 #ifndef PROPERTIES_ATTRIBUTE_PAIRS_H
 #define PROPERTIES_ATTRIBUTE_PAIRS_H
 
+#include "foundation/TextKeys.h"
+
 #include "CATListOfCATUnicodeString.h"
 #include "CATUnicodeString.h"
-
-#include <unordered_set>
 
 namespace vorntools {
 
@@ -41,7 +41,7 @@ public:
 
 private:
     CATListValCATUnicodeString& m_list;
-    std::unordered_set<CATUnicodeString> m_names;
+    TextSet m_names;
 };
 
 } // namespace vorntools

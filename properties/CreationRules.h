@@ -3,10 +3,9 @@
 
 #include "foundation/Environment.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/TextKeys.h"
 
 #include "CATListOfCATUnicodeString.h"
-
-#include <unordered_set>
 
 namespace vorntools {
 
@@ -16,7 +15,7 @@ inline bool createsWhatLacks() { return environmentSays(&ENVManager::createProps
 /** The same, with the names of those that are made read-only. */
 struct CreationRules {
     bool creates = false;
-    std::unordered_set<CATUnicodeString> read_only_names;
+    TextSet read_only_names;
 
     /** E_FAIL, reported, when it is not to be had which are read-only: nobody would make them so later. */
     HRESULT read(const JournalFrame& i_frame) {

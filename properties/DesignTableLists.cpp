@@ -4,6 +4,7 @@
 #include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/TextKeys.h"
 #include "properties/ProductsBelow.h"
 
 #include "CATCSO.h"
@@ -36,7 +37,7 @@ public:
 
 private:
     CATListValCATUnicodeString& m_list;
-    std::unordered_set<CATUnicodeString> m_seen;
+    TextSet m_seen;
 };
 
 /** Adds a product with a reference for the caller. */
@@ -82,6 +83,7 @@ void appendProduct(const CATUnicodeString& i_name, const InterfacePtr<CATIProduc
 
 HRESULT appendTableFiles(CATDocument* ip_document, const SwitchWay& i_way, AssemblyLists& io_lists) {
     if (!ip_document || !io_lists.documents_with_tables.insert(ip_document).second) return S_OK;
+    const DesignMode design_mode(ip_document, i_way); // without it the tables leave memory once they are listed
     CATListValCATISpecObject_var design_tables;
     const HRESULT code = VornToolsCommon::getDesignTableList(ip_document, i_way.p_switcher, i_way.flag, &design_tables);
     for (int i = 1; i <= design_tables.Size(); ++i)

@@ -10,6 +10,7 @@
 #include "CATDocument.h"
 #include "CATIDesignTable.h"
 #include "CATIDocRoots.h"
+#include "CATLISTV_CATBaseUnknown.h"
 #include "CATListOfCATBaseUnknown.h"
 #include "CATListOfInt.h"
 #include "TYPMapCATUnicodeStringPVoid.h"

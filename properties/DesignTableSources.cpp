@@ -10,13 +10,16 @@
 #include "CATDocument.h"
 #include "CATICkeNaming.h"
 #include "CATICkeRelation.h"
+#include "CATIContainer.h"
 #include "CATIDesignTable.h"
 #include "CATIParmPublisher.h"
 #include "CATIPrtContainer.h"
 #include "CATISPPProcessContainer.h"
 #include "CATISamAccess.h"
 #include "CATISamAnalysisContainer.h"
+#include "CATISamAnalysisManager.h"
 #include "CATInit.h"
+#include "CATLISTV_CATBaseUnknown.h"
 #include "UTILFile.h"
 
 #include <memory>

@@ -2,10 +2,13 @@
 
 #include "properties/SpecAttributes.h"
 
+#include "CATICkeType.h"
+#include "CATISpecAttrKey.h"
+
 namespace vorntools {
 
-std::unordered_map<CATUnicodeString, int> positionsOf(const CATListValCATUnicodeString& i_names) {
-    std::unordered_map<CATUnicodeString, int> positions;
+TextMap<int> positionsOf(const CATListValCATUnicodeString& i_names) {
+    TextMap<int> positions;
     for (int i = 1; i <= i_names.Size(); ++i) positions.emplace(i_names[i], i);
     return positions;
 }

@@ -4,10 +4,9 @@
 // What the kinds of documents have in common.
 
 #include "foundation/Guarded.h"
+#include "foundation/TextKeys.h"
 #include "properties/AttributePairs.h"
 #include "properties/AttributesToWrite.h"
-
-#include <unordered_map>
 
 namespace vorntools {
 
@@ -16,7 +15,7 @@ using JoinValues = HRESULT (*)(CATISpecAttrAccess*, CATISpecAttrKey*, const CATU
                                const CATUnicodeString&, CATUnicodeString&);
 
 /** Position of the first entry of each name. */
-std::unordered_map<CATUnicodeString, int> positionsOf(const CATListValCATUnicodeString& i_names);
+TextMap<int> positionsOf(const CATListValCATUnicodeString& i_names);
 
 /** Creates an attribute; one without a name is refused: nobody could read a set with such a parameter again. */
 HRESULT createAttribute(const JournalFrame& i_frame, const AttributesToWrite& i_attributes, int i_entry,

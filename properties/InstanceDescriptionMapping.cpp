@@ -24,7 +24,7 @@ bool isFirstMappingLine(const CATUnicodeString& i_line) {
 CATUnicodeString mappingLinesOf(const CATUnicodeString& i_description) {
     CATListValCATUnicodeString lines;
     UTILString::split(i_description, kLineEnd, lines);
-    for (int i = 1; i <= std::min(lines.Size(), 2); ++i) {
+    for (int i = 1; i <= (std::min)(lines.Size(), 2); ++i) {
         CATUnicodeString& line = lines[i];
         if (endsWith(line, "\r")) line = line.SubString(0, line.GetLengthInChar() - 1);
     }

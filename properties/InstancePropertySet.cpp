@@ -5,6 +5,7 @@
 #include "session/ProductHelpers.h"
 
 #include "CATICkeRelationFactory.h"
+#include "CATISpecAttrKey.h"
 #include "CATISpecAttribute.h"
 
 #include <utility>

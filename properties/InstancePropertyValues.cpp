@@ -4,6 +4,8 @@
 #include "properties/ParameterTexts.h"
 #include "properties/SpecAttributes.h"
 
+#include "CATICkeInst.h"
+#include "CATISpecAttrKey.h"
 #include "UTILString.h"
 
 #include <memory>

@@ -2,6 +2,7 @@
 #define PROPERTIES_PARAMETER_KINDS_H
 
 #include "CATICkeParm.h"
+#include "CATICkeType.h"
 #include "CATUnicodeString.h"
 
 namespace vorntools {

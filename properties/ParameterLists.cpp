@@ -8,6 +8,7 @@
 #include "properties/SpecAttributes.h"
 
 #include "CATICkeParameterSet.h"
+#include "CATISpecAttrKey.h"
 #include "UTILConversion.h"
 
 #include <memory>

@@ -6,7 +6,9 @@
 #include "CATIAlias.h"
 #include "CATICkeNaming.h"
 #include "CATICkeRelationFactory.h"
+#include "CATIContainer.h"
 #include "CATIRedrawEvent.h"
+#include "CATISpecAttrKey.h"
 #include "CATLISTV_CATISpecObject.h"
 #include "VornToolsCADDOCProperties.h"
 

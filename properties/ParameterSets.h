@@ -7,6 +7,7 @@
 #include "CATICkeParm.h"
 #include "CATIParmPublisher.h"
 #include "CATISpecObject.h"
+#include "CATLISTV_CATISpecObject.h"
 
 #include <utility>
 

@@ -5,6 +5,7 @@
 #include "foundation/JournalFrame.h"
 
 #include "CATICkeMagnitude.h"
+#include "CATICkeUnit.h"
 
 using namespace vorntools;
 

@@ -9,6 +9,7 @@
 #include "properties/ValueList.h"
 
 #include "CATICkeParmFactory.h"
+#include "CATISpecAttrKey.h"
 #include "VornLocaleEnv.h"
 #include "VornToolsCADDOCProperties.h"
 

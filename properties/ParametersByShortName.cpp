@@ -7,6 +7,8 @@
 #include "properties/ParameterSets.h"
 
 #include "CATICkeParmFactory.h"
+#include "CATIContainer.h"
+#include "CATISpecAttrKey.h"
 #include "CATLISTV_CATISpecObject.h"
 #include "UTILFile.h"
 

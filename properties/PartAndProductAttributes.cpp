@@ -2,11 +2,14 @@
 
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/TextKeys.h"
 #include "properties/CreationRules.h"
 #include "properties/DocumentAttributes.h"
 #include "properties/ParameterSets.h"
 
 #include "CATICkeParmFactory.h"
+#include "CATIContainer.h"
+#include "CATISpecAttrKey.h"
 #include "UTILLog.h"
 
 #include <memory>
@@ -109,7 +112,7 @@ private:
     const JournalFrame& m_frame;
     const AttributesToWrite& m_attributes;
     Present m_present;
-    std::unordered_map<CATUnicodeString, int> m_positions;
+    TextMap<int> m_positions;
     const InterfacePtr<CATIParmPublisher> m_set;
     bool m_created = false;
     HRESULT m_code = S_OK;

@@ -2,6 +2,7 @@
 
 #include "foundation/InterfaceIds.h"
 
+#include "CATLISTV_CATBaseUnknown.h"
 #include "CATListOfCATBaseUnknown.h"
 
 #include <memory>

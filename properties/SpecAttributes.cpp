@@ -3,6 +3,7 @@
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
+#include "CATISpecAttrKey.h"
 #include "CATISpecAttribute.h"
 #include "CATISpecObject.h"
 #include "VornToolsCADDOCProperties.h"

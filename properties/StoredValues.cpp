@@ -8,6 +8,7 @@
 #include "properties/SpecAttributes.h"
 
 #include "CATICkeMagnitude.h"
+#include "CATISpecAttrKey.h"
 #include "UTILString.h"
 
 #include <memory>

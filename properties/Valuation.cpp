@@ -4,6 +4,7 @@
 #include "properties/ParameterTexts.h"
 
 #include "CATICkeInst.h"
+#include "CATICkeUnit.h"
 #include "VornLocaleEnv.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ bool isReal(ParameterKind i_kind) { return i_kind == ParameterKind::Real || i_ki
 /** Numbers that differ by what converting them between units adds count as equal. */
 bool areEqual(double i_a, double i_b) {
     constexpr double kNoise = 1e-9;
-    return std::fabs(i_a - i_b) <= kNoise * std::max(std::fabs(i_a), std::fabs(i_b));
+    return std::fabs(i_a - i_b) <= kNoise * (std::max)(std::fabs(i_a), std::fabs(i_b));
 }
 
 /** Whether several texts of a type letter are what a parameter holds; truth values are also a text. */

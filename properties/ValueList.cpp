@@ -3,6 +3,7 @@
 #include "properties/ParameterTexts.h"
 #include "properties/SpecAttributes.h"
 
+#include "CATISpecAttrKey.h"
 #include "UTILString.h"
 
 namespace vorntools {

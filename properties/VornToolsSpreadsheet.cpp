@@ -3,13 +3,13 @@
 #include "foundation/Environment.h"
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/TextKeys.h"
 
 #include "TYPMapCATUnicodeStringPVoid.h"
 #include "UTILFile.h"
 
 #include <cstddef>
 #include <memory>
-#include <unordered_set>
 #include <vector>
 
 using namespace vorntools;
@@ -92,7 +92,7 @@ private:
     };
 
     std::vector<Entry> m_entries;
-    std::unordered_set<CATUnicodeString> m_file_names;
+    TextSet m_file_names;
     TYPMapCATUnicodeStringPVoid* p_map = nullptr; ///< that is being filled
     std::size_t m_inserted = 0;
 };

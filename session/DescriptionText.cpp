@@ -2,7 +2,10 @@
 
 #include "foundation/Texts.h"
 
+#include "CATListOfCATUnicodeString.h"
 #include "UTILString.h"
+
+#include <initializer_list>
 
 namespace vorntools {
 

@@ -86,7 +86,7 @@ CATDocument* findDocument(const JournalFrame& i_frame, const SoughtName& i_sough
     const CATListPtrCATDocument* const p_documents = ListDocuments();
     if (!p_documents) return nullptr;
     const int count = p_documents->Size();
-    for (int i = 1; i <= std::min(count, p_documents->Size()); ++i) {
+    for (int i = 1; i <= (std::min)(count, p_documents->Size()); ++i) {
         CATDocument* const p_document = (*p_documents)[i];
         if (!p_document || !VornToolsCommon::isDocumentInSessionManagedByMaro(p_document)) continue;
         if (hasName(i_frame, *p_document, i_sought, o_code)) return p_document;

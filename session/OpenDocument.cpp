@@ -7,6 +7,7 @@
 #include "CATFrmEditor.h"
 #include "CATIEditor.h"
 #include "CATIIniInteractiveSession.h"
+#include "CATSession.h"
 #include "CATSessionServices.h"
 
 using namespace vorntools;

@@ -7,6 +7,7 @@
 #include "VornIHMMessageDialog.h"
 
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 
 using namespace vorntools;

@@ -14,6 +14,7 @@
 #include "CATFrmEditor.h"
 #include "CATIADocument.h"
 #include "CATIDocRoots.h"
+#include "CATLISTV_CATBaseUnknown.h"
 #include "UTILFile.h"
 #include "VornIHMMessageDialog.h"
 

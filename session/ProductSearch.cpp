@@ -8,6 +8,7 @@
 #include "session/Shapes.h"
 
 #include "CATDocument.h"
+#include "CATLISTV_CATBaseUnknown.h"
 
 #include <memory>
 #include <unordered_set>
@@ -35,6 +36,10 @@ public:
         CATUnicodeString file_name;
         if (FAILED(splitFullName(i_full_name, directory, file_name))) return false;
         return !file_name.IsNull() && m_sought.Compare(file_name) != 0;
+    }
+    /** Of a file in a directory that nobody knows. */
+    bool acceptsFileName(const CATUnicodeString& i_file_name) const {
+        return !m_is_full && m_sought.Compare(i_file_name) != 0;
     }
 
 private:
@@ -119,7 +124,10 @@ bool isShownBy(const ProductPtr& i_reference, const NameTest& i_name) {
 bool isPictureOf(CATIProduct& i_product, const NameTest& i_name) {
     const auto sp_automation = queryInterface<CATIAProduct>(&i_product);
     CATUnicodeString path;
-    return sp_automation && SUCCEEDED(readMasterShapePath(*sp_automation.get(), path)) && i_name.accepts(path);
+    if (sp_automation && SUCCEEDED(readMasterShapePath(*sp_automation.get(), path))) return i_name.accepts(path);
+    // A picture that does not tell its file has the name of it; the directory stays unknown.
+    const CATUnicodeString file_name = fileNameOfPicture(i_product);
+    return !file_name.IsNull() && i_name.acceptsFileName(file_name);
 }
 
 /** What is looked for among the representations of products. */

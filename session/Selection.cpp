@@ -95,7 +95,7 @@ CATPathElement* onlyElement(const JournalFrame& i_frame, CATCSO& i_selection) {
     }
     i_frame.write(count == 0 ? "No object is selected. Stop process."
                              : "More than 1 object is selected. Stop process.");
-    VornIHMMessageDialog::showError(kErrorLevel, count == 0 ? kNothingSelected : kSeveralSelected);
+    VornIHMMessageDialog::showError(kErrorLevel, count == 0 ? kNothingSelected : kSeveralSelected, "");
     return nullptr;
 }
 
@@ -173,7 +173,7 @@ HRESULT VornToolsCommon::getSelectedElement(CATIProduct*& opi_selected_catiprodu
     opi_selected_catiproduct = productOf(p_path_element).detach();
     if (opi_selected_catiproduct) return S_OK;
     frame.missing("opi_selected_catiproduct");
-    VornIHMMessageDialog::showError(kErrorLevel, kNothingSelected);
+    VornIHMMessageDialog::showError(kErrorLevel, kNothingSelected, "");
     return E_FAIL;
 }
 

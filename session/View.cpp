@@ -11,6 +11,7 @@
 #include "CATIAApplication.h"
 #include "CATMsgCatalog.h"
 #include "CATNavigBox.h"
+#include "CATString.h"
 
 using namespace vorntools;
 

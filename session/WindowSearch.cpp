@@ -8,7 +8,9 @@
 #include "CATDocument.h"
 #include "CATFrmEditor.h"
 #include "CATFrmLayout.h"
+#include "CATFrmWindow.h"
 #include "CATIProduct.h"
+#include "CATListOfCATFrmWindow.h"
 #include "CATSessionServices.h"
 
 #include <utility>

@@ -7,6 +7,8 @@
 #include "CATDocumentsInSession.h"
 #include "CATFrmEditor.h"
 #include "CATFrmLayout.h"
+#include "CATFrmWindow.h"
+#include "CATListOfCATFrmWindow.h"
 #include "UTILFile.h"
 
 #include <cstring>

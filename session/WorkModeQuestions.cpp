@@ -4,6 +4,7 @@
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
+#include "CATDocumentsInSession.h"
 #include "CATSessionServices.h"
 #include "VornToolsWorkModeServices.h"
 

@@ -61,7 +61,7 @@ Document& Document::withoutRoots() {
 }
 
 bool Document::loaded() const {
-    return m_object && m_object->inSession && LoadedDocuments(Session::current().data()).contains(*m_object);
+    return m_object && m_object->inSession && LoadedDocuments(Session::current().data()).settle(*m_object);
 }
 
 Product Document::root() const { return Product(m_object ? m_object->rootProduct() : nullptr); }

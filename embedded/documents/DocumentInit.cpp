@@ -18,9 +18,8 @@ public:
         const IID* const iid = interfaceNamed(iInterfaceID);
         if (failing("CATInit::GetRootContainer") || !iid) return nullptr;
         ContainerObject& container = KnowledgeData::get().container(owner());
-        void* const found = container.findInterface(*iid);
-        if (found) container.AddRef();
-        return static_cast<CATBaseUnknown*>(found);
+        const Found found = container.findInterface(*iid);
+        return handOut(static_cast<CATBaseUnknown*>(found.pointer));
     }
 };
 

@@ -31,16 +31,18 @@ DocumentIdObject::DocumentIdObject(DocumentObject& document) : Implements("Docum
 
 std::string DocumentIdObject::objectName() const { return "identity of " + m_document.objectName(); }
 
+const Object* DocumentIdObject::home() const { return &m_document; }
+
 HRESULT DocumentIdObject::GetType(CATUnicodeString& oType) {
     return textAnswer(called("CATIDocId::GetType"), m_document.type(), oType);
 }
 
 DescriptorObject::DescriptorObject(DocumentObject& document)
-    : Implements("CATDocumentDescriptor"), m_document(document) {
-    pin();
-}
+    : Implements("CATDocumentDescriptor"), m_document(document) {}
 
 std::string DescriptorObject::objectName() const { return "descriptor of " + m_document.objectName(); }
+
+const Object* DescriptorObject::home() const { return &m_document; }
 
 CATUuid DescriptorObject::GetUuid() const {
     static char null[] = "0_0_0_0";
@@ -102,8 +104,7 @@ HRESULT DocumentObject::GetDocId(CATIDocId** oDocId) {
     if (!m_id) m_id = std::make_unique<DocumentIdObject>(*this);
     const FaultFlavour flavour = called("CATDocument::GetDocId");
     if (flavour != FaultFlavour::none) return failedAnswer<CATIDocId*>(flavour, *oDocId, nullptr, m_id.get());
-    *oDocId = m_id.get();
-    m_id->AddRef();
+    *oDocId = handOut<CATIDocId>(m_id.get());
     return S_OK;
 }
 
@@ -112,6 +113,7 @@ CATBoolean DocumentObject::IsSaved() const { return !failing("CATDocument::IsSav
 CATDocumentDescriptor* DocumentObject::GetDocumentDescriptor() const {
     if (failing("CATDocument::GetDocumentDescriptor") || !hasDescriptor) return nullptr;
     if (!m_descriptor) m_descriptor = std::make_unique<DescriptorObject>(const_cast<DocumentObject&>(*this));
+    m_descriptor->pin();
     return m_descriptor.get();
 }
 
@@ -134,7 +136,7 @@ CATBaseUnknown* DocumentObject::mainRoot() {
 CATListValCATBaseUnknown_var* DocumentObject::GiveDocRoots() {
     if (failing("CATIDocRoots::GiveDocRoots") || !hasRoots) return nullptr;
     auto roots = std::make_unique<CATListValCATBaseUnknown_var>();
-    roots->Append(CATBaseUnknown_var(mainRoot()));
+    roots->Append(handleOf<CATBaseUnknown_var>(mainRoot()));
     return roots.release();
 }
 

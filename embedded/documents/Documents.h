@@ -24,11 +24,12 @@ EMBEDDED_IDENTITY(CATIDocId);
 EMBEDDED_IDENTITY(CATIDocRoots);
 
 /** The identity of a document as an object of its own. */
-class DocumentIdObject final : public Implements<CATIDocId> {
+class DocumentIdObject final : public Implements<CATBaseUnknown, CATIDocId> {
 public:
     explicit DocumentIdObject(DocumentObject& document);
 
     std::string objectName() const override;
+    const Object* home() const override;
     HRESULT GetType(CATUnicodeString& oType) override;
 
 private:
@@ -41,6 +42,7 @@ public:
     explicit DescriptorObject(DocumentObject& document);
 
     std::string objectName() const override;
+    const Object* home() const override;
     CATUuid GetUuid() const override;
 
 private:
@@ -48,7 +50,7 @@ private:
 };
 
 /** The root of a document without product structure, such as a drawing. */
-class PlainRootObject final : public Implements<CATISpecObject> {
+class PlainRootObject final : public Implements<CATBaseUnknown, CATISpecObject> {
 public:
     explicit PlainRootObject(DocumentObject& document);
 
@@ -65,6 +67,7 @@ public:
     DocumentObject(SessionData& session, const std::string& storageName);
 
     std::string objectName() const override;
+    const Object* home() const override { return this; }
     const std::string& name() const { return m_name; }
     const std::string& type() const { return m_type; }
     void setType(const std::string& type);
@@ -81,7 +84,8 @@ public:
     bool hasDescriptor = true;
     bool hasAutomation = true;
     bool hasRoots = true;
-    bool inSession = true; ///< false once closed
+    bool inSession = true;    ///< false once closed
+    bool wasUnloaded = false; ///< while every place of it shows its picture; see LoadedDocuments::settle
 
     CATUnicodeString StorageName() const override;
     HRESULT GetDocId(CATIDocId** oDocId) override;
@@ -96,7 +100,7 @@ public:
 
 private:
     bool answers(const IID& iid) const override;
-    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    Found extended(const IID& iid) override { return extensionFor(*this, iid); }
     CATBaseUnknown* mainRoot();
 
     SessionData& m_session;

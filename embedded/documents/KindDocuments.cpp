@@ -41,8 +41,7 @@ public:
         ContainerObject& container = KnowledgeData::get().container(owner());
         if (flavour != FaultFlavour::none)
             return failedAnswer<CATIContainer*>(flavour, oContainer, nullptr, &container);
-        container.AddRef();
-        oContainer = &container;
+        oContainer = handOut<CATIContainer>(&container);
         return S_OK;
     }
 
@@ -66,7 +65,9 @@ public:
         const FaultFlavour flavour = called("CATISamAnalysisContainer::GetAnalysisManager");
         FeatureNode& feature = KnowledgeData::get().feature(owner().document(), kManager, "Analysis Manager");
         const bool filled = flavour == FaultFlavour::none || flavour == FaultFlavour::codeWithOutput;
-        oManager = CATISamAnalysisManager_var(filled ? &extensionOf<AnalysisManager>(feature) : nullptr);
+        oManager = filled ? handleOf<CATISamAnalysisManager_var>(
+                                static_cast<CATISamAnalysisManager*>(&extensionOf<AnalysisManager>(feature)))
+                          : CATISamAnalysisManager_var();
         return flavour == FaultFlavour::none || flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
     }
 
@@ -84,7 +85,7 @@ public:
         auto list = std::make_unique<CATListValCATBaseUnknown_var>();
         const auto& roots = KnowledgeData::get().roots;
         const auto found = roots.find({&owner().document(), kProcess});
-        if (found != roots.end()) list->Append(CATBaseUnknown_var(found->second->unknown()));
+        if (found != roots.end()) list->Append(handleOf<CATBaseUnknown_var>(found->second->unknown()));
         return list.release();
     }
 

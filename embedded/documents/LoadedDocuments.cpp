@@ -1,5 +1,6 @@
 #include "embedded/documents/LoadedDocuments.h"
 
+#include "embedded/files/FileNames.h"
 #include "embedded/frame/FrameData.h"
 #include "embedded/structure/Places.h"
 
@@ -15,10 +16,19 @@ bool LoadedDocuments::contains(const DocumentObject& document) {
     const ProductObject* const root = document.existingRootProduct();
     if (!root || root->reference()->pictures.empty()) return true;
     const Reference& reference = *root->reference();
-    if (document.references() != 0 || root->references() != 0 || isOpen(reference)) return true;
+    if (foldedName(document.type()) == "catproduct" || isOpen(reference)) return true;
+    if (placesOf(reference) > reference.pictures.size()) return true;
     const auto isInOpenStructure = [this](const ProductObject* place) { return isOpen(*rootOf(*place).reference()); };
     const auto seen = std::count_if(reference.pictures.begin(), reference.pictures.end(), isInOpenStructure);
     return placesOf(reference) > static_cast<Count>(seen);
+}
+
+bool LoadedDocuments::settle(DocumentObject& document) {
+    const bool unloaded = document.inSession && !contains(document);
+    if (unloaded && !document.wasUnloaded) Object::loseAllOf(document);
+    if (!unloaded && document.wasUnloaded) document.pin();
+    document.wasUnloaded = unloaded;
+    return !unloaded;
 }
 
 bool LoadedDocuments::isKept(const DocumentObject& document) const {

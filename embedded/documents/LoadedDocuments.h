@@ -10,8 +10,8 @@ namespace embedded {
 
 /**
  * Which documents of the session are loaded, at one moment. A document whose every place in the open structures is in
- * visualisation is not: the places show a picture that the cache holds. A window, a lock and whoever holds a reference
- * to the document or its root product keep it loaded all the same.
+ * visualisation is not: the places show a picture that the cache holds. A window and a lock keep it loaded all the
+ * same, a reference that somebody holds does not. A product document stays loaded.
  *
  * The open structures are those of documents that no other document uses, and of those that a window or a lock keeps.
  */
@@ -19,12 +19,15 @@ class LoadedDocuments {
 public:
     explicit LoadedDocuments(SessionData& session);
 
-    bool contains(const DocumentObject& document);
+    /** Whether a document is among them. One that is loaded no longer is unloaded with everything in it, one that is
+     * again is loaded: to be asked when that may have changed. */
+    bool settle(DocumentObject& document);
 
 private:
     /** Number of places in the open structures. Shared assemblies multiply: it stops at a great many. */
     using Count = std::uint64_t;
 
+    bool contains(const DocumentObject& document);
     bool isKept(const DocumentObject& document) const;
     bool isOpen(const Reference& reference) const;
     Count placesOf(const Reference& reference);

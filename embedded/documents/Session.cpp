@@ -2,6 +2,7 @@
 
 #include "embedded/Records.h"
 #include "embedded/documents/Digest.h"
+#include "embedded/documents/Profiles.h"
 #include "embedded/documents/SessionData.h"
 #include "embedded/files/FileNames.h"
 
@@ -19,6 +20,7 @@ Session::~Session() = default;
 void Session::reset() {
     // In place: the environment keeps its address.
     m_data->environment = Environment();
+    m_data->setSwitches(*switchesOf(profile()));
     m_data->updatedDrawings.clear();
     m_data->logLines.clear();
     // They refer to the objects below.

@@ -1,8 +1,18 @@
 #include "embedded/documents/SessionData.h"
 
+#include "embedded/documents/Profiles.h"
+#include "embedded/text/TextBytes.h"
+
 #include <utility>
 
 namespace embedded {
+
+SessionData::SessionData() { setSwitches(*switchesOf(profile())); }
+
+void SessionData::setSwitches(const Switches& switches) {
+    m_switches = switches;
+    TextBytes::useCodePage(switches.codePage != CodePage::utf8);
+}
 
 Reference& SessionData::newReference(DocumentObject& document, bool component) {
     references.push_back(std::make_unique<Reference>());

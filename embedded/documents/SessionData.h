@@ -2,6 +2,7 @@
 #define EMBEDDED_DOCUMENTS_SESSION_DATA_H
 
 #include "embedded/Environment.h"
+#include "embedded/Profile.h"
 #include "embedded/documents/Documents.h"
 #include "embedded/structure/Products.h"
 
@@ -30,6 +31,8 @@ public:
  * deep a structure is, taking it down needs no recursion.
  */
 struct SessionData {
+    SessionData();
+
     Environment environment;
     std::vector<std::string> updatedDrawings;
     std::vector<std::string> logLines; ///< of the integration's log file
@@ -51,8 +54,13 @@ struct SessionData {
 
     Reference& newReference(DocumentObject& document, bool component);
     ProductObject* newProduct(std::unique_ptr<ProductObject> product);
+    const Switches& switches() const { return m_switches; }
+    void setSwitches(const Switches& switches);
     /** The document behind a platform pointer; null for one that the session does not hold. */
     DocumentObject* documentBehind(const CATDocument* pointer) const;
+
+private:
+    Switches m_switches;
 };
 
 } // namespace embedded

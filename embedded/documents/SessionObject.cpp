@@ -1,4 +1,5 @@
 #include "embedded/documents/SessionObject.h"
+
 #include "CATSessionServices.h"
 #include "embedded/Session.h"
 #include "embedded/documents/LoadedDocuments.h"
@@ -33,7 +34,7 @@ HRESULT Create_Session(char* iSessionName, CATSession*& oSession) {
     if (flavour != FaultFlavour::none) return failedAnswer<CATSession*>(flavour, oSession, nullptr, &part.object);
     oSession = &part.object;
     if (part.exists) return S_FALSE;
-    part.object.name = iSessionName ? iSessionName : "";
+    part.object.name = fromEightBit(iSessionName ? iSessionName : "");
     part.exists = true;
     return S_OK;
 }
@@ -44,6 +45,6 @@ const CATLISTP(CATDocument) * ListDocuments() {
     part.list.RemoveAll(CATCollec::KeepAllocation);
     LoadedDocuments loaded(part.session);
     for (const auto& document : part.session.documents)
-        if (loaded.contains(*document)) part.list.Append(document.get());
+        if (loaded.settle(*document)) part.list.Append(document.get());
     return &part.list;
 }

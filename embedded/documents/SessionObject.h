@@ -23,7 +23,7 @@ public:
     }
 
 private:
-    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    Found extended(const IID& iid) override { return extensionFor(*this, iid); }
 };
 
 /** The session object and the list of documents that it hands out. */

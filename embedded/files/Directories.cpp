@@ -2,26 +2,35 @@
 #include "CATLib.h"
 #include "embedded/Accounting.h"
 #include "embedded/Failures.h"
+#include "embedded/Profile.h"
 #include "embedded/files/FileNames.h"
 #include "embedded/files/SystemFiles.h"
+#include "embedded/text/TextBytes.h"
 
 #include <algorithm>
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <system_error>
+#include <vector>
 
 using namespace embedded;
 namespace fs = std::filesystem;
 
 namespace {
 
-/** The entries still to come: "." and ".." first, as most systems give them. */
+struct Entry {
+    std::string name;
+    bool isFile = false;
+};
+
+/** The entries as they were when the folder was opened. */
 struct OpenFolder {
     std::string path;
-    fs::directory_iterator next;
-    int dots = 2;
+    std::vector<Entry> entries;
+    std::size_t next = 0;
 };
 
 /** The entry that was read last when it is a file. A search through folders tries to open each entry, and the folder
@@ -45,17 +54,6 @@ bool copyName(const std::string& name, char* out) {
     return length == name.size();
 }
 
-/** The folder's first entry; throws nothing for a name that is no text. */
-bool openFolder(const char* path, fs::directory_iterator& first) {
-    try {
-        std::error_code error;
-        first = fs::directory_iterator(fs::u8path(path), error);
-        return !error;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
 /** Name of an entry; empty when it is no text. */
 std::string nameOf(const fs::directory_entry& entry) {
     try {
@@ -65,13 +63,54 @@ std::string nameOf(const fs::directory_entry& entry) {
     }
 }
 
+/** The entries of a folder with "." and ".." first, in no other order than the system's; false when there is no such
+ * folder. Throws nothing for a name that is no text. */
+bool listFolder(const std::string& path, std::vector<Entry>& entries) {
+    try {
+        std::error_code error;
+        fs::directory_iterator entry(fs::u8path(path), error);
+        if (error) return false;
+        entries = {{".", false}, {"..", false}};
+        for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+            std::error_code isNone;
+            const bool isFile = !entry->is_symlink(isNone) && entry->is_regular_file(isNone);
+            entries.push_back({nameOf(*entry), isFile});
+        }
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+void putInOrder(std::vector<Entry>& entries) {
+    const FolderOrder order = switches().folderOrder;
+    if (order == FolderOrder::system) return;
+    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
+    if (order == FolderOrder::reversed) std::reverse(entries.begin(), entries.end());
+}
+
+/** The parts of a list of folders, or the one folder that it is. */
+std::vector<std::string> foldersOf(const std::string& paths) {
+    std::vector<std::string> folders;
+    std::size_t from = 0;
+    std::size_t end = switches().pathLists ? paths.find(systemListSeparator()) : std::string::npos;
+    for (; end != std::string::npos; end = paths.find(systemListSeparator(), from)) {
+        folders.push_back(paths.substr(from, end - from));
+        from = end + 1;
+    }
+    folders.push_back(paths.substr(from));
+    return folders;
+}
+
 } // namespace
 
 CATLibStatus CATOpenDirectory(const char* iPath, CATDirectory* oDir) {
     if (fails("CATOpenDirectory") || !isText(iPath) || !oDir) return CATLibError;
-    fs::directory_iterator first;
-    if (iPath == lastFileRead() || !openFolder(iPath, first)) return CATLibError;
-    oDir->handle = new OpenFolder{iPath, std::move(first)};
+    auto folder = std::make_unique<OpenFolder>();
+    folder->path = fromEightBit(iPath);
+    if (folder->path == lastFileRead() || !listFolder(folder->path, folder->entries)) return CATLibError;
+    putInOrder(folder->entries);
+    oDir->handle = folder.release();
     ++Accounting::get().live().files;
     return CATLibSuccess;
 }
@@ -85,20 +124,14 @@ CATLibStatus CATReadDirectory(CATDirectory* iDir, CATDirectoryEntry* oEntry, int
         if (flavour == FaultFlavour::codeWithOutput) copyName("stale", oEntry->name);
         return flavour == FaultFlavour::nullOutput ? CATLibSuccess : CATLibError;
     }
-    if (folder->dots > 0) {
-        copyName(folder->dots-- == 2 ? "." : "..", oEntry->name);
-        return CATLibSuccess;
-    }
-    if (folder->next == fs::directory_iterator()) {
+    if (folder->next == folder->entries.size()) {
         *oEndOfDir = 1;
         return CATLibSuccess;
     }
-    const std::string name = nameOf(*folder->next);
-    std::error_code endsTheFolder;
-    const bool isFile = !folder->next->is_symlink(endsTheFolder) && folder->next->is_regular_file(endsTheFolder);
-    lastFileRead() = isFile ? joinedName(folder->path, name) : std::string();
-    folder->next.increment(endsTheFolder);
-    return copyName(name, oEntry->name) ? CATLibSuccess : CATLibError;
+    const Entry& entry = folder->entries[folder->next++];
+    lastFileRead() = entry.isFile ? joinedName(folder->path, entry.name) : std::string();
+    if (switches().entryWithEndOfFolder && folder->next == folder->entries.size()) *oEndOfDir = 1;
+    return copyName(toEightBit(entry.name), oEntry->name) ? CATLibSuccess : CATLibError;
 }
 
 CATLibStatus CATCloseDirectory(CATDirectory* iDir) {
@@ -116,11 +149,14 @@ CATLibStatus CATCloseDirectory(CATDirectory* iDir) {
 const char* CATFindPath(const char* iFilename, const char* iPaths) {
     static std::string& found = *new std::string;
     if (fails("CATFindPath") || !isText(iFilename) || !isText(iPaths)) return nullptr;
-    const std::string path = joinedName(iPaths, iFilename);
-    FileFacts facts;
-    if (!examineFile(path, facts) || !facts.isFile) return nullptr;
-    found = path;
-    return found.c_str();
+    for (const std::string& folder : foldersOf(fromEightBit(iPaths))) {
+        const std::string path = joinedName(folder, fromEightBit(iFilename));
+        FileFacts facts;
+        if (!examineFile(path, facts) || !facts.isFile) continue;
+        found = toEightBit(path);
+        return found.c_str();
+    }
+    return nullptr;
 }
 
 void CATMakePath(const char* iDir, const char* iFileName, char* oFullpath) {

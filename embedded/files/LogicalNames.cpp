@@ -1,7 +1,10 @@
 // Logical names of directories, for the platform and for its companion.
+#include "embedded/files/LogicalNames.h"
+
 #include "CATDLName.h"
 #include "UTILDLName.h"
 #include "UTILFile.h"
+#include "embedded/Profile.h"
 #include "embedded/Session.h"
 #include "embedded/files/FileNames.h"
 #include "embedded/object/Answers.h"
@@ -22,15 +25,31 @@ const std::string* directoryOf(const std::string& logicalName) {
     return found == names.end() ? nullptr : &found->second;
 }
 
+bool isLogical(const std::string& name) { return name.compare(0, kMarker.size(), kMarker) == 0; }
+
 /** Ends a call that hands out a new text. What a failing call leaves in the output belongs to nobody. */
 HRESULT newTextAnswer(FaultFlavour flavour, const std::string& value, CATUnicodeString*& output) {
     static CATUnicodeString& stale = *new CATUnicodeString("stale");
     if (flavour != FaultFlavour::none) return failedAnswer<CATUnicodeString*>(flavour, output, nullptr, &stale);
-    output = new CATUnicodeString(value.data(), value.size());
+    output = new CATUnicodeString(toText(value));
     return S_OK;
 }
 
 } // namespace
+
+std::optional<std::string> embedded::physicalName(const std::string& name) {
+    if (!isLogical(name)) return name;
+    const std::size_t end = name.find_first_of(kSeparators, kMarker.size());
+    const std::string* const directory = directoryOf(name.substr(kMarker.size(), end - kMarker.size()));
+    if (!directory) return std::nullopt;
+    const std::string file = end == std::string::npos ? std::string() : name.substr(end + 1);
+    return file.empty() ? *directory : joinedName(*directory, file);
+}
+
+std::string embedded::diskName(const CATUnicodeString& name) {
+    const std::string& bytes = TextBytes::of(name);
+    return switches().servicesKnowLogicalNames ? physicalName(bytes).value_or(bytes) : bytes;
+}
 
 HRESULT CATGetDLName(const CATUnicodeString* iDLName, CATUnicodeString** oRealName) {
     if (!oRealName) return E_FAIL;
@@ -73,20 +92,14 @@ HRESULT UTILDLName::getPhysicalPathFromDLName(const CATUnicodeString& iName, CAT
     const FaultFlavour flavour = Failures::get().ask("UTILDLName::getPhysicalPathFromDLName");
     // The output may be the very text that is resolved.
     const std::string name = toBytes(iName);
-    if (flavour != FaultFlavour::none || name.compare(0, kMarker.size(), kMarker) != 0)
-        return textAnswer(flavour, name, oPhysical);
-    oPhysical = "";
-    const std::size_t end = name.find_first_of(kSeparators, kMarker.size());
-    const std::string* const directory = directoryOf(name.substr(kMarker.size(), end - kMarker.size()));
-    if (!directory) return E_FAIL;
-    const std::string file = end == std::string::npos ? std::string() : name.substr(end + 1);
-    oPhysical = toText(file.empty() ? *directory : joinedName(*directory, file));
-    return S_OK;
+    if (flavour != FaultFlavour::none) return textAnswer(flavour, name, oPhysical);
+    const std::optional<std::string> physical = physicalName(name);
+    oPhysical = physical ? toText(*physical) : CATUnicodeString();
+    return physical ? S_OK : E_FAIL;
 }
 
 HRESULT UTILDLName::cleanUpDLName(const CATUnicodeString& iName, CATUnicodeString& oClean) {
     const std::string name = toBytes(iName);
-    const bool isLogical = name.compare(0, kMarker.size(), kMarker) == 0;
-    return textAnswer(Failures::get().ask("UTILDLName::cleanUpDLName"), isLogical ? name.substr(kMarker.size()) : name,
-                      oClean);
+    return textAnswer(Failures::get().ask("UTILDLName::cleanUpDLName"),
+                      isLogical(name) ? name.substr(kMarker.size()) : name, oClean);
 }

@@ -127,6 +127,8 @@ bool deleteFileOnDisk(std::string_view name) {
 
 const char* systemSeparator() { return "\\"; }
 
+char systemListSeparator() { return ';'; }
+
 #else
 
 bool examineFile(std::string_view name, FileFacts& facts) {
@@ -188,6 +190,8 @@ bool renameFileOnDisk(std::string_view name, std::string_view newName) {
 bool deleteFileOnDisk(std::string_view name) { return isPossibleName(name) && ::unlink(name.data()) == 0; }
 
 const char* systemSeparator() { return "/"; }
+
+char systemListSeparator() { return ':'; }
 
 #endif
 

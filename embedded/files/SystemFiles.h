@@ -48,8 +48,9 @@ bool renameFileOnDisk(std::string_view name, std::string_view newName);
 /** Deletes a file, read-only or not; a folder stays. */
 bool deleteFileOnDisk(std::string_view name);
 
-/** The system's separator. */
+/** The system's separator, and that of its lists of folders. */
 const char* systemSeparator();
+char systemListSeparator();
 
 } // namespace embedded
 

@@ -1,6 +1,7 @@
 #include "UTILFile.h"
 #include "embedded/Session.h"
 #include "embedded/files/FileNames.h"
+#include "embedded/files/LogicalNames.h"
 #include "embedded/files/SystemFiles.h"
 #include "embedded/object/Answers.h"
 
@@ -18,15 +19,13 @@ namespace {
 
 constexpr std::size_t kBufferSize = 65536;
 
-std::string_view bytesOf(const CATUnicodeString& text) {
-    return {text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte())};
-}
+std::string_view bytesOf(const CATUnicodeString& text) { return TextBytes::of(text); }
 
 unsigned char isType(const CATUnicodeString& extension, const char* type) {
     return extension.Compare(type) != 0 ? 1 : 0;
 }
 
-CATUnicodeString textOf(std::string_view bytes) { return CATUnicodeString(bytes.data(), bytes.size()); }
+CATUnicodeString textOf(std::string_view bytes) { return toText(std::string(bytes)); }
 
 } // namespace
 
@@ -134,7 +133,7 @@ HRESULT UTILFile::open(const CATUnicodeString& iFileName, const char* iMode) {
     close();
     if (fails("UTILFile::open") || !iMode || std::strcmp(iMode, "r") != 0) return E_FAIL;
     m_file = OpenFile::obtain();
-    if (m_file->open(bytesOf(iFileName))) return S_OK;
+    if (m_file->open(diskName(iFileName))) return S_OK;
     close();
     return E_FAIL;
 }
@@ -180,12 +179,12 @@ HRESULT UTILFile::splitPathAndFileName(const CATUnicodeString& iFullName, CATUni
 
 unsigned char UTILFile::existingFile(const CATUnicodeString& iFileName) {
     FileFacts facts;
-    return !fails("UTILFile::existingFile") && examineFile(bytesOf(iFileName), facts) && facts.isFile ? 1 : 0;
+    return !fails("UTILFile::existingFile") && examineFile(diskName(iFileName), facts) && facts.isFile ? 1 : 0;
 }
 
 CATUnicodeString UTILFile::getPathSeparator() {
     const std::string& separator = Session::current().environment().separator;
-    return separator.empty() ? CATUnicodeString(systemSeparator()) : toText(separator);
+    return separator.empty() ? toText(systemSeparator()) : toText(separator);
 }
 
 CATUnicodeString UTILFile::getExtension(const CATUnicodeString& iFileName) {
@@ -208,37 +207,37 @@ HRESULT UTILFile::getFileSize(const CATUnicodeString& iFileName, long long& oSiz
     const FaultFlavour flavour = Failures::get().ask("UTILFile::getFileSize");
     if (flavour != FaultFlavour::none) return failedAnswer<long long>(flavour, oSize, 0, staleSize);
     FileFacts facts;
-    if (!examineFile(bytesOf(iFileName), facts) || !facts.isFile) return E_FAIL;
+    if (!examineFile(diskName(iFileName), facts) || !facts.isFile) return E_FAIL;
     oSize = facts.size;
     return S_OK;
 }
 
 int UTILFile::getLastModificationDateOnFile(const CATUnicodeString& iFileName) {
     FileFacts facts;
-    if (fails("UTILFile::getLastModificationDateOnFile") || !examineFile(bytesOf(iFileName), facts)) return -1;
+    if (fails("UTILFile::getLastModificationDateOnFile") || !examineFile(diskName(iFileName), facts)) return -1;
     return static_cast<int>(static_cast<std::uint32_t>(facts.changed));
 }
 
 HRESULT UTILFile::copyFile(const CATUnicodeString& iSource, const CATUnicodeString& iTarget) {
     const FaultFlavour flavour = Failures::get().ask("UTILFile::copyFile");
     if (flavour == FaultFlavour::code) return E_FAIL;
-    if (!copyFileOnDisk(bytesOf(iSource), bytesOf(iTarget))) return E_FAIL;
+    if (!copyFileOnDisk(diskName(iSource), diskName(iTarget))) return E_FAIL;
     if (flavour == FaultFlavour::none) return S_OK;
     // The disk got full half way; not every caller is told.
     FileFacts facts;
-    examineFile(bytesOf(iTarget), facts);
-    cutFileOnDisk(bytesOf(iTarget), facts.size / 2);
+    examineFile(diskName(iTarget), facts);
+    cutFileOnDisk(diskName(iTarget), facts.size / 2);
     return flavour == FaultFlavour::codeWithOutput ? E_FAIL : S_OK;
 }
 
 HRESULT UTILFile::renameFile(const CATUnicodeString& iFileName, const CATUnicodeString& iNewName) {
     if (fails("UTILFile::renameFile")) return E_FAIL;
-    return renameFileOnDisk(bytesOf(iFileName), bytesOf(iNewName)) ? S_OK : E_FAIL;
+    return renameFileOnDisk(diskName(iFileName), diskName(iNewName)) ? S_OK : E_FAIL;
 }
 
 HRESULT UTILFile::deleteFile(const CATUnicodeString& iFileName) {
     if (fails("UTILFile::deleteFile")) return E_FAIL;
-    return deleteFileOnDisk(bytesOf(iFileName)) ? S_OK : E_FAIL;
+    return deleteFileOnDisk(diskName(iFileName)) ? S_OK : E_FAIL;
 }
 
 unsigned char UTILFile::filesAreEqual(const CATUnicodeString& iFirst, const CATUnicodeString& iSecond) {

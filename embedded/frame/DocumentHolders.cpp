@@ -1,4 +1,5 @@
 // What keeps a document open, and closing one that nothing keeps.
+#include "embedded/documents/LoadedDocuments.h"
 #include "embedded/files/FileNames.h"
 #include "embedded/frame/FrameData.h"
 
@@ -35,7 +36,10 @@ void FrameData::reportHolders(const DocumentObject& document) const {
 }
 
 void FrameData::closeUnlessHeld(DocumentObject& document) {
-    if (isHeld(document)) return;
+    if (isHeld(document)) {
+        LoadedDocuments(session).settle(document);
+        return;
+    }
     const auto isIt = [&document](const auto& entry) { return entry.get() == &document; };
     const auto found = std::find_if(session.documents.begin(), session.documents.end(), isIt);
     if (found == session.documents.end()) return;

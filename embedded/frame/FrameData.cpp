@@ -1,5 +1,7 @@
 #include "embedded/frame/FrameData.h"
 
+#include "embedded/documents/LoadedDocuments.h"
+
 #include <algorithm>
 
 namespace embedded {
@@ -54,6 +56,7 @@ EditorObject& FrameData::editorOf(DocumentObject* document) {
 WindowObject& FrameData::openWindow(WindowKind kind, EditorObject* editor) {
     windows.push_back(std::make_unique<WindowObject>(kind, editor));
     active = windows.back().get();
+    if (DocumentObject* const document = active->document()) LoadedDocuments(session).settle(*document);
     return *active;
 }
 

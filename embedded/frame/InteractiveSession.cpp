@@ -36,8 +36,7 @@ public:
         if (!document) return E_FAIL;
         EditorObject& editor = data.editorOf(document.object());
         data.openWindow(WindowKind::graphic, &editor);
-        editor.AddRef();
-        *oEditor = &editor;
+        *oEditor = handOut<CATIEditor>(&editor);
         return S_OK;
     }
 };

@@ -17,7 +17,7 @@ PathElementObject::Entry PathElementObject::entryOf(const SelectionPath::Item& i
     const auto entry = [](auto* object) { return object ? Entry{object->unknown(), object} : Entry(); };
     switch (item.kind) {
     case SelectionPath::Item::Kind::product:
-        item.shown.get(); // may be called without a reference from now on
+        if (item.shown) item.shown.object()->pin();
         return entry(item.shown.object());
     case SelectionPath::Item::Kind::document: return entry(item.opened.object());
     case SelectionPath::Item::Kind::designTable: {
@@ -51,9 +51,11 @@ HRESULT PathElementObject::Search(const IID& iIID, void** oPointer) {
     const FaultFlavour flavour = called("CATPathElement::Search");
     if (flavour != FaultFlavour::none) return failedAnswer<void*>(flavour, *oPointer, nullptr, this);
     for (auto entry = m_objects.rbegin(); entry != m_objects.rend(); ++entry) {
-        *oPointer = entry->object ? entry->object->findInterface(iIID) : nullptr;
-        if (!*oPointer) continue;
-        entry->unknown->AddRef();
+        const Found found = entry->object ? entry->object->findInterface(iIID) : Found();
+        if (!found) continue;
+        const HandingOut goesOn;
+        entry->object->addReference(*found.hold);
+        *oPointer = found.pointer;
         return S_OK;
     }
     return E_FAIL;

@@ -18,7 +18,7 @@ namespace embedded {
 EMBEDDED_IDENTITY(CATIMechanicalFeature);
 
 /** An object below the products, such as a process activity. */
-class SelectableObject final : public Implements<CATISpecObject> {
+class SelectableObject final : public Implements<CATBaseUnknown, CATISpecObject> {
 public:
     SelectableObject(const std::string& type, const std::string& derived) : Implements(type, derived) { pin(); }
     CATBoolean IsUpToDate(CATIDomain_var) const override {
@@ -27,7 +27,7 @@ public:
 };
 
 /** A feature of a part. */
-class FeatureObject final : public Implements<CATISpecObject, CATIMechanicalFeature> {
+class FeatureObject final : public Implements<CATBaseUnknown, CATISpecObject, CATIMechanicalFeature> {
 public:
     explicit FeatureObject(const std::string& type) : Implements(type) { pin(); }
     CATBoolean IsUpToDate(CATIDomain_var) const override {

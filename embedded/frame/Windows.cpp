@@ -1,5 +1,6 @@
 #include "embedded/Windows.h"
 
+#include "embedded/documents/LoadedDocuments.h"
 #include "embedded/documents/SessionObject.h"
 #include "embedded/frame/FrameData.h"
 
@@ -133,7 +134,9 @@ std::vector<std::string>& Windows::startedCommands() { return m_data->startedCom
 std::vector<std::string>& Windows::centred() { return m_data->centred; }
 
 void Windows::lock(const Document& document) {
-    if (document) ++m_data->locks[document.object()];
+    if (!document) return;
+    ++m_data->locks[document.object()];
+    LoadedDocuments(m_data->session).settle(*document.object());
 }
 
 int Windows::locks(const Document& document) const {

@@ -10,7 +10,9 @@ namespace embedded {
 
 namespace {
 
-CATICkeParm_var handleOf(ParameterObject& parameter) { return CATICkeParm_var(static_cast<CATICkeParm*>(&parameter)); }
+CATICkeParm_var handleOfParameter(ParameterObject& parameter) {
+    return handleOf<CATICkeParm_var>(static_cast<CATICkeParm*>(&parameter));
+}
 
 } // namespace
 
@@ -18,6 +20,8 @@ ContainerObject::ContainerObject(DocumentObject& document)
     : Implements("Container"), m_document(document), m_alias(document.type() + "Cont") {}
 
 std::string ContainerObject::objectName() const { return "container of " + m_document.objectName(); }
+
+const Object* ContainerObject::home() const { return &m_document; }
 
 CATLONG32 ContainerObject::ListMembersHere(const CATIdent iInterfaceID, SEQUENCE(CATBaseUnknown_ptr) & ioMembers) {
     const IID* const iid = interfaceNamed(iInterfaceID);
@@ -27,9 +31,7 @@ CATLONG32 ContainerObject::ListMembersHere(const CATIdent iInterfaceID, SEQUENCE
     CATLONG32 count = 0;
     const auto add = [&](Node& node) {
         if (!node.responds(*iid)) return;
-        CATBaseUnknown* const member = node.specObject();
-        member->AddRef();
-        ioMembers[ioMembers.length()] = member;
+        ioMembers[ioMembers.length()] = handOut(node.specObject());
         ++count;
     };
     for (Node* const feature : members->second.features) add(*feature);
@@ -43,34 +45,34 @@ CATICkeParm_var ContainerObject::CreateString(const CATUnicodeString& iName, con
     if (failing("CATICkeParmFactory::CreateString")) return CATICkeParm_var();
     ParameterObject& made = KnowledgeData::get().newParameter(m_document, "String", toBytes(iName));
     made.setText(toBytes(iValue));
-    return handleOf(made);
+    return handleOfParameter(made);
 }
 
 CATICkeParm_var ContainerObject::CreateInteger(const CATUnicodeString& iName, const int iValue) {
     if (failing("CATICkeParmFactory::CreateInteger")) return CATICkeParm_var();
     ParameterObject& made = KnowledgeData::get().newParameter(m_document, "Integer", toBytes(iName));
     made.setInteger(iValue);
-    return handleOf(made);
+    return handleOfParameter(made);
 }
 
 CATICkeParm_var ContainerObject::CreateReal(const CATUnicodeString& iName, const double iValue) {
     if (failing("CATICkeParmFactory::CreateReal")) return CATICkeParm_var();
     ParameterObject& made = KnowledgeData::get().newParameter(m_document, "Real", toBytes(iName));
     made.setReal(iValue);
-    return handleOf(made);
+    return handleOfParameter(made);
 }
 
 CATICkeParm_var ContainerObject::CreateBoolean(const CATUnicodeString& iName, const CATCke::Boolean iValue) {
     if (failing("CATICkeParmFactory::CreateBoolean")) return CATICkeParm_var();
     ParameterObject& made = KnowledgeData::get().newParameter(m_document, "Boolean", toBytes(iName));
     made.setBoolean(iValue != 0);
-    return handleOf(made);
+    return handleOfParameter(made);
 }
 
 CATIParmPublisher_var ContainerObject::CreateParameterSet(const CATUnicodeString iName) {
     if (failing("CATICkeRelationFactory::CreateParameterSet")) return CATIParmPublisher_var();
     FeatureNode& made = KnowledgeData::get().newFeature(m_document, FeatureNode::kSet, toBytes(iName));
-    return CATIParmPublisher_var(static_cast<CATIParmPublisher*>(&made));
+    return handleOf<CATIParmPublisher_var>(static_cast<CATIParmPublisher*>(&made));
 }
 
 CATUnicodeString ContainerObject::GetAlias() {

@@ -19,11 +19,13 @@ EMBEDDED_IDENTITY(CATIContainer);
 class DocumentObject;
 
 /** The container of a document. */
-class ContainerObject final : public Implements<CATIContainer, CATICkeParmFactory, CATICkeRelationFactory, CATIAlias> {
+class ContainerObject final
+    : public Implements<CATBaseUnknown, CATIContainer, CATICkeParmFactory, CATICkeRelationFactory, CATIAlias> {
 public:
     explicit ContainerObject(DocumentObject& document);
 
     std::string objectName() const override;
+    const Object* home() const override;
     DocumentObject& document() const { return m_document; }
     CATLONG32 ListMembersHere(const CATIdent iInterfaceID, SEQUENCE(CATBaseUnknown_ptr) & ioMembers) override;
     CATICkeParm_var CreateString(const CATUnicodeString& iName, const CATUnicodeString& iValue) override;
@@ -35,7 +37,7 @@ public:
     void SetAlias(const CATUnicodeString& iAlias) override;
 
 private:
-    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    Found extended(const IID& iid) override { return extensionFor(*this, iid); }
 
     DocumentObject& m_document;
     std::string m_alias;

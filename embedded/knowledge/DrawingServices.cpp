@@ -20,9 +20,9 @@ public:
         FeatureNode& drawing = KnowledgeData::get().feature(owner(), FeatureNode::kDrawing, "Drawing");
         *oDrawing = flavour == FaultFlavour::codeWithOutput ? drawing.unknown() : nullptr;
         if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
-        drawing.AddRef(); // it is asked while nobody else holds it
-        const HRESULT code = drawing.QueryInterface(iIID, oDrawing);
-        drawing.Release();
+        CATBaseUnknown* const asked = handOut(drawing.unknown());
+        const HRESULT code = asked->QueryInterface(iIID, oDrawing);
+        asked->Release();
         return code;
     }
 

@@ -16,6 +16,8 @@ namespace embedded {
 FeatureNode::FeatureNode(DocumentObject& document, const std::string& type, const std::string& name)
     : WithParameters(type), m_document(document), m_type(type), m_name(name) {}
 
+const Object* FeatureNode::home() const { return &m_document; }
+
 bool FeatureNode::answers(const IID& iid) const {
     if (iid == IID_CATICkeParameterSet || iid == IID_CATICkeNaming) return m_type == kSet;
     return iid != IID_CATIDrawing || m_type == kDrawing;
@@ -27,7 +29,7 @@ bool FeatureNode::responds(const IID& iid) {
                               &IID_CATIRedrawEvent, &IID_CATIAlias,          &IID_CATICkeParameterSet,
                               &IID_CATICkeNaming,   &IID_CATIDrawing};
     const bool found = std::any_of(std::begin(own), std::end(own), [&](const IID* one) { return *one == iid; });
-    return found || extensionFor(*this, iid) != nullptr;
+    return found || bool(extensionFor(*this, iid));
 }
 
 CATUnicodeString FeatureNode::GetDisplayName() const {
@@ -63,7 +65,7 @@ CATCkeListOfParm FeatureNode::Parameters() const {
     if (failing("CATICkeParameterSet::Parameters")) return nullptr;
     auto list = std::make_unique<CATListValCATBaseUnknown_var>();
     for (Node* const child : AttributeCalls::below(*this, IID_CATICkeParm, false))
-        list->Append(CATBaseUnknown_var(child->specObject()));
+        list->Append(handleOf<CATBaseUnknown_var>(child->specObject()));
     return list.release();
 }
 

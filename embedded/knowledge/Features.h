@@ -16,8 +16,8 @@ struct Identity<CATICkeParameterSet> {
     static bool has(const IID& iid) { return iid == IID_CATICkeParameterSet || iid == IID_CATICkeNaming; }
 };
 
-using FeatureBase = Implements<CATISpecObject, CATISpecAttrAccess, CATIParmPublisher, CATIRedrawEvent, CATIAlias,
-                               CATICkeParameterSet, CATIDrawing>;
+using FeatureBase = Implements<CATBaseUnknown, CATISpecObject, CATISpecAttrAccess, CATIParmPublisher, CATIRedrawEvent,
+                               CATIAlias, CATICkeParameterSet, CATIDrawing>;
 
 /** A feature with parameters below it: a parameter set, the part of a part document, a drawing. */
 class FeatureNode final : public WithParameters<FeatureBase> {
@@ -28,6 +28,7 @@ public:
     FeatureNode(DocumentObject& document, const std::string& type, const std::string& name);
 
     std::string objectName() const override { return m_type + " " + m_name; }
+    const Object* home() const override;
     CATISpecObject* specObject() override { return this; }
     Object& asObject() override { return *this; }
     std::string displayName() const override { return m_name; }
@@ -51,7 +52,7 @@ public:
 
 protected:
     bool answers(const IID& iid) const override;
-    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    Found extended(const IID& iid) override { return extensionFor(*this, iid); }
     const char* childrenKey() const override { return m_type == kSet ? "Parameters" : "UserParameters"; }
 
 private:

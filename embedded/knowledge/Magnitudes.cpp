@@ -13,7 +13,7 @@ namespace embedded {
 
 namespace {
 
-CATICkeUnit_var handleOf(UnitObject* unit) { return CATICkeUnit_var(static_cast<CATICkeUnit*>(unit)); }
+CATICkeUnit_var handleOfUnit(UnitObject* unit) { return handleOf<CATICkeUnit_var>(static_cast<CATICkeUnit*>(unit)); }
 
 } // namespace
 
@@ -74,11 +74,11 @@ bool TypeObject::read(const std::string& text, double& mks) const {
 CATUnicodeString TypeObject::Name() const { return failing("CATICkeType::Name") ? CATUnicodeString() : toText(m_name); }
 
 CATICkeUnit_var TypeObject::CurrentUnit() const {
-    return failing("CATICkeMagnitude::CurrentUnit") ? CATICkeUnit_var() : handleOf(m_current);
+    return failing("CATICkeMagnitude::CurrentUnit") ? CATICkeUnit_var() : handleOfUnit(m_current);
 }
 
 CATICkeUnit_var TypeObject::MKSUnit() const {
-    return failing("CATICkeMagnitude::MKSUnit") ? CATICkeUnit_var() : handleOf(m_units.front().get());
+    return failing("CATICkeMagnitude::MKSUnit") ? CATICkeUnit_var() : handleOfUnit(m_units.front().get());
 }
 
 CATCke::Boolean TypeObject::DecodeReal(const CATUnicodeString& iText, double& oMKS) const {

@@ -15,7 +15,7 @@ EMBEDDED_IDENTITY(CATICkeMagnitude);
 EMBEDDED_IDENTITY(CATICkeType);
 EMBEDDED_IDENTITY(CATICkeUnit);
 
-class UnitObject final : public Implements<CATICkeUnit> {
+class UnitObject final : public Implements<CATBaseUnknown, CATICkeUnit> {
 public:
     /** @param perMks how many of this unit make one MKS unit */
     UnitObject(const char* symbol, double perMks);
@@ -36,7 +36,7 @@ private:
 };
 
 /** A type of parameters, with units when it is a magnitude. Lives as long as the session. */
-class TypeObject final : public Implements<CATICkeType, CATICkeMagnitude> {
+class TypeObject final : public Implements<CATBaseUnknown, CATICkeType, CATICkeMagnitude> {
 public:
     explicit TypeObject(const char* name);
 

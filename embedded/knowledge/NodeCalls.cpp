@@ -23,10 +23,9 @@ void collectBelow(const Node& node, const IID& iid, bool all, std::vector<Node*>
 } // namespace
 
 CATISpecAttrKey* AttributeCalls::key(FaultFlavour flavour, const Node& node, const char* name) {
-    Attribute* const found = name ? node.attribute(name) : nullptr;
+    Attribute* const found = name ? node.attribute(fromEightBit(name)) : nullptr;
     if (flavour != FaultFlavour::none || !found) return nullptr;
-    found->key->AddRef();
-    return found->key.get();
+    return handOut<CATISpecAttrKey>(found->key.get());
 }
 
 Attribute* AttributeCalls::behind(const Node& node, const CATISpecAttrKey* key) {
@@ -41,9 +40,7 @@ CATISpecObject* AttributeCalls::object(const Node& node, const CATISpecAttrKey* 
     if (list != (position > 0)) return nullptr;
     const std::size_t index = list ? static_cast<std::size_t>(position - 1) : 0;
     if (index >= found->objects.size()) return nullptr;
-    CATISpecObject* const result = found->objects[index]->specObject();
-    result->AddRef();
-    return result;
+    return handOut(found->objects[index]->specObject());
 }
 
 HRESULT AttributeCalls::setObject(Node& node, const CATISpecAttrKey* key, const CATISpecObject_var& object,
@@ -60,21 +57,20 @@ CATISpecAttribute* AttributeCalls::add(Node& node, const CATUnicodeString& name,
                                        CATAttrKind listKind) {
     Attribute* const added = node.addAttribute(toBytes(name), kind, listKind);
     if (!added) return nullptr;
-    added->key->AddRef();
-    return added->key.get();
+    return handOut<CATISpecAttribute>(added->key.get());
 }
 
 void AttributeCalls::listBelow(const Node& node, const char* interfaceName, bool all,
                                CATListValCATISpecObject_var& list) {
     const IID* const iid = interfaceNamed(interfaceName);
     if (!iid) return;
-    for (Node* const child : below(node, *iid, all)) list.Append(CATISpecObject_var(child->specObject()));
+    for (Node* const child : below(node, *iid, all)) list.Append(handleOf<CATISpecObject_var>(child->specObject()));
 }
 
 CATIContainer_var AttributeCalls::containerOf(const Node& node) {
     DocumentObject* const document = node.document();
     if (!document) return CATIContainer_var();
-    return CATIContainer_var(static_cast<CATIContainer*>(&KnowledgeData::get().container(*document)));
+    return handleOf<CATIContainer_var>(static_cast<CATIContainer*>(&KnowledgeData::get().container(*document)));
 }
 
 std::vector<Node*> AttributeCalls::below(const Node& node, const IID& iid, bool all) {

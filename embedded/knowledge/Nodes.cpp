@@ -21,6 +21,8 @@ constexpr const char* kChildrenKeys[] = {"_AttrForLiterals", "_FtrList", "UserPa
 KeyObject::KeyObject(Node& keyOwner, const std::string& keyName, CATAttrKind keyKind, CATAttrKind keyListKind)
     : Implements("SpecAttrKey"), owner(keyOwner), name(keyName), kind(keyKind), listKind(keyListKind) {}
 
+const Object* KeyObject::home() const { return owner.asObject().home(); }
+
 CATUnicodeString KeyObject::GetName() const {
     return failing("CATISpecAttrKey::GetName") ? CATUnicodeString() : toText(name);
 }

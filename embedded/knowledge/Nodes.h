@@ -21,11 +21,12 @@ class DocumentObject;
 class Node;
 
 /** Key of an attribute; stands for the attribute itself, too. */
-class KeyObject final : public Implements<CATISpecAttrKey, CATISpecAttribute> {
+class KeyObject final : public Implements<CATBaseUnknown, CATISpecAttrKey, CATISpecAttribute> {
 public:
     KeyObject(Node& owner, const std::string& name, CATAttrKind kind, CATAttrKind listKind);
 
     std::string objectName() const override { return "attribute " + name; }
+    const Object* home() const override;
 
     CATUnicodeString GetName() const override;
     CATAttrKind GetType() const override;

@@ -24,6 +24,8 @@ ValueObject::ValueObject(const ParameterObject& parameter) : Implements("Paramet
 
 std::string ValueObject::objectName() const { return "value of " + m_parameter.objectName(); }
 
+const Object* ValueObject::home() const { return m_parameter.home(); }
+
 int ValueObject::AsInteger() const { return failing("CATICkeInst::AsInteger") ? 0 : m_parameter.integer; }
 
 double ValueObject::AsReal() const { return failing("CATICkeInst::AsReal") ? 0.0 : m_parameter.real; }
@@ -36,6 +38,8 @@ CATUnicodeString ValueObject::AsString() const {
 
 ParameterObject::ParameterObject(DocumentObject& document, TypeObject& type, const std::string& creationRole)
     : WithAttributes("Parameter"), role(creationRole), m_document(document), m_type(type) {}
+
+const Object* ParameterObject::home() const { return &m_document; }
 
 bool ParameterObject::responds(const IID& iid) {
     return iid == IID_CATICkeParm || iid == IID_CATISpecObject || iid == IID_CATISpecAttrAccess;
@@ -110,11 +114,12 @@ CATUnicodeString ParameterObject::Show() const {
 CATICkeInst_var ParameterObject::Value() const {
     if (failing("CATICkeParm::Value") || !isSet) return CATICkeInst_var();
     if (!m_value) m_value = std::make_unique<ValueObject>(*this);
-    return CATICkeInst_var(static_cast<CATICkeInst*>(m_value.get()));
+    return handleOf<CATICkeInst_var>(static_cast<CATICkeInst*>(m_value.get()));
 }
 
 CATICkeType_var ParameterObject::Type() const {
-    return failing("CATICkeParm::Type") ? CATICkeType_var() : CATICkeType_var(static_cast<CATICkeType*>(&m_type));
+    return failing("CATICkeParm::Type") ? CATICkeType_var()
+                                        : handleOf<CATICkeType_var>(static_cast<CATICkeType*>(&m_type));
 }
 
 CATCke::Boolean ParameterObject::IsSet() const { return !failing("CATICkeParm::IsSet") && isSet; }

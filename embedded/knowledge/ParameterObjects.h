@@ -17,11 +17,12 @@ EMBEDDED_IDENTITY(CATICkeParm);
 class ParameterObject;
 
 /** What a parameter's value shows; always that of the moment. */
-class ValueObject final : public Implements<CATICkeInst> {
+class ValueObject final : public Implements<CATBaseUnknown, CATICkeInst> {
 public:
     explicit ValueObject(const ParameterObject& parameter);
 
     std::string objectName() const override;
+    const Object* home() const override;
     int AsInteger() const override;
     double AsReal() const override;
     CATCke::Boolean AsBoolean() const override;
@@ -31,11 +32,13 @@ private:
     const ParameterObject& m_parameter;
 };
 
-class ParameterObject final : public WithAttributes<Implements<CATICkeParm, CATISpecObject, CATISpecAttrAccess>> {
+class ParameterObject final
+    : public WithAttributes<Implements<CATBaseUnknown, CATICkeParm, CATISpecObject, CATISpecAttrAccess>> {
 public:
     ParameterObject(DocumentObject& document, TypeObject& type, const std::string& role);
 
     std::string objectName() const override { return "parameter " + displayName(); }
+    const Object* home() const override;
     CATISpecObject* specObject() override { return this; }
     Object& asObject() override { return *this; }
     std::string displayName() const override { return userName.empty() ? role : userName; }

@@ -33,21 +33,21 @@ ProductNode* referenceNode(const Product& product) { return product ? referenceN
 
 /** Another interface of an object, borrowed. */
 template <class T>
-T* borrowed(Node* node) {
+T* borrowed(Node* node, const IID& iid) {
     if (!node) return nullptr;
-    node->asObject().pin();
+    node->asObject().pin(iid);
     return dynamic_cast<T*>(node);
 }
 
 } // namespace
 
 CATICkeParm* Parameter::get() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATICkeParm);
     return m_object;
 }
 
 CATISpecObject* Parameter::specObject() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATISpecObject);
     return m_object;
 }
 
@@ -107,21 +107,23 @@ std::string Parameter::list(const std::string& name) const {
 
 CATISpecObject* Publisher::get() const {
     if (!m_node) return nullptr;
-    m_node->asObject().pin();
+    m_node->asObject().pin(IID_CATISpecObject);
     return m_node->specObject();
 }
 
-CATIParmPublisher* Publisher::publisher() const { return borrowed<CATIParmPublisher>(m_node); }
+CATIParmPublisher* Publisher::publisher() const { return borrowed<CATIParmPublisher>(m_node, IID_CATIParmPublisher); }
 
 CATICkeParameterSet* Publisher::set() const {
-    return m_node && m_node->responds(IID_CATICkeParameterSet) ? borrowed<CATICkeParameterSet>(m_node) : nullptr;
+    return m_node && m_node->responds(IID_CATICkeParameterSet)
+               ? borrowed<CATICkeParameterSet>(m_node, IID_CATICkeParameterSet)
+               : nullptr;
 }
 
 CATICkeParmFactory* Publisher::factory() const {
     DocumentObject* const document = m_node ? m_node->document() : nullptr;
     if (!document) return nullptr;
     ContainerObject& container = KnowledgeData::get().container(*document);
-    container.pin();
+    container.pin(IID_CATICkeParmFactory);
     return &container;
 }
 

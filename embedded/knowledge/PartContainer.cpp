@@ -20,7 +20,7 @@ public:
         const ProductObject* const root = document.rootProduct();
         const std::string name = root ? root->partNumber() : std::string();
         FeatureNode& part = KnowledgeData::get().impliedFeature(document, "MechanicalPart", name);
-        return CATISpecObject_var(static_cast<CATISpecObject*>(&part));
+        return handleOf<CATISpecObject_var>(static_cast<CATISpecObject*>(&part));
     }
 
 private:

@@ -26,7 +26,6 @@ HRESULT VornCATxPDMTools::getPDMItem(CATIProduct* iProduct, VornCATIxPDMItem*& o
         return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
     }
     if (!node || !Session::current().environment().platformPdmConnection) return E_FAIL;
-    oItem = &node->item;
-    oItem->AddRef();
+    oItem = handOut<VornCATIxPDMItem>(&node->item);
     return S_OK;
 }

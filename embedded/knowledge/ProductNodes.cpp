@@ -40,21 +40,21 @@ bool ProductNode::isEmpty() const {
 
 HRESULT ProductObject::SetDefinition(const CATUnicodeString& iDefinition) {
     ProductNode* const node = referenceNodeOf(*this);
-    if (failing("CATIPrdProperties::SetDefinition") || !node) return E_FAIL;
+    if (failing("CATIPrdProperties::SetDefinition") || !node || !tellsReference()) return E_FAIL;
     node->definition = toBytes(iDefinition);
     return S_OK;
 }
 
 HRESULT ProductObject::SetRevision(const CATUnicodeString& iRevision) {
     ProductNode* const node = referenceNodeOf(*this);
-    if (failing("CATIPrdProperties::SetRevision") || !node) return E_FAIL;
+    if (failing("CATIPrdProperties::SetRevision") || !node || !tellsReference()) return E_FAIL;
     node->revision = toBytes(iRevision);
     return S_OK;
 }
 
 HRESULT ProductObject::SetNomenclature(const CATUnicodeString& iNomenclature) {
     ProductNode* const node = referenceNodeOf(*this);
-    if (failing("CATIPrdProperties::SetNomenclature") || !node) return E_FAIL;
+    if (failing("CATIPrdProperties::SetNomenclature") || !node || !tellsReference()) return E_FAIL;
     node->nomenclature = toBytes(iNomenclature);
     return S_OK;
 }
@@ -68,8 +68,7 @@ HRESULT ProductObject::GetUserProperties(CATIParmPublisher*& oPublisher, CATBool
         return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
     }
     if (!node || (!node->userProperties && !iCreate)) return E_FAIL;
-    oPublisher = &KnowledgeData::get().userProperties(*node);
-    oPublisher->AddRef();
+    oPublisher = handOut<CATIParmPublisher>(&KnowledgeData::get().userProperties(*node));
     return S_OK;
 }
 

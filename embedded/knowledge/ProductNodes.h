@@ -15,7 +15,7 @@ EMBEDDED_IDENTITY(VornCATIxPDMItem);
 class FeatureNode;
 
 /** What the platform's own PDM connection keeps for a reference. */
-class PdmItemObject final : public Implements<VornCATIxPDMItem> {
+class PdmItemObject final : public Implements<CATBaseUnknown, VornCATIxPDMItem> {
 public:
     PdmItemObject() : Implements("PDMItem") {}
 

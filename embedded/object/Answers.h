@@ -6,18 +6,18 @@
 #include "CATErrorDef.h"
 #include "CATUnicodeString.h"
 #include "embedded/Failures.h"
+#include "embedded/text/TextBytes.h"
 
 #include <string>
+#include <utility>
 
 namespace embedded {
 
 /** A platform text from UTF-8 bytes, NUL bytes included. */
-inline CATUnicodeString toText(const std::string& bytes) { return CATUnicodeString(bytes.data(), bytes.size()); }
+inline CATUnicodeString toText(std::string bytes) { return TextBytes::textOf(std::move(bytes)); }
 
-/** The bytes of a platform text. */
-inline std::string toBytes(const CATUnicodeString& text) {
-    return std::string(text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte()));
-}
+/** The UTF-8 bytes of a platform text. */
+inline std::string toBytes(const CATUnicodeString& text) { return TextBytes::of(text); }
 
 /** How a failing call with a result code and one output ends: the output is cleared or filled with `stale`. */
 template <class Output>

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-const IID IID_IEnumVARIANT = {0x00020404, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+IID IID_IEnumVARIANT = {0x00020404, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
 namespace embedded {
 
@@ -21,8 +21,7 @@ HRESULT __stdcall EnumerationObject::QueryInterface(const IID& iid, void** resul
     if (flavour == FaultFlavour::nullOutput) return S_OK;
     if (flavour == FaultFlavour::codeWithOutput) *result = static_cast<IEnumVARIANT*>(this);
     if (flavour != FaultFlavour::none || !known) return E_NOINTERFACE;
-    *result = static_cast<IEnumVARIANT*>(this);
-    addReference();
+    *result = handOut<IEnumVARIANT>(this);
     return S_OK;
 }
 
@@ -39,8 +38,7 @@ HRESULT __stdcall EnumerationObject::Next(ULONG iCount, CATVariant* oItems, ULON
     }
     ULONG fetched = 0;
     for (; fetched < iCount && m_next < m_objects.size(); ++fetched, ++m_next) {
-        m_objects[m_next]->AddRef();
-        oItems[fetched] = variantOf(m_objects[m_next]);
+        oItems[fetched] = variantOf(handOut(m_objects[m_next]));
     }
     if (oFetched) *oFetched = fetched;
     return fetched == iCount ? S_OK : S_FALSE;
@@ -65,8 +63,7 @@ HRESULT __stdcall EnumerationObject::Clone(IEnumVARIANT** oCopy) {
     if (flavour != FaultFlavour::none) return failedAnswer<IEnumVARIANT*>(flavour, *oCopy, nullptr, this);
     m_copies.push_back(std::make_unique<EnumerationObject>(m_name, m_objects));
     m_copies.back()->m_next = m_next;
-    m_copies.back()->AddRef();
-    *oCopy = m_copies.back().get();
+    *oCopy = handOut<IEnumVARIANT>(m_copies.back().get());
     return S_OK;
 }
 

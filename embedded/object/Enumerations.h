@@ -22,8 +22,8 @@ public:
     std::string objectName() const override { return m_name; }
 
     HRESULT __stdcall QueryInterface(const IID& iid, void** result) override;
-    ULONG __stdcall AddRef() override { return addReference(); }
-    ULONG __stdcall Release() override { return releaseReference(); }
+    ULONG __stdcall AddRef() override { return addReference(m_held); }
+    ULONG __stdcall Release() override { return releaseReference(m_held); }
 
     HRESULT __stdcall Next(ULONG iCount, CATVariant* oItems, ULONG* oFetched) override;
     HRESULT __stdcall Skip(ULONG iCount) override;
@@ -31,6 +31,10 @@ public:
     HRESULT __stdcall Clone(IEnumVARIANT** oCopy) override;
 
 private:
+    bool isUsable(const char*) const override { return m_held.isUsable(); }
+    void lose() override { m_held.lose(); }
+
+    Hold m_held;
     const std::string m_name;
     const Enumerated m_objects;
     std::size_t m_next = 0;

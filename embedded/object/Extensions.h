@@ -50,11 +50,11 @@ E* existingExtension(T& object) {
     return nullptr;
 }
 
-/** The pointer for an interface that one of the object's extensions answers, made now when need be; null for none. */
+/** An interface that one of the object's extensions answers, made now when need be. */
 template <class T>
-void* extensionFor(T& object, const IID& iid) {
+Found extensionFor(T& object, const IID& iid) {
     for (const auto& extension : object.extensions())
-        if (void* const found = extension->find(iid)) return found;
+        if (const Found found = extension->find(iid)) return found;
     for (const ExtensionMaker<T>& maker : ExtensionMaker<T>::all()) {
         if (!maker.offers(iid)) continue;
         bool made = false;
@@ -64,9 +64,9 @@ void* extensionFor(T& object, const IID& iid) {
         }
         if (made) continue;
         object.extensions().push_back(maker.make(object));
-        if (void* const found = object.extensions().back()->find(iid)) return found;
+        if (const Found found = object.extensions().back()->find(iid)) return found;
     }
-    return nullptr;
+    return Found();
 }
 
 } // namespace embedded

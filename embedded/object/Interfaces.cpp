@@ -42,9 +42,9 @@ const IID* interfaceNamed(const char* name) {
 
 } // namespace embedded
 
-const IID IID_IUnknown = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+IID IID_IUnknown = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
-const IID IID_CATBaseUnknown = embedded::interfaceId(0x001);
+IID IID_CATBaseUnknown = embedded::interfaceId(0x001);
 static const embedded::InterfaceSite site_CATBaseUnknown(IID_CATBaseUnknown, "QueryInterface(CATBaseUnknown)");
 
 EMBEDDED_INTERFACE(CATBaseDispatch, CATBaseUnknown, 0x002);

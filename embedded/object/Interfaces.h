@@ -42,7 +42,7 @@ struct Identity<CATIABase> {
 
 /** Defines what an interface declares about itself. Once an interface, in a source file, outside every namespace. */
 #define EMBEDDED_INTERFACE(Name, Base, Number)                                                                         \
-    const IID IID_##Name = embedded::interfaceId(Number);                                                              \
+    IID IID_##Name = embedded::interfaceId(Number);                                                                    \
     CATImplementInterface(Name, Base);                                                                                 \
     static const embedded::InterfaceSite site_##Name(IID_##Name, "QueryInterface(" #Name ")")
 

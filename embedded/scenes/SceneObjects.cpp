@@ -67,8 +67,7 @@ HRESULT __stdcall SceneProductObject::get_Position(CATIAPosition*& oPosition) {
     if (!m_position) m_position = std::make_unique<ScenePositionObject>(*this);
     if (flavour != FaultFlavour::none)
         return failedAnswer<CATIAPosition*>(flavour, oPosition, nullptr, m_position.get());
-    m_position->AddRef();
-    oPosition = m_position.get();
+    oPosition = handOut<CATIAPosition>(m_position.get());
     return S_OK;
 }
 
@@ -137,10 +136,8 @@ HRESULT __stdcall SceneObject::GetSceneProductData(CATIAProduct* iProduct, CATIA
     if (flavour != FaultFlavour::none)
         return failedAnswer<CATIASceneProduct*>(flavour, oData, nullptr, find(productBehind(iProduct)));
     SceneProductObject* const data = take(productBehind(iProduct));
-    oData = data;
-    if (!data) return E_FAIL;
-    data->AddRef();
-    return S_OK;
+    oData = handOut<CATIASceneProduct>(data);
+    return data ? S_OK : E_FAIL;
 }
 
 SceneObject* ScenesObject::find(const std::string& name) const {
@@ -179,8 +176,7 @@ HRESULT __stdcall ScenesObject::get__NewEnum(IUnknown*& oEnumIter) {
     EnumerationObject& enumeration = newEnumeration();
     if (flavour != FaultFlavour::none)
         return failedAnswer<IUnknown*>(flavour, oEnumIter, nullptr, static_cast<IEnumVARIANT*>(&enumeration));
-    enumeration.AddRef();
-    oEnumIter = static_cast<IEnumVARIANT*>(&enumeration);
+    oEnumIter = handOut<IEnumVARIANT>(&enumeration);
     return S_OK;
 }
 
@@ -201,10 +197,8 @@ HRESULT __stdcall ProductObject::GetItem(const CATBSTR& iName, CATBaseDispatch*&
     if (fromAutomationText(iName) == kScenesItem) scenes = m_session.part<SessionScenes>().of(this);
     if (scenes && scenes->withheld) scenes = nullptr;
     if (flavour != FaultFlavour::none) return failedAnswer<CATBaseDispatch*>(flavour, oObject, nullptr, scenes);
-    oObject = scenes;
-    if (!scenes) return E_FAIL;
-    scenes->AddRef();
-    return S_OK;
+    oObject = handOut<CATBaseDispatch>(scenes);
+    return scenes ? S_OK : E_FAIL;
 }
 
 void SessionScenes::addToDigest(std::string& text) const {

@@ -30,7 +30,7 @@ EMBEDDED_AUTOMATION_IDENTITY(CATIASceneProduct);
 class SceneProductObject;
 
 /** Place of a product in a scene. */
-class ScenePositionObject final : public Implements<CATIAPosition> {
+class ScenePositionObject final : public Implements<CATBaseUnknown, CATIAPosition> {
 public:
     explicit ScenePositionObject(SceneProductObject& product) : Implements("Position"), m_product(product) {}
 
@@ -43,7 +43,7 @@ private:
 };
 
 /** What a scene knows of a product. */
-class SceneProductObject final : public Implements<CATIASceneProduct> {
+class SceneProductObject final : public Implements<CATBaseUnknown, CATIASceneProduct> {
 public:
     SceneProductObject(const SceneObject& scene, const ProductObject& product)
         : Implements("SceneProductData"), m_scene(scene), m_product(product) {}
@@ -64,7 +64,7 @@ private:
     std::unique_ptr<ScenePositionObject> m_position;
 };
 
-class SceneObject final : public Implements<CATIAScene> {
+class SceneObject final : public Implements<CATBaseUnknown, CATIAScene> {
 public:
     SceneObject(ProductObject& root, std::string name, CatSceneType type);
 
@@ -98,7 +98,7 @@ private:
 };
 
 /** The scenes of one root product. */
-class ScenesObject final : public Implements<CATIACollection> {
+class ScenesObject final : public Implements<CATBaseUnknown, CATIACollection> {
 public:
     explicit ScenesObject(ProductObject& root) : Implements("Scenes"), m_root(root) {}
 

@@ -1,6 +1,7 @@
 #include "TYPMapCATUnicodeStringPVoid.h"
 
 #include "embedded/services/ClassNames.h"
+#include "embedded/text/TextBytes.h"
 
 #include <cstdint>
 #include <cstring>
@@ -29,8 +30,8 @@ std::uint64_t mixed(std::uint64_t hash, const char* bytes, std::size_t count) {
 
 /** Whole words, the last one overlapping the one before it: no byte is handled by itself in a key of usual length. */
 std::uint32_t hashOf(const CATUnicodeString& key) {
-    const char* const bytes = key.ConvertToChar();
-    const auto size = static_cast<std::size_t>(key.GetLengthInByte());
+    const char* const bytes = embedded::TextBytes::of(key).data();
+    const std::size_t size = embedded::TextBytes::of(key).size();
     std::uint64_t hash = size * kMultiplier;
     if (size < kWord) {
         hash = mixed(hash, bytes, size);

@@ -5,10 +5,8 @@
 #include "embedded/structure/Places.h"
 #include "embedded/text/Characters.h"
 
-#include <initializer_list>
 #include <map>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace embedded {

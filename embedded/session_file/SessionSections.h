@@ -5,6 +5,7 @@
 #include "embedded/session_file/Json.h"
 #include "embedded/session_file/JsonReader.h"
 
+#include <array>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -35,6 +36,14 @@ private:
 const std::string& checkedText(const std::string& text);
 /** What SectionReader::place reads. */
 Json placeOf(const Product& product);
+
+/** Which of these the text is; a fault of the field when it is none of them. */
+template <std::size_t N>
+int indexOf(const JsonField& field, const std::array<const char*, N>& names) {
+    for (std::size_t i = 0; i < N; ++i)
+        if (field.text() == names[i]) return static_cast<int>(i);
+    field.fail("nothing is called '" + field.text() + "' here");
+}
 
 /** What an object can lack, and the flag that is false when it does. */
 using Part = std::pair<const char*, bool*>;

@@ -10,14 +10,6 @@ namespace {
 constexpr std::array<const char*, 4> kModeNames = {"visualisation", "standard", "brep", "design"};
 constexpr std::array<const char*, 5> kOutcomeNames = {"switched", "ignored", "refused", "error", "foreign"};
 
-/** Index of the text; fails at the field when it is none of them. */
-template <std::size_t N>
-int indexOf(const JsonField& field, const std::array<const char*, N>& names) {
-    for (std::size_t i = 0; i < N; ++i)
-        if (field.text() == names[i]) return static_cast<int>(i);
-    field.fail("nothing is called '" + field.text() + "' here");
-}
-
 void readWorkModes(const JsonField& field, const SectionReader& reader) {
     field.expectKeys({"products", "switching"});
     SessionWorkModes& modes = SessionWorkModes::get();

@@ -16,7 +16,7 @@ Reference* referenceOf(ProductObject* object) { return object ? object->referenc
 } // namespace
 
 CATIProduct* Product::get() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATIProduct);
     return m_object;
 }
 

@@ -1,4 +1,5 @@
 // A product as the platform shows it; its shapes, scenes and knowledgeware stand with those topics.
+#include "embedded/ProductHabits.h"
 #include "embedded/documents/SessionData.h"
 #include "embedded/structure/Products.h"
 
@@ -15,7 +16,16 @@ namespace embedded {
 
 namespace {
 
-CATIProduct_var handleOf(ProductObject* product) { return CATIProduct_var(static_cast<CATIProduct*>(product)); }
+CATIProduct_var handleOfProduct(ProductObject* product) {
+    return handleOf<CATIProduct_var>(static_cast<CATIProduct*>(product));
+}
+
+/** Whether users may type an instance name or a part number. */
+bool isTypeable(const std::string& name) {
+    return !name.empty() && name.back() != ' ' && name.find_first_of("!:") == std::string::npos;
+}
+
+bool isAllowed(const std::string& name) { return !productHabits().oddNamesAreRefused || isTypeable(name); }
 
 } // namespace
 
@@ -24,14 +34,12 @@ HRESULT __stdcall ProductObject::get_Name(CATBSTR& oName) {
 }
 
 CATIProduct_var ProductObject::GetReferenceProduct() {
-    if (failing("CATIProduct::GetReferenceProduct") || !m_reference) return CATIProduct_var();
-    // In visualisation only the picture is loaded.
-    if (isVisualised() && !isReference()) return CATIProduct_var();
-    return handleOf(m_reference->node);
+    if (failing("CATIProduct::GetReferenceProduct") || !tellsReference()) return CATIProduct_var();
+    return handleOfProduct(m_reference->node);
 }
 
 CATIProduct_var ProductObject::GetFatherProduct() {
-    return failing("CATIProduct::GetFatherProduct") ? CATIProduct_var() : handleOf(m_father);
+    return failing("CATIProduct::GetFatherProduct") ? CATIProduct_var() : handleOfProduct(m_father);
 }
 
 HRESULT ProductObject::IsReference() { return failing("CATIProduct::IsReference") || !isReference() ? E_FAIL : S_OK; }
@@ -39,23 +47,29 @@ HRESULT ProductObject::IsReference() { return failing("CATIProduct::IsReference"
 CATIProduct_var ProductObject::FindInstance(const CATIProduct_var& iContext) {
     if (failing("CATIProduct::FindInstance")) return CATIProduct_var();
     const auto* const context = dynamic_cast<const ProductObject*>(static_cast<CATIProduct*>(iContext));
-    return context ? handleOf(findInstance(*context)) : CATIProduct_var();
+    return context ? handleOfProduct(findInstance(*context)) : CATIProduct_var();
 }
 
 CATUnicodeString ProductObject::GetPartNumber() const {
-    return failing("CATIProduct::GetPartNumber") ? CATUnicodeString() : toText(partNumber());
+    return failing("CATIProduct::GetPartNumber") || !tellsReference() ? CATUnicodeString() : toText(partNumber());
 }
 
 void ProductObject::SetPartNumber(const CATUnicodeString& iPartNumber) {
-    if (!failing("CATIProduct::SetPartNumber") && isReference()) m_reference->partNumber = toBytes(iPartNumber);
+    const bool fails = failing("CATIProduct::SetPartNumber");
+    const std::string name = toBytes(iPartNumber);
+    if (!fails && isReference() && isAllowed(name)) m_reference->partNumber = name;
 }
 
 HRESULT ProductObject::GetPrdInstanceName(CATUnicodeString& oName) {
-    return textAnswer(called("CATIProduct::GetPrdInstanceName"), instanceName(), oName);
+    const FaultFlavour flavour = called("CATIProduct::GetPrdInstanceName");
+    const bool refused = isReference() && productHabits().rootsRefuseInstanceName;
+    return textAnswer(refused && flavour == FaultFlavour::none ? FaultFlavour::code : flavour, instanceName(), oName);
 }
 
 HRESULT ProductObject::SetPrdInstanceName(const CATUnicodeString iName) {
-    return failing("CATIProduct::SetPrdInstanceName") || !rename(toBytes(iName)) ? E_FAIL : S_OK;
+    const bool fails = failing("CATIProduct::SetPrdInstanceName");
+    const std::string name = toBytes(iName);
+    return fails || !isAllowed(name) || !rename(name) ? E_FAIL : S_OK;
 }
 
 CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) const {
@@ -64,6 +78,7 @@ CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) co
                                                                     {"CATIAProduct", &IID_CATIAProduct},
                                                                     {"CATISpecObject", &IID_CATISpecObject}};
     if (failing("CATIProduct::GetChildren")) return nullptr;
+    if (childCount() == 0 && productHabits().childlessGiveNoList) return nullptr;
     const auto* const wanted = std::find_if(std::begin(interfaces), std::end(interfaces), [iIntfId](const auto& entry) {
         return std::strcmp(entry.first, iIntfId ? iIntfId : "CATIProduct") == 0;
     });
@@ -71,7 +86,7 @@ CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) co
     if (wanted == std::end(interfaces)) return list.release();
     for (std::size_t i = 0; i < childCount(); ++i) {
         ProductObject* const place = child(i);
-        if (place->answers(*wanted->second)) list->Append(CATBaseUnknown_var(place->unknown()));
+        if (place->answers(*wanted->second)) list->Append(handleOf<CATBaseUnknown_var>(place->unknown()));
     }
     return list.release();
 }
@@ -91,7 +106,7 @@ HRESULT ProductObject::SetDescriptionInst(const CATUnicodeString& iDescription) 
 }
 
 HRESULT ProductObject::SetDescriptionRef(const CATUnicodeString& iDescription) {
-    if (failing("CATIPrdProperties::SetDescriptionRef") || !m_reference) return E_FAIL;
+    if (failing("CATIPrdProperties::SetDescriptionRef") || !tellsReference()) return E_FAIL;
     m_reference->description = toBytes(iDescription);
     return S_OK;
 }

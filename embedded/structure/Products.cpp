@@ -1,9 +1,11 @@
 #include "embedded/structure/Products.h"
 
-#include "embedded/documents/SessionData.h"
+#include "embedded/documents/LoadedDocuments.h"
+#include "embedded/files/FileNames.h"
 #include "embedded/structure/Containment.h"
 
 #include <memory>
+#include <utility>
 
 namespace embedded {
 
@@ -22,6 +24,8 @@ std::string ProductObject::objectName() const {
     for (auto place = path.rbegin() + 1; place != path.rend(); ++place) name += "/" + (*place)->instanceName();
     return name;
 }
+
+const Object* ProductObject::home() const { return isReference() ? m_reference->document : nullptr; }
 
 std::size_t ProductObject::childCount() const { return m_reference ? m_reference->node->m_children.size() : 0; }
 
@@ -67,12 +71,19 @@ bool ProductObject::rename(const std::string& instanceName) {
 }
 
 void ProductObject::setWorkMode(int mode) {
-    m_workMode = mode;
-    if (!m_reference || isReference()) return;
+    const bool wasVisualised = std::exchange(m_workMode, mode) == 0;
+    if (!m_reference) return;
+    if (isReference()) {
+        // The document of a part that is open by itself stays, what is in it does not.
+        const DocumentObject& document = *m_reference->document;
+        if (isVisualised() && !wasVisualised && foldedName(document.type()) == "catpart") loseAllOf(document, this);
+        return;
+    }
     if (isVisualised())
         m_reference->pictures.insert(this);
     else
         m_reference->pictures.erase(this);
+    LoadedDocuments(m_session).settle(*m_reference->document);
 }
 
 std::string ProductObject::description() const {

@@ -44,11 +44,12 @@ struct Reference {
 };
 
 /** The master shape representation of a product as automation shows it: what matters is its name. */
-class RepresentationObject final : public Implements<CATIABase> {
+class RepresentationObject final : public Implements<CATBaseUnknown, CATIABase> {
 public:
     explicit RepresentationObject(const ProductObject& product);
 
     std::string objectName() const override;
+    const Object* home() const override;
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
 
 private:
@@ -62,8 +63,8 @@ private:
  * them comes into being when somebody asks and then stays, so that a place is always the same object. An instance of
  * reference R stands below R itself, which is therefore its father.
  */
-class ProductObject final
-    : public Implements<CATIProduct, CATIPrdProperties, CATILinkableObject, CATIAProduct, CATISpecObject> {
+class ProductObject final : public Implements<CATBaseUnknown, CATIProduct, CATIPrdProperties, CATILinkableObject,
+                                              CATIAProduct, CATISpecObject> {
 public:
     /** A reference. */
     ProductObject(SessionData& session, Reference& reference);
@@ -71,6 +72,8 @@ public:
     ProductObject(ProductObject& father, std::size_t index, ProductObject* instance, Reference* reference);
 
     std::string objectName() const override;
+    /** A reference goes with its document; its places belong to those who use it. */
+    const Object* home() const override;
 
     // The structure as the builder sees it: no failure point, no reference counted.
     bool isReference() const { return m_father == nullptr; }
@@ -100,6 +103,8 @@ public:
     int workMode() const { return m_workMode; }
     void setWorkMode(int mode);
     bool isVisualised() const { return m_workMode == 0; }
+    /** Whether what the reference keeps can be told or changed here: in visualisation only the picture is loaded. */
+    bool tellsReference() const { return m_reference && (isReference() || !isVisualised()); }
 
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
     CATIProduct_var GetReferenceProduct() override;
@@ -139,8 +144,9 @@ public:
 
 private:
     bool answers(const IID& iid) const override;
-    void* extended(const IID& iid) override { return extensionFor(*this, iid); }
+    Found extended(const IID& iid) override { return extensionFor(*this, iid); }
     ProductObject* findInstance(const ProductObject& context) const;
+    bool tellsShapes() const;
 
     SessionData& m_session;
     ProductObject* const m_father;

@@ -1,4 +1,5 @@
 // The shape representations of a product.
+#include "embedded/ProductHabits.h"
 #include "embedded/documents/SessionData.h"
 #include "embedded/files/FileNames.h"
 #include "embedded/structure/Products.h"
@@ -21,12 +22,18 @@ RepresentationObject::RepresentationObject(const ProductObject& product)
 
 std::string RepresentationObject::objectName() const { return "representation of " + m_product.objectName(); }
 
+const Object* RepresentationObject::home() const { return m_product.home(); }
+
 HRESULT __stdcall RepresentationObject::get_Name(CATBSTR& oName) {
     constexpr const char* kCached = ".cgr";
     const Reference* const reference = m_product.reference();
     std::string name(reference ? fileNameOf(reference->masterShape) : std::string_view());
     if (m_product.isVisualised() && suffixOf(name) != "cgr") name += kCached;
     return automationTextAnswer(called("CATIABase::get_Name"), name, oName);
+}
+
+bool ProductObject::tellsShapes() const {
+    return m_reference && (!isVisualised() || !productHabits().picturesAreSilent);
 }
 
 HRESULT __stdcall ProductObject::HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) {
@@ -45,19 +52,18 @@ HRESULT __stdcall ProductObject::GetMasterShapeRepresentation(CAT_VARIANT_BOOL i
     if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
     if (!m_reference || m_reference->masterShape.empty()) return E_FAIL;
     if (iLoadIfNecessary && isVisualised()) setWorkMode(1);
-    oRep = m_representation.get();
-    oRep->AddRef();
+    oRep = handOut<CATBaseDispatch>(m_representation.get());
     return S_OK;
 }
 
 HRESULT __stdcall ProductObject::GetMasterShapeRepresentationPathName(CATBSTR& oPath) {
     const FaultFlavour flavour = called("CATIAProduct::GetMasterShapeRepresentationPathName");
-    return optionalText(flavour, m_reference ? m_reference->masterShape : std::string(), oPath);
+    return optionalText(flavour, tellsShapes() ? m_reference->masterShape : std::string(), oPath);
 }
 
 HRESULT __stdcall ProductObject::GetDefaultShapeName(CATBSTR& oName) {
     const FaultFlavour flavour = called("CATIAProduct::GetDefaultShapeName");
-    const bool any = m_reference && !m_reference->shapes.empty();
+    const bool any = tellsShapes() && !m_reference->shapes.empty();
     return optionalText(flavour, any ? m_reference->shapes.front().first : std::string(), oName);
 }
 
@@ -65,7 +71,7 @@ HRESULT __stdcall ProductObject::GetShapePathName(const CATBSTR& iShapeName, CAT
     const FaultFlavour flavour = called("CATIAProduct::GetShapePathName");
     const std::string name = fromAutomationText(iShapeName);
     std::string path;
-    if (m_reference)
+    if (tellsShapes())
         for (const auto& shape : m_reference->shapes)
             if (shape.first == name && path.empty()) path = shape.second;
     return optionalText(flavour, path, oPath);

@@ -37,6 +37,7 @@ struct SheetState {
     std::optional<std::size_t> content; ///< tells that file's bytes from others; none when they are not known
     int updates = 0;                    ///< on demand of the platform's users
     bool isOpenElsewhere = false;       ///< in another program, which keeps it from being read
+    const Object* document = nullptr;   ///< in which the table stands
 
     bool isSpreadsheet() const { return sheetFileKind(file) != SheetFileKind::text; }
     /** Reads the file; when it cannot be read, everything stays as it was. */
@@ -53,11 +54,12 @@ struct SheetState {
 
 /** A sheet as the platform shows it. I is CATICkeSheet or an interface that derives from it. */
 template <class I>
-class SheetObject : public Implements<I> {
+class SheetObject : public Implements<CATBaseUnknown, I> {
 public:
-    explicit SheetObject(SheetState& state) : Implements<I>("Sheet"), m_state(state) {}
+    explicit SheetObject(SheetState& state) : Implements<CATBaseUnknown, I>("Sheet"), m_state(state) {}
 
     std::string objectName() const override { return "sheet of " + m_state.file; }
+    const Object* home() const override { return m_state.document; }
 
     const CATUnicodeString& Cell(const int iRow, const int iColumn) const override {
         static const CATUnicodeString& none = *new CATUnicodeString;
@@ -109,7 +111,7 @@ struct Association {
 };
 
 class DesignTableObject final
-    : public Implements<CATISpecObject, CATIDesignTable, CATICkeRelation, CATIAlias, CATIADesignTable>,
+    : public Implements<CATBaseUnknown, CATISpecObject, CATIDesignTable, CATICkeRelation, CATIAlias, CATIADesignTable>,
       public Node {
 public:
     static constexpr const char* kType = "DesignTable";
@@ -117,10 +119,11 @@ public:
     DesignTableObject(DocumentObject& document, const std::string& name, const std::string& file);
 
     std::string objectName() const override { return "design table " + m_name; }
+    const Object* home() const override { return &m_document; }
     CATISpecObject* specObject() override { return this; }
     Object& asObject() override { return *this; }
     std::string displayName() const override { return m_name; }
-    bool responds(const IID& iid) override { return findInterface(iid) != nullptr; }
+    bool responds(const IID& iid) override { return bool(findInterface(iid)); }
     DocumentObject* document() const override { return &m_document; }
 
     bool associate(const std::string& title, ParameterObject& parameter);

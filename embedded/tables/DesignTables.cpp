@@ -75,6 +75,7 @@ DesignTableObject::DesignTableObject(DocumentObject& document, const std::string
     : Implements("DesignTable"), m_document(document), m_name(name), m_textSheet(sheet),
       m_spreadsheet(sheet, configuration) {
     sheet.file = file;
+    sheet.document = &document;
 }
 
 bool DesignTableObject::answers(const IID& iid) const { return hasAutomation || !Identity<CATIADesignTable>::has(iid); }
@@ -109,8 +110,8 @@ CATIContainer_var DesignTableObject::GetFeatContainer() const {
 
 const CATICkeSheet_var DesignTableObject::Sheet() const {
     if (failing("CATIDesignTable::Sheet") || !hasSheet) return CATICkeSheet_var();
-    return sheet.isSpreadsheet() ? CATICkeSheet_var(static_cast<CATICkeSheet*>(&m_spreadsheet))
-                                 : CATICkeSheet_var(&m_textSheet);
+    return sheet.isSpreadsheet() ? handleOf<CATICkeSheet_var>(static_cast<CATICkeSheet*>(&m_spreadsheet))
+                                 : handleOf<CATICkeSheet_var>(static_cast<CATICkeSheet*>(&m_textSheet));
 }
 
 int DesignTableObject::ConfigurationRow() const {
@@ -186,17 +187,17 @@ DesignTableObject* DesignTablesData::find(const DocumentObject* document, const 
 }
 
 CATIDesignTable* DesignTable::get() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATIDesignTable);
     return m_object;
 }
 
 CATIADesignTable* DesignTable::automation() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATIADesignTable);
     return m_object;
 }
 
 CATISpecObject* DesignTable::specObject() const {
-    if (m_object) m_object->pin();
+    if (m_object) m_object->pin(IID_CATISpecObject);
     return m_object;
 }
 

@@ -1,6 +1,8 @@
 #include "CATUnicodeString.h"
 #include "embedded/text/Characters.h"
+#include "embedded/text/CodePage.h"
 #include "embedded/text/Numbers.h"
+#include "embedded/text/TextBytes.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -77,8 +79,24 @@ int baseOf(char conversion) {
 
 } // namespace
 
+bool CATUnicodeString::s_codePage = false;
+
+void CATUnicodeString::FromCodePage() {
+    if (!isAscii(m_text)) m_text = fromCodePage(m_text);
+}
+
+/** ASCII is the same everywhere. The memory of an equal text stays, so that a pointer to it stays good. */
+const std::string& CATUnicodeString::InCodePage() const {
+    if (isAscii(m_text)) return m_text;
+    if (!m_narrow.text) m_narrow.text = std::make_unique<std::string>();
+    const std::string bytes = toCodePage(m_text);
+    if (*m_narrow.text != bytes) *m_narrow.text = bytes;
+    return *m_narrow.text;
+}
+
 CATUnicodeString& CATUnicodeString::operator=(const char* iText) {
     m_text.assign(iText ? iText : "");
+    if (s_codePage) FromCodePage();
     return *this;
 }
 
@@ -118,7 +136,7 @@ int CATUnicodeString::SearchSubString(const CATUnicodeString& iToSearch, int iSe
 CATUnicodeString CATUnicodeString::SubString(int iFirst, int iCount) const {
     const std::size_t from = offsetOf(m_text, position(iFirst));
     const std::string_view tail = std::string_view(m_text).substr(from);
-    return CATUnicodeString(tail.data(), offsetOf(tail, position(iCount)));
+    return TextBytes::textOf(std::string(tail.substr(0, offsetOf(tail, position(iCount)))));
 }
 
 int CATUnicodeString::ReplaceSubString(const CATUnicodeString& iToReplace, const CATUnicodeString& iReplacement) {
@@ -174,7 +192,7 @@ int CATUnicodeString::BuildFromNum(int iValue, const char* iFormat) {
 
 int CATUnicodeString::BuildFromNum(double iValue, const char* iFormat) {
     m_text = realText(iValue, iFormat);
-    return GetLengthInByte();
+    return static_cast<int>(m_text.size());
 }
 
 int CATUnicodeString::ConvertToNum(double* oValue, const char* iFormat) const {
@@ -202,13 +220,7 @@ int CATUnicodeString::ConvertToNum(int* oValue, const char* iFormat) const {
     return 1;
 }
 
-CATUnicodeString CATUnicodeString::operator+(const char* iText) const {
-    const std::string_view right(iText ? iText : "");
-    CATUnicodeString result;
-    result.m_text.reserve(m_text.size() + right.size());
-    result.m_text.append(m_text).append(right);
-    return result;
-}
+CATUnicodeString CATUnicodeString::operator+(const char* iText) const { return *this + CATUnicodeString(iText); }
 
 CATUnicodeChar CATUnicodeString::operator[](size_t iPosition) const {
     const std::size_t offset = offsetOf(m_text, iPosition);

@@ -68,10 +68,10 @@ void UTILString::split(const CATUnicodeString& iText, const CATUnicodeString& iS
     std::size_t from = 0;
     for (std::size_t found = separator.empty() ? std::string::npos : text.find(separator); found != std::string::npos;
          found = text.find(separator, from)) {
-        oParts.Append(CATUnicodeString(text.data() + from, found - from));
+        oParts.Append(embedded::toText(text.substr(from, found - from)));
         from = found + separator.size();
     }
-    oParts.Append(CATUnicodeString(text.data() + from, text.size() - from));
+    oParts.Append(embedded::toText(text.substr(from)));
 }
 
 HRESULT UTILString::split(const CATUnicodeString& iText, const CATUnicodeString& iSeparator, CATRawCollint& oParts) {

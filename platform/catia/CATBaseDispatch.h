@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATBaseDispatch;
+extern ExportedByCatia IID IID_CATBaseDispatch;
 
 /** Root of the automation objects. */
 class ExportedByCatia CATBaseDispatch : public CATBaseUnknown {

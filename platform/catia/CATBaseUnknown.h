@@ -49,7 +49,7 @@ private:
 
 typedef CATBaseUnknown* CATBaseUnknown_ptr;
 
-extern ExportedByCatia const IID IID_CATBaseUnknown;
+extern ExportedByCatia IID IID_CATBaseUnknown;
 
 #include "CATBaseUnknown_var.h"
 

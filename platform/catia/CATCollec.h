@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <unordered_set>
 #include <vector>
 
@@ -64,8 +65,9 @@ public:
 
 protected:
     /** Keeps the first of equal elements. @return the number removed */
+    template <class Hash = std::hash<T>>
     int RemoveRepeated() {
-        std::unordered_set<T> seen;
+        std::unordered_set<T, Hash> seen;
         const auto last = std::remove_if(m_elements.begin(), m_elements.end(),
                                          [&seen](const T& element) { return !seen.insert(element).second; });
         const auto removed = m_elements.end() - last;

@@ -3,7 +3,7 @@
 
 #include "CATIABase.h"
 
-extern ExportedByCatia const IID IID_CATIAApplication;
+extern ExportedByCatia IID IID_CATIAApplication;
 
 /** The application as automation shows it. */
 class ExportedByCatia CATIAApplication : public CATIABase {

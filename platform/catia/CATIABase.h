@@ -4,7 +4,7 @@
 #include "CATBSTR.h"
 #include "CATBaseDispatch.h"
 
-extern ExportedByCatia const IID IID_CATIABase;
+extern ExportedByCatia IID IID_CATIABase;
 
 /** What every automation object answers. Texts that come out are freed by the caller with CATFreeString. */
 class ExportedByCatia CATIABase : public CATBaseDispatch {

@@ -4,7 +4,7 @@
 #include "CATBaseDispatch.h"
 #include "CATSysDataType.h"
 
-extern ExportedByCatia const IID IID_CATIACollection;
+extern ExportedByCatia IID IID_CATIACollection;
 
 /** Objects of one kind. */
 class ExportedByCatia CATIACollection : public CATBaseDispatch {

@@ -3,7 +3,7 @@
 
 #include "CATIABase.h"
 
-extern ExportedByCatia const IID IID_CATIADesignTable;
+extern ExportedByCatia IID IID_CATIADesignTable;
 
 /** A design table as automation shows it. Proposed: the base, in the place of further automation classes. */
 class ExportedByCatia CATIADesignTable : public CATIABase {

@@ -4,7 +4,7 @@
 #include "CATIABase.h"
 #include "CATVariant.h"
 
-extern ExportedByCatia const IID IID_CATIADocument;
+extern ExportedByCatia IID IID_CATIADocument;
 
 /** A document as automation shows it. */
 class ExportedByCatia CATIADocument : public CATIABase {

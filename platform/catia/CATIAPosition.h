@@ -4,7 +4,7 @@
 #include "CATIABase.h"
 #include "CATSafeArray.h"
 
-extern ExportedByCatia const IID IID_CATIAPosition;
+extern ExportedByCatia IID IID_CATIAPosition;
 
 /** Place of a product relative to its father. Proposed: the base, in the place of a further automation class. */
 class ExportedByCatia CATIAPosition : public CATIABase {

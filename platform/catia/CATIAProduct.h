@@ -4,7 +4,7 @@
 #include "CATIABase.h"
 #include "CATVariant.h"
 
-extern ExportedByCatia const IID IID_CATIAProduct;
+extern ExportedByCatia IID IID_CATIAProduct;
 
 /** A product as automation shows it: the only way to its shape representations by path. */
 class ExportedByCatia CATIAProduct : public CATIABase {

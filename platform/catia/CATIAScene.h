@@ -8,7 +8,7 @@
 class CATIAProduct;
 class CATIASceneProduct;
 
-extern ExportedByCatia const IID IID_CATIAScene;
+extern ExportedByCatia IID IID_CATIAScene;
 
 /** A named view of an assembly in which products may stand elsewhere or be hidden. */
 class ExportedByCatia CATIAScene : public CATIABase {

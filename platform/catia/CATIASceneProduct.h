@@ -6,7 +6,7 @@
 
 class CATIAPosition;
 
-extern ExportedByCatia const IID IID_CATIASceneProduct;
+extern ExportedByCatia IID IID_CATIASceneProduct;
 
 /** A product as a scene shows it. */
 class ExportedByCatia CATIASceneProduct : public CATIABase {

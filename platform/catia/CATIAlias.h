@@ -5,7 +5,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATIAlias;
+extern ExportedByCatia IID IID_CATIAlias;
 
 /** The name that users see. */
 class ExportedByCatia CATIAlias : public CATBaseUnknown {

@@ -6,7 +6,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATICkeInst;
+extern ExportedByCatia IID IID_CATICkeInst;
 
 /** A parameter's value. */
 class ExportedByCatia CATICkeInst : public CATBaseUnknown {

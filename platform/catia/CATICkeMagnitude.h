@@ -7,7 +7,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATICkeMagnitude;
+extern ExportedByCatia IID IID_CATICkeMagnitude;
 
 /** A kind of dimension: a length, an angle, ... Null units are possible. */
 class ExportedByCatia CATICkeMagnitude : public CATBaseUnknown {

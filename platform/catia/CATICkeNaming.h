@@ -5,7 +5,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATICkeNaming;
+extern ExportedByCatia IID IID_CATICkeNaming;
 
 /** A knowledgeware object that users see in the tree. */
 class ExportedByCatia CATICkeNaming : public CATBaseUnknown {

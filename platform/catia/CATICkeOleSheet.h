@@ -3,7 +3,7 @@
 
 #include "CATICkeSheet.h"
 
-extern ExportedByCatia const IID IID_CATICkeOleSheet;
+extern ExportedByCatia IID IID_CATICkeOleSheet;
 
 /** A sheet of a spreadsheet file, which may have several. */
 class ExportedByCatia CATICkeOleSheet : public CATICkeSheet {

@@ -4,7 +4,7 @@
 #include "CATICkeNaming.h"
 #include "CATICkeRelationForwards.h"
 
-extern ExportedByCatia const IID IID_CATICkeParameterSet;
+extern ExportedByCatia IID IID_CATICkeParameterSet;
 
 /** A set of parameters. The object is a publisher and a specification object of type "ParameterSet", too. */
 class ExportedByCatia CATICkeParameterSet : public CATICkeNaming {

@@ -9,7 +9,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATICkeParm;
+extern ExportedByCatia IID IID_CATICkeParm;
 
 /** A parameter. It is a specification object, too. */
 class ExportedByCatia CATICkeParm : public CATBaseUnknown {

@@ -6,7 +6,7 @@
 #include "CATICkeParm.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATICkeParmFactory;
+extern ExportedByCatia IID IID_CATICkeParmFactory;
 
 /** Makes parameters; asked of a container. The name given is that at creation. A parameter stands nowhere until it is
  * appended to a publisher. Null on failure. */

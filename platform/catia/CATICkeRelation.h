@@ -4,7 +4,7 @@
 #include "CATICkeNaming.h"
 #include "CATICkeRelationForwards.h"
 
-extern ExportedByCatia const IID IID_CATICkeRelation;
+extern ExportedByCatia IID IID_CATICkeRelation;
 
 /** A relation between parameters: a formula, a design table. It is a specification object, too. */
 class ExportedByCatia CATICkeRelation : public CATICkeNaming {

@@ -6,7 +6,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATICkeRelationFactory;
+extern ExportedByCatia IID IID_CATICkeRelationFactory;
 
 /** Makes sets of parameters; asked of a container. */
 class ExportedByCatia CATICkeRelationFactory : public CATBaseUnknown {

@@ -6,7 +6,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATICkeSheet;
+extern ExportedByCatia IID IID_CATICkeSheet;
 
 /** The cells that a design table took from its file. Rows and columns count from 1; the first row has the titles. */
 class ExportedByCatia CATICkeSheet : public CATBaseUnknown {

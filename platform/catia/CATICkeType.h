@@ -5,7 +5,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATICkeType;
+extern ExportedByCatia IID IID_CATICkeType;
 
 /** Type of a parameter. That of a dimension answers CATICkeMagnitude, too. */
 class ExportedByCatia CATICkeType : public CATBaseUnknown {

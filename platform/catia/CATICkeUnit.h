@@ -6,7 +6,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATICkeUnit;
+extern ExportedByCatia IID IID_CATICkeUnit;
 
 /** A unit of a magnitude. */
 class ExportedByCatia CATICkeUnit : public CATBaseUnknown {

@@ -5,7 +5,7 @@
 #include "CATMacForIUnknown.h"
 #include "sequence_CATBaseUnknown_ptr.h"
 
-extern ExportedByCatia const IID IID_CATIContainer;
+extern ExportedByCatia IID IID_CATIContainer;
 
 /** What a document keeps its objects in. */
 class ExportedByCatia CATIContainer : public CATBaseUnknown {

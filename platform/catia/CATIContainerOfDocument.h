@@ -5,7 +5,7 @@
 #include "CATIContainer.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIContainerOfDocument;
+extern ExportedByCatia IID IID_CATIContainerOfDocument;
 
 /** The containers of a document. */
 class ExportedByCatia CATIContainerOfDocument : public CATBaseUnknown {

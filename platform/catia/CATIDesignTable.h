@@ -6,7 +6,7 @@
 #include "CATICkeSheet.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIDesignTable;
+extern ExportedByCatia IID IID_CATIDesignTable;
 
 /** A table that sets parameters from the rows of a file. The object is a relation and a specification object, too: the
  * parameters that it sets are the relation's out-parameters. Configuration c is row c + 1 of the sheet. */

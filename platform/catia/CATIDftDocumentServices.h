@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIDftDocumentServices;
+extern ExportedByCatia IID IID_CATIDftDocumentServices;
 
 /** Services of a drawing document. */
 class ExportedByCatia CATIDftDocumentServices : public CATBaseUnknown {

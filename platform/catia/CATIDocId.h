@@ -5,7 +5,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATIDocId;
+extern ExportedByCatia IID IID_CATIDocId;
 
 /** Identity of a document. */
 class ExportedByCatia CATIDocId : public CATBaseUnknown {

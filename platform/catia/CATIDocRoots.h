@@ -5,7 +5,7 @@
 #include "CATLISTV_CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIDocRoots;
+extern ExportedByCatia IID IID_CATIDocRoots;
 
 /** The roots of a document. */
 class ExportedByCatia CATIDocRoots : public CATBaseUnknown {

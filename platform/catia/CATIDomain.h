@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIDomain;
+extern ExportedByCatia IID IID_CATIDomain;
 
 /** A set of specification objects; the integration only ever passes the null handle. Proposed: the header and that
  * nothing is in it. */

@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIDrawing;
+extern ExportedByCatia IID IID_CATIDrawing;
 
 /** The root feature of a drawing. It is a specification object and a publisher, too. */
 class ExportedByCatia CATIDrawing : public CATBaseUnknown {

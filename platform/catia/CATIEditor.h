@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIEditor;
+extern ExportedByCatia IID IID_CATIEditor;
 
 class CATFrmEditor;
 

@@ -5,7 +5,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATIIniInteractiveSession;
+extern ExportedByCatia IID IID_CATIIniInteractiveSession;
 
 class CATIEditor;
 

@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATILinkableObject;
+extern ExportedByCatia IID IID_CATILinkableObject;
 
 class CATDocument;
 

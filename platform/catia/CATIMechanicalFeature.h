@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIMechanicalFeature;
+extern ExportedByCatia IID IID_CATIMechanicalFeature;
 
 /** A feature of a part; the library only asks whether an object is one. */
 class ExportedByCatia CATIMechanicalFeature : public CATBaseUnknown {

@@ -7,7 +7,7 @@
 #include "CATLISTV_CATISpecObject.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIParmPublisher;
+extern ExportedByCatia IID IID_CATIParmPublisher;
 
 /** An object below which parameters and their sets stand. */
 class ExportedByCatia CATIParmPublisher : public CATBaseUnknown {

@@ -8,7 +8,7 @@
 
 class CATIParmPublisher;
 
-extern ExportedByCatia const IID IID_CATIPrdProperties;
+extern ExportedByCatia IID IID_CATIPrdProperties;
 
 /** Properties of a product. */
 class ExportedByCatia CATIPrdProperties : public CATBaseUnknown {

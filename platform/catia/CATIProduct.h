@@ -6,7 +6,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATIProduct;
+extern ExportedByCatia IID IID_CATIProduct;
 
 class CATIProduct_var;
 

@@ -5,7 +5,7 @@
 #include "CATISpecObject.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIPrtContainer;
+extern ExportedByCatia IID IID_CATIPrtContainer;
 
 /** The root container of a part document. */
 class ExportedByCatia CATIPrtContainer : public CATBaseUnknown {

@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATIRedrawEvent;
+extern ExportedByCatia IID IID_CATIRedrawEvent;
 
 /** Tells the specification tree that a node has changed. */
 class ExportedByCatia CATIRedrawEvent : public CATBaseUnknown {

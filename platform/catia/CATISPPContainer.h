@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATISPPContainer;
+extern ExportedByCatia IID IID_CATISPPContainer;
 
 /** A container of process planning. */
 class ExportedByCatia CATISPPContainer : public CATBaseUnknown {

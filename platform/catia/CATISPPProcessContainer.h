@@ -5,7 +5,7 @@
 #include "CATLISTV_CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATISPPProcessContainer;
+extern ExportedByCatia IID IID_CATISPPProcessContainer;
 
 /** The root container of a process document. */
 class ExportedByCatia CATISPPProcessContainer : public CATISPPContainer {

@@ -4,7 +4,7 @@
 #include "CATIContainerOfDocument.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATISamAccess;
+extern ExportedByCatia IID IID_CATISamAccess;
 
 /** What an analysis document answers. */
 class ExportedByCatia CATISamAccess : public CATIContainerOfDocument {

@@ -5,7 +5,7 @@
 #include "CATISamAnalysisManager.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATISamAnalysisContainer;
+extern ExportedByCatia IID IID_CATISamAnalysisContainer;
 
 /** The container of an analysis document's specifications. */
 class ExportedByCatia CATISamAnalysisContainer : public CATBaseUnknown {

@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATISamAnalysisManager;
+extern ExportedByCatia IID IID_CATISamAnalysisManager;
 
 /** The root feature of an analysis. It is a specification object and a publisher, too. */
 class ExportedByCatia CATISamAnalysisManager : public CATBaseUnknown {

@@ -9,7 +9,7 @@
 #include "CATListOfInt.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATISpecAttrAccess;
+extern ExportedByCatia IID IID_CATISpecAttrAccess;
 
 /** Values of the attributes of a specification object. Positions in lists count from 1; 0 stands for a value that is no
  * list. */

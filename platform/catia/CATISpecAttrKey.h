@@ -6,7 +6,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_CATISpecAttrKey;
+extern ExportedByCatia IID IID_CATISpecAttrKey;
 
 /** Name and kind of an attribute of one object: what the values are asked with. */
 class ExportedByCatia CATISpecAttrKey : public CATBaseUnknown {

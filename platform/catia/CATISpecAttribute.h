@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATISpecAttribute;
+extern ExportedByCatia IID IID_CATISpecAttribute;
 
 /** An attribute of a specification object, as adding one hands it out. */
 class ExportedByCatia CATISpecAttribute : public CATBaseUnknown {

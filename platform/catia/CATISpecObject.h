@@ -10,7 +10,7 @@
 
 class CATISpecAttribute;
 
-extern ExportedByCatia const IID IID_CATISpecObject;
+extern ExportedByCatia IID IID_CATISpecObject;
 
 /** A specification object. What has no feature behind it has no name, type or container and takes no attribute: the
  * answers of every class that does not say otherwise (Proposed: that there are such). */

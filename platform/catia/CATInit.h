@@ -4,7 +4,7 @@
 #include "CATBaseUnknown.h"
 #include "CATMacForIUnknown.h"
 
-extern ExportedByCatia const IID IID_CATInit;
+extern ExportedByCatia IID IID_CATInit;
 
 /** What every document answers; only documents do. */
 class ExportedByCatia CATInit : public CATBaseUnknown {

@@ -6,7 +6,12 @@
 #include "ExportedByCatia.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
+
+namespace embedded {
+struct TextBytes;
+}
 
 /** One character. Proposed: the members. */
 class CATUnicodeChar {
@@ -25,16 +30,21 @@ private:
 /**
  * The platform's text. Positions and counts are in characters, from 0.
  *
- * In this platform the text is kept as the bytes of the session's 8-bit encoding, which is UTF-8; a byte that is not
- * part of a well-formed character counts as one character of its own, so that any 8-bit text survives unchanged.
+ * Texts of bytes are in the session's 8-bit encoding. Where that is UTF-8, a byte that is part of no well-formed
+ * character counts as one of its own, so that any text of bytes survives unchanged; where it is a code page, '?' stands
+ * for every character that it lacks.
  */
 class ExportedByCatia CATUnicodeString {
 public:
     enum CATSearchMode { CATSearchModeForward, CATSearchModeBackward };
 
     CATUnicodeString() = default;
-    CATUnicodeString(const char* const iText) : m_text(iText ? iText : "") {}
-    CATUnicodeString(const char* const iText, size_t iLength) : m_text(iText ? iText : "", iText ? iLength : 0) {}
+    CATUnicodeString(const char* const iText) : m_text(iText ? iText : "") {
+        if (s_codePage) FromCodePage();
+    }
+    CATUnicodeString(const char* const iText, size_t iLength) : m_text(iText ? iText : "", iText ? iLength : 0) {
+        if (s_codePage) FromCodePage();
+    }
 
     CATUnicodeString& operator=(const char* iText);
     CATUnicodeString& Append(const CATUnicodeString& iText);
@@ -53,9 +63,9 @@ public:
 
     int GetLengthInChar() const;
     /** Bytes of the ConvertToChar text. */
-    int GetLengthInByte() const { return static_cast<int>(m_text.size()); }
+    int GetLengthInByte() const { return static_cast<int>((s_codePage ? InCodePage() : m_text).size()); }
     /** 8-bit text, NUL terminated, owned by this string until it changes. */
-    const char* ConvertToChar() const { return m_text.c_str(); }
+    const char* ConvertToChar() const { return (s_codePage ? InCodePage() : m_text).c_str(); }
     /** Whether the text is empty. Proposed: whole, as users' programs call it. */
     int IsNull() const { return m_text.empty(); }
 
@@ -90,8 +100,22 @@ public:
 
 private:
     friend ExportedByCatia CATUnicodeString operator+(const CATUnicodeString& iLeft, const CATUnicodeString& iRight);
+    friend struct embedded::TextBytes;
 
-    std::string m_text;
+    /** The text in the code page, made when somebody asks for it. A copy begins without. */
+    struct Narrow {
+        Narrow() = default;
+        Narrow(const Narrow&) noexcept {}
+        Narrow& operator=(const Narrow&) noexcept { return *this; }
+        std::unique_ptr<std::string> text;
+    };
+
+    void FromCodePage();
+    const std::string& InCodePage() const;
+
+    static bool s_codePage; ///< whether the 8-bit encoding is a code page
+    std::string m_text;     ///< UTF-8
+    mutable Narrow m_narrow;
 };
 
 /** Proposed: whole, as users' programs write it. */

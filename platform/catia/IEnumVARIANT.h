@@ -4,7 +4,7 @@
 #include "CATVariant.h"
 #include "IUnknown.h"
 
-extern ExportedByCatia const IID IID_IEnumVARIANT;
+extern ExportedByCatia IID IID_IEnumVARIANT;
 
 /** Walks over a collection. */
 struct IEnumVARIANT : public IUnknown {

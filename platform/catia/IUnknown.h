@@ -46,6 +46,6 @@ protected:
     ~IUnknown() = default;
 };
 
-extern ExportedByCatia const IID IID_IUnknown;
+extern ExportedByCatia IID IID_IUnknown;
 
 #endif

@@ -6,7 +6,7 @@
 
 class CATISpecObject;
 
-extern ExportedByCatia const IID IID_MSKIMaskManager;
+extern ExportedByCatia IID IID_MSKIMaskManager;
 
 /** Shows masks (marks of a status) on the nodes of the tree; an interface of the session. */
 class ExportedByCatia MSKIMaskManager : public CATBaseUnknown {

@@ -5,7 +5,7 @@
 #include "CATMacForIUnknown.h"
 #include "CATUnicodeString.h"
 
-extern ExportedByCatia const IID IID_VornCATIxPDMItem;
+extern ExportedByCatia IID IID_VornCATIxPDMItem;
 
 /** What the platform's own PDM connection knows of a product. */
 class ExportedByCatia VornCATIxPDMItem : public CATBaseUnknown {

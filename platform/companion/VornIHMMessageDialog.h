@@ -16,7 +16,7 @@ public:
     /** Shows what was queued under a catalogue number, as an error. */
     static void showDynamicErrorMessage(int iCatalogue, int iLevel);
     /** Shows a message of the catalogue as an error. @param iArgument what stands in its place; may be empty */
-    static void showError(int iLevel, int iMessage, const CATUnicodeString& iArgument = CATUnicodeString());
+    static void showError(int iLevel, int iMessage, const CATUnicodeString& iArgument);
 };
 
 #endif

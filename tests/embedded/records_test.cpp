@@ -194,7 +194,7 @@ TEST_F(RecordsTest, BreachesAreNamedOnce) {
     EXPECT_EQ(embedded::Accounting::get().takeBreaches(), Texts());
 }
 
-TEST_F(RecordsTest, AnObjectHasOneIdentityAndOneCount) {
+TEST_F(RecordsTest, AnObjectHasOneIdentity) {
     auto root = session().product("/w/Root.CATProduct").root();
     root.add(session().part("/w/Bolt.CATPart"), "Bolt.1");
     CATListValCATBaseUnknown_var* const children = root.get()->GetChildren();

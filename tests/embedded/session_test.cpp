@@ -9,6 +9,7 @@
 #include "CATIProduct.h"
 #include "CATISpecObject.h"
 #include "CATSessionServices.h"
+#include "embedded/ProductHabits.h"
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 #include "tests/support/Fixture.h"
@@ -99,6 +100,7 @@ TEST_F(SessionTest, ProductsLeadToTheirFatherAndReference) {
         {"Group/Sub.3", "Group", "Sub", "Sub.3", "Sub", 2},
         {"Root/Lost.1", "Root", "", "Lost.1", "", 0},
     };
+    embedded::productHabits().rootsRefuseInstanceName = false;
     for (const auto& test : cases) {
         SCOPED_TRACE(test.product);
         CATIProduct* const product = place(test.product).get();
@@ -382,16 +384,6 @@ TEST_F(SessionTest, WhoeverKeepsADocumentKeepsItLoaded) {
     EXPECT_TRUE(nut.loaded());
     CATUnLockDocument(*nut.get());
     EXPECT_FALSE(nut.loaded());
-    {
-        const CATIProduct_var reference(nut.root().get());
-        EXPECT_TRUE(nut.loaded());
-        EXPECT_TRUE(seen.get()->GetReferenceProduct() == NULL_var);
-    }
-    {
-        const CATIADocument_var document(nut.get());
-        EXPECT_TRUE(nut.loaded());
-    }
-    EXPECT_FALSE(nut.loaded());
     // A representation that is loaded on request loads the part.
     seen.reference().masterShape("/w/Nut.CATPart");
     CATBaseDispatch* representation = nullptr;
@@ -402,18 +394,134 @@ TEST_F(SessionTest, WhoeverKeepsADocumentKeepsItLoaded) {
     EXPECT_FALSE(Document().loaded());
 }
 
-TEST_F(SessionTest, AReleasedPlaceIsNotCalled) {
+TEST_F(SessionTest, InVisualisationAProductTellsNothingOfItsReference) {
+    const Product seen = place("Root/Sub.1/Bolt.1");
+    seen.reference().referenceDescription("steel").masterShape("/w/Bolt.cgr").shape("Default", "/w/a.cgr");
+    embedded::setWorkMode(seen, WorkMode::visualisation);
+    CATIProduct* const product = seen.get();
+    const CATIPrdProperties_var properties(product);
+    const CATIAProduct_var automation(product);
+    EXPECT_TRUE(product->GetReferenceProduct() == NULL_var);
+    EXPECT_TRUE(product->GetPartNumber().IsNull());
+    EXPECT_EQ(properties->SetDescriptionRef("other"), E_FAIL);
+    EXPECT_EQ(properties->SetDefinition("other"), E_FAIL);
+    EXPECT_EQ(properties->SetRevision("other"), E_FAIL);
+    EXPECT_EQ(properties->SetNomenclature("other"), E_FAIL);
+    EXPECT_EQ(seen.referenceDescription(), "steel");
+    EXPECT_EQ(textOf([&](auto& text) { return product->GetPrdInstanceName(text); }), "Bolt.1");
+    CATBSTR text = nullptr;
+    for (const bool silent : {false, true}) {
+        embedded::productHabits().picturesAreSilent = silent;
+        const HRESULT expected = silent ? E_FAIL : S_OK;
+        EXPECT_EQ(automation->GetMasterShapeRepresentationPathName(text), expected);
+        CATFreeString(text);
+        EXPECT_EQ(automation->GetDefaultShapeName(text), expected);
+        CATBSTR path = nullptr;
+        EXPECT_EQ(automation->GetShapePathName(text, path), expected);
+        CATFreeString(path);
+        CATFreeString(text);
+    }
+    EXPECT_EQ(CATIAProduct_var(seen.reference().get())->GetMasterShapeRepresentationPathName(text), S_OK);
+    CATFreeString(text);
+}
+
+TEST_F(SessionTest, ProductsRefuseWhatOnlySomePlatformsGive) {
+    CATIProduct* const product = place("Root/Sub.1/Bolt.1").get();
+    CATUnicodeString text;
+    embedded::productHabits() = {false, false, false, false};
+    EXPECT_EQ(root.get()->GetPrdInstanceName(text), S_OK);
+    EXPECT_EQ(product->SetPrdInstanceName("a:b"), S_OK);
+    const std::unique_ptr<CATListValCATBaseUnknown_var> none(product->GetChildren());
+    ASSERT_TRUE(none);
+    EXPECT_EQ(none->Size(), 0);
+    embedded::productHabits() = {true, true, true, true};
+    EXPECT_EQ(root.get()->GetPrdInstanceName(text), E_FAIL);
+    EXPECT_EQ(product->GetChildren(), nullptr);
+    EXPECT_EQ(product->GetChildrenCount(), 0);
+    for (const char* const name : {"", "a!", "a:b", "a "}) {
+        EXPECT_EQ(product->SetPrdInstanceName(name), E_FAIL) << name;
+        bolt.root().get()->SetPartNumber(name);
+        EXPECT_EQ(bolt.root().partNumber(), "Bolt") << name;
+    }
+    EXPECT_EQ(product->SetPrdInstanceName(" a b"), S_OK);
+}
+
+TEST_F(SessionTest, AnUnloadedDocumentTakesItsPointersWithIt) {
+    const Document nut = session().part("/w/Nut.CATPart");
+    const Product seen = root.add(nut, "Nut.1");
+    CATDocument* const document = nut.get();
+    const CATIADocument_var automation(document);
+    const CATIProduct_var reference = seen.get()->GetReferenceProduct();
+    embedded::setWorkMode(seen, WorkMode::visualisation);
+    EXPECT_FALSE(nut.loaded()) << "whoever holds it";
+    EXPECT_TRUE(seen.get()->GetReferenceProduct() == NULL_var);
+    document->StorageName();
+    reference->GetPartNumber();
+    { const CATIADocument_var another(automation); }
+    EXPECT_EQ(embedded::Accounting::get().takeBreaches(),
+              Texts({"use after release of document /w/Nut.CATPart in CATDocument::StorageName",
+                     "use after release of product Nut in CATIProduct::GetPartNumber",
+                     "use after release of document /w/Nut.CATPart in AddRef"}));
+    embedded::setWorkMode(seen, WorkMode::design);
+    nut.get()->StorageName();
+    EXPECT_EQ(seen.get()->GetReferenceProduct()->GetPartNumber(), CATUnicodeString("Nut"));
+    EXPECT_EQ(embedded::Accounting::get().takeBreaches(), Texts());
+    reference->GetPartNumber();
+    EXPECT_EQ(embedded::Accounting::get().takeBreaches(),
+              Texts({"use after release of product Nut in CATIProduct::GetPartNumber"}));
+}
+
+TEST_F(SessionTest, APointerIsOnlyUsedWhileItsOwnInterfaceIsHeld) {
     const std::unique_ptr<CATListValCATBaseUnknown_var> children(root.get()->GetChildren());
-    CATIProduct* first = nullptr;
+    const CATIPrdProperties_var properties((*children)[1]);
+    CATIProduct* product = nullptr;
     {
         const CATIProduct_var handle((*children)[1]);
-        first = handle;
+        product = handle;
+        EXPECT_EQ(product->GetChildrenCount(), 2);
+        EXPECT_EQ(properties->IsEqual(product), 1);
     }
-    EXPECT_EQ(first->GetChildrenCount(), 2) << "the list still holds it";
-    children->RemoveAll();
-    EXPECT_EQ(first->GetChildrenCount(), 2);
-    EXPECT_EQ(embedded::Accounting::get().takeBreaches(),
-              Texts({"use after release of product Root/Sub.1 in CATIProduct::GetChildrenCount"}));
+    const std::string name = "use after release of product Root/Sub.1 in ";
+    const auto breach = [] { return embedded::Accounting::get().takeBreaches(); };
+    EXPECT_EQ(breach(), Texts());
+    // The list and the other handle hold the object, but not by this pointer.
+    EXPECT_EQ(product->GetChildrenCount(), 2);
+    EXPECT_EQ(breach(), Texts({name + "CATIProduct::GetChildrenCount"}));
+    EXPECT_EQ(product->IsAKindOf("ProductInstance"), 1);
+    EXPECT_EQ(breach(), Texts({name + "IsAKindOf"}));
+    { const CATIAProduct_var query(product); }
+    EXPECT_EQ(breach(), Texts({name + "QueryInterface(CATIAProduct)"}));
+    product->AddRef();
+    EXPECT_EQ(breach(), Texts({name + "AddRef"}));
+    product->Release();
+    { const CATIProduct_var handle(product); }
+    EXPECT_EQ(breach(), Texts({name + "AddRef"}));
+    EXPECT_EQ(properties->IsEqual(product), 1);
+    EXPECT_EQ(breach(), Texts({name + "GetImpl"}));
+    CATUnicodeString text;
+    EXPECT_EQ(properties->GetDescriptionInst(text), S_OK);
+    EXPECT_EQ(breach(), Texts());
+}
+
+/** Identity is that of the base interface; each interface is another pointer. */
+TEST_F(SessionTest, InterfacesOfOneObjectAreDifferentPointers) {
+    const CATIProduct_var product(root.get());
+    const CATIPrdProperties_var properties(product);
+    const CATBaseUnknown_var identity = [&] {
+        void* found = nullptr;
+        EXPECT_EQ(product->QueryInterface(IID_IUnknown, &found), S_OK);
+        CATBaseUnknown* const unknown = static_cast<CATBaseUnknown*>(found);
+        const CATBaseUnknown_var handle(unknown);
+        unknown->Release();
+        return handle;
+    }();
+    const auto* const pointer = static_cast<CATBaseUnknown*>(static_cast<CATIProduct*>(product));
+    EXPECT_NE(pointer, static_cast<CATBaseUnknown*>(static_cast<CATIPrdProperties*>(properties)));
+    EXPECT_NE(pointer, static_cast<CATBaseUnknown*>(identity));
+    EXPECT_EQ(product->GetImpl(), static_cast<CATBaseUnknown*>(identity));
+    EXPECT_EQ(properties->GetImpl(), static_cast<CATBaseUnknown*>(identity));
+    EXPECT_EQ(identity->IsEqual(pointer), 1);
+    EXPECT_EQ(identity->IsEqual(CATIProduct_var(bolt.root().get())), 0);
 }
 
 TEST_F(SessionTest, LargeStructuresStayFast) {
@@ -431,7 +539,7 @@ TEST_F(SessionTest, LargeStructuresStayFast) {
     EXPECT_TRUE(deepest.description("far down").get()->FindInstance(father.get()) == pointerTo(deepest));
     EXPECT_NE(session().digest().find("far down"), std::string::npos);
     embedded::setWorkMode(deepest, WorkMode::visualisation);
-    EXPECT_FALSE(session().find("/big/19999.CATProduct").loaded());
+    EXPECT_TRUE(session().find("/big/19999.CATProduct").loaded()) << "a product stays";
     // More places than anybody can count: two of each at every level.
     Document below = bolt;
     for (int i = 0; i < 200; ++i) {

@@ -485,9 +485,14 @@ TEST_F(DocumentFileTest, AFileThatShrinksIsNotReadBeyondItsEnd) {
     const std::string name = write("d", bytes);
     VornToolsDocumentFile document;
     ASSERT_EQ(document.open(name.c_str()), S_OK);
-    const int last = document.getEntryCount();
+    int geometry = 0;
+    CATUnicodeString stream_name;
+    int parent = 0, pieces = 0;
+    unsigned char is_stream = 0;
+    for (unsigned int size = 0; size != kGeometry.size();)
+        ASSERT_EQ(document.getEntry(++geometry, stream_name, parent, is_stream, size, pieces), S_OK);
     std::filesystem::resize_file(std::filesystem::u8path(name), 5000);
-    EXPECT_EQ(document.readStream(last), nullptr);
+    EXPECT_EQ(document.readStream(geometry), nullptr);
     EXPECT_EQ(reports(), Texts({"VornToolsDocumentFile::readStream 9003 readStream"}));
     EXPECT_EQ(document.readLinkImage(), nullptr);
     EXPECT_EQ(document.getCondition(), VornToolsDocumentFile::DocumentDamaged);

@@ -47,6 +47,19 @@ TEST_F(DummyPartTest, AnEmptyFileIsTestedByItsDatFile) {
     EXPECT_EQ(reports(), Texts({"VornToolsDummyPart::isAFileDummyPart 9001 i_full_file_name"}));
 }
 
+TEST_F(DummyPartTest, ALogicalNameIsTestedByItsFile) {
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    writeLoaded("d.CATPart");
+    write("full.CATPart", "x");
+    const std::string lib = "\x01\x02\\LIB\\";
+    EXPECT_EQ(isFile(lib + "d.CATPart"), 1);
+    EXPECT_EQ(isNamed(lib + "d.CATPart"), 1);
+    EXPECT_EQ(isFile(lib + "full.CATPart"), 0);
+    EXPECT_EQ(isFile(lib + "none.CATPart"), 0);
+    EXPECT_EQ(messages().back(), "getFileSize returns failed for : " + lib + "none.CATPart");
+}
+
 TEST_F(DummyPartTest, WhileFilesAreMadeTheSuffixDecides) {
     const struct {
         const char* name;

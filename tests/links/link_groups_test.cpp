@@ -90,6 +90,22 @@ TEST_F(LinksTest, DrawingsShowEachDocumentOnce) {
     }
 }
 
+TEST_F(LinksTest, ADocumentWithALogicalNameIsReadWhereItLies) {
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = folder().u8string();
+    DocumentImage image;
+    image.properties("/old/own.CATDrawing", {ImageRecord::object("CATPart", "/gone/near.CATPart", kFirst)});
+    write("own.CATDrawing", image.bytes());
+    const std::string near = write("below/near.CATPart", "x");
+    double count = 0;
+    CATListValCATUnicodeString lists[5];
+    VornToolsVector<unsigned char> flags;
+    unsigned char missing = 7;
+    VornToolsLinks::searchLinks("\x01\x02\\LIB\\own.CATDrawing", "MMLDrawing", "", count, lists[0], lists[1], lists[2],
+                                lists[3], lists[4], flags, missing);
+    EXPECT_EQ(textsOf(lists[0]), Texts({near}));
+}
+
 TEST_F(LinksTest, DocumentsWithoutTheirStreamsHaveNoLinks) {
     for (const std::string& bytes : {""s, "CATDocumentProperty"s, "x"s, std::string(5000, '\0'), "\x3B\x01"s,
                                      DocumentImage().application().summary(5, 21, 0).bytes()}) {
@@ -134,8 +150,6 @@ TEST_F(LinksTest, AMissingImageIsReported) {
     VornToolsVector<int> uses;
     VornToolsFolderMemory folders;
     EXPECT_EQ(VornToolsLinks::getOtherDocuments(nullptr, 0, nullptr, "", list, other, uses, folders), 0);
-    VornToolsVector<VornToolsLinks::EnumStoredName> kinds;
-    EXPECT_EQ(VornToolsLinks::getStoredNames(nullptr, 0, key, list, kinds, uses), 0);
     EXPECT_EQ(VornToolsLinks::getMMLTag(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getMmlPublication(nullptr, 0, 0, 0, list), 0);
     EXPECT_EQ(VornToolsLinks::getMmlDocuments(nullptr, 0, 0, 0, nullptr, "", list), 0);
@@ -143,29 +157,8 @@ TEST_F(LinksTest, AMissingImageIsReported) {
     EXPECT_EQ(missing, 0);
     EXPECT_EQ(number, 0);
     const Texts reported = reports();
-    EXPECT_EQ(reported.size(), 14U);
+    EXPECT_EQ(reported.size(), 13U);
     for (const std::string& report : reported) EXPECT_NE(report.find(" 9001 ip_image"), std::string::npos) << report;
-}
-
-TEST_F(LinksTest, StoredNamesStandAsTheyAre) {
-    DocumentImage image;
-    image.properties("C:\\w\\own.CATProduct", {ImageRecord::unloadable("C:\\w\\sizes.xls", 2),
-                                               ImageRecord::object("CATDrawing", "frame.CATDrawing", kFirst, 5),
-                                               ImageRecord::object("CATPart", ".\\c.CATPart", kSecond, 0),
-                                               ImageRecord::object("CATPart", ".\\d.CATPart", kSecond, 3),
-                                               ImageRecord::object("CATProduct", "b.CATProduct", kFirst),
-                                               ImageRecord::whole("CATPart", "C:\\w\\a.CATPart", 4)});
-    VornToolsString bytes = stringOf(image.bytes()), own = stringOf("stale");
-    Strings names = stringsOf({"stale"});
-    VornToolsVector<VornToolsLinks::EnumStoredName> kinds;
-    VornToolsVector<int> uses;
-    EXPECT_EQ(VornToolsLinks::getStoredNames(&bytes, image.propertyPosition(), own, names, kinds, uses), 0);
-    EXPECT_EQ(bytesOf(own), "C:\\w\\own.CATProduct");
-    std::string listed;
-    for (unsigned int i = 0; i < names.size(); ++i)
-        listed += std::to_string(kinds[i]) + " " + bytesOf(names[i]) + " " + std::to_string(uses[i]) + "\n";
-    EXPECT_EQ(listed, "3 frame.CATDrawing 5\n2 .\\d.CATPart 3\n1 b.CATProduct 1\n0 C:\\w\\a.CATPart 4\n"
-                      "4 C:\\w\\sizes.xls 2\n");
 }
 
 TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {

@@ -524,6 +524,14 @@ TEST_F(DesignTablesTest, AssembliesListTheirDocumentsAndTables) {
     EXPECT_EQ(reports(), Texts({silent}));
     EXPECT_EQ(list(bolt, 0), S_OK);
     EXPECT_EQ(files.Size(), 0);
+    // What a table tells, it tells before its part leaves memory again.
+    embedded::setWorkMode(bolt.root(), WorkMode::visualisation);
+    EXPECT_EQ(list(top, 1), S_OK);
+    EXPECT_EQ(textsOf(files), Texts({topFile, file}));
+    EXPECT_EQ(list(bolt, 1), S_OK);
+    EXPECT_EQ(textsOf(files), Texts({file}));
+    EXPECT_EQ(embedded::workMode(bolt.root()), WorkMode::visualisation);
+    EXPECT_EQ(reports(), Texts({silent, silent}));
     EXPECT_EQ(list(embedded::Document(), 1), E_FAIL);
     EXPECT_EQ(files.Size(), 0);
     EXPECT_TRUE(hasMessage("ip_activ_document is NULL"));

@@ -22,9 +22,14 @@ protected:
         document = session().document("/w/Sheet.CATDrawing");
         drawing = embedded::parametersOf(document, "Drawing", "Drawing");
         inner = drawing.addSet("Values");
+        held = CATIDrawing_var(drawing.get());
         clearJournal();
     }
-    CATIDrawing* pointer() { return dynamic_cast<CATIDrawing*>(drawing.publisher()); }
+    void TearDown() override {
+        held = CATIDrawing_var();
+        PlatformTest::TearDown();
+    }
+    CATIDrawing* pointer() { return held; }
     static CATListValCATUnicodeString list(const Texts& texts) {
         CATListValCATUnicodeString result;
         for (const std::string& text : texts) result.Append(text.c_str());
@@ -51,6 +56,7 @@ protected:
 
     embedded::Document document;
     embedded::Publisher drawing, inner;
+    CATIDrawing_var held;
 };
 
 TEST_F(DrawingParametersTest, ParametersAndSetsAreListedAtAnyDepth) {

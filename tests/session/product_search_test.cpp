@@ -6,6 +6,7 @@
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
 #include "VornToolsWorkModeServices.h"
+#include "embedded/ProductHabits.h"
 #include "embedded/WorkModes.h"
 
 #include <algorithm>
@@ -114,6 +115,7 @@ TEST_F(ProductSearchTest, ForeignFilesAreFoundByTheShapesOfTheirProducts) {
 }
 
 TEST_F(ProductSearchTest, WhatIsOutOfReachAtOnePlaceIsLookedForAtTheNext) {
+    embedded::productHabits().picturesAreSilent = false;
     auto root = session().product("/w/a.CATProduct").root();
     const auto group = session().product("/w/g.CATProduct");
     const auto middle = session().product("/w/m.CATProduct");
@@ -196,6 +198,7 @@ TEST_F(SeenPartsTest, ASearchWithoutHitLeavesEveryPlaceAsItWas) {
 }
 
 TEST_F(SeenPartsTest, NothingIsLoadedForWhatAPictureTells) {
+    embedded::productHabits().picturesAreSilent = false;
     for (embedded::Product& part : parts) part.shape("low", "/w/" + part.partNumber() + ".cgr");
     EXPECT_EQ(foreign(root, "none.cgr"), nullptr);
     EXPECT_EQ(foreign(root, "p77.cgr"), places[154].get());
@@ -203,6 +206,26 @@ TEST_F(SeenPartsTest, NothingIsLoadedForWhatAPictureTells) {
     EXPECT_EQ(foreign(root, "p77.cgr", "high"), nullptr) << "who tells one representation tells them all";
     EXPECT_EQ(embedded::workModeSwitches(), 0U);
     EXPECT_EQ(remembered(), Texts());
+
+    // Where pictures tell nothing, the parts are loaded as far as need be, and the one that is found stays so.
+    embedded::productHabits().picturesAreSilent = true;
+    EXPECT_EQ(foreign(root, "p77.cgr"), places[154].get());
+    EXPECT_EQ(embedded::workModeSwitches(), 155U * 2);
+    EXPECT_EQ(embedded::workMode(places[154]), WorkMode::standard);
+    EXPECT_EQ(remembered(), Texts({"restoring p77.CATPart in visu"}));
+    expectNothingLoaded();
+    unsigned char flag = 7;
+    CATIProduct* found = nullptr;
+    EXPECT_EQ(VornToolsCommon::getProductInSession(root.get(), "p77.CATPart", found, flag), S_OK);
+    EXPECT_EQ(flag, 0) << "what nobody tells is not found";
+    // The name of a picture that does not tell its file is all there is; the directory stays unknown.
+    parts[78].masterShape("/w/p78.CATPart");
+    EXPECT_EQ(VornToolsCommon::getProductInSession(root.get(), "/w/P78.CATPart", found, flag), S_OK);
+    EXPECT_EQ(flag, 0);
+    EXPECT_EQ(VornToolsCommon::getProductInSession(root.get(), "P78.CATPart", found, flag), S_OK);
+    EXPECT_EQ(found, places[156].get());
+    if (found) found->Release();
+    switcher.release();
 }
 
 TEST_F(SeenPartsTest, NothingIsSwitchedWhileThatIsForbidden) {
@@ -252,6 +275,7 @@ protected:
 };
 
 TEST_F(SilentPictureTest, AHitStaysLoadedAndHeldUntilTheSwitcherIsReleased) {
+    embedded::productHabits().picturesAreSilent = false;
     places[0].reference().shape("low", "/w/low.cgr");
     CATIProduct* found = nullptr;
     const auto holders = [] { return embedded::Accounting::get().holders(); };
@@ -335,6 +359,7 @@ TEST_F(ProductSearchTest, ChildrenThatAreCountedAndNotToldAreAFailure) {
 }
 
 TEST_F(ProductSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
+    embedded::productHabits() = {false, false, false, false};
     auto root = session().product("/w/a.CATProduct").root();
     const auto part = root.add(session().part("/w/p.CATPart"), "p.1");
     root.addComponent("bolt", "b.1").shape("low", "/w/low.cgr");

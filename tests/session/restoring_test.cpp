@@ -122,7 +122,7 @@ TEST_F(RestoringTest, OnlyWhatTheLibraryItselfSwitchesIsHeld) {
         EXPECT_EQ(found, 1);
         if (product) product->Release();
     };
-    CATDocument* const part = session().find("/w/Bolt.CATPart").get();
+    const embedded::Document part = session().find("/w/Bolt.CATPart");
     const std::string place = "product Root/Bolt.1";
     const struct {
         std::string held;
@@ -139,14 +139,15 @@ TEST_F(RestoringTest, OnlyWhatTheLibraryItselfSwitchesIsHeld) {
          [&](auto& s) {
              CATDocument* document = nullptr;
              VornToolsCommon::getAndSwitchdocument(bolt.get(), &s, document);
-             EXPECT_EQ(document, part);
+             EXPECT_EQ(document, part.get());
          }},
         {place, [&](auto& s) { find("Bolt.CATPart", "", s); }},
         {place, [&](auto& s) { find("Bolt.stp", "foreign", s); }},
         {"product Bolt",
          [&](auto& s) {
              CATListValCATISpecObject_var tables;
-             VornToolsCommon::getDesignTableList(part, &s, 1, &tables);
+             embedded::setWorkMode(bolt, WorkMode::standard);
+             VornToolsCommon::getDesignTableList(part.get(), &s, 1, &tables);
          }},
     };
     for (const auto& row : cases) {

@@ -6,6 +6,7 @@
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
 #include "VornToolsWorkModeServices.h"
+#include "embedded/ProductHabits.h"
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 
@@ -168,6 +169,7 @@ TEST_F(WindowSearchTest, AForeignFileIsFoundByItsShapeAndLoaded) {
 }
 
 TEST_F(WindowSearchTest, APartThatShowsAForeignFileIsLoadedForAMoment) {
+    embedded::productHabits().picturesAreSilent = false;
     VornToolsWorkModeServices::setCatiaCacheActivated(1);
     windows().open(second);
     const embedded::Product part = second.root().at({"q.1"});
@@ -226,7 +228,7 @@ TEST_F(WindowSearchTest, APartThatIsOnlySeenIsFoundAndLoaded) {
     EXPECT_EQ(reports(), Texts());
 
     embedded::setSwitchOutcome(embedded::SwitchOutcome::refused);
-    const Found refused = search("/w/q.CATPart");
+    const Found refused = search("q.CATPart");
     EXPECT_EQ(refused.code, S_OK);
     EXPECT_EQ(refused.found, 0);
     EXPECT_EQ(refused.document, nullptr);
@@ -262,6 +264,7 @@ TEST_F(WindowSearchTest, EveryExaminedDocumentIsUnlockedOnce) {
 }
 
 TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
+    embedded::productHabits() = {false, false, false, false};
     windows().open(first);
     windows().open(second);
     const auto run = [](const char* name, std::function<SweepOutcome()> operation) {

@@ -22,8 +22,13 @@ const char* textOfCondition(VornToolsDocumentFile::EnumDocumentCondition conditi
 
 DocumentCondition conditionOf(VornToolsDocumentFile& file, const std::string& document) {
     if (!isCatiaDocument(document)) return {};
-    if (file.getSize() == 0)
-        return {"empty", VornToolsDummyPart::getInstance()->isAFileDummyPart(textOf(document)) == 0};
-    const VornToolsDocumentFile::EnumDocumentCondition condition = file.getCondition();
+    const unsigned long long size = file.getSize();
+    return conditionOf(size == 0 ? VornToolsDocumentFile::DocumentNoDocument : file.getCondition(), size, document);
+}
+
+DocumentCondition conditionOf(VornToolsDocumentFile::EnumDocumentCondition condition, unsigned long long size,
+                              const std::string& document) {
+    if (!isCatiaDocument(document)) return {};
+    if (size == 0) return {"empty", VornToolsDummyPart::getInstance()->isAFileDummyPart(textOf(document)) == 0};
     return {textOfCondition(condition), condition != VornToolsDocumentFile::DocumentIntact};
 }

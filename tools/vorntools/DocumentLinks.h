@@ -3,10 +3,8 @@
 
 #include "tools/vorntools/DocumentCondition.h"
 
+#include "VornToolsDocumentLinks.h"
 #include "VornToolsFolderMemory.h"
-#include "VornToolsLinks.h"
-#include "VornToolsString.h"
-#include "VornToolsVector.h"
 
 #include <cstddef>
 #include <string>
@@ -16,8 +14,8 @@
 struct NamedDocument {
     std::string name; ///< its full name where it was found, else as stored
     bool exists = false;
-    std::string stored; ///< its name as the document holds it
-    int uses = 0;       ///< how many pointers of the document go through the record, where a record tells
+    std::string stored = {}; ///< as the other one names it
+    int uses = 0;            ///< pointers of the document that go through its first record
 };
 
 /** What a document names that is neither part, product nor drawing. */
@@ -55,13 +53,10 @@ struct DocumentLinks {
     std::size_t countDocuments() const;
 };
 
-/** What reading one document leaves to the next: the folders that were read, and lists, which are costly to make. */
+/** What reading one document leaves to the next. */
 struct LinkMemory {
     VornToolsFolderMemory folders;
-    VornToolsVector<VornToolsString> partFiles, contextProducts, contextParts, identities, ghosts, others, kinds,
-        stored;
-    VornToolsVector<VornToolsLinks::EnumStoredName> storedKinds;
-    VornToolsVector<int> uses;
+    VornToolsDocumentLinks reader;
 };
 
 /** @param document its full name

@@ -1,0 +1,61 @@
+#ifndef EMBEDDED_PROFILE_H
+#define EMBEDDED_PROFILE_H
+
+#include "ExportedByCatia.h"
+
+#include <string>
+#include <vector>
+
+namespace embedded {
+
+/** Order in which a folder lists its entries, "." and ".." among them. */
+enum class FolderOrder {
+    system,  ///< these two first, the others as the system gives them
+    names,   ///< by name
+    reversed ///< by name, the last one first
+};
+
+/** The 8-bit encoding of texts. */
+enum class CodePage {
+    utf8,       ///< every character, and every byte that is part of none
+    windows1252 ///< '?' stands for what it lacks
+};
+
+/** How the platform behaves where nobody has published it: one choice each. The first ones are the usual ones. */
+struct Switches {
+    /** The companion services that take a file name resolve one by logical directory; otherwise no file has it. */
+    bool servicesKnowLogicalNames = false;
+    FolderOrder folderOrder = FolderOrder::system;
+    /** CATReadDirectory says with the last entry that it is the last; otherwise with the call after it. */
+    bool entryWithEndOfFolder = false;
+    /** The folders of CATFindPath are a list, separated as the system's search paths are; otherwise they are one. */
+    bool pathLists = false;
+    CodePage codePage = CodePage::utf8;
+
+    friend bool operator==(const Switches& a, const Switches& b) {
+        return a.servicesKnowLogicalNames == b.servicesKnowLogicalNames && a.folderOrder == b.folderOrder &&
+               a.entryWithEndOfFolder == b.entryWithEndOfFolder && a.pathLists == b.pathLists &&
+               a.codePage == b.codePage;
+    }
+    friend bool operator!=(const Switches& a, const Switches& b) { return !(a == b); }
+};
+
+/**
+ * Names of the profiles, which are switches chosen together: "kind" takes the usual ones, "unkind" the worse of each,
+ * "resolving" is as unkind but for services that know logical names.
+ */
+ExportedByCatia std::vector<std::string> profiles();
+/** The profile that sessions begin with: the one that was chosen last, at first that of the environment variable
+ * VORNTOOLS_PROFILE, else "kind". A variable that names none ends the process with a message and status 2. */
+ExportedByCatia const std::string& profile();
+/** Sessions begin with this profile from now on, the current one changes to it. False, and nothing happens, for a name
+ * of none. */
+ExportedByCatia bool chooseProfile(const std::string& name);
+
+/** The session's switches: those of the profile until they are set, and again after a reset. */
+ExportedByCatia const Switches& switches();
+ExportedByCatia void setSwitches(const Switches& switches);
+
+} // namespace embedded
+
+#endif

@@ -1,0 +1,2 @@
+AddPrereqComponent("System",Public);
+AddPrereqComponent("VornTools",Public);

@@ -1,0 +1,110 @@
+#ifndef VornToolsDocumentLinks_H
+#define VornToolsDocumentLinks_H
+
+#include "CATErrorDef.h"
+#include "CATUnicodeString.h"
+#include "ExportedByVornTools.h"
+#include "VornToolsDocumentFile.h"
+
+class VornToolsFolderMemory;
+
+/**
+ * Everything that the file of one document tells of other documents, read at once: the file is opened once, as
+ * VornToolsDocumentFile opens it, what holds the links is read and searched once, and each name is looked for once.
+ *
+ *     VornToolsDocumentLinks links;
+ *     VornToolsFolderMemory folders; // for all documents
+ *     if (SUCCEEDED(links.read(path, "", directory, folders))) {
+ *         unsigned int count = 0;
+ *         const VornToolsDocumentLinks::Link* const list = links.getLinks(count);
+ *         ...
+ *     }
+ *
+ * The answers are those of VornToolsLinks (getVersion, getLinkedDocName, getOtherDocuments, getGhosts,
+ * getExternalReference, getLinks, getMMLDrawingLinks) on the whole file, in the same order. They belong to the object
+ * and last until its next read. An object that has read nothing, or could not, answers with nothing.
+ */
+class ExportedByVornTools VornToolsDocumentLinks {
+public:
+    static const CATUnicodeString _CteCLASS_NAME;
+
+    /** How one document is named by another. */
+    enum EnumDocumentKind : int {
+        KindPartFile = 0,       ///< a part, as a whole
+        KindContextProduct = 1, ///< a product whose objects are pointed to
+        KindContextPart = 2,    ///< a part whose objects are pointed to
+        KindDrawing = 3,        ///< a drawing whose objects are pointed to
+        KindOther = 4           ///< anything else; the type tells what
+    };
+
+    /** Bytes with a NUL behind them; bytes of the text may be NUL as well. Never null. */
+    struct Text {
+        const char* bytes;
+        unsigned int length;
+    };
+
+    /** A record of a document that is named. Names are in the platform's 8-bit form. */
+    struct NamedDocument {
+        EnumDocumentKind kind;
+        Text type;             ///< KindOther: as the record tells it; else empty
+        Text storedName;       ///< as the record tells it
+        Text foundName;        ///< where the document was found; the stored name where it was not or was not looked for
+        Text identity;         ///< 16 bytes of the container pointed to; empty for a document that is named as a whole
+        int uses;              ///< how often the document points there; 0: the target was deleted or renamed since
+        unsigned char isFound; ///< 1 when there is a file of the found name
+    };
+
+    /** A link as VornToolsLink has it. */
+    struct Link {
+        Text type;
+        Text storedName; ///< of the document linked to; empty for a link that only says which element it means
+        Text foundName;  ///< as in NamedDocument
+        Text reference;
+        unsigned char isFound;
+        unsigned char isTagFound;
+    };
+
+    VornToolsDocumentLinks();
+    ~VornToolsDocumentLinks();
+    VornToolsDocumentLinks(const VornToolsDocumentLinks&) = delete;
+    VornToolsDocumentLinks& operator=(const VornToolsDocumentLinks&) = delete;
+
+    /**
+     * Reads a document file; what was read before is forgotten.
+     * @param i_path name on disk. @param i_link_type which links: "MML", "MMLASSY", "MMLDrawing" or anything else, as
+     * in VornToolsLinks::searchLinks. @param i_directory where documents that are named without directory are looked
+     * for. @param io_folders folders known from other documents
+     * @param i_find_unused whether documents that are not in use any more are looked for as well
+     * @return E_FAIL, reported as a file that cannot be opened, when there is no such file; E_FAIL, reported as a
+     * failed "read", when it cannot be read, has to be read whole and has 2 GiB or more, or memory gives out. S_OK also
+     * for an empty file and for one that is no document
+     */
+    HRESULT read(const CATUnicodeString& i_path, const CATUnicodeString& i_link_type,
+                 const CATUnicodeString& i_directory, VornToolsFolderMemory& io_folders,
+                 unsigned char i_find_unused = 0);
+
+    /** Whether the file is intact; DocumentNotOpen without one. */
+    VornToolsDocumentFile::EnumDocumentCondition getCondition() const;
+    /** Length of the file in bytes. */
+    unsigned long long getSize() const;
+    /** Of the program that saved the document last; zeros where it does not tell.
+     * @return 0; 1 when it tells only a part, which is the code of VornToolsLinks::getVersion */
+    int getVersion(int& o_version, int& o_release, int& o_service_pack) const;
+    /** Where the document itself lay when it was saved last; empty where it does not tell. */
+    Text getSavedPath() const;
+    /** The documents that are named: parts, products and drawings in the order of the file, then the others that are in
+     * use in their order. @param o_count how many. @return the first of them; null for none */
+    const NamedDocument* getDocuments(unsigned int& o_count) const;
+    /** The links of the type that was asked for. @param o_count how many. @return the first of them; null for none */
+    const Link* getLinks(unsigned int& o_count) const;
+    /** The external references, whatever links were asked for. @return as getLinks */
+    const Text* getExternalReferences(unsigned int& o_count) const;
+    /** 1 when multi-model links alone were asked for and one of them has no tag or no document. */
+    unsigned char getMissingTag() const;
+
+private:
+    struct Content;
+    Content* m_content;
+};
+
+#endif
