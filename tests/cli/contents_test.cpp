@@ -48,7 +48,8 @@ TEST_F(DocumentFilesTest, DamageIsTold) {
         {"longer.CATDrawing", whole + "more", "damaged", 1},
         {"closing.CATPart", "V5_CFV4\0"s + std::string(8, '\0') + cutStream.substr(0, cutStream.size() - 9), "damaged",
          1},
-        {"text.catpart", "        {"empty.CATPart", "", "empty", 1},
+        {"text.catpart", "<<<<<<< HEAD", "not a CATIA document", 1},
+        {"empty.CATPart", "", "empty", 1},
         {"dummy.CATPart", "", "empty", 0},
         {"layout.CATAnalysis", "V5_CFV4\0 something else"s, "intact", 0},
         {"model.model", "no container", nullptr, 0},
@@ -232,7 +233,6 @@ TEST_F(DocumentFilesTest, LinksListWhateverElseADocumentNames) {
               R"({"kind":"CATUnloadable","name":"sizes.xls","exists":true,"uses":1},)"
               R"({"kind":"model","name":"D:\\old\\old.model","exists":false,"uses":3}])");
     EXPECT_EQ(runIn("d", "links a.CATProduct"), 1);
-<<<<<<< HEAD
     EXPECT_EQ(content("out"),
               "a.CATProduct  V0 R0 SP0\n"
               "         LINK           USES  DOCUMENT          FOUND                          STORED AS\n"

@@ -107,7 +107,7 @@ TEST_F(ReportCommandTest, PicturesGoIntoThePageOrBesideIt) {
     write("d/b.CATPart", part("no picture"));
     write("d/c.CATPart", part(kJpeg + "2"));
     EXPECT_EQ(report(quoted("d")), 1);
-    EXPECT_EQ(data("pictures").dump(), R"({"kind":"embed","block":500})");
+    EXPECT_EQ(data("pictures").dump(), R"({"kind":"embed","block":2000})");
     EXPECT_EQ(element("pictures-0"), "\n/9j/PHBpY3R1cmU+\n\n/9j/PHBpY3R1cmU+Mg==\n");
     EXPECT_EQ(report("--previews none " + quoted("d")), 1);
     EXPECT_EQ(data("pictures").dump(), R"({"kind":"none"})");

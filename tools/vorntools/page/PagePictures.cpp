@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 namespace {
 
 /** Documents whose pictures stand in one element: the page takes apart only those that come into sight. */
-constexpr std::size_t kBlock = 500;
+constexpr std::size_t kBlock = 2000;
 constexpr std::size_t kNameLength = 16;
 
 std::string base64(const std::string& bytes) {
