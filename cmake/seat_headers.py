@@ -200,6 +200,7 @@ EDITS = {
     "CATPrsWorkModeServices": [("enum WorkMode : int", "enum WorkMode")],
     "CATString": [(" = nullptr", "")],
     "CATUnicodeString": [
+        (r"namespace embedded \{.*?\n\}\n", ""),
         (r"(class CATUnicodeChar {\npublic:\n).*?\n};",
          r"\1    CATUnicodeChar();\n    CATUnicodeChar(char iCharacter);\n\nprivate:\n    unsigned int m_hidden;\n};"),
     ],
