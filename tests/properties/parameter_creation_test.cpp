@@ -76,6 +76,7 @@ TEST_F(ParameterCreationTest, ASingleValueIsReadByItsType) {
 
 TEST_F(ParameterCreationTest, SeveralValuesAreReadByTheirType) {
     createEach({{".", "a@=@b@=@a", "s", "String a string: a, b"},
+                {".", "\xC5\x81@=@\xC4\x86", "s", "String \xC5\x81 string: \xC5\x81, \xC4\x86"},
                 {".", "@=@", "s", "String  string: "},
                 {".", "@=@a", "s", "String  string: , a"},
                 {".", "a@=@", "s", "String a string: a, "},
