@@ -84,7 +84,7 @@ public:
 
     /** Looks for the one with references among the first storages. @return false when they cannot be read */
     bool lookInFront() {
-        constexpr int most = 4;
+        constexpr int most = 6;
         for (int i = 0; i < most && !areAllKnown(); ++i) {
             const DirectoryEntry* const p_property = m_properties[m_begin++];
             if (!readClasses({p_property})) return false;
