@@ -11,6 +11,7 @@
 #include <limits>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace vorntools {
@@ -76,15 +77,21 @@ void append(const Streams& i_more, Streams& io_streams) {
  * platform writes the one with references first and the one with imports among the last. */
 class LinkContainers {
 public:
-    explicit LinkContainers(DocumentFile& io_file)
-        : m_file(io_file), m_properties(streamsOf(io_file, stream::storageProperty)), m_end(m_properties.size()) {}
+    explicit LinkContainers(DocumentFile& io_file) : m_file(io_file) {
+        std::unordered_set<std::uint32_t> storages;
+        for (const DirectoryEntry& entry : io_file.entries())
+            if (isContainer(entry)) storages.insert(entry.parent);
+        for (const DirectoryEntry* const p_property : streamsOf(io_file, stream::storageProperty))
+            if (storages.count(p_property->parent) > 0) m_properties.push_back(p_property);
+        m_end = m_properties.size();
+    }
 
     /** Whether the class of every storage is known. */
     bool areAllKnown() const { return m_begin >= m_end; }
 
     /** Looks for the one with references among the first storages. @return false when they cannot be read */
     bool lookInFront() {
-        constexpr int most = 4;
+        constexpr int most = 6;
         for (int i = 0; i < most && !areAllKnown(); ++i) {
             const DirectoryEntry* const p_property = m_properties[m_begin++];
             if (!readClasses({p_property})) return false;
@@ -138,8 +145,8 @@ private:
     }
 
     DocumentFile& m_file;
-    Streams m_properties;
-    std::size_t m_begin = 0, m_end;                        ///< of those whose class is not known yet
+    Streams m_properties;                                  ///< of the storages that hold a container
+    std::size_t m_begin = 0, m_end = 0;                    ///< of those whose class is not known yet
     std::unordered_map<std::uint32_t, bool> m_holds_links; ///< by storage, for those that tell a class
 };
 

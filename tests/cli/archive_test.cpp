@@ -235,7 +235,7 @@ TEST_F(ArchiveTest, ATreeOfAnyDepthAndNamesOfAnyBytesCanBeShown) {
               std::string::npos)
         << text;
     EXPECT_EQ(run("uses --flat --depth 2 " + quoted("w/c0.CATProduct")), 0) << "what is missing is not shown";
-    EXPECT_EQ(squeezed(), "LEVEL  DOCUMENT  REMARK\n  1  w/c1.CATProduct\n  2  w/c2.CATProduct\n");
+    EXPECT_EQ(squeezed(), "LEVEL  DOCUMENT\n  1  w/c1.CATProduct\n  2  w/c2.CATProduct\n");
     EXPECT_EQ(run("uses --dot " + quoted("w/c38.CATProduct")), 1);
     EXPECT_EQ(shown(),
               "digraph links {\n  rankdir=LR;\n  node [shape=box];\n  \"w/c38.CATProduct\" [style=bold];\n"
