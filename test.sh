@@ -98,6 +98,13 @@ stage_install() {
     # shellcheck disable=SC2046
     PKG_CONFIG_PATH=$pc g++ -std=c++17 tests/install/main.cpp -o "$work/consumer" \
         $(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs VornTools) -Wl,-rpath,"$library" && "$work/consumer" || return
+    # The README's program, exactly as it stands there.
+    sed -n '/^```cpp$/,/^```$/p' README.md | grep -v '^```' >"$work/readme.cpp"
+    # shellcheck disable=SC2046
+    PKG_CONFIG_PATH=$pc g++ -std=c++17 "$work/readme.cpp" -o "$work/readme" \
+        $(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs VornTools) -Wl,-rpath,"$library" &&
+        "$work/readme" examples/workspace/GearPump.CATProduct | grep -qF 'misses D:\projects\gear pump\Relief_Valve' ||
+        return
     cmake/check_links.sh "$work/tree/share/doc/VornTools" &&
         "$work/tree/bin/vorntools" --version && find build/release/packages-out -maxdepth 1 -type f
 }
