@@ -40,6 +40,7 @@ endif()
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
 install(FILES platform/README.md platform/frameworks.txt DESTINATION ${CMAKE_INSTALL_DOCDIR}/platform COMPONENT docs)
+install(FILES bench/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/bench COMPONENT docs OPTIONAL)
 
 # A tree to concatenate with a workstation's own: cmake --install <build folder> --component seat --prefix <tree>
 if(VORNTOOLS_PLATFORM STREQUAL catia)

@@ -169,10 +169,10 @@ extern MACRO void CATRaise(void* iError);
 """
 
 
-# Headers that the in-memory platform fills with more than the pages show: header -> (pattern, what stands there instead).
+# What the in-memory platform has otherwise than the pages: header -> (pattern, what stands there instead).
 EDITS = {
     "CATBaseUnknown": [
-        (r'#include "CATBaseUnknown_var\.h"\n', '#define IID_CATBaseUnknown (IID_CATBaseUnknown)\n\n#include "CATBaseUnknown_var.h"\n'),
+        (r'(#include "CATBaseUnknown_var\.h"\n)', r"#define IID_CATBaseUnknown (IID_CATBaseUnknown)\n\n\1"),
         # Whoever includes the root of all classes has the platform's words.
         (r'#include "CATBoolean\.h"\n', '#include "CATBoolean.h"\n#include "CATErrorMacros.h"\n'),
         (r"(ULONG __stdcall Release\(\) override;)", r"\1" + AUTOMATION_METHODS),
@@ -182,10 +182,13 @@ EDITS = {
         (r"\n    int operator[!=]=\(const CATBaseUnknown_var& [^\n]*", ""),
         (r"\[\[noreturn\]\] ", ""),
     ],
-    "CATCke": [(r"(operator int\(\) const \{[^}]*\})",
-                r"\1\n        int operator==(const Boolean& iOther) const;\n        int operator!=(const Boolean& iOther) const;")],
+    "CATCke": [
+        (r"(operator int\(\) const \{[^}]*\})",
+         r"\1\n        int operator==(const Boolean& iOther) const;"
+         r"\n        int operator!=(const Boolean& iOther) const;"),
+    ],
     "CATCollec": [
-        (r"template <class T>\nclass CATListOf.*#define CATLISTP\(T\)", "#define CATLISTV(T) CATListVal##T\n#define CATLISTP(T)"),
+        (r"template <class T>\nclass CATListOf.*(#define CATLISTP\(T\))", r"#define CATLISTV(T) CATListVal##T\n\1"),
     ],
     "CATErrorDef": [(r"static_cast<HRESULT>\((\w+)\)", r"(HRESULT)(\1)")],
     "CATErrorMacros": [(r"#define CATTry.*\n(?=#endif)", ERROR_MACROS)],
@@ -196,11 +199,10 @@ EDITS = {
         (r"(iObject,\s*int iPosition = 0)", r"\1, CATBoolean iCheck = FALSE, int iMode = 0"),
     ],
     "CATISpecDeclarations": [(r"enum CATAttrKind {", "#define CATAttrKind CATAttrKindOfSpecs\nenum CATAttrKindOfSpecs {")],
-    "CATMacForIUnknown": [(r"; *\\\n *static_assert\([^\n]*", ""), (r"} *\\\n *static_assert\([^\n]*", "}")],
+    "CATMacForIUnknown": [(r"} *\\\n *static_assert\([^\n]*", "}")],
     "CATPrsWorkModeServices": [("enum WorkMode : int", "enum WorkMode")],
     "CATString": [(" = nullptr", "")],
     "CATUnicodeString": [
-        (r"namespace embedded \{.*?\n\}\n", ""),
         (r"(class CATUnicodeChar {\npublic:\n).*?\n};",
          r"\1    CATUnicodeChar();\n    CATUnicodeChar(char iCharacter);\n\nprivate:\n    unsigned int m_hidden;\n};"),
     ],
@@ -210,6 +212,7 @@ EDITS = {
 }
 # In every header.
 EVERYWHERE = [
+    (r"namespace embedded \{.*?\n\}\n", ""),
     (r"\n *static_assert\([^;]*;", ""),
     (r"\nprotected:\n +~\w+\(\) (?:override )?= default;", ""),
     (r"std::size_t", "size_t"),
@@ -404,7 +407,11 @@ static_assert(sizeof({name}) == sizeof({vector}), "a list is its elements");
         _, library, _ = self.rows[name]
         macro = f"ExportedBy{library}"
         text = without_comments(self.sources[name].read_text())
-        for pattern, instead in EDITS.get(name, []) + EVERYWHERE:
+        for pattern, instead in EDITS.get(name, []):
+            text, count = re.subn(pattern, instead, text, flags=re.S)
+            if not count:
+                sys.exit(f"{self.sources[name]} has nothing like {pattern}: put EDITS right")
+        for pattern, instead in EVERYWHERE:
             text = re.sub(pattern, instead, text, flags=re.S)
         for each in OPAQUE:
             text = self.hide(text, each)
