@@ -41,7 +41,7 @@ private:
 
 /** The number that a text begins with, for platforms that read a whole text only; empty when there is none, or half a
  * number: one with a second mark or hexadecimal digits behind it. */
-CATUnicodeString leadingNumber(const CATUnicodeString& i_text, bool i_is_real) {
+CATUnicodeString numberAtFront(const CATUnicodeString& i_text, bool i_is_real) {
     const char* const begin = i_text.ConvertToChar();
     Scanner scanner(begin);
     scanner.skipAll(kBlanks);
@@ -58,12 +58,12 @@ CATUnicodeString leadingNumber(const CATUnicodeString& i_text, bool i_is_real) {
 bool readReal(const CATUnicodeString& i_text, double& o_number) {
     constexpr const char* format = "%le";
     const bool read =
-        i_text.ConvertToNum(&o_number, format) || leadingNumber(i_text, true).ConvertToNum(&o_number, format);
+        i_text.ConvertToNum(&o_number, format) || numberAtFront(i_text, true).ConvertToNum(&o_number, format);
     return read && std::isfinite(o_number);
 }
 
 bool readInteger(const CATUnicodeString& i_text, int& o_number) {
-    return i_text.ConvertToNum(&o_number) || leadingNumber(i_text, false).ConvertToNum(&o_number);
+    return i_text.ConvertToNum(&o_number) || numberAtFront(i_text, false).ConvertToNum(&o_number);
 }
 
 NumberText numberTextOf(const CATUnicodeString& i_text, const CATUnicodeString& i_separator) {

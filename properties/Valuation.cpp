@@ -134,10 +134,12 @@ HRESULT Valuation::setDimensionFrom(const CATUnicodeString& i_value) const {
 /** What the bare text means is the platform's to say: all that tells that it was taken is another value than before. */
 HRESULT Valuation::setDimensionWithoutMagnitude(const CATUnicodeString& i_text) const {
     const CATICkeInst_var sp_before = m_parameter->Value();
-    if (sp_before == nullptr) return refused(kValuateReal);
-    const double before = sp_before->AsReal();
+    const bool had_value = sp_before != nullptr;
+    if (!had_value && m_parameter->IsSet()) return refused(kValuateReal);
+    const double before = had_value ? sp_before->AsReal() : 0.0;
     m_parameter->ValuateReal(i_text);
-    return readBack(kValuateReal, [&](const CATICkeInst& i_kept) { return !areEqual(i_kept.AsReal(), before); });
+    return readBack(kValuateReal,
+                    [&](const CATICkeInst& i_kept) { return !had_value || !areEqual(i_kept.AsReal(), before); });
 }
 
 HRESULT Valuation::setFirstDimension(double i_number, ToStorageUnit i_to_storage_unit) const {

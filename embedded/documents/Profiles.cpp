@@ -22,7 +22,7 @@ Switches unkind() {
     switches.codePage = CodePage::windows1252;
     switches.numbersEndTexts = true;
     switches.shownDecimals = 3;
-    switches.oneDecimalMark = true;
+    switches.dimensionMark = DecimalMark::session;
     switches.selectingWritesTables = true;
     switches.sheetSelectsFirstConfiguration = true;
     return switches;
@@ -31,6 +31,7 @@ Switches unkind() {
 Switches resolving() {
     Switches switches = unkind();
     switches.servicesKnowLogicalNames = true;
+    switches.dimensionMark = DecimalMark::point;
     return switches;
 }
 

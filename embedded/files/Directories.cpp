@@ -8,6 +8,7 @@
 #include "embedded/text/TextBytes.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <exception>
 #include <filesystem>
@@ -26,11 +27,14 @@ struct Entry {
     bool isFile = false;
 };
 
-/** The entries as they were when the folder was opened. */
+/** What is still to come of a folder: first what is known already, then the rest in the system's order. */
 struct OpenFolder {
     std::string path;
-    std::vector<Entry> entries;
-    std::size_t next = 0;
+    std::vector<Entry> known;
+    std::size_t next = 0; ///< of the known ones
+    fs::directory_iterator rest;
+
+    bool isAtEnd() const { return next == known.size() && rest == fs::directory_iterator(); }
 };
 
 /** The entry that was read last when it is a file. A search through folders tries to open each entry, and the folder
@@ -63,33 +67,35 @@ std::string nameOf(const fs::directory_entry& entry) {
     }
 }
 
-/** The entries of a folder with "." and ".." first, in no other order than the system's; false when there is no such
- * folder. Throws nothing for a name that is no text. */
-bool listFolder(const std::string& path, std::vector<Entry>& entries) {
+/** The next entry of the rest, which is over after an error. */
+Entry takeFromRest(OpenFolder& folder) {
+    std::error_code isNone;
+    const bool isFile = !folder.rest->is_symlink(isNone) && folder.rest->is_regular_file(isNone);
+    Entry entry{nameOf(*folder.rest), isFile};
+    folder.rest.increment(isNone);
+    return entry;
+}
+
+/** Begins with "." and ".."; false when there is no such folder. Throws nothing for a name that is no text. */
+bool begin(OpenFolder& folder) {
     try {
         std::error_code error;
-        fs::directory_iterator entry(fs::u8path(path), error);
-        if (error) return false;
-        entries = {{".", false}, {"..", false}};
-        for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-            std::error_code isNone;
-            const bool isFile = !entry->is_symlink(isNone) && entry->is_regular_file(isNone);
-            entries.push_back({nameOf(*entry), isFile});
-        }
-        return true;
+        folder.rest = fs::directory_iterator(fs::u8path(folder.path), error);
+        folder.known = {{".", false}, {"..", false}};
+        return !error;
     } catch (const std::exception&) {
         return false;
     }
 }
 
-constexpr int kDots = 2;
-
-void putInOrder(std::vector<Entry>& entries) {
+void putInOrder(OpenFolder& folder) {
     const FolderOrder order = switches().folderOrder;
     if (order == FolderOrder::system) return;
-    const auto afterDots = entries.begin() + (order == FolderOrder::reversed ? kDots : 0);
-    std::sort(afterDots, entries.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
-    if (order == FolderOrder::reversed) std::reverse(afterDots, entries.end());
+    const auto dots = static_cast<std::ptrdiff_t>(folder.known.size());
+    while (folder.rest != fs::directory_iterator()) folder.known.push_back(takeFromRest(folder));
+    const auto first = folder.known.begin() + (order == FolderOrder::reversed ? dots : 0);
+    std::sort(first, folder.known.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
+    if (order == FolderOrder::reversed) std::reverse(first, folder.known.end());
 }
 
 /** The parts of a list of folders, or the one folder that it is. */
@@ -111,8 +117,8 @@ CATLibStatus CATOpenDirectory(const char* iPath, CATDirectory* oDir) {
     if (fails("CATOpenDirectory") || !isText(iPath) || !oDir) return CATLibError;
     auto folder = std::make_unique<OpenFolder>();
     folder->path = fromEightBit(iPath);
-    if (folder->path == lastFileRead() || !listFolder(folder->path, folder->entries)) return CATLibError;
-    putInOrder(folder->entries);
+    if (folder->path == lastFileRead() || !begin(*folder)) return CATLibError;
+    putInOrder(*folder);
     oDir->handle = folder.release();
     ++Accounting::get().live().files;
     return CATLibSuccess;
@@ -127,13 +133,13 @@ CATLibStatus CATReadDirectory(CATDirectory* iDir, CATDirectoryEntry* oEntry, int
         if (flavour == FaultFlavour::codeWithOutput) copyName("stale", oEntry->name);
         return flavour == FaultFlavour::nullOutput ? CATLibSuccess : CATLibError;
     }
-    if (folder->next == folder->entries.size()) {
+    if (folder->isAtEnd()) {
         *oEndOfDir = 1;
         return CATLibSuccess;
     }
-    const Entry& entry = folder->entries[folder->next++];
+    const Entry entry = folder->next < folder->known.size() ? folder->known[folder->next++] : takeFromRest(*folder);
     lastFileRead() = entry.isFile ? joinedName(folder->path, entry.name) : std::string();
-    if (switches().entryWithEndOfFolder && folder->next == folder->entries.size()) *oEndOfDir = 1;
+    if (switches().entryWithEndOfFolder && folder->isAtEnd()) *oEndOfDir = 1;
     return copyName(toEightBit(entry.name), oEntry->name) ? CATLibSuccess : CATLibError;
 }
 

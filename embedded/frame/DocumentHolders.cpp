@@ -50,6 +50,7 @@ void FrameData::closeUnlessHeld(DocumentObject& document) {
     m_closedDocuments.push_back(std::move(*found));
     session.documents.erase(found);
     locks.erase(&document);
+    readOnly.erase(&document);
     for (const auto& editor : editors)
         if (editor->document == &document) editor->document = nullptr;
 }

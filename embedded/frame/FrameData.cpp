@@ -34,7 +34,6 @@ void FrameData::addToDigest(std::string& text) const {
     for (const auto& editor : editors)
         for (const auto& element : editor->selection.elements())
             text += " selected " + nameOf(editor->document) + digestOf(element->path()) + "\n";
-    for (const DocumentObject* const document : readOnly) text += " read_only " + document->name() + "\n";
     for (const auto& editor : editors)
         if (!editor->hasSelection) text += " without_selection " + nameOf(editor->document) + "\n";
     if (messages != usualMessages())

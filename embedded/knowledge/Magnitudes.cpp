@@ -62,9 +62,10 @@ bool TypeObject::select(const std::string& symbol) {
 }
 
 bool TypeObject::read(const std::string& text, double& mks) const {
-    const char mark = switches().oneDecimalMark ? sessionDecimalMark() : '.';
+    const DecimalMark taken = switches().dimensionMark;
+    const char mark = taken == DecimalMark::session ? sessionDecimalMark() : '.';
     std::string read = text;
-    if (!switches().oneDecimalMark) std::replace(read.begin(), read.end(), ',', '.');
+    if (taken == DecimalMark::either) std::replace(read.begin(), read.end(), ',', '.');
     double value = 0.0;
     std::size_t rest = 0;
     if (!isMagnitude() || !readReal(read, mark, value, rest)) return false;

@@ -3,6 +3,7 @@
 #include "embedded/knowledge/KnowledgeData.h"
 #include "embedded/text/Numbers.h"
 
+#include <cmath>
 #include <string>
 
 namespace embedded {
@@ -13,6 +14,12 @@ double realOf(const JsonField& field) {
     double value = 0.0;
     std::size_t rest = 0;
     if (!readReal(field.text(), '.', value, rest) || rest != field.text().size()) field.fail("a number is expected");
+    return value;
+}
+
+double boundOf(const JsonField& field) {
+    const double value = realOf(field);
+    if (!std::isfinite(value)) field.fail("a finite number is expected");
     return value;
 }
 
@@ -28,8 +35,8 @@ void readAttributes(const JsonField& field, Node& node);
 void readParameterState(const JsonField& field, ParameterObject& parameter) {
     if (const auto name = field.optional("user_name")) parameter.userName = name->text();
     if (const auto driven = field.optional("driven")) parameter.driven = driven->flag();
-    if (const auto least = field.optional("least")) parameter.least = realOf(*least);
-    if (const auto most = field.optional("most")) parameter.most = realOf(*most);
+    if (const auto least = field.optional("least")) parameter.least = boundOf(*least);
+    if (const auto most = field.optional("most")) parameter.most = boundOf(*most);
     if (const auto access = field.optional("access")) {
         int mode = 0;
         while (mode <= CATICkeParm::User && access->text() != kAccess[mode]) ++mode;

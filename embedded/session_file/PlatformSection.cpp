@@ -17,20 +17,19 @@ constexpr SwitchField kSwitches[] = {
     {"entry_with_end_of_folder", &Switches::entryWithEndOfFolder},
     {"path_lists", &Switches::pathLists},
     {"numbers_end_texts", &Switches::numbersEndTexts},
-    {"one_decimal_mark", &Switches::oneDecimalMark},
     {"selecting_writes_tables", &Switches::selectingWritesTables},
     {"sheet_selects_first_configuration", &Switches::sheetSelectsFirstConfiguration},
     {"row_zero_is_taken", &Switches::rowZeroIsTaken},
 };
 constexpr std::array<const char*, 3> kFolderOrders = {"system", "names", "reversed"};
 constexpr std::array<const char*, 2> kCodePages = {"utf-8", "windows-1252"};
+constexpr std::array<const char*, 3> kDecimalMarks = {"either", "session", "point"};
 constexpr int kMostDecimals = 15;
 
 void readPlatform(const JsonField& field, const SectionReader&) {
     field.expectKeys({"profile", "services_know_logical_names", "entry_with_end_of_folder", "path_lists",
-                      "numbers_end_texts", "one_decimal_mark", "selecting_writes_tables",
-                      "sheet_selects_first_configuration", "row_zero_is_taken", "folder_order", "code_page",
-                      "shown_decimals"});
+                      "numbers_end_texts", "selecting_writes_tables", "sheet_selects_first_configuration",
+                      "row_zero_is_taken", "folder_order", "code_page", "dimension_mark", "shown_decimals"});
     Switches read = switches();
     if (const auto name = field.optional("profile")) {
         const auto known = switchesOf(name->text());
@@ -43,6 +42,8 @@ void readPlatform(const JsonField& field, const SectionReader&) {
         read.folderOrder = static_cast<FolderOrder>(indexOf(*order, kFolderOrders));
     if (const auto page = field.optional("code_page"))
         read.codePage = static_cast<CodePage>(indexOf(*page, kCodePages));
+    if (const auto mark = field.optional("dimension_mark"))
+        read.dimensionMark = static_cast<DecimalMark>(indexOf(*mark, kDecimalMarks));
     if (const auto decimals = field.optional("shown_decimals"))
         read.shownDecimals = decimals->integer(0, kMostDecimals);
     setSwitches(read);
@@ -62,6 +63,8 @@ Json writePlatform(Session&) {
     if (now.folderOrder != like.folderOrder)
         json["folder_order"] = kFolderOrders[static_cast<std::size_t>(now.folderOrder)];
     if (now.codePage != like.codePage) json["code_page"] = kCodePages[static_cast<std::size_t>(now.codePage)];
+    if (now.dimensionMark != like.dimensionMark)
+        json["dimension_mark"] = kDecimalMarks[static_cast<std::size_t>(now.dimensionMark)];
     if (now.shownDecimals != like.shownDecimals) json["shown_decimals"] = now.shownDecimals;
     return json;
 }

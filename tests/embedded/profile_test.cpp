@@ -241,13 +241,17 @@ TEST_F(ProfileTest, NumbersAreShownAndReadAsTheSessionHasThem) {
     EXPECT_EQ(length.shown(), "1.2345678mm");
     real.get()->Valuate(-0.0001);
     EXPECT_EQ(shown(real), "0");
-    set([](Switches& one) { one.oneDecimalMark = true; });
     environment().decimalSeparator = ",";
-    for (const char* const text : {"1.5mm", "1,5mm", "2.5cm"}) length.get()->ValuateReal(text);
-    EXPECT_EQ(length.shown(), "1,5mm");
+    for (const auto& [mark, kept] :
+         {std::pair(embedded::DecimalMark::session, "2,5mm"), std::pair(embedded::DecimalMark::point, "3,5mm"),
+          std::pair(embedded::DecimalMark::either, "3,5mm")}) {
+        set([mark = mark](Switches& one) { one.dimensionMark = mark; });
+        for (const char* const text : {"1.5mm", "2,5mm", "3.5mm"}) length.get()->ValuateReal(text);
+        EXPECT_EQ(length.shown(), kept);
+    }
     set([](Switches&) {});
-    length.get()->ValuateReal("2.5cm");
-    EXPECT_EQ(length.shown(), "25mm");
+    length.get()->ValuateReal("4,5mm");
+    EXPECT_EQ(length.shown(), "4,5mm");
 
     int integer = 0;
     double number = 0.0;
@@ -303,7 +307,7 @@ TEST_F(ProfileTest, ASessionFileTellsHowThePlatformBehaves) {
     EXPECT_TRUE(switches().pathLists && switches().codePage == CodePage::windows1252);
     EXPECT_NE(saved().find(R"("profile": "unkind")"), std::string::npos);
     EXPECT_EQ(load(R"({"folder_order": "names", "code_page": "windows-1252", "services_know_logical_names": true,
-                       "shown_decimals": 2, "row_zero_is_taken": true})"),
+                       "shown_decimals": 2, "row_zero_is_taken": true, "dimension_mark": "point"})"),
               "");
     const Switches mixed = switches();
     EXPECT_TRUE(mixed.folderOrder == FolderOrder::names && mixed.servicesKnowLogicalNames && !mixed.pathLists);

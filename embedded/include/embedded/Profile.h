@@ -22,6 +22,13 @@ enum class CodePage {
     windows1252 ///< '?' stands for what it lacks
 };
 
+/** The decimal mark with which a dimension is read from a text. */
+enum class DecimalMark {
+    either,
+    session, ///< that of the session only
+    point    ///< a point only
+};
+
 /** How the platform behaves where nobody has published it: one choice each. The first ones are the usual ones. */
 struct Switches {
     /** The companion services that take a file name resolve one by logical directory; otherwise no file has it. */
@@ -36,8 +43,7 @@ struct Switches {
     bool numbersEndTexts = false;
     /** Decimals with which real numbers are shown; 0: as many as it takes. */
     int shownDecimals = 0;
-    /** A dimension is read from a text with the session's decimal mark; otherwise with either. */
-    bool oneDecimalMark = false;
+    DecimalMark dimensionMark = DecimalMark::either;
     /** Selecting another sheet or configuration of a design table makes its file longer. */
     bool selectingWritesTables = false;
     /** Selecting a sheet makes the first configuration the current one, whichever was it before. */
@@ -49,7 +55,7 @@ struct Switches {
     friend bool operator!=(const Switches& a, const Switches& b) { return !(a == b); }
 
 private:
-    std::tuple<bool, FolderOrder, bool, bool, CodePage, bool, int, bool, bool, bool, bool> asTuple() const {
+    std::tuple<bool, FolderOrder, bool, bool, CodePage, bool, int, DecimalMark, bool, bool, bool> asTuple() const {
         return {servicesKnowLogicalNames,
                 folderOrder,
                 entryWithEndOfFolder,
@@ -57,7 +63,7 @@ private:
                 codePage,
                 numbersEndTexts,
                 shownDecimals,
-                oneDecimalMark,
+                dimensionMark,
                 selectingWritesTables,
                 sheetSelectsFirstConfiguration,
                 rowZeroIsTaken};
@@ -66,7 +72,7 @@ private:
 
 /**
  * Names of the profiles, which are switches chosen together: "kind" takes the usual ones, "unkind" the worse of each,
- * "resolving" is as unkind but for services that know logical names.
+ * "resolving" is as unkind but for services that know logical names and dimensions that are read with a point.
  */
 ExportedByCatia std::vector<std::string> profiles();
 /** The profile that sessions begin with: the one that was chosen last, at first that of the environment variable
