@@ -78,6 +78,9 @@ cat "$examples/exchange/CADFilesInSession.txt"
 
 heading "Links of the documents, found in their bytes"
 show links workspace
+show links --missing workspace
+show uses workspace/GearPump.CATProduct
+show used-by workspace/Shaft.CATPart workspace
 
 heading "All of it on one page, which opens in any browser: build/examples/report.html"
 show report workspace -o report.html

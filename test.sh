@@ -38,14 +38,14 @@ stage_state() {
     [ -f build/linux/lib/libVornTools.so ] || build linux || return
     cmake/check_writable_symbols.sh build/linux/lib/libVornTools.so
 }
+stage_exports() {
+    [ -f build/linux/lib/libVornTools.so ] || build linux || return
+    cmake/check_exported_symbols.sh build/linux/lib/libVornTools.so
+}
 stage_page() { tests/page/run.sh check; }
 stage_browser() {
     [ -x build/linux/bin/vorntools ] || build linux || return
     tests/page/run.sh browser build/linux/bin/vorntools
-}
-stage_exports() {
-    [ -f build/linux/lib/libVornTools.so ] || build linux || return
-    cmake/check_exported_symbols.sh build/linux/lib/libVornTools.so
 }
 stage_sanitize() { build_and_test sanitize; }
 stage_plain() { build_and_test plain; }

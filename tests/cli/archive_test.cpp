@@ -50,6 +50,14 @@ protected:
                 text.replace(at, from.size(), to);
         return text;
     }
+    /** Name, folders that agree and distance of each candidate of a row. */
+    std::string candidatesOf(const nlohmann::ordered_json& row) {
+        std::string text;
+        for (const auto& candidate : row["candidates"])
+            text += candidate["document"].get<std::string>().substr(path("").size()) + " " +
+                    candidate["agreeing_folders"].dump() + " " + candidate["distance"].dump() + "\n";
+        return text;
+    }
     /** The same, with the columns of its tables two blanks apart. */
     std::string squeezed() {
         std::string text = shown();
@@ -65,9 +73,10 @@ TEST_F(ArchiveTest, EachRuleThatFindsANameIsTold) {
               part("D:\\old\\proj\\Gone.CATPart")});
     document("w/tree/std/asm/Asm.CATProduct", "D:\\old\\std\\asm\\Asm.CATProduct",
              {part("D:\\old\\parts\\Above.CATPart")});
-    for (const char* const name : {"w/far/Stored.CATPart", "w/now/Bare.CATPart", "w/now/sub/Relative.CATPart",
-                                   "w/now/sub/Moved.CATPart", "w/now/sub/ByName.CATPart", "w/x/ByName.CATPart",
-                                   "w/tree/parts/Above.CATPart", "w/else/proj/GONE.catpart", "w/now/sub/gone.CATPart"})
+    for (const char* const name :
+         {"w/far/Stored.CATPart", "w/now/Bare.CATPart", "w/now/sub/Relative.CATPart", "w/now/sub/Moved.CATPart",
+          "w/now/sub/ByName.CATPart", "w/x/ByName.CATPart", "w/tree/parts/Above.CATPart", "w/a/Gone.CATPart",
+          "w/else/proj/GONE.catpart", "w/proj/Gone.CATPart", "w/now/sub/gone.CATPart"})
         document(name, "", {});
     EXPECT_EQ(run("uses --json " + quoted("w/now/Top.CATProduct") + " " + quoted("w")), 1);
     const struct {
@@ -88,10 +97,10 @@ TEST_F(ArchiveTest, EachRuleThatFindsANameIsTold) {
     }
     EXPECT_EQ(rows[6]["document"], "D:\\old\\proj\\Gone.CATPart");
     EXPECT_EQ(rows[6]["exists"], false);
-    EXPECT_EQ(rows[6]["candidates"].dump(), "[{\"document\":\"" + path("w/now/sub/gone.CATPart") +
-                                                "\",\"agreeing_folders\":0,\"distance\":1},{\"document\":\"" +
-                                                path("w/else/proj/GONE.catpart") +
-                                                "\",\"agreeing_folders\":1,\"distance\":3}]");
+    EXPECT_EQ(candidatesOf(rows[6]), "w/now/sub/gone.CATPart 0 1\n"
+                                     "w/proj/Gone.CATPart 1 2\n"
+                                     "w/a/Gone.CATPart 0 2\n"
+                                     "w/else/proj/GONE.catpart 1 3\n");
     EXPECT_EQ(run("uses --json " + quoted("w/tree/std/asm/Asm.CATProduct")), 0);
     EXPECT_EQ(this->rows().at(1)["rule"], "tree above");
 }
@@ -152,6 +161,24 @@ TEST_F(ArchiveTest, WhatIsMissingIsToldWithThoseThatWantIt) {
                   path("w/c/q/pin.catpart") + "\",\"agreeing_folders\":1,\"distance\":3}],\"candidate_count\":2}");
 }
 
+TEST_F(ArchiveTest, OfManyCandidatesTheNearestAreTold) {
+    for (int i = 10; i < 90; ++i) document("w/f" + std::to_string(i) + "/n/Lost.CATPart", "", {});
+    const struct {
+        const char *folder, *first;
+    } examples[] = {{"f00", "w/f10/n/Lost.CATPart 1 3\n"},
+                    {"f70", "w/f70/n/Lost.CATPart 1 1\n"},
+                    {"f99", "w/f26/n/Lost.CATPart 1 3\n"}};
+    for (const auto& example : examples) {
+        const std::string wanting = "w/" + std::string(example.folder) + "/Top.CATProduct";
+        document(wanting, "D:\\o\\Top.CATProduct", {part("E:\\n\\lost.CATPart")});
+        EXPECT_EQ(run("uses --json " + quoted(wanting) + " " + quoted("w")), 1);
+        const auto missing = rows().at(1);
+        EXPECT_EQ(missing["candidate_count"], 80);
+        EXPECT_EQ(missing["candidates"].size(), 10u);
+        EXPECT_EQ(candidatesOf(missing).find(example.first), 0u) << candidatesOf(missing);
+    }
+}
+
 TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
     document("w/Top.CATProduct", "D:\\o\\Top.CATProduct",
              {product("D:\\o\\A.CATProduct"), product("D:\\o\\B.CATProduct")});
@@ -159,7 +186,7 @@ TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
     document("w/B.CATProduct", "D:\\o\\B.CATProduct", {product("D:\\o\\Top.CATProduct"), part("D:\\p\\Lost.CATPart")});
     document("w/Self.CATPart", "D:\\o\\Self.CATPart", {part("D:\\o\\Self.CATPart")});
     document("w/q/lost.CATPart", "", {});
-    EXPECT_EQ(run("uses " + quoted("w/Top.CATProduct")), 1);
+    EXPECT_EQ(run("uses " + quoted("w/Top.CATProduct") + " " + quoted("w")), 1);
     EXPECT_EQ(shown(), "w/Top.CATProduct\n"
                        "|- w/A.CATProduct\n"
                        "|  |- w/B.CATProduct\n"
@@ -168,16 +195,16 @@ TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
                        "|  '- w/Self.CATPart\n"
                        "|     '- w/Self.CATPart  (cycle)\n"
                        "'- w/B.CATProduct  (see above)\n");
-    EXPECT_EQ(run("uses --depth 1 " + quoted("w/Top.CATProduct")), 1);
+    EXPECT_EQ(run("uses --depth 1 " + quoted("w/Top.CATProduct")), 0);
     EXPECT_EQ(shown(), "w/Top.CATProduct\n|- w/A.CATProduct  (more below)\n'- w/B.CATProduct  (more below)\n");
     EXPECT_EQ(run("uses --depth 2 " + quoted("w/Top.CATProduct")), 1);
     EXPECT_EQ(shown(), "w/Top.CATProduct\n"
                        "|- w/A.CATProduct\n"
-                       "|  |- w/B.CATProduct  (more below)\n"
+                       "|  |- w/B.CATProduct  (see below)\n"
                        "|  '- w/Self.CATPart  (more below)\n"
                        "'- w/B.CATProduct\n"
                        "   |- w/Top.CATProduct  (cycle)\n"
-                       "   '- D:\\p\\Lost.CATPart  (missing; perhaps w/q/lost.CATPart)\n");
+                       "   '- D:\\p\\Lost.CATPart  (missing)\n");
     EXPECT_EQ(run("used-by " + quoted("w/Self.CATPart") + " " + quoted("w")), 0);
     EXPECT_EQ(shown(), "w/Self.CATPart\n"
                        "|- w/A.CATProduct\n"
@@ -186,6 +213,39 @@ TEST_F(ArchiveTest, TreesOpenEachDocumentOnce) {
                        "|        |- w/A.CATProduct  (cycle)\n"
                        "|        '- w/Top.CATProduct  (cycle)\n"
                        "'- w/Self.CATPart  (cycle)\n");
+}
+
+TEST_F(ArchiveTest, ATreeOfAnyDepthAndNamesOfAnyBytesCanBeShown) {
+    const int levels = 40;
+    const std::string odd = "<b>\"'&\n\xE9";
+    const auto name = [&](int level) { return (level == levels ? odd : "c" + std::to_string(level)) + ".CATProduct"; };
+    for (int i = 0; i < levels; ++i) document("w/" + name(i), "", {product(name(i + 1))});
+    document("w/" + name(levels), "", {part("D:\\<i>\x01\\gone.CATPart")});
+    EXPECT_EQ(run("uses " + quoted("w/c0.CATProduct")), 1);
+    const std::string text = shown();
+    const auto stem = [](int levelsAbove) {
+        return std::string(3 * static_cast<std::size_t>(levelsAbove), ' ') + "'- ";
+    };
+    EXPECT_NE(text.find("\n" + stem(30) + "w/c31.CATProduct\n" + stem(31) + "w/c32.CATProduct\n" + stem(31) +
+                        "[33] w/c33.CATProduct\n"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find(stem(31) + "[40] w/<b>\"'&%0A%E9.CATProduct\n" + stem(31) +
+                        "[41] D:\\<i>%01\\gone.CATPart  (missing)\n"),
+              std::string::npos)
+        << text;
+    EXPECT_EQ(run("uses --flat --depth 2 " + quoted("w/c0.CATProduct")), 0) << "what is missing is not shown";
+    EXPECT_EQ(squeezed(), "LEVEL  DOCUMENT  REMARK\n  1  w/c1.CATProduct\n  2  w/c2.CATProduct\n");
+    EXPECT_EQ(run("uses --dot " + quoted("w/c38.CATProduct")), 1);
+    EXPECT_EQ(shown(),
+              "digraph links {\n  rankdir=LR;\n  node [shape=box];\n  \"w/c38.CATProduct\" [style=bold];\n"
+              "  \"w/c38.CATProduct\" -> \"w/c39.CATProduct\";\n"
+              "  \"w/c39.CATProduct\" -> \"w/<b>\\\"'&%0A%E9.CATProduct\";\n"
+              "  \"D:\\\\<i>%01\\\\gone.CATPart\" [color=red, style=dashed];\n"
+              "  \"w/<b>\\\"'&%0A%E9.CATProduct\" -> \"D:\\\\<i>%01\\\\gone.CATPart\" [color=red, style=dashed];\n"
+              "}\n");
+    for (const char* const arguments : {"uses absent.CATPart", "used-by w", "uses --depth -1 w"})
+        EXPECT_EQ(run(arguments), 2) << arguments;
 }
 
 /** A part as a container, with an identity that it keeps, and something that tells it apart. */
@@ -258,7 +318,7 @@ TEST_F(ArchiveTest, OrphansArePartsApartFromTops) {
     write("w/Gone.CATPart.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n");
     EXPECT_EQ(run("orphans " + quoted("w")), 1);
     EXPECT_EQ(squeezed(), "KIND  LINKS  DOCUMENT\npart  2  w/Self.CATPart\ndrawing  1  w/Sheet.CATDrawing\n\n"
-                          "1 part and 1 others that nobody points to\n");
+                          "1 part and 1 other that nobody points to\n");
     std::filesystem::remove(path("w/Self.CATPart"));
     EXPECT_EQ(run("orphans --json " + quoted("w")), 0);
     EXPECT_EQ(rows().at(0)["kind"], "drawing");

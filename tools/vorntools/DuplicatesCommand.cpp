@@ -90,7 +90,8 @@ int runOrphans(CommonOptions& options) {
     table.print();
     if (!options.json)
         print(std::string(orphans.empty() ? "" : "\n") + std::to_string(parts) + (parts == 1 ? " part" : " parts") +
-              " and " + std::to_string(orphans.size() - parts) + " others that nobody points to\n");
+              " and " + std::to_string(orphans.size() - parts) + (orphans.size() - parts == 1 ? " other" : " others") +
+              " that nobody points to\n");
     if (!journal.finish() || !usable) return ExitUnusable;
     return parts > 0 ? ExitFindings : ExitFine;
 }

@@ -186,7 +186,7 @@ void DocumentSearch::addFolder(const std::string& prefix, std::vector<std::strin
             const bool hasDat = contains(files, file + kDatSuffix);
             if (hasDat || isCatiaDocument(file))
                 add({prefix + file, fullPrefix + file, true, hasDat});
-            else
+            else if (m_keepsOthers)
                 m_others.push_back(fullPrefix + file);
             continue;
         }

@@ -31,6 +31,9 @@ std::string fullNameOf(const std::string& name);
  */
 class DocumentSearch {
 public:
+    /** @param keepsOthers whether others() is wanted */
+    explicit DocumentSearch(bool keepsOthers = false) : m_keepsOthers(keepsOthers) {}
+
     /** @return false, said on standard error, when a name means nothing or a folder cannot be read; the search goes on
      * with the others */
     bool search(const std::vector<std::string>& names);
@@ -52,6 +55,7 @@ private:
     bool isExcluded(const std::string& prefix, const std::string& name) const;
 
     std::vector<std::string> m_excluded;
+    const bool m_keepsOthers;
     std::vector<FoundDocument> m_found;
     std::vector<std::string> m_others;
     std::unordered_map<std::string, std::size_t> m_indices; ///< of the found ones, by their full names

@@ -306,7 +306,7 @@ int runMissing(const LinksOptions& options) {
 int runLinks(LinksOptions& options) {
     if (!options.common.completeNames() || !options.common.loadSession()) return ExitUnusable;
     if (options.missing) return runMissing(options);
-    DocumentSearch search;
+    DocumentSearch search(!options.dot);
     bool usable = options.common.search(search);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);

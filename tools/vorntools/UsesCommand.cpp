@@ -145,22 +145,18 @@ void TreePrinter::printDot() const {
     ::print("}\n");
 }
 
-/** Whether one of the documents that are needed is missing, damaged or cannot be read. */
+/** Of the tree: whether something in it is missing or damaged; whether a document could not be read, so that links may
+ * be missing. */
 ExitCode judge(const Archive& archive, const DocumentTree& tree) {
     ExitCode code = ExitFine;
-    for (const TreeRow& row : tree.nearest()) {
+    for (const TreeRow& row : tree.nearest())
         if (row.document == kNoIndex || archive.document(row.document).isDamaged) code = ExitFindings;
-        if (row.document == kNoIndex || !archive.document(row.document).isUnreadable) continue;
-        complain(archive.nameOf(row.document) + " cannot be read");
-        return ExitUnusable;
+    for (Index i = 0; i < archive.documents().size(); ++i) {
+        if (!archive.document(i).isUnreadable) continue;
+        complain(archive.nameOf(i) + " cannot be read");
+        code = ExitUnusable;
     }
     return code;
-}
-
-/** The folder of a file, as the command line would lead to it. */
-std::string folderAround(const std::string& file) {
-    const std::string folder = std::filesystem::u8path(file).parent_path().u8string();
-    return folder.empty() ? "." : folder;
 }
 
 int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
@@ -174,7 +170,6 @@ int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
     Archive archive;
     ArchiveReader reader(archive, journal, {});
     std::vector<std::string> names = options.common.names;
-    if (names.empty()) names.push_back(folderAround(options.file));
     names.push_back(options.file);
     bool complete = reader.walk(names);
     if (direction == DocumentTree::Uses)
@@ -186,7 +181,7 @@ int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
     const Index top = archive.find(fullNameOf(options.file));
     TreePrinter(archive, top, direction, options).print();
     if (!journal.finish() || !complete) return ExitUnusable;
-    return judge(archive, DocumentTree(archive, top, direction, 0));
+    return judge(archive, DocumentTree(archive, top, direction, static_cast<unsigned int>(options.depth)));
 }
 
 void addTreeCommand(Command& program, const char* name, const char* description, DocumentTree::Direction direction) {
@@ -196,7 +191,7 @@ void addTreeCommand(Command& program, const char* name, const char* description,
     if (direction == DocumentTree::Uses)
         command.value("folder", "FOLDER",
                       "Where candidates for what is missing are looked for: folders with all below "
-                      "them; by default the document's own folder",
+                      "them",
                       &options->common.names);
     else
         command

@@ -2,6 +2,7 @@
 
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/System.h"
+#include "tools/vorntools/archive/Paths.h"
 
 #include <unordered_map>
 #include <unordered_set>
@@ -38,13 +39,13 @@ void ArchiveReader::readAll() {
 
 void ArchiveReader::readNeeded(const std::vector<std::string>& fullNames) {
     std::unordered_map<std::string, const FoundDocument*> walked;
-    for (const FoundDocument& found : m_search.found()) walked.emplace(found.fullName, &found);
+    for (const FoundDocument& found : m_search.found()) walked.emplace(fileKey(found.fullName), &found);
     std::unordered_set<std::string> known(fullNames.begin(), fullNames.end());
     std::vector<std::string> wanted = fullNames;
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         const std::string fullName = fullNameOf(wanted[i]);
         if (m_archive.has(fullName)) continue;
-        const auto found = walked.find(fullName);
+        const auto found = walked.find(fileKey(fullName));
         DocumentFacts facts = factsOf(found != walked.end() ? *found->second
                                                             : FoundDocument{m_search.asGiven(fullName), fullName, true,
                                                                             host::stateOf(fullName + ".dat").isThere});
@@ -52,14 +53,8 @@ void ArchiveReader::readNeeded(const std::vector<std::string>& fullNames) {
         read(facts, i < fullNames.size());
         m_archive.add(facts);
         if (!facts.links) continue;
-        const auto want = [&](const NamedDocument& document) {
-            if (document.exists && known.insert(document.name).second) wanted.push_back(document.name);
-        };
-        for (const auto* const list :
-             {&facts.links->partFiles, &facts.links->contextProducts, &facts.links->contextParts})
-            for (const NamedDocument& document : *list) want(document);
-        for (const OtherNamed& other : facts.links->others) want(other.document);
-        for (const TypedLink& link : facts.links->links) want(link.document);
+        for (const Target& target : targetsOf(*facts.links, fullName))
+            if (!target.isMissing() && known.insert(target.found).second) wanted.push_back(target.found);
     }
 }
 

@@ -54,7 +54,7 @@ private:
     JournalFile& m_journal;
     const What m_what;
     std::vector<std::string> m_names;
-    DocumentSearch m_search;
+    DocumentSearch m_search{true};
     Examiner m_examiner;
     LinkMemory m_memory;
 };

@@ -59,10 +59,10 @@ std::vector<TreeRow> DocumentTree::rows() const {
                 row.mark = TreeRow::Cycle;
             else if (opened[document])
                 row.mark = TreeRow::SeeAbove;
-            else if (isCut(row.level) && countBelow(document) > 0)
-                row.mark = TreeRow::Cut;
             else if (m_depth > 0 && levels[document] < row.level)
                 row.mark = TreeRow::SeeBelow;
+            else if (isCut(row.level) && countBelow(document) > 0)
+                row.mark = TreeRow::Cut;
         }
         result.push_back(row);
         if (document == kNoIndex || row.mark != TreeRow::Plain) return;
