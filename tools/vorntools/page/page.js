@@ -148,7 +148,7 @@
         if (!archive.isDocument(node) || pictures.kind === 'none') return '';
         if (pictures.kind === 'folder') {
             const name = pictures.name[node];
-            return name ? encodeURIComponent(pictures.folder) + '/' + name + '.jpg' : '';
+            return name ? pictures.folder + '/' + name + '.jpg' : '';
         }
         const number = Math.floor(node / pictures.block);
         let block = blocks.get(number);
