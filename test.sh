@@ -2,6 +2,7 @@
 # Runs every check, or only the stages named: ./test.sh [--tidy] [STAGE...]
 #   format words layers platform registered share  the sources
 #   linux sanitize windows plain       build and test (windows: cross-compiled, under Wine)
+#   profiles                           the native tests on kinder platforms than the other stages have
 #   state exports                      what the built library keeps and exports against their lists
 #   install                            projects built against the installed tree, the packages
 #   workstation                        the library built against a made-up seat, and laid out as a framework for one
@@ -20,8 +21,8 @@ not_run=77 # exit status of a stage that lacks something which not every machine
 passed=0
 failed=0
 
-default_stages=(format words layers platform registered share linux state exports page browser sanitize windows plain
-    install workstation)
+default_stages=(format words layers platform registered share linux profiles state exports page browser sanitize windows
+    plain install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
@@ -34,6 +35,18 @@ build() { cmake --preset "$1" && cmake --build --preset "$1" -- -j "$jobs"; }
 build_and_test() { build "$1" && ctest --preset "$1" -j "$jobs"; }
 
 stage_linux() { build_and_test linux; }
+stage_profiles() {
+    [ -x build/linux/bin/vorntools_tests ] || build linux || return
+    local profile running=() failed=0
+    for profile in kind resolving; do
+        VORNTOOLS_PROFILE=$profile build/linux/bin/vorntools_tests --gtest_brief=1 &
+        running+=($!)
+    done
+    for profile in "${running[@]}"; do
+        wait "$profile" || failed=1
+    done
+    return $failed
+}
 stage_state() {
     [ -f build/linux/lib/libVornTools.so ] || build linux || return
     cmake/check_writable_symbols.sh build/linux/lib/libVornTools.so
@@ -168,7 +181,7 @@ main() {
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
-            sed -n '2,13s/^# \?//p' "$root/test.sh" >&2
+            sed -n '2,14s/^# \?//p' "$root/test.sh" >&2
             exit 2
         fi
     done

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 """Measures the command line on document files against plain tools that read the same bytes, in one run, warm.
 
-Usage: document_files.py --program VORNTOOLS --writer WRITE_LARGE_DOCUMENT --documents FOLDER [--work FOLDER] [--scale N]
+Usage: document_files.py --program VORNTOOLS --tools FOLDER --documents FOLDER [--work FOLDER] [--scale N]
 
-FOLDER holds real documents; they are copied and filled up with geometry by write_large_document. Times are processor
-times, medians of several rounds in which the two sides of each row take turns. --scale divides every count and size, to
-try the script itself.
+The folder of documents holds real ones; they are copied and filled up with geometry by write_large_document, which
+lies in the folder of tools with read_files. Times are processor times, medians of several rounds in which the two sides
+of each row take turns. --scale divides every count and size, to try the script itself.
 """
 
 import argparse
@@ -25,7 +25,7 @@ MIB = 1 << 20
 def arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--program", required=True)
-    parser.add_argument("--writer", required=True)
+    parser.add_argument("--tools", required=True, help="folder of write_large_document and read_files")
     parser.add_argument("--documents", required=True)
     parser.add_argument("--work", help="folder for some 5 GB, left empty again")
     parser.add_argument("--scale", type=int, default=1)
@@ -33,9 +33,9 @@ def arguments():
 
 
 def processor_seconds(command, folder):
-    """User and system time of a shell command and all that it starts."""
+    """User and system time of a command and all that it starts: a text for the shell, or a list of words."""
     before = resource.getrusage(resource.RUSAGE_CHILDREN)
-    subprocess.run(command, shell=True, cwd=folder, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+    subprocess.run(command, shell=isinstance(command, str), cwd=folder, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
     after = resource.getrusage(resource.RUSAGE_CHILDREN)
     return after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
 
@@ -46,6 +46,18 @@ def compare(what, ours, theirs, goal, folder):
     times = [(processor_seconds(ours, folder), processor_seconds(theirs, folder)) for _ in range(ROUNDS)]
     mine, other = (statistics.median(side) for side in zip(*times))
     print(f"{what:<62} {1000 * mine:9.0f} ms {1000 * other:9.0f} ms  {mine / other:6.2f}  goal {goal}", flush=True)
+
+
+def floor_of(reader, folder):
+    """What the files of a folder cost without anybody looking at them: opened, read at both ends and closed."""
+    names = os.path.join(os.path.dirname(folder), "names")
+    with open(names, "w", encoding="utf-8") as file:
+        for path, _, files in os.walk(folder):
+            file.writelines(os.path.join(path, name) + "\n" for name in files)
+    command = f"'{reader}' --ends < '{names}'"
+    processor_seconds(command, folder)
+    times = sorted(processor_seconds(command, folder) for _ in range(ROUNDS))
+    print(f"  opened, read at both ends and closed: {1000 * times[ROUNDS // 2]:.0f} ms", flush=True)
 
 
 def reads_of(program, document):
@@ -85,7 +97,7 @@ def write_documents(options, work):
         os.mkdir(folder)
 
     def write(source, size, output, *more):
-        subprocess.run([options.writer, source, str(size), output, *more], check=True)
+        subprocess.run([os.path.join(options.tools, "write_large_document"), source, str(size), output, *more], check=True)
 
     part = max((path for path in real if path.endswith(".CATPart")), key=os.path.getsize)
     product = max((path for path in real if path.endswith(".CATProduct")), key=os.path.getsize)
@@ -130,6 +142,8 @@ def write_documents(options, work):
 def main():
     options = arguments()
     options.program = os.path.abspath(options.program)
+    options.tools = os.path.abspath(options.tools)
+    reader = os.path.join(options.tools, "read_files")
     for tool in ("rg", "strace", "/usr/bin/time", "cat", "find"):
         if not shutil.which(tool):
             sys.exit(f"{tool} is needed and not there")
@@ -138,27 +152,30 @@ def main():
     work = tempfile.mkdtemp(dir=options.work)
     try:
         big, small, shared, managed, filled = write_documents(options, work)
-        program = f"'{options.program}'"
         for name in ("part.CATPart", "far.CATPart", "product.CATProduct"):
-            compare(f"links {name}, 256 MB, against rg", f"{program} links {name}",
-                    f"rg -c -a -F CATDocumentProperty {name}", 0.2, big)
-        compare("links --json, 3,000 of 1 MB, against cat", f"{program} links --json .", "cat *", 0.15, small)
-        compare("links --json, real ones in 188 folders, against find and cat", f"{program} links --json .",
-                "find . -type f -exec cat {} +", 0.6, shared)
+            compare(f"links {name}, 256 MB, against rg", [options.program, "links", name],
+                    ["rg", "-c", "-a", "-F", "CATDocumentProperty", name], 0.2, big)
+        compare("links --json, 3,000 of 1 MB, against cat", [options.program, "links", "--json", "."], "cat *", 0.15,
+                small)
+        floor_of(reader, small)
+        compare("links --json, real ones in 188 folders, against find and cat", [options.program, "links", "--json", "."],
+                ["find", ".", "-type", "f", "-exec", "cat", "{}", "+"], 0.6, shared)
         for what, folder in (("3,000 of 1 MB", small), ("copies in 188 folders", shared)):
-            compare(f"report, {what}, against links --json", f"{program} report . -o ../page.html",
-                    f"{program} links --json .", 1.5, folder)
-        compare("status --json, 50,000, against reading their DAT files", f"{program} status --json .",
-                "xargs cat < ../dat-files", 2.5,
-                managed)
-        total_read = total_size = 0
-        for document in filled + [os.path.join(big, name) for name in sorted(os.listdir(big))]:
-            count, length = reads_of(options.program, document)
-            size = os.path.getsize(document)
-            total_read, total_size = total_read + length, total_size + size
-            print(f"  {os.path.basename(document):<24} {size:>10} bytes: {count:2} reads of {length:>7} bytes, "
-                  f"{100 * length / size:.2f} %")
-        print(f"bytes read: {100 * total_read / total_size:.2f} %, goal 3 %")
+            compare(f"report, {what}, against links --json", [options.program, "report", ".", "-o", "../page.html"],
+                    [options.program, "links", "--json", "."], 1.5, folder)
+        floor_of(reader, shared)
+        compare("status --json, 50,000, against reading their DAT files", [options.program, "status", "--json", "."],
+                f"'{reader}' < ../dat-files", 2.5, managed)
+        for what, documents in (("256 MB", [os.path.join(big, name) for name in sorted(os.listdir(big))]),
+                                ("1 MB", filled)):
+            total_read = total_size = 0
+            for document in documents:
+                count, length = reads_of(options.program, document)
+                size = os.path.getsize(document)
+                total_read, total_size = total_read + length, total_size + size
+                print(f"  {os.path.basename(document):<24} {size:>10} bytes: {count:2} reads of {length:>7} bytes, "
+                      f"{100 * length / size:.2f} %")
+            print(f"bytes read of {what}: {100 * total_read / total_size:.2f} %, goal 3 %")
         for name in sorted(os.listdir(big)):
             print(f"peak memory, {name}: {peak_kib(options.program, os.path.join(big, name)) / 1024:.1f} MiB, goal 12")
     finally:

@@ -39,21 +39,23 @@ CATUnicodeString tableFileOnDisk(const JournalFrame& i_frame, CATUnicodeString i
     return i_name;
 }
 
-} // namespace
+/** Has a sheet read its file again. */
+using UpdateSheet = HRESULT (*)(CATICkeSheet_var);
 
 /** One call of calculateCheckSums on the design table that it found. */
-class VornToolsCommon::CheckSums {
+class CheckSums {
 public:
-    CheckSums(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table, CATListValCATUnicodeString& io_sheets,
-              CATListValCATUnicodeString& io_configurations, CATListValCATUnicodeString& io_checksums)
-        : m_frame(i_frame), m_design_table(ipi_design_table), m_sheets(io_sheets), m_configurations(io_configurations),
-          m_checksums(io_checksums), m_is_update(io_checksums.Size() > 0) {}
+    CheckSums(const JournalFrame& i_frame, UpdateSheet i_update, CATIDesignTable* ipi_design_table,
+              CATListValCATUnicodeString& io_sheets, CATListValCATUnicodeString& io_configurations,
+              CATListValCATUnicodeString& io_checksums)
+        : m_frame(i_frame), m_update_sheet(i_update), m_design_table(ipi_design_table), m_sheets(io_sheets),
+          m_configurations(io_configurations), m_checksums(io_checksums), m_is_update(io_checksums.Size() > 0) {}
 
     /** Computes what is to be computed. Sheet, configuration and file are afterwards what they were, even when the work
      * did not come to its end. */
     void calculate() {
         CATUnicodeString file;
-        if (FAILED(getDesignTableFullFilename(m_design_table, file))) return;
+        if (FAILED(VornToolsCommon::getDesignTableFullFilename(m_design_table, file))) return;
         FileBackup backup(m_frame, tableFileOnDisk(m_frame, file));
         backup.make();
         const int configuration = m_design_table->ConfigurationRow();
@@ -92,7 +94,7 @@ private:
     }
 
     void refreshSheet() {
-        if (isFileModified(m_sheet) && FAILED(updateDesignTableCurrentSheet(m_sheet)))
+        if (isFileModified(m_sheet) && FAILED(m_update_sheet(m_sheet)))
             m_frame.callFailed("updateDesignTableCurrentSheet");
         readColumns();
     }
@@ -158,7 +160,7 @@ private:
         if (i_sheet < 1) return false;
         m_selected.reset();
         m_ole_sheet->SetSheetIndex(i_sheet);
-        if (m_ole_sheet->GetSheetIndex() != i_sheet || FAILED(updateDesignTableCurrentSheet(m_sheet))) return false;
+        if (m_ole_sheet->GetSheetIndex() != i_sheet || FAILED(m_update_sheet(m_sheet))) return false;
         m_selected = i_sheet;
         readColumns();
         return true;
@@ -177,6 +179,7 @@ private:
     }
 
     const JournalFrame& m_frame;
+    const UpdateSheet m_update_sheet;
     CATIDesignTable* const m_design_table;
     CATListValCATUnicodeString& m_sheets;
     CATListValCATUnicodeString& m_configurations;
@@ -189,6 +192,8 @@ private:
     ConfigurationText m_text;
     bool m_is_readable = false; ///< whether the table told all its parameters
 };
+
+} // namespace
 
 HRESULT VornToolsCommon::calculateCheckSums(CATDocument* ip_document, CATUnicodeString i_design_table_file,
                                             VornToolsSwitchMgt* ip_switcher, unsigned char i_switch_flag,
@@ -208,7 +213,9 @@ HRESULT VornToolsCommon::calculateCheckSums(CATDocument* ip_document, CATUnicode
         o_found = getDesignTable(ip_document, i_design_table_file, ip_switcher, i_switch_flag, p_found);
         const auto sp_design_table = InterfacePtr<CATIDesignTable>::adopt(p_found);
         if (o_found)
-            CheckSums(frame, sp_design_table.get(), *iop_sheets, *iop_configurations, *iop_checksums).calculate();
+            CheckSums(frame, updateDesignTableCurrentSheet, sp_design_table.get(), *iop_sheets, *iop_configurations,
+                      *iop_checksums)
+                .calculate();
     };
     if (!guarded(calculate)) frame.write("%s : the work was broken off", frame.name());
     return S_OK;

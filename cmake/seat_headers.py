@@ -54,7 +54,7 @@ PUBLISHED = {
 
 # Free functions beside those of our headers: header -> lines.
 PUBLISHED_FUNCTIONS = {
-    "CATAutoConversions": "#include \"CATBoolean.h\"\nclass CATUnicodeString;\n" + "".join(
+    "CATAutoConversions": '#include "CATBoolean.h"\n' + "class CATUnicodeString;\n" + "".join(
         f"extern MACRO HRESULT ConvertVariant(const CATVariant& iVariant, {kind}& oValue);\n"
         f"extern MACRO CATSafeArrayVariant* BuildSafeArrayVariant(const {kind}* iValues, long iSize);\n"
         f"extern MACRO long ConvertSafeArrayVariant(const CATSafeArrayVariant* iArray, {kind}* oValues, long iSize = 0);\n"
@@ -72,7 +72,7 @@ METHODS = {
     ),
     "Locate": (
         "int Locate(%s iElement, int iFrom = 1) const",
-        "for (int i = iFrom < 1 ? 1 : iFrom; i <= Size(); ++i) if ((*this)[i] == iElement) return i; return 0;",
+        "for (int i = iFrom < 1 ? 1 : iFrom; i <= count(this); ++i) if ((*this)[i] == iElement) return i; return 0;",
     ),
     "RemovePosition": (
         "void RemovePosition(int iPosition)",
@@ -80,7 +80,7 @@ METHODS = {
     ),
     "RemoveValue": (
         "int RemoveValue(%s iElement)",
-        "for (int i = 1; i <= Size(); ++i) if ((*this)[i] == iElement)"
+        "for (int i = 1; i <= count(this); ++i) if ((*this)[i] == iElement)"
         " { elements(this).erase(elements(this).begin() + (i - 1)); return i; } return 0;",
     ),
     "RemoveAll": ("void RemoveAll(CATCollec::MemoryHandling iMemory = CATCollec::ReleaseAllocation)",
@@ -92,9 +92,10 @@ METHODS = {
         " if (all[k] == all[i]) all.erase(all.begin() + static_cast<std::ptrdiff_t>(k));"
         " return static_cast<int>(size - all.size());",
     ),
-    "Size": ("int Size() const", "return static_cast<int>(elements(this).size());"),
+    "Size": ("int Size() const", "return count(this);"),
+    "RawSize": ("int Size()", "return count(this);"),
     "ReSize": ("void Size(int iSize)", "elements(this).resize(static_cast<std::size_t>(iSize < 0 ? 0 : iSize));"),
-    "Get": ("%G operator[](int iPosition) const",
+    "Get": ("%s operator[](int iPosition) const",
             "return elements(this)[static_cast<std::size_t>(at(this, iPosition))];"),
     "Set": ("%S operator[](int iPosition)", "return elements(this)[static_cast<std::size_t>(at(this, iPosition))];"),
     "Equal": ("int operator==(const %L& iList) const", "return elements(this) == elements(&iList);"),
@@ -114,8 +115,8 @@ LISTS = {
     "CATListValCATBaseUnknown_var": ("CATLISTV_CATBaseUnknown", "CATBaseUnknown_var", "all"),
     "CATListValCATISpecObject_var": ("CATLISTV_CATISpecObject", "CATISpecObject_var", "all"),
     "CATListValCATUnicodeString": ("CATListOfCATUnicodeString", "CATUnicodeString", "all"),
-    "CATRawCollint": ("CATListOfInt", "int", "all"),
-    "CATRawColldouble": ("CATListOfDouble", "double", "all"),
+    "CATRawCollint": ("CATListOfInt", "int", "raw"),
+    "CATRawColldouble": ("CATListOfDouble", "double", "raw"),
 }
 ALIASES = {"CATListValCATUnicodeString": "CATListOfCATUnicodeString", "CATRawCollint": "CATListOfInt",
            "CATRawColldouble": "CATListOfDouble"}
@@ -166,6 +167,59 @@ extern MACRO void CATRaise(void* iError);
 #endif
 #define CATEndTry
 """
+
+
+# Headers that the in-memory platform fills with more than the pages show: header -> (pattern, what stands there instead).
+EDITS = {
+    "CATBaseUnknown": [
+        (r'#include "CATBaseUnknown_var\.h"\n', '#define IID_CATBaseUnknown (IID_CATBaseUnknown)\n\n#include "CATBaseUnknown_var.h"\n'),
+        # Whoever includes the root of all classes has the platform's words.
+        (r'#include "CATBoolean\.h"\n', '#include "CATBoolean.h"\n#include "CATErrorMacros.h"\n'),
+        (r"(ULONG __stdcall Release\(\) override;)", r"\1" + AUTOMATION_METHODS),
+    ],
+    "CATBaseUnknown_var": [
+        (r"\n[^\n]*std::nullptr_t[^\n]*", ""),
+        (r"\n    int operator[!=]=\(const CATBaseUnknown_var& [^\n]*", ""),
+        (r"\[\[noreturn\]\] ", ""),
+    ],
+    "CATCke": [(r"(operator int\(\) const \{[^}]*\})",
+                r"\1\n        int operator==(const Boolean& iOther) const;\n        int operator!=(const Boolean& iOther) const;")],
+    "CATCollec": [
+        (r"template <class T>\nclass CATListOf.*#define CATLISTP\(T\)", "#define CATLISTV(T) CATListVal##T\n#define CATLISTP(T)"),
+    ],
+    "CATErrorDef": [(r"static_cast<HRESULT>\((\w+)\)", r"(HRESULT)(\1)")],
+    "CATErrorMacros": [(r"#define CATTry.*\n(?=#endif)", ERROR_MACROS)],
+    # Answers that the in-memory platform gives for every class are nobody's elsewhere.
+    "CATIABase": [(r"(oObject\));", r"\1 = 0;")],
+    "CATISpecObject": [(r"(virtual [^;=]*?(?:= sp_NEUTRAL)?\)(?: const)?);", r"\1 = 0;")],
+    "CATISpecAttrAccess": [
+        (r"(iObject,\s*int iPosition = 0)", r"\1, CATBoolean iCheck = FALSE, int iMode = 0"),
+    ],
+    "CATISpecDeclarations": [(r"enum CATAttrKind {", "#define CATAttrKind CATAttrKindOfSpecs\nenum CATAttrKindOfSpecs {")],
+    "CATMacForIUnknown": [(r"; *\\\n *static_assert\([^\n]*", ""), (r"} *\\\n *static_assert\([^\n]*", "}")],
+    "CATPrsWorkModeServices": [("enum WorkMode : int", "enum WorkMode")],
+    "CATString": [(" = nullptr", "")],
+    "CATUnicodeString": [
+        (r"namespace embedded \{.*?\n\}\n", ""),
+        (r"(class CATUnicodeChar {\npublic:\n).*?\n};",
+         r"\1    CATUnicodeChar();\n    CATUnicodeChar(char iCharacter);\n\nprivate:\n    unsigned int m_hidden;\n};"),
+    ],
+    "CATUuid": [("explicit CATUuid", "CATUuid")],
+    "IUnknown": [("std::uint32_t", "unsigned int"), ("std::uint16_t", "unsigned short")],
+    "sequence_CATBaseUnknown_ptr": [(r"\n[^\n]*CATLONG32 length\(\) const[^\n]*", "")],
+}
+# In every header.
+EVERYWHERE = [
+    (r"\n *static_assert\([^;]*;", ""),
+    (r"\nprotected:\n +~\w+\(\) (?:override )?= default;", ""),
+    (r"std::size_t", "size_t"),
+]
+# Headers that nobody does without who includes them: what they have cannot be declared ahead.
+COMPLETE = {
+    "CATBSTR", "CATBaseUnknown", "CATBaseUnknown_var", "CATBoolean", "CATCke", "CATCollec", "CATDataType", "CATErrorDef",
+    "CATErrorMacros", "CATICkeRelationForwards", "CATISpecDeclarations", "CATLib", "CATMacForIUnknown", "CATSafeArray",
+    "CATSysDataType", "CATVariant", "CatSceneType", "IDispatch", "IUnknown", "sequence_CATBaseUnknown_ptr",
+}
 
 
 def frameworks():
@@ -223,17 +277,18 @@ def declared_only(body):
 
 
 def list_signature(name, element, method):
+    """A method with the list's name for %L, the element as an input or an answer for %s, as a place for %S."""
     simple = element.endswith("*") or element in ("int", "double")
-    taken = element if simple else f"const {element}&"
-    got = element if simple else f"const {element}&"
-    return (method.replace("%s", taken).replace("%L", name).replace("%G", got).replace("%S", f"{element}&"))
+    passed = element if simple else f"const {element}&"
+    return method.replace("%s", passed).replace("%L", name).replace("%S", f"{element}&")
 
 
 def methods_of(name):
-    names = LISTS[name][2]
-    if names == "all":
-        return list(METHODS)
-    return SIZED + names
+    published = LISTS[name][2]
+    if published in ("all", "raw"):
+        # The pages of numbers' lists show a Size that is not const.
+        return [method for method in METHODS if method != ("Size" if published == "raw" else "RawSize")]
+    return SIZED + published
 
 
 class Seat:
@@ -276,9 +331,9 @@ class Seat:
                 copies += f"    {line};\n"
         return text[: start + 1] + body.rstrip() + "\n" + copies + self.opaque_members(name) + text[end:]
 
-    def list_class(self, name, macro):
+    def list_class(self, name):
         _, element, _ = LISTS[name]
-        lines = [f"class {macro} {name} : public CATCollecRoot {{", "public:", f"    {name}(int iAllocation = 0);",
+        lines = [f"class MACRO {name} : public CATCollecRoot {{", "public:", f"    {name}(int iAllocation = 0);",
                  f"    {name}(const {name}& iList);", f"    ~{name}();", f"    {name}& operator=(const {name}& iList);"]
         lines += [f"    {list_signature(name, element, METHODS[method][0])};" for method in methods_of(name)]
         lines += ["", self.opaque_members(name) + "};"]
@@ -297,7 +352,8 @@ class Seat:
 namespace {{
 {vector}& elements({name}* iList) {{ return *reinterpret_cast<{vector}*>(iList); }}
 const {vector}& elements(const {name}* iList) {{ return *reinterpret_cast<const {vector}*>(iList); }}
-[[maybe_unused]] bool inside(const {name}* iList, int iPosition) {{ return iPosition >= 1 && iPosition <= iList->Size(); }}
+int count(const {name}* iList) {{ return static_cast<int>(elements(iList).size()); }}
+bool inside(const {name}* iList, int iPosition) {{ return iPosition >= 1 && iPosition <= count(iList); }}
 int at(const {name}* iList, int iPosition) {{ if (!inside(iList, iPosition)) __builtin_trap(); return iPosition - 1; }}
 }}
 static_assert(sizeof({name}) == sizeof({vector}), "a list is its elements");
@@ -321,133 +377,66 @@ static_assert(sizeof({name}) == sizeof({vector}), "a list is its elements");
         return ("".join(f'#include "{name}.h"\n' for name in headers) + "\ntemplate <class T>\nvoid keep() {\n"
                 "    T first;\n    T second(first);\n    second = first;\n}\n" + uses)
 
-    def needs(self, name, text, header):
+    @staticmethod
+    def needs(name, text, header):
         """Whether a header cannot do without another one: by what of it the declarations use."""
-        if header in ("CATBaseUnknown_var", "CATMacForIUnknown", "CATErrorDef", "CATBoolean", "CATDataType", "CATCollec",
-                      "CATSysDataType", "CATISpecDeclarations", "CATICkeRelationForwards", "CATVariant", "CATSafeArray",
-                      "CATBSTR", "CATLib", "CATCke", "IUnknown", "IDispatch", "CatSceneType",
-                      "sequence_CATBaseUnknown_ptr"):
+        if header in COMPLETE or (header, name) == ("CATMetaClass", "CATMacForIUnknown"):
             return True
-        if header == "CATBaseUnknown" or header in ("CATMetaClass",) and name != "CATBaseUnknown":
-            return True
-        if re.search(r"class (?:\w+ )?\w+ : public %s\b" % header, text):
-            return True
-        # Values, of lists or in a default argument.
-        if any(header == LISTS[each][0] and each in re.sub(r"%s[*&]" % each, "", text) for each in LISTS):
-            return True
-        if name in {row[0] for row in LISTS.values()} and header in text and name.startswith(("CATListOfCATU", "CATLISTV")):
-            return True
-        return bool(re.search(r"= %s\(|%s_var&? \w+ = NULL_var" % (header, header), text))
+        base = r"class (?:\w+ )?\w+ : public %s\b" % header
+        default = r"= %s\(|%s_var&? \w+ = NULL_var" % (header, header)
+        # The elements of lists of values are values.
+        of_values = name.startswith(("CATLISTV", "CATListOfCATU"))
+        return of_values or bool(re.search(f"{base}|{default}", text))
 
-    def include_lines(self, name, text):
-        declared = set()
-        lines = []
-        for header in re.findall(r'#include "(\w+)\.h"', text):
-            if header == "ExportedByCatia":
-                continue
-            if self.needs(name, text, header):
-                lines.append(f'#include "{header}.h"')
-            else:
-                declared.add(header)
+    def includes(self, name, text):
+        """The include lines that stay, and declarations ahead for the others."""
+        named = [header for header in re.findall(r'#include "(\w+)\.h"', text) if header != "ExportedByCatia"]
+        kept = [header for header in named if self.needs(name, text, header)]
         rest = re.sub(r"#include [^\n]*\n", "", text)
         words = set(re.findall(r"\w+", rest)) | {f"CATListPtr{word}" for word in re.findall(r"CATLISTP\((\w+)\)", rest)}
-        known = {f"{header}_var" for header in declared} | declared | set(LISTS)
-        known |= {f"{header}_var" for header in re.findall(r"class (\w+);", rest)}
-        forward = sorted(word for word in known & words
-                         if not re.search(r"class (?:\w+ )?%s\b(?: :|[^;\w]*\{|;)" % word, rest) and word != name
-                         and f"CATDeclareHandler({word.removesuffix('_var')}," not in rest
-                         and not any(f'"{LISTS[word][0]}.h"' in line for line in lines if word in LISTS))
-        return lines, [f"class {word};" for word in forward]
+        classes = set(named) - set(kept) | set(re.findall(r"class (\w+);", rest))
+        classes |= {f"{each}_var" for each in classes} | {each for each in LISTS if LISTS[each][0] not in kept}
+        here = set(re.findall(r"class (?:\w+ )?(\w+)\b(?: :| *\{|;)", rest))
+        here |= {f"{each}_var" for each in re.findall(r"CATDeclareHandler\((\w+),", rest)}
+        return kept, sorted((classes & words) - here - {name})
 
     def header(self, name):
-        framework, library, _ = self.rows[name]
+        _, library, _ = self.rows[name]
         macro = f"ExportedBy{library}"
         text = without_comments(self.sources[name].read_text())
-        lists = [each for each in LISTS if LISTS[each][0] == name]
-        if name == "CATErrorMacros":
-            text = f"#ifndef CATErrorMacros_H\n#define CATErrorMacros_H\n{ERROR_MACROS}\n#endif\n"
-        if name == "CATCollec":
-            start = text.index("template <class T>\nclass CATListOf")
-            text = text[:start] + "#define CATLISTP(T) CATListPtr##T\n#define CATLISTV(T) CATListVal##T\n\n#endif\n"
-        if name == "CATBaseUnknown_var":
-            text = re.sub(r"\n[^\n]*std::nullptr_t[^\n]*", "", text)
-            text = re.sub(r"\n    int operator[!=]=\(const CATBaseUnknown_var& [^\n]*", "", text)
-            text = text.replace("[[noreturn]] ", "")
-        if name == "CATBaseUnknown":
-            text = text.replace("#include \"CATBaseUnknown_var.h\"",
-                                "#define IID_CATBaseUnknown (IID_CATBaseUnknown)\n\n#include \"CATBaseUnknown_var.h\"")
-        if name == "CATMacForIUnknown":
-            text = re.sub(r"#include <type_traits>", "", text)
-            text = re.sub(r"; *\\\n *static_assert\([^\n]*", "", text)
-            text = re.sub(r"\} *\\\n *static_assert\([^\n]*", "}", text)
-        if name == "IUnknown":
-            text = text.replace("std::uint32_t", "unsigned int").replace("std::uint16_t", "unsigned short")
-        if name == "CATISpecDeclarations":
-            text = text.replace("enum CATAttrKind {", "#define CATAttrKind CATAttrKindOfSpecs\nenum CATAttrKindOfSpecs {")
-        if name == "CATUnicodeString":
-            start, end = class_body(text, "CATUnicodeChar")
-            text = (text[:start] + "{\npublic:\n    CATUnicodeChar();\n    CATUnicodeChar(char iCharacter);\n"
-                    "private:\n    unsigned int m_hidden;\n" + text[end:])
-        if name == "CATErrorDef":
-            text = re.sub(r"static_cast<HRESULT>\((\w+)\)", r"(HRESULT)(\1)", text)
-        text = text.replace("enum WorkMode : int", "enum WorkMode").replace("explicit CATUuid", "CATUuid")
-        text = re.sub(r"\n *static_assert\([^;]*;", "", text)
-        text = re.sub(r"\nprotected:\n +virtual ~\w+\(\)[^\n]*", "", text)
-        text = re.sub(r"\nprotected:\n +~\w+\(\) (?:override )?= default;", "", text)
-        # Answers that the in-memory platform gives for every class are nobody's elsewhere.
-        if name in ("CATIABase", "CATISpecObject"):
-            text = re.sub(r"(\n    virtual [^;=]*?(?:=[^;=]*?)?\)(?: const)?);", r"\1 = 0;", text)
-        text = re.sub(r"(iPosition = 0)(\) = 0;\n)(?=.*SetListString)",
-                      r"\1, CATBoolean iCheck = FALSE, int iMode = 0\2", text, count=1, flags=re.S) \
-            if name == "CATISpecAttrAccess" else text
-        if name == "CATISpecAttrAccess":
-            text = self.restore_get_spec_object(text)
-        text = text.replace("iText = nullptr", "iText") if name == "CATString" else text
+        for pattern, instead in EDITS.get(name, []) + EVERYWHERE:
+            text = re.sub(pattern, instead, text, flags=re.S)
         for each in OPAQUE:
             text = self.hide(text, each)
-        for each in lists:
-            text = re.sub(r"CATLIST[PV]_DECLARE\([^\n]*\n", "", text)
-            found = class_body(text, each)
-            if found:
-                start = text.rindex("class ", 0, found[0])
-                text = text[:start] + text[found[1] + 2 :]
-            text = re.sub(r"typedef %s [^\n]*\n" % each, "", text)
         for each, more in PUBLISHED.items():
-            found = class_body(text, each)
-            if found:
-                at = text.find("public:", found[0]) + len("public:")
-                text = text[:at] + "\n" + more.strip("\n") + text[at:]
-        text = re.sub(r"\n[^\n]*CATLONG32 length\(\) const[^\n]*", "", text)
+            text = re.sub(r"(class \w+ %s\b[^;{]*\{.*?public:)" % each, lambda found: f"{found[1]}\n{more.strip(chr(10))}", text,
+                          count=1, flags=re.S)
+        for each in LISTS:
+            if LISTS[each][0] == name:
+                text = self.with_list(text, each)
+        text = re.sub(r"#endif\s*$", PUBLISHED_FUNCTIONS.get(name, "") + "#endif\n", text)
         text = re.sub(r"#include <[^\n]*\n", "", text)
-        if "size_t" in text:
-            text = text.replace("std::size_t", "size_t")
-        for each in lists:
-            text = text.rstrip().removesuffix("#endif") + "\n" + self.list_class(each, macro) + "\n#endif\n"
-        if name in PUBLISHED_FUNCTIONS:
-            text = text.rstrip().removesuffix("#endif") + PUBLISHED_FUNCTIONS[name] + "\n#endif\n"
-        includes, forward = self.include_lines(name, text)
-        guard = re.match(r"\s*#ifndef (\w+)\n#define \w+\n", text)
-        body = re.sub(r'#include "[^\n]*\n', "", text[guard.end():])
-        if name == "CATBaseUnknown":
-            body = body.rstrip().removesuffix("#endif") + '\n#include "CATBaseUnknown_var.h"\n\n#endif\n'
-            includes = [line for line in includes if "CATBaseUnknown_var" not in line]
-        system = ["#include <stddef.h>"] if re.search(r"\b(size_t|NULL)\b", body) else []
+        kept, ahead = self.includes(name, text)
+        guard, body = re.match(r"\s*#ifndef (\w+)\n#define \w+\n(.*)#endif\s*$", text, flags=re.S).groups()
+        # The handles come behind what they hold.
+        kept = [header for header in kept if header != "CATBaseUnknown_var"]
+        body = re.sub(r'#include "(?!CATBaseUnknown_var)[^\n]*\n', "", body)
         if name in WINDOWS:
-            body = f"#if defined(_WIN32)\n{WINDOWS[name]}#else\n" + body.rstrip().removesuffix("#endif") + "#endif\n#endif\n"
-        if name == "CATBaseUnknown":
-            # Whoever includes the root of all classes has the platform's words.
-            includes.append('#include "CATErrorMacros.h"')
-            body = body.replace("    ULONG __stdcall Release() override;",
-                                "    ULONG __stdcall Release() override;" + AUTOMATION_METHODS)
-        head = f"#ifndef {guard.group(1)}\n#define {guard.group(1)}\n\n"
-        head += "\n".join([f'#include "ExportedBy{library}.h"', *includes, *system, "", *forward]) + "\n\n"
-        return re.sub(r"\n{3,}", "\n\n", (head + body).replace("ExportedByCatia", macro).replace("MACRO", macro))
+            body = f"#if defined(_WIN32)\n{WINDOWS[name]}#else\n{body}#endif\n"
+        lines = [f"#ifndef {guard}", f"#define {guard}", "", f'#include "ExportedBy{library}.h"']
+        lines += [f'#include "{each}.h"' for each in kept]
+        lines += ["#include <stddef.h>"] if re.search(r"\bsize_t\b", body) else []
+        lines += ["", *(f"class {each};" for each in ahead), "", body, "#endif", ""]
+        text = "\n".join(lines).replace("ExportedByCatia", macro).replace("MACRO", macro)
+        return re.sub(r"\n{3,}", "\n\n", text)
 
-    @staticmethod
-    def restore_get_spec_object(text):
-        """The first default position belongs to the getter, which has no more parameters."""
-        return text.replace("iPosition = 0, CATBoolean iCheck = FALSE, int iMode = 0) const",
-                            "iPosition = 0) const")
+    def with_list(self, text, name):
+        """The header with the list's published class in the place of ours."""
+        text = re.sub(r"CATLIST[PV]_DECLARE\([^\n]*\n|typedef %s [^\n]*\n" % name, "", text)
+        found = class_body(text, name)
+        if found:
+            text = text[: text.rindex("class ", 0, found[0])] + text[found[1] + 2 :]
+        return re.sub(r"#endif\s*$", "\n" + self.list_class(name) + "\n#endif\n", text)
 
     def module_header(self, library):
         return f"""#ifndef ExportedBy{library}_H

@@ -11,6 +11,9 @@ namespace {
 /** What stands between two stretches is read as well when it is no longer: one read costs more than so many bytes. */
 constexpr std::uint64_t kGap = 4096;
 
+/** A position that no file has. */
+constexpr std::uint64_t kUnknown = (std::numeric_limits<std::uint64_t>::max)();
+
 #if defined(_WIN32)
 bool seek(std::FILE* ip_file, std::uint64_t i_offset, int i_origin) {
     return _fseeki64(ip_file, static_cast<long long>(i_offset), i_origin) == 0;
@@ -49,6 +52,7 @@ bool FileReader::open(const CATUnicodeString& i_name) {
     // A folder opens on some systems, and tells a length that no file has.
     if (size < 0 || size == (std::numeric_limits<long long>::max)()) m_file.reset();
     m_size = m_file ? static_cast<std::uint64_t>(size) : 0;
+    m_position = m_size;
     return m_file != nullptr;
 }
 
@@ -66,23 +70,29 @@ std::string_view FileReader::bytes(const FileRange& i_range) const {
     if (known == m_known.begin()) return {};
     --known;
     const std::uint64_t from = i_range.offset - known->first;
-    if (from > known->second.size() || i_range.length > known->second.size() - from) return {};
-    return std::string_view(known->second).substr(from, i_range.length);
+    const Stretch& stretch = known->second;
+    if (from > stretch.length || i_range.length > stretch.length - from) return {};
+    return {stretch.bytes.get() + from, static_cast<std::size_t>(i_range.length)};
 }
 
 bool FileReader::readInto(const FileRange& i_range, char* op_bytes) const {
-    return m_file && seek(m_file.get(), i_range.offset, SEEK_SET) &&
-           std::fread(op_bytes, 1, i_range.length, m_file.get()) == i_range.length;
+    if (!m_file) return false;
+    if (m_position != i_range.offset && !seek(m_file.get(), i_range.offset, SEEK_SET)) return false;
+    m_position = i_range.end();
+    if (std::fread(op_bytes, 1, i_range.length, m_file.get()) == i_range.length) return true;
+    m_position = kUnknown;
+    return false;
 }
 
 bool FileReader::read(const FileRange& i_range) {
-    std::string bytes(i_range.length, '\0');
-    if (!readInto(i_range, &bytes[0])) return false;
+    const auto length = static_cast<std::size_t>(i_range.length);
+    Stretch stretch = {std::unique_ptr<char[]>(new char[length]), length};
+    if (!readInto(i_range, stretch.bytes.get())) return false;
     // No stretch lies within another: the one that begins last before a place reaches furthest beyond it.
     auto within = m_known.lower_bound(i_range.offset);
-    while (within != m_known.end() && within->first + within->second.size() <= i_range.end())
+    while (within != m_known.end() && within->first + within->second.length <= i_range.end())
         within = m_known.erase(within);
-    m_known.emplace(i_range.offset, std::move(bytes));
+    m_known.emplace(i_range.offset, std::move(stretch));
     return true;
 }
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -47,7 +47,13 @@ private:
 
     OpenFile m_file;
     std::uint64_t m_size = 0;
-    std::map<std::uint64_t, std::string> m_known; ///< by position
+    /** What was read. Nothing fills the bytes before the file does. */
+    struct Stretch {
+        std::unique_ptr<char[]> bytes;
+        std::size_t length = 0;
+    };
+    std::map<std::uint64_t, Stretch> m_known; ///< by position
+    mutable std::uint64_t m_position = 0;     ///< of the open file
 };
 
 } // namespace vorntools

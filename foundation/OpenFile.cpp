@@ -1,5 +1,7 @@
 #include "foundation/OpenFile.h"
 
+#include "foundation/Utf8.h"
+
 #include <cstring>
 #include <string>
 
@@ -19,16 +21,6 @@ namespace {
 
 bool holdsNul(const CATUnicodeString& i_name) {
     return std::strlen(i_name.ConvertToChar()) != static_cast<std::size_t>(i_name.GetLengthInByte());
-}
-
-std::string utf8Of(const CATUnicodeString& i_name) {
-    // Room for four bytes a character, and for a text that is none.
-    const int room = 4 * i_name.GetLengthInChar() + i_name.GetLengthInByte();
-    std::string bytes(static_cast<std::size_t>(room) + 1, '\0');
-    std::size_t count = bytes.size();
-    i_name.ConvertToUTF8(&bytes[0], &count);
-    bytes.resize(count);
-    return bytes;
 }
 
 #if defined(_WIN32)

@@ -1,10 +1,12 @@
 // Any bytes as a document file; and, with a first byte of 'C', the recipe of a container whose streams are intact: its
-// links must be those that a scan of the whole file finds.
+// links must be those that a scan of the whole file finds. Of any bytes VornToolsDocumentLinks must tell what the
+// operations on the image of the links tell.
 
 #include "VornToolsDocumentFile.h"
 #include "VornToolsLinks.h"
 
 #include "fuzz/ExchangeFolder.h"
+#include "tests/support/DocumentAnswers.h"
 #include "tests/support/DocumentContainer.h"
 #include "tests/support/DocumentImage.h"
 
@@ -15,8 +17,6 @@
 namespace {
 
 using namespace std::string_literals;
-
-using Links = VornToolsVector<VornToolsLink>;
 
 /** Takes decisions from the input; zeros behind its end. */
 class Recipe {
@@ -67,7 +67,7 @@ struct Streams {
     DocumentContainer container(Recipe& recipe) const {
         DocumentContainer file(recipe.below(8) == 0 ? "" : type);
         bool done[5] = {};
-        for (std::uint8_t left = recipe.below(12); left > 0; --left) add(recipe.below(7), recipe, file, done);
+        for (std::uint8_t left = recipe.below(24); left > 0; --left) add(recipe.below(7), recipe, file, done);
         for (std::uint8_t kind = 0; kind < 5; ++kind) add(kind, recipe, file, done);
         return file;
     }
@@ -116,29 +116,15 @@ private:
     }
 };
 
-bool areEqual(const Links& left, const Links& right) {
-    if (left.size() != right.size()) return false;
-    for (unsigned int i = 0; i < left.size(); ++i)
-        if (!(left[i] == right[i])) return false;
-    return true;
-}
-
-void requireSameLinks(VornToolsString& streams, VornToolsString& whole) {
-    VornToolsString file("/own/file", 9);
-    unsigned char missing[2] = {};
-    for (const char* const type : {"", "MML"})
-        require(areEqual(VornToolsLinks::getLinks(&streams, type, &file, "", missing[0]),
-                         VornToolsLinks::getLinks(&whole, type, &file, "", missing[1])),
-                "links of the streams are those of the file");
-    require(missing[0] == missing[1], "missing tags");
-    require(areEqual(VornToolsLinks::getMMLDrawingLinks(&streams, &file, ""),
-                     VornToolsLinks::getMMLDrawingLinks(&whole, &file, "")),
-            "links of a drawing");
-    int versions[2][3] = {};
-    const int code = VornToolsLinks::getVersion(&streams, versions[0][0], versions[0][1], versions[0][2]);
-    require(code == VornToolsLinks::getVersion(&whole, versions[1][0], versions[1][1], versions[1][2]) &&
-                std::equal(versions[0], versions[0] + 3, versions[1]),
-            "versions");
+/** @param image the whole file, or what holds its links */
+void requireSameAnswers(const std::string& name, VornToolsString& image) {
+    VornToolsDocumentLinks document;
+    VornToolsFolderMemory folders;
+    for (const char* const type : {"", "MML", "MMLASSY", "MMLDrawing"}) {
+        require(document.read(name.c_str(), type, "", folders) == S_OK, "a document that can be read");
+        require(DocumentAnswers::of(document) == DocumentAnswers::of(image, name, type, ""),
+                "what is read at once is what each operation tells");
+    }
 }
 
 void readEverything(VornToolsDocumentFile& file, std::size_t size) {
@@ -176,10 +162,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     VornToolsDocumentFile file;
     require(file.open(folder.nameOf("document").c_str()) == S_OK, "a file that is there");
     readEverything(file, bytes.size());
+    const std::unique_ptr<VornToolsString> image(file.readLinkImage());
+    if (image) requireSameAnswers(folder.nameOf("document"), *image);
     if (isRecipe) {
         VornToolsString whole(bytes.data(), static_cast<int>(bytes.size()));
-        const std::unique_ptr<VornToolsString> image(file.readLinkImage());
-        requireSameLinks(*image, whole);
+        requireSameAnswers(folder.nameOf("document"), whole);
         require(file.getCondition() == VornToolsDocumentFile::DocumentIntact, "an intact document");
     }
     file.close();

@@ -18,8 +18,8 @@ class CATIDrawing;
 class CATIParmPublisher;
 class CATIProduct;
 class CATISpecObject_var;
-class CATListPtrCATBaseUnknown;
-class CATListPtrCATDocument;
+class CATListPtrCATBaseUnknown; // CATListOfCATBaseUnknown.h
+class CATListPtrCATDocument;    // CATDocumentsInSession.h
 class CATListPtrCATIProduct;
 class CATListValCATISpecObject_var;
 class CATPathElement;
@@ -533,9 +533,6 @@ private:
     /** Texts of a configuration's cells, one a parameter that the table sets, one behind the other; configuration 0 is
      * the row of titles. */
     static CATUnicodeString getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration);
-    /** The same. @return E_FAIL, reported, when they cannot be read: a configuration may also be without text */
-    static HRESULT getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration,
-                                          CATUnicodeString& o_values);
     /** Has a sheet read its file again. @return E_FAIL when it cannot, or for a null sheet */
     static HRESULT updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet);
 
@@ -543,9 +540,6 @@ private:
      * value is the identity to set. @param i_mode 0 sets it, else it also removes the markers */
     static HRESULT processInstanceDescription(CATUnicodeString i_value, CATUnicodeString& io_description,
                                               unsigned char i_mode);
-
-    struct DesignTableInformation;
-    class CheckSums;
 };
 
 #endif

@@ -19,8 +19,8 @@ class VornToolsString;
  *     }
  *
  * The file stays open, for reading, from open to close. What is read of it is kept until then, so that nothing is read
- * twice; of a file larger than 32 KiB only what is asked for is read. Any bytes are taken: a directory with anything in
- * it that does not fit is not believed, and the file then has no entries.
+ * twice; of a file larger than 32 KiB little more than what is asked for is read. Any bytes are taken: a directory with
+ * anything in it that does not fit is not believed, and the file then has no entries.
  *
  * Entries are the storages and streams of the directory, counted from 1 in its order. The directory has 32-bit
  * positions: a file is never larger than 4 GiB. An object serves one file at a time; it is not copied.

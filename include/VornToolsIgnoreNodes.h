@@ -51,7 +51,6 @@ private:
     HRESULT isBrokenIconAnIgnoreNode(CATIProduct* product, const CATUnicodeString& description, unsigned char& result);
     HRESULT isComponentAnIgnoreNode(CATIProduct* product, const CATUnicodeString& description, unsigned char& result);
     HRESULT setFormatInstanceDescription(CATUnicodeString& description);
-    bool startsWithPrefix(const CATUnicodeString& text);
 
     unsigned char m_prefixesManaged;
     unsigned char m_instanceDescriptionManaged;

@@ -28,9 +28,12 @@ constexpr std::size_t kPieceCount = 82;
 constexpr std::uint32_t kStorage = 1;
 constexpr std::uint32_t kStream = 2;
 
-/** Numbers of the directory are big-endian, unlike those of the streams. */
+/** Numbers of the directory are big-endian, unlike those of the streams. 0 for what does not lie within it. */
 std::uint32_t numberAt(std::string_view i_bytes, std::size_t i_at) {
-    return static_cast<std::uint32_t>(int32At(i_bytes, i_at, false));
+    if (!holds(i_bytes, i_at, sizeof(std::uint32_t))) return 0;
+    const char* const p_at = i_bytes.data() + i_at;
+    const auto byte = [p_at](int i_index) { return std::uint32_t{static_cast<unsigned char>(p_at[i_index])}; };
+    return byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3);
 }
 
 std::uint64_t dateAt(std::string_view i_bytes, std::size_t i_at) {

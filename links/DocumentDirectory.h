@@ -47,9 +47,8 @@ public:
 
 private:
     static std::uint32_t numberAt(const char* ip_at) {
-        std::uint32_t number = 0;
-        for (int i = 0; i < 4; ++i) number = number << 8 | static_cast<unsigned char>(ip_at[i]);
-        return number;
+        const auto byte = [ip_at](int i_index) { return std::uint32_t{static_cast<unsigned char>(ip_at[i_index])}; };
+        return byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3);
     }
 
     std::string_view m_bytes;

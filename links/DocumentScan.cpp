@@ -4,6 +4,7 @@
 #include "links/Markers.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vorntools {
 
@@ -21,6 +22,13 @@ DocumentScan::DocumentScan(std::string_view i_image, std::size_t i_application, 
 const PropertyStream& DocumentScan::stream() {
     if (!m_stream) m_stream = m_property == notFound ? PropertyStream() : PropertyStream(m_image, m_property);
     return *m_stream;
+}
+
+void DocumentScan::takeStream(DocumentScan& io_other) {
+    if (m_property == notFound || !io_other.stream().isComplete()) return;
+    const std::size_t length = io_other.stream().end() - io_other.m_property;
+    if (standsAt(m_image, m_property, io_other.m_image.substr(io_other.m_property, length)))
+        m_stream = std::move(io_other.m_stream);
 }
 
 std::vector<const LinkedDocument*> DocumentScan::used(LinkedDocument::Kind i_kind) {

@@ -33,6 +33,9 @@ public:
     bool hasApplication() const { return m_application != notFound; }
     bool hasSummary() { return summary() != notFound; }
     const PropertyStream& stream();
+    /** Takes over what another scan has read of its property stream, if that is complete and this image has the same
+     * bytes for it. */
+    void takeStream(DocumentScan& io_other);
     /** Documents of a kind that are in use, in stream order. */
     std::vector<const LinkedDocument*> used(LinkedDocument::Kind i_kind);
     /** Whether any document is in use. */

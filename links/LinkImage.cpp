@@ -73,36 +73,82 @@ void append(const Streams& i_more, Streams& io_streams) {
     io_streams.insert(io_streams.end(), i_more.begin(), i_more.end());
 }
 
-/** The containers of the two classes that hold references and imports, among those whose class has been read by the
- * way. */
-Streams linkContainersInSight(DocumentFile& io_file) {
-    // Streams that share their bytes are not to cost more than they take in the directory.
-    constexpr std::uint32_t usual_length = 1024;
-    std::unordered_set<std::uint32_t> storages;
-    for (const DirectoryEntry* const p_property : streamsOf(io_file, stream::storageProperty))
-        if (p_property->size <= usual_length && io_file.knows(*p_property) && holdsLinks(classOf(io_file, p_property)))
-            storages.insert(p_property->parent);
-    if (storages.empty()) return {};
-    Streams containers;
-    for (const DirectoryEntry& entry : io_file.entries())
-        if (isContainer(entry) && storages.count(entry.parent) > 0) containers.push_back(&entry);
-    return containers;
-}
-
-/** All containers of the two classes, and those that do not tell their class. */
-Streams linkContainers(DocumentFile& io_file) {
-    const Streams properties = streamsOf(io_file, stream::storageProperty);
-    if (!io_file.fetch(properties)) return {};
-    std::unordered_set<std::uint32_t> others;
-    for (const DirectoryEntry* const p_property : properties) {
-        const std::string name = classOf(io_file, p_property);
-        if (!name.empty() && !holdsLinks(name)) others.insert(p_property->parent);
+/** The containers that may hold links, found step by step: few documents have more than one of each class, and the
+ * platform writes the one with references first and the one with imports among the last. */
+class LinkContainers {
+public:
+    explicit LinkContainers(DocumentFile& io_file) : m_file(io_file) {
+        std::unordered_set<std::uint32_t> storages;
+        for (const DirectoryEntry& entry : io_file.entries())
+            if (isContainer(entry)) storages.insert(entry.parent);
+        for (const DirectoryEntry* const p_property : streamsOf(io_file, stream::storageProperty))
+            if (storages.count(p_property->parent) > 0) m_properties.push_back(p_property);
+        m_end = m_properties.size();
     }
-    Streams containers;
-    for (const DirectoryEntry& entry : io_file.entries())
-        if (isContainer(entry) && others.count(entry.parent) == 0) containers.push_back(&entry);
-    return containers;
-}
+
+    /** Whether the class of every storage is known. */
+    bool areAllKnown() const { return m_begin >= m_end; }
+
+    /** Looks for the one with references among the first storages. @return false when they cannot be read */
+    bool lookInFront() {
+        constexpr int most = 6;
+        for (int i = 0; i < most && !areAllKnown(); ++i) {
+            const DirectoryEntry* const p_property = m_properties[m_begin++];
+            if (!readClasses({p_property})) return false;
+            if (isOfLinks(p_property->parent)) break;
+        }
+        return true;
+    }
+    /** Looks for the one with imports among the last storages. @return false when they cannot be read */
+    bool lookAtEnd() {
+        constexpr int most = 8;
+        for (int i = 0; i < most && !areAllKnown(); ++i) {
+            const DirectoryEntry* const p_property = m_properties[--m_end];
+            if (!readClasses({p_property})) return false;
+            if (isOfLinks(p_property->parent)) break;
+        }
+        return true;
+    }
+    /** Reads the classes of all storages. @return false when they cannot be read */
+    bool readAll() {
+        const auto at = [this](std::size_t i_index) {
+            return m_properties.begin() + static_cast<std::ptrdiff_t>(i_index);
+        };
+        const Streams rest(at(m_begin), at(m_end));
+        m_begin = m_end;
+        return readClasses(rest);
+    }
+
+    /** Containers of the two classes, as far as known; and those without any class, once all are known. */
+    Streams found() const {
+        Streams containers;
+        for (const DirectoryEntry& entry : m_file.entries()) {
+            if (!isContainer(entry)) continue;
+            const bool tells_no_class = areAllKnown() && m_holds_links.count(entry.parent) == 0;
+            if (tells_no_class || isOfLinks(entry.parent)) containers.push_back(&entry);
+        }
+        return containers;
+    }
+
+private:
+    bool isOfLinks(std::uint32_t i_storage) const {
+        const auto holds_links = m_holds_links.find(i_storage);
+        return holds_links != m_holds_links.end() && holds_links->second;
+    }
+    bool readClasses(const Streams& i_properties) {
+        if (!m_file.fetch(i_properties)) return false;
+        for (const DirectoryEntry* const p_property : i_properties) {
+            const std::string name = classOf(m_file, p_property);
+            if (!name.empty()) m_holds_links[p_property->parent] = holdsLinks(name);
+        }
+        return true;
+    }
+
+    DocumentFile& m_file;
+    Streams m_properties;                                  ///< of the storages that hold a container
+    std::size_t m_begin = 0, m_end = 0;                    ///< of those whose class is not known yet
+    std::unordered_map<std::uint32_t, bool> m_holds_links; ///< by storage, for those that tell a class
+};
 
 /** Whether the containers that were read hold every pointer that the property stream counts, so that none of those
  * that were left out has one. */
@@ -132,11 +178,17 @@ bool holdsAllRepositories(std::string_view i_image, const std::vector<const Link
     return std::all_of(missing.begin(), missing.end(), [](const auto& i_pair) { return i_pair.second <= 0; });
 }
 
+bool areAllUnpublished(const std::vector<ImportUse>& i_uses) {
+    return std::all_of(i_uses.begin(), i_uses.end(),
+                       [](const ImportUse& i_use) { return i_use.kind == ImportUse::Unpublished; });
+}
+
 /** Whether the image tells all that the scan asks of a part that points to others.
  * @param i_all_containers whether it has all containers that may hold links, as far as they tell their class */
 bool isEnoughForPart(std::string_view i_image, DocumentScan& io_scan, bool i_all_containers) {
-    // Imports of the older form are told from leftovers by all bytes of the file.
-    if (!io_scan.used(LinkedDocument::ContextPart).empty() && usesOlderForm(io_scan.release())) return false;
+    // Imports of the older form are told from leftovers by all bytes of the file; others by what was read.
+    const bool may_be_older = !io_scan.used(LinkedDocument::ContextPart).empty() && usesOlderForm(io_scan.release());
+    if (may_be_older && !areAllUnpublished(io_scan.contextPartUses())) return false;
     const auto part_files = io_scan.used(LinkedDocument::PartFile);
     if (!part_files.empty()) {
         if (findMarker(i_image, marker::importRepository, 0) == notFound) return false;
@@ -148,17 +200,20 @@ bool isEnoughForPart(std::string_view i_image, DocumentScan& io_scan, bool i_all
 } // namespace
 
 std::string_view LinkImage::bytes() const {
-    return m_whole ? std::string_view(m_whole.get(), m_whole_size) : std::string_view(m_streams);
+    if (m_streams) return m_streams->bytes;
+    return m_whole ? std::string_view(m_whole.get(), m_whole_size) : std::string_view();
 }
 
 bool LinkImage::read(const JournalFrame& i_frame, DocumentFile& io_file) {
     return readStreams(io_file) || readWhole(i_frame, io_file);
 }
 
-void LinkImage::scanStreams(const DocumentFile& i_file, const Streams& i_streams) {
-    m_scan.reset();
-    m_streams = i_file.imageOf(i_streams);
-    m_scan.emplace(m_streams);
+DocumentScan& LinkImage::scanStreams(const DocumentFile& i_file, const Streams& i_streams) {
+    auto sp_scanned = std::make_unique<Scanned>(i_file.imageOf(i_streams));
+    // What all these images have in common need not be read again.
+    if (m_streams) sp_scanned->scan.takeStream(m_streams->scan);
+    m_streams = std::move(sp_scanned);
+    return m_streams->scan;
 }
 
 bool LinkImage::readStreams(DocumentFile& io_file) {
@@ -177,33 +232,38 @@ bool LinkImage::readStreams(DocumentFile& io_file) {
     if (may_be_part) append(streamsOf(io_file, stream::containers), streams);
     if (!io_file.fetch(streams)) return false;
     scanStreams(io_file, streams);
-    if (!m_scan->hasSummary() || (may_be_part && !m_scan->hasApplication())) {
+    if (!scan().hasSummary() || (may_be_part && !scan().hasApplication())) {
         for (const DirectoryEntry* const p_sets_of_container : streamsOf(io_file, stream::propertySets))
             if (p_sets_of_container != p_sets) streams.push_back(p_sets_of_container);
         if (!io_file.fetch(streams)) return false;
         scanStreams(io_file, streams);
     }
-    if (!m_scan->usesAny()) return true;
+    if (!scan().usesAny()) return true;
 
-    const bool is_part = m_scan->hasApplication() || name.empty() || name == kPartClass;
+    const bool is_part = scan().hasApplication() || name.empty() || name == kPartClass;
     // Products and drawings name what they show in the property stream alone.
-    if (!is_part) return m_scan->used(LinkedDocument::PartFile).empty();
-    return m_scan->hasApplication() && readContainers(io_file, streams);
+    if (!is_part) return scan().used(LinkedDocument::PartFile).empty();
+    return scan().hasApplication() && readContainers(io_file, streams);
 }
 
 bool LinkImage::readContainers(DocumentFile& io_file, const Streams& i_basic) {
-    const auto is_enough = [&](const Streams& i_containers, bool i_all) {
-        if (i_containers.empty() || !io_file.fetch(i_containers)) return false;
+    LinkContainers containers(io_file);
+    const auto is_enough = [&] {
+        const Streams found = containers.found();
+        if (found.empty() || !io_file.fetch(found)) return false;
         Streams streams = i_basic;
-        append(i_containers, streams);
-        scanStreams(io_file, streams);
-        return isEnoughForPart(m_streams, *m_scan, i_all);
+        append(found, streams);
+        DocumentScan& scan = scanStreams(io_file, streams);
+        return isEnoughForPart(bytes(), scan, containers.areAllKnown());
     };
-    return is_enough(linkContainersInSight(io_file), false) || is_enough(linkContainers(io_file), true);
+    const bool has_imports = !scan().used(LinkedDocument::PartFile).empty();
+    if (!containers.lookInFront() || (has_imports && !containers.lookAtEnd())) return false;
+    if (!containers.areAllKnown() && is_enough()) return true;
+    return containers.readAll() && is_enough();
 }
 
 bool LinkImage::readWhole(const JournalFrame& i_frame, const DocumentFile& i_file) {
-    m_scan.reset();
+    m_streams.reset();
     const std::uint64_t size = i_file.size();
     if (size == 0) return false;
     if (size >= kLongestImage) {
@@ -214,7 +274,7 @@ bool LinkImage::readWhole(const JournalFrame& i_frame, const DocumentFile& i_fil
     m_whole.reset(static_cast<char*>(std::malloc(m_whole_size + 1)));
     if (!m_whole || !i_file.readWhole(m_whole.get())) return false;
     m_whole.get()[m_whole_size] = '\0';
-    m_scan.emplace(bytes());
+    m_scan_of_whole.emplace(bytes());
     return true;
 }
 
@@ -224,22 +284,22 @@ VornToolsDocumentFile::EnumDocumentCondition LinkImage::conditionOf(const Docume
     if (header.is_known_layout && !i_file.isWhole())
         return header.end() > i_file.size() ? VornToolsDocumentFile::DocumentCutOff
                                             : VornToolsDocumentFile::DocumentDamaged;
-    if (!m_scan->hasStream())
+    if (!scan().hasStream())
         return header.is_document ? VornToolsDocumentFile::DocumentIntact : VornToolsDocumentFile::DocumentNoDocument;
-    return m_scan->stream().isComplete() ? VornToolsDocumentFile::DocumentIntact
-                                         : VornToolsDocumentFile::DocumentDamaged;
+    return scan().stream().isComplete() ? VornToolsDocumentFile::DocumentIntact
+                                        : VornToolsDocumentFile::DocumentDamaged;
 }
 
 void LinkImage::dropBytes() {
     m_whole.reset();
-    m_streams = std::string();
+    if (m_streams) m_streams->bytes = std::string();
 }
 
 VornToolsString* LinkImage::takeBytes() {
-    m_scan.reset();
+    m_scan_of_whole.reset();
     if (m_whole) return new VornToolsString(static_cast<int>(m_whole_size), m_whole.release());
-    if (m_streams.size() >= kLongestImage) return nullptr;
-    return new VornToolsString(m_streams.data(), static_cast<int>(m_streams.size()));
+    if (bytes().size() >= kLongestImage) return nullptr;
+    return new VornToolsString(bytes().data(), static_cast<int>(bytes().size()));
 }
 
 } // namespace vorntools

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vorntools {
 
@@ -32,7 +33,7 @@ public:
     // After a read.
 
     std::string_view bytes() const;
-    DocumentScan& scan() { return *m_scan; }
+    DocumentScan& scan() { return m_streams ? m_streams->scan : *m_scan_of_whole; }
     VornToolsDocumentFile::EnumDocumentCondition conditionOf(const DocumentFile& i_file);
     /** The bytes as a new string, without a copy where the whole file was read; the image is then empty. */
     VornToolsString* takeBytes();
@@ -45,15 +46,21 @@ private:
         void operator()(char* ip_bytes) const { std::free(ip_bytes); }
     };
 
+    struct Scanned {
+        explicit Scanned(std::string i_bytes) : bytes(std::move(i_bytes)), scan(bytes) {}
+        std::string bytes;
+        DocumentScan scan;
+    };
+
     bool readStreams(DocumentFile& io_file);
     bool readContainers(DocumentFile& io_file, const Streams& i_basic);
     bool readWhole(const JournalFrame& i_frame, const DocumentFile& i_file);
-    void scanStreams(const DocumentFile& i_file, const Streams& i_streams);
+    DocumentScan& scanStreams(const DocumentFile& i_file, const Streams& i_streams);
 
-    std::string m_streams;
+    std::unique_ptr<Scanned> m_streams; ///< none where the whole file was read
     std::unique_ptr<char, FreeBytes> m_whole;
     std::size_t m_whole_size = 0;
-    std::optional<DocumentScan> m_scan;
+    std::optional<DocumentScan> m_scan_of_whole;
 };
 
 } // namespace vorntools

@@ -35,6 +35,21 @@ bool exists(const std::string& i_path) {
     return UTILFile::existingFile(CATUnicodeString(i_path.data(), i_path.size())) != 0;
 }
 
+/** A folder's own file. The platform takes a folder with this character for a list of several. */
+std::string fileIn(const std::string& i_folder, const std::string& i_name, char i_separator) {
+#if defined(_WIN32)
+    constexpr char between_folders = ';';
+#else
+    constexpr char between_folders = ':';
+#endif
+    if (i_folder.find(between_folders) != std::string::npos) {
+        const std::string path = i_folder + i_separator + i_name;
+        return exists(path) ? path : std::string();
+    }
+    const char* const p_found = CATFindPath(i_name.c_str(), i_folder.c_str());
+    return p_found ? p_found : "";
+}
+
 /** Start of the first path component at which the two directories differ. */
 std::size_t firstDifference(const std::string& i_saved, const std::string& i_current) {
     const auto differing = std::mismatch(i_saved.begin(), i_saved.end(), i_current.begin(), i_current.end());
@@ -112,25 +127,30 @@ const LinkedName& LinkedNames::find(const std::string& i_name) {
 std::string LinkedNames::findPath(const std::string& i_name, int& o_entries) {
     if (exists(i_name)) return i_name;
     const std::string path = withOneSeparator(i_name, m_separator);
-    std::string found = isAbsolute(path) ? findMoved(path) : findRelative(path);
+    std::string looked_at;
+    std::string found = isAbsolute(path) ? findMoved(path, looked_at) : findRelative(path);
     if (!found.empty() || m_current_directory.empty()) return found;
-    return findByName(std::string(nameOf(path)), o_entries);
+    const std::string name(nameOf(path));
+    const bool is_known_missing = looked_at == m_current_directory + m_separator + name;
+    return findByName(name, is_known_missing, o_entries);
 }
 
 /** Both ways often lead to the same place, which is looked at once. */
-std::string LinkedNames::findMoved(const std::string& i_path) const {
-    const std::string here = rerooted(i_path);
+std::string LinkedNames::findMoved(const std::string& i_path, std::string& o_here) const {
+    o_here = rerooted(i_path);
     std::string beside = besideRoot(i_path);
-    if (beside == here) beside.clear();
-    return firstFile({here, beside});
+    if (beside == o_here) beside.clear();
+    return firstFile({o_here, beside});
 }
 
-std::string LinkedNames::findByName(const std::string& i_name, int& o_entries) {
-    if (const char* const p_found = CATFindPath(i_name.c_str(), m_current_directory.c_str())) return p_found;
+std::string LinkedNames::findByName(const std::string& i_name, bool i_not_here, int& o_entries) {
+    std::string found = i_not_here ? std::string() : fileIn(m_current_directory, i_name, m_separator);
+    if (!found.empty()) return found;
     const FoldersBelow& below = m_folders.below(m_current_directory);
     for (const FoldersBelow::Folder& folder : below.folders) {
         o_entries = folder.entries;
-        if (const char* const p_found = CATFindPath(i_name.c_str(), folder.path.c_str())) return p_found;
+        found = fileIn(folder.path, i_name, m_separator);
+        if (!found.empty()) return found;
     }
     o_entries = below.entries;
     return {};

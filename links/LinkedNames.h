@@ -42,9 +42,10 @@ public:
 
 private:
     std::string findPath(const std::string& i_name, int& o_entries);
-    /** As findBelow the document's directory, but reads the folders once for all names. */
-    std::string findByName(const std::string& i_name, int& o_entries);
-    std::string findMoved(const std::string& i_path) const;
+    /** As findBelow the document's directory, but reads the folders once for all names.
+     * @param i_not_here whether it is known not to stand in the directory itself */
+    std::string findByName(const std::string& i_name, bool i_not_here, int& o_entries);
+    std::string findMoved(const std::string& i_path, std::string& o_here) const;
     std::string findRelative(const std::string& i_path) const;
     /** The path with the part of the saved directory that differs from the current one exchanged for the latter. */
     std::string rerooted(const std::string& i_path) const;

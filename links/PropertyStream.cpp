@@ -109,13 +109,14 @@ bool readOther(std::string_view i_image, const Block& i_block, bool i_little_end
     if (file == std::string::npos) return false;
     const std::size_t type = file + marker::countedFile.size();
     o_document.kind = text.substr((std::min)(type + 1, text.size()), byteAt(text, type));
+    if (std::find(std::begin(catalogs_of_the_platform), std::end(catalogs_of_the_platform), o_document.kind) !=
+        std::end(catalogs_of_the_platform))
+        return false;
     const std::size_t length = type + 1 + o_document.kind.size();
     const std::size_t name_bytes = byteAt(text, length) | std::size_t{byteAt(text, length + 1)} << 8;
     if (!holds(text, length + kNameLengthBytes, 1)) return false;
     o_document.name = decoded(text.substr(length + kNameLengthBytes, name_bytes));
-    return !o_document.name.empty() &&
-           std::find(std::begin(catalogs_of_the_platform), std::end(catalogs_of_the_platform), o_document.kind) ==
-               std::end(catalogs_of_the_platform);
+    return !o_document.name.empty();
 }
 
 } // namespace
@@ -171,7 +172,8 @@ void PropertyStream::readRecords(std::string_view i_image, std::size_t i_positio
     if (record != count) return;
     const std::size_t symbols = block.textEnd + kSymbols;
     readSymbols(i_image, symbols, records, i_header.littleEndian);
-    m_is_complete = standsAt(i_image, symbols + kSymbolBytes * static_cast<std::size_t>(count), kClosing);
+    const std::size_t closing = symbols + kSymbolBytes * static_cast<std::size_t>(count);
+    if (standsAt(i_image, closing, kClosing)) m_end = closing + kClosing.size();
 }
 
 void PropertyStream::readSymbols(std::string_view i_image, std::size_t i_at, const std::vector<std::size_t>& i_records,

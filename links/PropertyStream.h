@@ -60,7 +60,9 @@ public:
     /** In stream order, without the catalogs that the platform brings itself. */
     const std::vector<OtherDocument>& others() const { return m_others; }
     /** Whether the stream was read to its end: as many records as it counts, and the word that closes it. */
-    bool isComplete() const { return m_is_complete; }
+    bool isComplete() const { return m_end != 0; }
+    /** Position behind the word that closes it, when it is complete. */
+    std::size_t end() const { return m_end; }
 
 private:
     struct Header;
@@ -72,7 +74,7 @@ private:
     std::string m_own_path;
     std::vector<LinkedDocument> m_documents;
     std::vector<OtherDocument> m_others;
-    bool m_is_complete = false;
+    std::size_t m_end = 0;
 };
 
 } // namespace vorntools

@@ -76,10 +76,21 @@ CATUnicodeString readPartNumber(const JournalFrame& i_frame, const CATIProduct* 
     return part_number;
 }
 
+/** Whether a text begins with one of the prefixes that a service has loaded. */
+struct PrefixTest {
+    VornToolsIgnoreNodes& nodes;
+    HRESULT (VornToolsIgnoreNodes::*ask)(CATUnicodeString, unsigned char&);
+
+    bool operator()(const CATUnicodeString& i_text) const {
+        unsigned char answer = 0;
+        (nodes.*ask)(i_text, answer);
+        return answer != 0;
+    }
+};
+
 /** Tests the names of a node, the first match decides. */
-template <class StartsWithPrefix>
 unsigned char testNames(const JournalFrame& i_frame, CATIProduct* ipi_product, const CATUnicodeString& i_file_name,
-                        const NameTexts& i_texts, StartsWithPrefix&& i_starts_with_prefix) {
+                        const NameTexts& i_texts, const PrefixTest& i_starts_with_prefix) {
     const CATUnicodeString part_number = readPartNumber(i_frame, ipi_product);
     const CATUnicodeString instance_name = readInstanceName(i_frame, ipi_product);
     if (i_starts_with_prefix(part_number)) return say(i_frame, i_texts.by_part_number);
@@ -154,9 +165,10 @@ HRESULT VornToolsIgnoreNodes::isActiveDocumentAnIgnoreNode(CATIProduct* product,
     result = 0;
     const CATUnicodeString part_number = product->GetPartNumber();
     if (part_number.IsNull()) frame.platformFailed("GetPartNumber");
-    if (startsWithPrefix(part_number))
+    const PrefixTest starts_with_prefix{*this, &VornToolsIgnoreNodes::isStartedByPrefix};
+    if (starts_with_prefix(part_number))
         result = say(frame, "the ActiveDocument is an Ignore Node (by PartNumber)");
-    else if (startsWithPrefix(fileName))
+    else if (starts_with_prefix(fileName))
         result = say(frame, "the ActiveDocument is an Ignore Node (by File Name)");
     return S_OK;
 }
@@ -174,7 +186,8 @@ HRESULT VornToolsIgnoreNodes::isBrokenIconAnIgnoreNode(CATIProduct* product, con
     CATUnicodeString instance_name;
     if (FAILED(VornToolsCommon::getPrdInstanceNameWithoutNewLines(product, instance_name)))
         return frame.platformFailed("VornToolsCommon::getPrdInstanceNameWithoutNewLines");
-    if (startsWithPrefix(instance_name)) result = say(frame, "the BrokenIcon is an Ignore Node (by Instance Name)");
+    const PrefixTest starts_with_prefix{*this, &VornToolsIgnoreNodes::isStartedByPrefix};
+    if (starts_with_prefix(instance_name)) result = say(frame, "the BrokenIcon is an Ignore Node (by Instance Name)");
     return S_OK;
 }
 
@@ -185,7 +198,7 @@ HRESULT VornToolsIgnoreNodes::isComponentAnIgnoreNode(CATIProduct* product, cons
     if (m_instanceDescriptionManaged && beginsWith(description, kIgnoreNode))
         result = say(frame, kComponentByDescription);
     else if (m_prefixesManaged)
-        result = testNames(frame, product, "", kComponentTexts, [this](auto& text) { return startsWithPrefix(text); });
+        result = testNames(frame, product, "", kComponentTexts, {*this, &VornToolsIgnoreNodes::isStartedByPrefix});
     return S_OK;
 }
 
@@ -210,8 +223,8 @@ HRESULT VornToolsIgnoreNodes::isAnIgnoreNode(CATIProduct* product, CATUnicodeStr
         if (m_instanceDescriptionManaged && beginsWith(description, kIgnoreNode))
             result = say(frame, kComponentByDescription);
         else if (m_prefixesManaged)
-            result = testNames(frame, product, fileName, kElementTexts,
-                               [this](auto& text) { return startsWithPrefix(text); });
+            result =
+                testNames(frame, product, fileName, kElementTexts, {*this, &VornToolsIgnoreNodes::isStartedByPrefix});
         return S_OK;
     };
     const HRESULT code = guarded(test, E_FAIL);
@@ -259,10 +272,4 @@ HRESULT VornToolsIgnoreNodes::updateInstanceDescription(CATIProduct* product) {
         markAsIgnoreNode(frame, *sp_properties.get(), [this](auto& text) { setFormatInstanceDescription(text); });
     };
     return guarded(mark) ? S_OK : E_FAIL;
-}
-
-bool VornToolsIgnoreNodes::startsWithPrefix(const CATUnicodeString& text) {
-    unsigned char result = 0;
-    isStartedByPrefix(text, result);
-    return result != 0;
 }

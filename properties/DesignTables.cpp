@@ -105,6 +105,54 @@ HRESULT readSheetNumber(const JournalFrame& i_frame, const CATICkeSheet_var& isp
     return o_sheet < 1 ? i_frame.platformFailed("GetSheetIndex") : S_OK;
 }
 
+/** What getConfigurationValues answers. @return E_FAIL, reported, when it cannot be read: a configuration may also be
+ * without text */
+HRESULT readConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration, CATUnicodeString& o_values) {
+    const JournalFrame frame(VornToolsCommon::_CteCLASS_NAME, "getConfigurationValues");
+    o_values = "";
+    if (!ipi_design_table) return frame.badInput("ipi_design_table");
+    const CATICkeSheet_var sp_sheet = ipi_design_table->Sheet();
+    if (!sp_sheet) return frame.missing("sp_sheet");
+    DesignTableParameters parameters;
+    if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return E_FAIL;
+    o_values = ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration);
+    return S_OK;
+}
+
+/** What readDesignTableInformation tells. */
+struct DesignTableInformation {
+    CATUnicodeString file_path;
+    CATUnicodeString file_name;
+    int sheet = 0;
+    int configuration = 0;
+    CATUnicodeString checksum;
+    CATUnicodeString associated_files;
+    CATUnicodeString name;
+
+    /** @param ip_map file names by part number; null for none. @param i_update_sheet has a sheet read its file again */
+    HRESULT read(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
+                 const TYPMapCATUnicodeStringPVoid* ip_map, HRESULT (*i_update_sheet)(CATICkeSheet_var)) {
+        if (FAILED(readFilePath(i_frame, ipi_design_table, file_path)) ||
+            FAILED(readFileName(i_frame, file_path, file_name)) ||
+            (ip_map && FAILED(readAssociatedFiles(i_frame, ipi_design_table, *ip_map, associated_files))))
+            return E_FAIL;
+        const CATICkeSheet_var sp_sheet = ipi_design_table->Sheet();
+        if (!sp_sheet) return i_frame.missing("sp_sheet");
+        if (FAILED(readSheetNumber(i_frame, sp_sheet, sheet))) return E_FAIL;
+        configuration = ipi_design_table->ConfigurationRow();
+        // A file that cannot be read again leaves the values that the document was made with.
+        if (isFileModified(sp_sheet) && FAILED(i_update_sheet(sp_sheet)))
+            i_frame.callFailed("updateDesignTableCurrentSheet");
+        CATUnicodeString values;
+        if (FAILED(readConfigurationValues(ipi_design_table, configuration, values))) return E_FAIL;
+        i_frame.write(" String used to find CkSum : %s", values);
+        checksum = checksumOf(values);
+        if (FAILED(VornToolsCommon::getDesignTableName(ipi_design_table, name)))
+            i_frame.write("Cannot get design table name");
+        return S_OK;
+    }
+};
+
 } // namespace
 
 unsigned char VornToolsCommon::isACatdesigntable(CATUnicodeString i_file_name, CATUnicodeString i_extension) {
@@ -137,39 +185,6 @@ HRESULT VornToolsCommon::getDesignTableName(CATIDesignTable* ipi_design_table, C
     return o_name.IsNull() ? frame.platformFailed("GetAlias") : S_OK;
 }
 
-/** What readDesignTableInformation tells. */
-struct VornToolsCommon::DesignTableInformation {
-    CATUnicodeString file_path;
-    CATUnicodeString file_name;
-    int sheet = 0;
-    int configuration = 0;
-    CATUnicodeString checksum;
-    CATUnicodeString associated_files;
-    CATUnicodeString name;
-
-    /** @param ip_map file names by part number; null for none */
-    HRESULT read(const JournalFrame& i_frame, CATIDesignTable* ipi_design_table,
-                 const TYPMapCATUnicodeStringPVoid* ip_map) {
-        if (FAILED(readFilePath(i_frame, ipi_design_table, file_path)) ||
-            FAILED(readFileName(i_frame, file_path, file_name)) ||
-            (ip_map && FAILED(readAssociatedFiles(i_frame, ipi_design_table, *ip_map, associated_files))))
-            return E_FAIL;
-        const CATICkeSheet_var sp_sheet = ipi_design_table->Sheet();
-        if (!sp_sheet) return i_frame.missing("sp_sheet");
-        if (FAILED(readSheetNumber(i_frame, sp_sheet, sheet))) return E_FAIL;
-        configuration = ipi_design_table->ConfigurationRow();
-        // A file that cannot be read again leaves the values that the document was made with.
-        if (isFileModified(sp_sheet) && FAILED(updateDesignTableCurrentSheet(sp_sheet)))
-            i_frame.callFailed("updateDesignTableCurrentSheet");
-        CATUnicodeString values;
-        if (FAILED(getConfigurationValues(ipi_design_table, configuration, values))) return E_FAIL;
-        i_frame.write(" String used to find CkSum : %s", values);
-        checksum = checksumOf(values);
-        if (FAILED(getDesignTableName(ipi_design_table, name))) i_frame.write("Cannot get design table name");
-        return S_OK;
-    }
-};
-
 HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_design_table,
                                                     CATUnicodeString i_document_name,
                                                     TYPMapCATUnicodeStringPVoid* ip_part_number_to_file_name,
@@ -194,7 +209,8 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     frame.writeInDebug("Design table of %s", i_document_name);
     const auto read = [&] {
         DesignTableInformation information;
-        const HRESULT code = information.read(frame, sp_design_table.get(), ip_part_number_to_file_name);
+        const HRESULT code =
+            information.read(frame, sp_design_table.get(), ip_part_number_to_file_name, updateDesignTableCurrentSheet);
         if (SUCCEEDED(code)) write_outputs(information);
         return code;
     };
@@ -205,21 +221,8 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
 
 CATUnicodeString VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration) {
     CATUnicodeString values;
-    getConfigurationValues(ipi_design_table, i_configuration, values);
+    readConfigurationValues(ipi_design_table, i_configuration, values);
     return values;
-}
-
-HRESULT VornToolsCommon::getConfigurationValues(CATIDesignTable* ipi_design_table, int i_configuration,
-                                                CATUnicodeString& o_values) {
-    const JournalFrame frame(_CteCLASS_NAME, "getConfigurationValues");
-    o_values = "";
-    if (!ipi_design_table) return frame.badInput("ipi_design_table");
-    const CATICkeSheet_var sp_sheet = ipi_design_table->Sheet();
-    if (!sp_sheet) return frame.missing("sp_sheet");
-    DesignTableParameters parameters;
-    if (FAILED(readAssociatedParameters(frame, ipi_design_table, parameters))) return E_FAIL;
-    o_values = ConfigurationText(ipi_design_table, sp_sheet, parameters).read(i_configuration);
-    return S_OK;
 }
 
 HRESULT VornToolsCommon::updateDesignTableCurrentSheet(CATICkeSheet_var isp_sheet) {

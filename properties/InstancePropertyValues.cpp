@@ -39,8 +39,8 @@ CATUnicodeString textOf(const CATUnicodeString& i_value, const char*) { return i
 
 /** The values of a list joined as they were given. @return S_FALSE for an empty list, E_FAIL without one */
 template <class List>
-HRESULT joinValues(const List* ip_owned_list, const char* i_real_format, CATUnicodeString& o_text) {
-    const std::unique_ptr<const List> list(ip_owned_list);
+HRESULT joinValues(List* ip_owned_list, const char* i_real_format, CATUnicodeString& o_text) {
+    const std::unique_ptr<List> list(ip_owned_list);
     if (!list) return E_FAIL;
     if (list->Size() == 0) return S_FALSE;
     CATListValCATUnicodeString texts;

@@ -5,8 +5,6 @@
 
 #include "CATUnicodeString.h"
 
-#include <cmath>
-
 namespace vorntools {
 
 constexpr const char* kValueSeparator = "@=@";
@@ -30,11 +28,10 @@ inline CATUnicodeString inSessionNotation(const CATUnicodeString& i_value, const
     return value;
 }
 
-/** Reads a real number. Infinity and what is no number at all count as unreadable, whatever the runtime library thinks:
- * no parameter is to hold them. */
-inline bool readReal(const CATUnicodeString& i_text, double& o_number) {
-    return i_text.ConvertToNum(&o_number, "%le") && std::isfinite(o_number);
-}
+/** Reads the number that a text begins with. Infinity and what is no number at all count as unreadable, whatever the
+ * runtime library thinks: no parameter is to hold them. */
+bool readReal(const CATUnicodeString& i_text, double& o_number);
+bool readInteger(const CATUnicodeString& i_text, int& o_number);
 
 /** How a text says a dimension: as a number alone, or as one with a unit behind it. */
 enum class NumberText { None, Number, WithUnit };

@@ -1,8 +1,10 @@
 // Numbers of dimensions in the unit that users see and in the one that they are kept in.
 
-#include "VornToolsCADDOCProperties.h"
+#include "properties/ParameterUnits.h"
 
+#include "VornToolsCADDOCProperties.h"
 #include "foundation/JournalFrame.h"
+#include "properties/ParameterTexts.h"
 
 #include "CATICkeMagnitude.h"
 #include "CATICkeUnit.h"
@@ -18,7 +20,7 @@ CATICkeUnit_var storageUnitOf(CATICkeMagnitude* ipi_magnitude) { return ipi_magn
 /** A number of one unit as text in another; empty when a unit is missing. */
 CATUnicodeString converted(double i_value, const CATICkeUnit_var& i_from, const CATICkeUnit_var& i_to) {
     if (i_from == nullptr || i_to == nullptr) return CATUnicodeString();
-    return i_to->Show(i_from->Convert(i_value));
+    return exactText(i_to, i_from->Convert(i_value));
 }
 
 /** A number when there is no unit to show it in. */
@@ -30,6 +32,17 @@ CATUnicodeString inMksUnit(const JournalFrame& i_frame, double i_value) {
 }
 
 } // namespace
+
+CATUnicodeString vorntools::exactText(const CATICkeUnit_var& i_unit, double i_mks) {
+    const CATUnicodeString shown = i_unit->Show(i_mks);
+    double number = 0.0;
+    if (readReal(shown, number) && areEqual(i_unit->Convert(number), i_mks)) return shown;
+    const double exact = i_unit->Value(i_mks);
+    if (!areEqual(i_unit->Convert(exact), i_mks)) return shown;
+    CATUnicodeString text;
+    text.BuildFromNum(exact, "%.15g");
+    return text + i_unit->Symbol();
+}
 
 HRESULT VornToolsCADDOCProperties::getParamValueInCurrentUnit(CATICkeMagnitude* ipi_magnitude, const double& i_value,
                                                               CATUnicodeString& o_text) {

@@ -24,7 +24,7 @@ CATICkeParm_var createSingle(CATICkeParmFactory* ipi_factory, const CATUnicodeSt
                              const CATUnicodeString& i_value, const CATUnicodeString& i_type) {
     if (i_type == "i") {
         int number = 0;
-        return i_value.ConvertToNum(&number) ? ipi_factory->CreateInteger(i_name, number) : CATICkeParm_var();
+        return readInteger(i_value, number) ? ipi_factory->CreateInteger(i_name, number) : CATICkeParm_var();
     }
     if (i_type == "d") {
         double number = 0.0;
@@ -171,7 +171,7 @@ HRESULT VornToolsCADDOCProperties::updateParameter(CATICkeParm* ipi_parameter, C
         if (!holdsSeveralValues(value)) {
             CATUnicodeString present;
             if (sp_key && FAILED(getParamMultipleValues(sp_access.get(), sp_key.get(), i_name, ipi_parameter->Type(),
-                                                        ipi_parameter->Show(), present)))
+                                                        valuation.present(), present)))
                 frame.write("Multiple value but empty list\n");
             if (present.IsNull()) return valuation.setSingle(value, i_type);
             value = value.IsNull() ? present : value + kValueSeparator + present;

@@ -45,9 +45,11 @@ constexpr ItemProperty kItemProperties[] = {kItemPartNumber,
                                             {"source", "CN_SOURCE", "Set Source to [%s]"},
                                             {"DescriptionRef", "CN_DESCRIPTIONREF", "Set DescriptionRef to [%s]"}};
 
-void writePartNumber(const JournalFrame& i_frame, CATIProduct* ipi_reference, const CATUnicodeString& i_value) {
+/** The platform refuses some part numbers and has no result code for it: whether it took is asked. */
+HRESULT writePartNumber(const JournalFrame& i_frame, CATIProduct* ipi_reference, const CATUnicodeString& i_value) {
     i_frame.write("SetPartNumber to [%s]", i_value);
     ipi_reference->SetPartNumber(i_value);
+    return ipi_reference->GetPartNumber() == i_value ? S_OK : i_frame.callFailed("SetPartNumber");
 }
 
 /** Writes one property through the product; a name that is none of them is passed over. */
@@ -72,10 +74,11 @@ HRESULT writeThroughProduct(const JournalFrame& i_frame, CATIProduct* ipi_produc
     if (!sp_properties) return i_frame.missing("pi_prd_properties");
     HRESULT code = S_OK;
     for (int i = 1; i <= i_names.Size(); ++i) {
-        if (i_with_part_number && i_names[i] == kPartNumber)
-            writePartNumber(i_frame, sp_reference.get(), i_values[i]);
-        else if (FAILED(writeThroughProduct(i_frame, sp_properties.get(), i_names[i], i_values[i])))
-            code = E_FAIL;
+        const bool is_part_number = i_with_part_number && i_names[i] == kPartNumber;
+        const HRESULT written = is_part_number
+                                    ? writePartNumber(i_frame, sp_reference.get(), i_values[i])
+                                    : writeThroughProduct(i_frame, sp_properties.get(), i_names[i], i_values[i]);
+        if (FAILED(written)) code = E_FAIL;
     }
     return code;
 }
@@ -145,8 +148,7 @@ HRESULT VornToolsCADDOCPropertiesDflt::updatePartNumber(CATIProduct* ipi_product
         if (!ipi_product) return frame.missing("ipi_product");
         const auto sp_reference = referenceOf(ipi_product);
         if (!sp_reference) return frame.missing("sp_reference_product");
-        writePartNumber(frame, sp_reference.get(), i_part_number);
-        return S_OK;
+        return writePartNumber(frame, sp_reference.get(), i_part_number);
     });
 }
 

@@ -50,9 +50,9 @@ const ListWords* wordsFor(CATAttrKind i_list, ParameterKind i_parameter) {
 }
 
 template <class List>
-HRESULT joinList(const JournalFrame& i_frame, const List* ip_owned_list, const ListWords& i_words,
+HRESULT joinList(const JournalFrame& i_frame, List* ip_owned_list, const ListWords& i_words,
                  CATUnicodeString& o_joined) {
-    const std::unique_ptr<const List> list(ip_owned_list);
+    const std::unique_ptr<List> list(ip_owned_list);
     i_frame.write(!list ? i_words.failed : list->Size() == 0 ? i_words.empty : i_words.found);
     return list ? UTILString::concat(*list, kValueSeparator, o_joined) : E_FAIL;
 }
@@ -69,8 +69,8 @@ HRESULT joinPlain(const JournalFrame& i_frame, CATISpecAttrAccess* ipi_access, C
 /** The shown value of a dimension and behind it the values it keeps. @param show gives a kept value as text in the unit
  * that users see; one without a text stays in the unit that it is kept in */
 template <class Show>
-HRESULT joinDimensions(const JournalFrame& i_frame, const CATRawColldouble* ip_list,
-                       const CATUnicodeString& i_current_value, Show&& show, CATUnicodeString& o_joined) {
+HRESULT joinDimensions(const JournalFrame& i_frame, CATRawColldouble* ip_list, const CATUnicodeString& i_current_value,
+                       Show&& show, CATUnicodeString& o_joined) {
     CATRawColldouble values;
     if (ip_list && ip_list->Size() == 0) i_frame.write("multiple physical values but empty list");
     double number = 0.0;

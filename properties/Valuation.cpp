@@ -2,14 +2,15 @@
 
 #include "foundation/InterfaceIds.h"
 #include "properties/ParameterTexts.h"
+#include "properties/ParameterUnits.h"
 
 #include "CATICkeInst.h"
 #include "CATICkeUnit.h"
 #include "VornLocaleEnv.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
+#include <vector>
 
 namespace vorntools {
 
@@ -20,15 +21,21 @@ constexpr const char* kValuateReal = "ValuateReal";
 
 bool isReal(ParameterKind i_kind) { return i_kind == ParameterKind::Real || i_kind == ParameterKind::Dimension; }
 
-/** Numbers that differ by what converting them between units adds count as equal. */
-bool areEqual(double i_a, double i_b) {
-    constexpr double kNoise = 1e-9;
-    return std::fabs(i_a - i_b) <= kNoise * (std::max)(std::fabs(i_a), std::fabs(i_b));
-}
-
 /** Whether several texts of a type letter are what a parameter holds; truth values are also a text. */
 bool textsFit(const CATUnicodeString& i_type, ParameterKind i_kind) {
     return i_kind == ParameterKind::Text || (i_type == "b" && i_kind == ParameterKind::Truth);
+}
+
+/** A text with a number as it stands, as the session writes it, and with a point: which decimal mark the platform reads
+ * in a dimension is not known. Each once. */
+std::vector<CATUnicodeString> notationsOf(const CATUnicodeString& i_text) {
+    const CATUnicodeString separator = VornLocaleEnv::getDecimalSeparatorSymbol();
+    CATUnicodeString pointed(i_text);
+    if (!separator.IsNull()) pointed.ReplaceAll(separator, ".");
+    std::vector<CATUnicodeString> notations = {i_text};
+    for (const CATUnicodeString& other : {inSessionNotation(i_text, separator), pointed})
+        if (std::find(notations.begin(), notations.end(), other) == notations.end()) notations.push_back(other);
+    return notations;
 }
 
 bool readSessionReal(const CATUnicodeString& i_text, double& o_number) {
@@ -47,7 +54,7 @@ HRESULT Valuation::setSingle(const CATUnicodeString& i_value, const CATUnicodeSt
     if (i_type == "b") return setTruth(truthOf(i_value));
     if (i_type != "i") return setText(i_value);
     int number = 0;
-    return i_value.ConvertToNum(&number) ? setInteger(number) : E_FAIL;
+    return readInteger(i_value, number) ? setInteger(number) : E_FAIL;
 }
 
 HRESULT Valuation::setFirst(const ValueList& i_values, const CATUnicodeString* ip_type,
@@ -83,7 +90,8 @@ HRESULT Valuation::setInteger(int i_number) const {
 HRESULT Valuation::setTruth(bool i_truth) const {
     if (m_kind != ParameterKind::Truth) return refused(kValuate);
     m_parameter->Valuate(i_truth ? CATCke::True : CATCke::False);
-    return readBack(kValuate, [&](const CATICkeInst& i_kept) { return (i_kept.AsBoolean() != 0) == i_truth; });
+    return readBack(kValuate,
+                    [&](const CATICkeInst& i_kept) { return (static_cast<int>(i_kept.AsBoolean()) != 0) == i_truth; });
 }
 
 HRESULT Valuation::setReal(double i_number) const {
@@ -125,9 +133,11 @@ HRESULT Valuation::setDimensionFrom(const CATUnicodeString& i_value) const {
 
 /** What the bare text means is the platform's to say: all that tells that it was taken is another value than before. */
 HRESULT Valuation::setDimensionWithoutMagnitude(const CATUnicodeString& i_text) const {
-    const CATUnicodeString before = m_parameter->Show();
+    const CATICkeInst_var sp_before = m_parameter->Value();
+    if (sp_before == nullptr) return refused(kValuateReal);
+    const double before = sp_before->AsReal();
     m_parameter->ValuateReal(i_text);
-    return m_parameter->Show() != before ? S_OK : refused(kValuateReal);
+    return readBack(kValuateReal, [&](const CATICkeInst& i_kept) { return !areEqual(i_kept.AsReal(), before); });
 }
 
 HRESULT Valuation::setFirstDimension(double i_number, ToStorageUnit i_to_storage_unit) const {
@@ -143,10 +153,23 @@ HRESULT Valuation::setFirstDimension(double i_number, ToStorageUnit i_to_storage
 
 HRESULT Valuation::setDimension(CATICkeMagnitude* ipi_magnitude, const CATUnicodeString& i_text,
                                 const double* ip_mks) const {
-    double mks = 0.0;
-    if (!ipi_magnitude->DecodeReal(i_text, mks) || (ip_mks && !areEqual(mks, *ip_mks))) return refused(kValuateReal);
-    m_parameter->ValuateReal(i_text);
-    return readBack(kValuateReal, [&](const CATICkeInst& i_kept) { return areEqual(i_kept.AsReal(), mks); });
+    for (const CATUnicodeString& text : notationsOf(i_text)) {
+        double mks = 0.0;
+        if (!ipi_magnitude->DecodeReal(text, mks) || (ip_mks && !areEqual(mks, *ip_mks))) continue;
+        m_parameter->ValuateReal(text);
+        return readBack(kValuateReal, [&](const CATICkeInst& i_kept) { return areEqual(i_kept.AsReal(), mks); });
+    }
+    return refused(kValuateReal);
+}
+
+CATUnicodeString Valuation::present() const {
+    const CATUnicodeString shown = m_parameter->Show();
+    const auto sp_magnitude = m_kind == ParameterKind::Dimension ? magnitude() : InterfacePtr<CATICkeMagnitude>();
+    const CATICkeUnit_var sp_unit = sp_magnitude ? sp_magnitude->CurrentUnit() : CATICkeUnit_var();
+    const CATICkeInst_var sp_kept = m_parameter->Value();
+    if (sp_unit == nullptr || sp_kept == nullptr) return shown;
+    const double kept = sp_kept->AsReal();
+    return sp_unit->Show(kept) == shown ? exactText(sp_unit, kept) : shown;
 }
 
 template <class IsTaken>

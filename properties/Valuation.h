@@ -31,6 +31,9 @@ public:
      * parameter keeps already are read as what it holds */
     HRESULT setFirst(const ValueList& i_values, const CATUnicodeString* ip_type, ToStorageUnit i_to_storage_unit) const;
 
+    /** The value as text in the unit that users see: what is shown, but a dimension with all its digits. */
+    CATUnicodeString present() const;
+
 private:
     HRESULT setText(const CATUnicodeString& i_text) const;
     HRESULT setInteger(int i_number) const;

@@ -6,6 +6,8 @@
 #include "CATISpecAttrKey.h"
 #include "UTILString.h"
 
+#include <cmath>
+
 namespace vorntools {
 
 ValueList::Kind ValueList::kindOf(const CATUnicodeString& i_type) {
@@ -51,7 +53,7 @@ HRESULT ValueList::store(CATISpecObject* ipi_object) const {
 
 bool ValueList::readFirst(int& o_number) const {
     if (m_kind == Integers) o_number = m_integers[1];
-    return m_kind == Integers || (m_kind == Texts && m_texts[1].ConvertToNum(&o_number));
+    return m_kind == Integers || (m_kind == Texts && readInteger(m_texts[1], o_number));
 }
 
 bool ValueList::readFirst(double& o_number) const {

@@ -3,6 +3,7 @@
 #include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/Utf8.h"
 #include "properties/InstancePropertySet.h"
 #include "properties/InstancePropertyValues.h"
 #include "properties/ParameterKinds.h"
@@ -13,7 +14,6 @@
 #include "VornToolsCADDOCProperties.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -33,9 +33,7 @@ bool takes(CATICkeParm* ipi_parameter, const CATUnicodeString& i_type, const CAT
     return kind == ParameterKind::Text;
 }
 
-bool comesBefore(const NamedParameter& i_a, const NamedParameter& i_b) {
-    return std::strcmp(i_a.name.ConvertToChar(), i_b.name.ConvertToChar()) < 0;
-}
+bool comesBefore(const NamedParameter& i_a, const NamedParameter& i_b) { return utf8Of(i_a.name) < utf8Of(i_b.name); }
 
 /** Runs the work of an operation on an instance. */
 template <class Work>

@@ -25,6 +25,15 @@ bool hasProductStructure(const std::string& type) {
     return std::find(std::begin(types), std::end(types), foldedName(type)) != std::end(types);
 }
 
+/** A suffix may be spelled otherwise than the class of its kind. */
+std::string classOf(const std::string& type) {
+    static const char* const classes[] = {"CATPart",     "CATProduct", "CATDrawing", "CATAnalysis", "CATProcess",
+                                          "CATMaterial", "CATShape",   "catalog",    "model",       "cgr"};
+    const auto isIt = [&](const char* one) { return foldedName(one) == foldedName(type); };
+    const auto* const found = std::find_if(std::begin(classes), std::end(classes), isIt);
+    return found == std::end(classes) ? type : *found;
+}
+
 } // namespace
 
 DocumentIdObject::DocumentIdObject(DocumentObject& document) : Implements("DocumentId"), m_document(document) {}
@@ -70,8 +79,10 @@ void DocumentObject::setType(const std::string& type) {
     if (type.empty())
         setClass(kDocumentClass, CATBaseUnknown::ClassName());
     else
-        setClass(type, kDocumentClass);
+        setClass(classOf(type), kDocumentClass);
 }
+
+bool DocumentObject::isOf(const char* kind) const { return foldedName(m_type) == foldedName(kind); }
 
 std::string DocumentObject::uuidText() const {
     char text[256];

@@ -71,6 +71,10 @@ public:
     const std::string& name() const { return m_name; }
     const std::string& type() const { return m_type; }
     void setType(const std::string& type);
+    /** Whether the document is of a kind by its suffix, letter case ignored. */
+    bool isOf(const char* kind) const;
+    /** Somebody changed what is stored in the document. */
+    void written() { saved = upToDate = false; }
     std::string uuidText() const;
 
     /** The root product, made on first use; null for a document without product structure. */

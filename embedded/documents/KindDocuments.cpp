@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    bool answers(const IID&) const override { return owner().type() == kAnalysisDocument; }
+    bool answers(const IID&) const override { return owner().isOf(kAnalysisDocument); }
 };
 
 class AnalysisManager final : public Extends<FeatureNode, CATISamAnalysisManager> {
@@ -72,7 +72,7 @@ public:
     }
 
 private:
-    bool answers(const IID&) const override { return owner().document().type() == kAnalysisDocument; }
+    bool answers(const IID&) const override { return owner().document().isOf(kAnalysisDocument); }
 };
 
 class ProcessContainer final : public Extends<ContainerObject, CATISPPProcessContainer> {
@@ -90,7 +90,7 @@ public:
     }
 
 private:
-    bool answers(const IID&) const override { return owner().document().type() == kProcessDocument; }
+    bool answers(const IID&) const override { return owner().document().isOf(kProcessDocument); }
 };
 
 const ExtensionOf<DocumentObject, AnalysisAccess> knownAccess;

@@ -20,6 +20,11 @@ Switches unkind() {
     switches.entryWithEndOfFolder = true;
     switches.pathLists = true;
     switches.codePage = CodePage::windows1252;
+    switches.numbersEndTexts = true;
+    switches.shownDecimals = 3;
+    switches.oneDecimalMark = true;
+    switches.selectingWritesTables = true;
+    switches.sheetSelectsFirstConfiguration = true;
     return switches;
 }
 

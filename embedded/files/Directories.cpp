@@ -82,11 +82,14 @@ bool listFolder(const std::string& path, std::vector<Entry>& entries) {
     }
 }
 
+constexpr int kDots = 2;
+
 void putInOrder(std::vector<Entry>& entries) {
     const FolderOrder order = switches().folderOrder;
     if (order == FolderOrder::system) return;
-    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
-    if (order == FolderOrder::reversed) std::reverse(entries.begin(), entries.end());
+    const auto afterDots = entries.begin() + (order == FolderOrder::reversed ? kDots : 0);
+    std::sort(afterDots, entries.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
+    if (order == FolderOrder::reversed) std::reverse(afterDots, entries.end());
 }
 
 /** The parts of a list of folders, or the one folder that it is. */

@@ -34,6 +34,7 @@ void FrameData::addToDigest(std::string& text) const {
     for (const auto& editor : editors)
         for (const auto& element : editor->selection.elements())
             text += " selected " + nameOf(editor->document) + digestOf(element->path()) + "\n";
+    for (const DocumentObject* const document : readOnly) text += " read_only " + document->name() + "\n";
     for (const auto& editor : editors)
         if (!editor->hasSelection) text += " without_selection " + nameOf(editor->document) + "\n";
     if (messages != usualMessages())
@@ -55,9 +56,20 @@ EditorObject& FrameData::editorOf(DocumentObject* document) {
 
 WindowObject& FrameData::openWindow(WindowKind kind, EditorObject* editor) {
     windows.push_back(std::make_unique<WindowObject>(kind, editor));
-    active = windows.back().get();
+    activate(*windows.back());
     if (DocumentObject* const document = active->document()) LoadedDocuments(session).settle(*document);
     return *active;
+}
+
+void FrameData::activate(WindowObject& window) {
+    window.activated = ++m_activations;
+    active = &window;
+}
+
+WindowObject* FrameData::lastActivated() const {
+    const auto isEarlier = [](const auto& a, const auto& b) { return a->activated < b->activated; };
+    const auto last = std::max_element(windows.begin(), windows.end(), isEarlier);
+    return last == windows.end() ? nullptr : last->get();
 }
 
 void FrameData::closeWindow(WindowObject& window) {
@@ -67,7 +79,7 @@ void FrameData::closeWindow(WindowObject& window) {
     window.unpin();
     m_closedWindows.push_back(std::move(*found));
     windows.erase(found);
-    if (active == &window) active = windows.empty() ? nullptr : windows.back().get();
+    if (active == &window) active = lastActivated();
     if (DocumentObject* const document = window.document()) closeUnlessHeld(*document);
 }
 

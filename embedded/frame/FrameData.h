@@ -7,6 +7,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ struct FrameData final : SessionPart {
     /** The editor of a document, made on first use; null asks for the one without a document. */
     EditorObject& editorOf(DocumentObject* document);
     WindowObject& openWindow(WindowKind kind, EditorObject* editor);
+    /** Makes a window the active one; it is then the one that was activated last. */
+    void activate(WindowObject& window);
     void closeWindow(WindowObject& window);
     EditorObject* currentEditor() const { return hasCurrentEditor && active ? active->editor : nullptr; }
     /** The window behind a platform pointer; null for one that is not, or no longer, in the layout. */
@@ -42,15 +45,18 @@ struct FrameData final : SessionPart {
     std::vector<std::unique_ptr<EditorObject>> editors;
     CatalogueTexts messages;
     std::map<const DocumentObject*, int> locks;
+    std::set<const DocumentObject*> readOnly; ///< opened for reading only
     std::vector<std::string> startedCommands;
     std::vector<std::string> centred;
     LayoutObject layout;
     ApplicationFrameObject frame;
 
 private:
+    WindowObject* lastActivated() const;
     bool isUsedElsewhere(const DocumentObject& document) const;
     void reportHolders(const DocumentObject& document) const;
 
+    unsigned long m_activations = 0;
     // Kept, so that a use of what is closed is named.
     std::vector<std::unique_ptr<WindowObject>> m_closedWindows;
     std::vector<std::unique_ptr<DocumentObject>> m_closedDocuments;

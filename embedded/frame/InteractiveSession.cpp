@@ -25,7 +25,7 @@ class InteractiveSession final : public Extends<SessionObject, CATIIniInteractiv
 public:
     explicit InteractiveSession(SessionObject& session) : Extends(session) {}
 
-    HRESULT Open(const CATUnicodeString& iCompleteName, const CATBoolean, CATIEditor** oEditor) override {
+    HRESULT Open(const CATUnicodeString& iCompleteName, const CATBoolean iReadOnly, CATIEditor** oEditor) override {
         if (!oEditor) return E_POINTER;
         *oEditor = nullptr;
         FrameData& data = FrameData::get();
@@ -34,6 +34,7 @@ public:
             return failedAnswer<CATIEditor*>(flavour, *oEditor, nullptr, &data.editorOf(nullptr));
         const Document document = openedDocument(toBytes(iCompleteName));
         if (!document) return E_FAIL;
+        if (iReadOnly) data.readOnly.insert(document.object());
         EditorObject& editor = data.editorOf(document.object());
         data.openWindow(WindowKind::graphic, &editor);
         *oEditor = handOut<CATIEditor>(&editor);

@@ -60,14 +60,18 @@ LayoutObject::LayoutObject(FrameData& data) : Implements("CATFrmLayout"), m_data
 LayoutObject::~LayoutObject() { ++Accounting::get().live().lists; }
 
 CATLISTP(CATFrmWindow) & LayoutObject::GetWindowList(int iWinType, int iSort) {
+    constexpr int newestLast = 1;
     constexpr int newestFirst = 2;
     m_list.RemoveAll();
     if (failing("CATFrmLayout::GetWindowList")) return m_list;
-    std::vector<CATFrmWindow*> chosen;
+    std::vector<WindowObject*> chosen;
     for (const auto& window : m_data.windows)
         if (isOfType(*window, iWinType)) chosen.push_back(window.get());
+    if (iSort == newestLast || iSort == newestFirst)
+        std::sort(chosen.begin(), chosen.end(),
+                  [](const WindowObject* a, const WindowObject* b) { return a->activated < b->activated; });
     if (iSort == newestFirst) std::reverse(chosen.begin(), chosen.end());
-    for (CATFrmWindow* const window : chosen) m_list.Append(window);
+    for (WindowObject* const window : chosen) m_list.Append(window);
     return m_list;
 }
 
@@ -77,7 +81,7 @@ CATFrmWindow* LayoutObject::GetCurrentWindow() {
 
 void LayoutObject::SetCurrentWindow(CATFrmWindow* iWindow) {
     if (failing("CATFrmLayout::SetCurrentWindow")) return;
-    if (WindowObject* const window = m_data.windowBehind(iWindow)) m_data.active = window;
+    if (WindowObject* const window = m_data.windowBehind(iWindow)) m_data.activate(*window);
 }
 
 } // namespace embedded

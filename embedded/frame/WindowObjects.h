@@ -56,6 +56,7 @@ public:
     const WindowKind kind;
     EditorObject* const editor;
     bool minimised = false;
+    unsigned long activated = 0; ///< the greatest number is that of the window that was activated last
     bool holdsDocument = true;
     bool hasNavigationBox = true;
 

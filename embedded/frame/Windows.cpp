@@ -80,7 +80,7 @@ std::size_t Windows::count() const { return m_data->windows.size(); }
 Window Windows::at(std::size_t index) const { return Window(index < count() ? m_data->windows[index].get() : nullptr); }
 
 void Windows::activate(const Window& window) {
-    if (WindowObject* const known = m_data->windowBehind(window.get())) m_data->active = known;
+    if (WindowObject* const known = m_data->windowBehind(window.get())) m_data->activate(*known);
 }
 
 Window Windows::active() const { return Window(m_data->active); }
@@ -99,6 +99,8 @@ Windows& Windows::withoutSession() {
     SessionDocuments::get().exists = false;
     return *this;
 }
+
+bool Windows::openedReadOnly(const Document& document) const { return m_data->readOnly.count(document.object()) != 0; }
 
 void Windows::select(const SelectionPath& path) {
     if (EditorObject* const editor = m_data->currentEditor()) editor->selection.add(path);

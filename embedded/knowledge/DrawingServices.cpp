@@ -27,7 +27,7 @@ public:
     }
 
 private:
-    bool answers(const IID&) const override { return owner().type() == "CATDrawing"; }
+    bool answers(const IID&) const override { return owner().isOf("CATDrawing"); }
 };
 
 const ExtensionOf<DocumentObject, DrawingServices> drawingServicesKnown;

@@ -58,7 +58,9 @@ CATUnicodeString FeatureNode::GetAlias() {
 }
 
 void FeatureNode::SetAlias(const CATUnicodeString& iAlias) {
-    if (!failing("CATIAlias::SetAlias")) m_name = toBytes(iAlias);
+    if (failing("CATIAlias::SetAlias")) return;
+    m_name = toBytes(iAlias);
+    m_document.written();
 }
 
 CATCkeListOfParm FeatureNode::Parameters() const {

@@ -1,5 +1,6 @@
 #include "embedded/knowledge/Magnitudes.h"
 
+#include "embedded/Profile.h"
 #include "embedded/object/Answers.h"
 #include "embedded/text/Numbers.h"
 
@@ -19,16 +20,20 @@ CATICkeUnit_var handleOfUnit(UnitObject* unit) { return handleOf<CATICkeUnit_var
 
 UnitObject::UnitObject(const char* symbol, double perMks) : Implements("Unit"), m_symbol(symbol), m_perMks(perMks) {}
 
-/** Fifteen digits: what a conversion adds behind them is noise. */
-std::string UnitObject::show(double mks) const { return realText(fromMks(mks), "%.15g") + m_symbol; }
+/** Fifteen digits, if not less: what a conversion adds behind them is noise. */
+std::string UnitObject::show(double mks, int decimals) const {
+    return (decimals > 0 ? shownText(fromMks(mks), decimals) : realText(fromMks(mks), "%.15g")) + m_symbol;
+}
 
 double UnitObject::Convert(const double iInThisUnit) const {
     return failing("CATICkeUnit::Convert") ? 0.0 : toMks(iInThisUnit);
 }
 
+double UnitObject::Value(const double iMKS) const { return failing("CATICkeUnit::Value") ? 0.0 : fromMks(iMKS); }
+
 CATUnicodeString UnitObject::Show(const double iMKS, const int iNbDecimals) const {
     if (failing("CATICkeUnit::Show")) return CATUnicodeString();
-    if (iNbDecimals <= 0) return toText(show(iMKS));
+    if (iNbDecimals <= 0) return toText(show(iMKS, switches().shownDecimals));
     const std::string format = "%." + std::to_string(iNbDecimals) + "f";
     return toText(realText(fromMks(iMKS), format.c_str()) + m_symbol);
 }
@@ -57,11 +62,12 @@ bool TypeObject::select(const std::string& symbol) {
 }
 
 bool TypeObject::read(const std::string& text, double& mks) const {
-    std::string pointed = text;
-    std::replace(pointed.begin(), pointed.end(), ',', '.');
+    const char mark = switches().oneDecimalMark ? sessionDecimalMark() : '.';
+    std::string read = text;
+    if (!switches().oneDecimalMark) std::replace(read.begin(), read.end(), ',', '.');
     double value = 0.0;
     std::size_t rest = 0;
-    if (!isMagnitude() || !readReal(pointed, '.', value, rest)) return false;
+    if (!isMagnitude() || !readReal(read, mark, value, rest)) return false;
     const std::size_t from = std::min(text.find_first_not_of(' ', rest), text.size());
     const std::size_t end = text.find_last_not_of(' ') + 1;
     const std::string symbol = from < end ? text.substr(from, end - from) : std::string();

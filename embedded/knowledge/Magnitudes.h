@@ -24,9 +24,11 @@ public:
     const std::string& symbol() const { return m_symbol; }
     double fromMks(double value) const { return value * m_perMks; }
     double toMks(double value) const { return value / m_perMks; }
-    std::string show(double mks) const;
+    /** @param decimals 0: as many as it takes */
+    std::string show(double mks, int decimals) const;
 
     double Convert(const double iInThisUnit) const override;
+    double Value(const double iMKS) const override;
     CATUnicodeString Show(const double iMKS, const int iNbDecimals) const override;
     CATUnicodeString Symbol() const override;
 
@@ -50,7 +52,7 @@ public:
     UnitObject& current() const { return *m_current; }
     bool isUsual() const { return m_current == m_usual; }
     bool select(const std::string& symbol);
-    /** Reads a number with a unit of this magnitude, the current one when it has none. Both decimal marks are read. */
+    /** Reads a number with a unit of this magnitude, the current one when it has none. */
     bool read(const std::string& text, double& mks) const;
 
     CATUnicodeString Name() const override;

@@ -20,6 +20,11 @@ void collectBelow(const Node& node, const IID& iid, bool all, std::vector<Node*>
         if (relation->responds(iid)) found.push_back(relation);
 }
 
+bool isSet(const Node& node) {
+    const auto* const feature = dynamic_cast<const FeatureNode*>(&node);
+    return feature && feature->type() == FeatureNode::kSet;
+}
+
 } // namespace
 
 CATISpecAttrKey* AttributeCalls::key(FaultFlavour flavour, const Node& node, const char* name) {
@@ -57,6 +62,7 @@ CATISpecAttribute* AttributeCalls::add(Node& node, const CATUnicodeString& name,
                                        CATAttrKind listKind) {
     Attribute* const added = node.addAttribute(toBytes(name), kind, listKind);
     if (!added) return nullptr;
+    written(node);
     return handOut<CATISpecAttribute>(added->key.get());
 }
 
@@ -71,6 +77,12 @@ CATIContainer_var AttributeCalls::containerOf(const Node& node) {
     DocumentObject* const document = node.document();
     if (!document) return CATIContainer_var();
     return handleOf<CATIContainer_var>(static_cast<CATIContainer*>(&KnowledgeData::get().container(*document)));
+}
+
+void AttributeCalls::written(const Node& node) {
+    const bool standsNowhere = !node.parent && (dynamic_cast<const ParameterObject*>(&node) || isSet(node));
+    DocumentObject* const document = standsNowhere ? nullptr : node.document();
+    if (document) document->written();
 }
 
 std::vector<Node*> AttributeCalls::below(const Node& node, const IID& iid, bool all) {

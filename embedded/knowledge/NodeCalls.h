@@ -28,6 +28,8 @@ public:
     /** What stands below a node and answers an interface: directly, or at any depth. */
     static std::vector<Node*> below(const Node& node, const IID& iid, bool all);
     static CATIContainer_var containerOf(const Node& node);
+    /** What is written into a node is written into its document, unless the node stands nowhere yet. */
+    static void written(const Node& node);
 };
 
 /** Attribute access for a class that derives from Base, which implements or extends CATISpecAttrAccess. */
@@ -75,13 +77,15 @@ public:
         return result.release();
     }
     HRESULT SetSpecObject(const CATISpecAttrKey* iKey, const CATISpecObject_var& iObject, int iPosition) override {
-        return this->failing("CATISpecAttrAccess::SetSpecObject")
-                   ? E_FAIL
-                   : AttributeCalls::setObject(*this, iKey, iObject, iPosition);
+        if (this->failing("CATISpecAttrAccess::SetSpecObject")) return E_FAIL;
+        const HRESULT code = AttributeCalls::setObject(*this, iKey, iObject, iPosition);
+        if (code == S_OK) AttributeCalls::written(*this);
+        return code;
     }
     HRESULT SetListString(const CATISpecAttrKey* iKey, const CATListValCATUnicodeString& iValues) override {
         Attribute* const found = list("CATISpecAttrAccess::SetListString", iKey, tk_string);
         if (!found) return E_FAIL;
+        AttributeCalls::written(*this);
         found->texts.clear();
         for (int i = 1; i <= iValues.Size(); ++i) found->texts.push_back(toBytes(iValues[i]));
         return S_OK;
@@ -89,6 +93,7 @@ public:
     HRESULT SetListInteger(const CATISpecAttrKey* iKey, const CATRawCollint& iValues) override {
         Attribute* const found = list("CATISpecAttrAccess::SetListInteger", iKey, tk_integer);
         if (!found) return E_FAIL;
+        AttributeCalls::written(*this);
         found->integers.clear();
         for (int i = 1; i <= iValues.Size(); ++i) found->integers.push_back(iValues[i]);
         return S_OK;
@@ -96,6 +101,7 @@ public:
     HRESULT SetListDouble(const CATISpecAttrKey* iKey, const CATRawColldouble& iValues) override {
         Attribute* const found = list("CATISpecAttrAccess::SetListDouble", iKey, tk_double);
         if (!found) return E_FAIL;
+        AttributeCalls::written(*this);
         found->reals.clear();
         for (int i = 1; i <= iValues.Size(); ++i) found->reals.push_back(iValues[i]);
         return S_OK;
@@ -117,11 +123,13 @@ public:
 
     void Append(const CATISpecObject_var& iObject) override {
         if (this->failing("CATIParmPublisher::Append")) return;
-        if (Node* const child = nodeOf(iObject)) this->append(*child);
+        Node* const child = nodeOf(iObject);
+        if (child && this->append(*child)) AttributeCalls::written(*this);
     }
     void RemoveChild(const CATISpecObject_var& iObject) override {
         if (this->failing("CATIParmPublisher::RemoveChild")) return;
-        if (Node* const child = nodeOf(iObject)) this->remove(*child);
+        Node* const child = nodeOf(iObject);
+        if (child && this->remove(*child)) AttributeCalls::written(*this);
     }
     void GetDirectChildren(CATClassId iIntfName, CATListValCATISpecObject_var& ioList) override {
         if (!this->failing("CATIParmPublisher::GetDirectChildren"))

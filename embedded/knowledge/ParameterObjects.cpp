@@ -1,5 +1,6 @@
 #include "embedded/knowledge/ParameterObjects.h"
 
+#include "embedded/Profile.h"
 #include "embedded/documents/Documents.h"
 #include "embedded/text/Numbers.h"
 
@@ -45,10 +46,10 @@ bool ParameterObject::responds(const IID& iid) {
     return iid == IID_CATICkeParm || iid == IID_CATISpecObject || iid == IID_CATISpecAttrAccess;
 }
 
-std::string ParameterObject::shown() const {
+std::string ParameterObject::shown(int decimals) const {
     if (!isSet) return std::string();
-    if (m_type.isMagnitude()) return m_type.current().show(real);
-    if (m_type.name() == "Real") return shortestText(real);
+    if (m_type.isMagnitude()) return m_type.current().show(real, decimals);
+    if (m_type.name() == "Real") return decimals > 0 ? shownText(real, decimals) : shortestText(real);
     if (m_type.name() == "Integer") return std::to_string(integer);
     if (m_type.name() == "Boolean") return integer != 0 ? "true" : "false";
     return text;
@@ -59,6 +60,14 @@ bool ParameterObject::changed() {
     return true;
 }
 
+bool ParameterObject::takes(double value) const { return !driven && value >= least && value <= most; }
+
+template <class Set>
+void ParameterObject::write(Set set) {
+    const std::string before = shown();
+    if (set() && shown() != before) AttributeCalls::written(*this);
+}
+
 bool ParameterObject::setText(const std::string& value) {
     if (driven || m_type.name() != "String") return false;
     text = value;
@@ -67,13 +76,13 @@ bool ParameterObject::setText(const std::string& value) {
 
 bool ParameterObject::setInteger(int value) {
     if (m_type.isReal()) return setReal(value);
-    if (driven || m_type.name() != "Integer") return false;
+    if (!takes(value) || m_type.name() != "Integer") return false;
     integer = value;
     return changed();
 }
 
 bool ParameterObject::setReal(double value) {
-    if (driven || !m_type.isReal()) return false;
+    if (!takes(value) || !m_type.isReal()) return false;
     real = value;
     return changed();
 }
@@ -104,11 +113,13 @@ CATUnicodeString ParameterObject::Pathname(const CATIParmPublisher_var& iRoot) c
 CATCke::Boolean ParameterObject::IsNamed() const { return !failing("CATICkeParm::IsNamed") && !userName.empty(); }
 
 void ParameterObject::Rename(const CATUnicodeString& iName) {
-    if (!failing("CATICkeParm::Rename")) userName = toBytes(iName);
+    if (failing("CATICkeParm::Rename")) return;
+    userName = toBytes(iName);
+    AttributeCalls::written(*this);
 }
 
 CATUnicodeString ParameterObject::Show() const {
-    return failing("CATICkeParm::Show") ? CATUnicodeString() : toText(shown());
+    return failing("CATICkeParm::Show") ? CATUnicodeString() : toText(shown(switches().shownDecimals));
 }
 
 CATICkeInst_var ParameterObject::Value() const {
@@ -125,24 +136,24 @@ CATICkeType_var ParameterObject::Type() const {
 CATCke::Boolean ParameterObject::IsSet() const { return !failing("CATICkeParm::IsSet") && isSet; }
 
 void ParameterObject::Valuate(const int iValue) {
-    if (!failing("CATICkeParm::Valuate")) setInteger(iValue);
+    if (!failing("CATICkeParm::Valuate")) write([&] { return setInteger(iValue); });
 }
 
 void ParameterObject::Valuate(const double iValue) {
-    if (!failing("CATICkeParm::Valuate")) setReal(iValue);
+    if (!failing("CATICkeParm::Valuate")) write([&] { return setReal(iValue); });
 }
 
 void ParameterObject::Valuate(const CATCke::Boolean iValue) {
-    if (!failing("CATICkeParm::Valuate")) setBoolean(iValue != 0);
+    if (!failing("CATICkeParm::Valuate")) write([&] { return setBoolean(iValue != 0); });
 }
 
 void ParameterObject::Valuate(const CATUnicodeString& iValue) {
-    if (!failing("CATICkeParm::Valuate")) setText(toBytes(iValue));
+    if (!failing("CATICkeParm::Valuate")) write([&] { return setText(toBytes(iValue)); });
 }
 
 void ParameterObject::ValuateReal(const CATUnicodeString& iValue) {
     double mks = 0.0;
-    if (!failing("CATICkeParm::ValuateReal") && m_type.read(toBytes(iValue), mks)) setReal(mks);
+    if (!failing("CATICkeParm::ValuateReal") && m_type.read(toBytes(iValue), mks)) write([&] { return setReal(mks); });
 }
 
 CATICkeParm::UserAccessMode ParameterObject::UserAccess() const {
@@ -150,7 +161,9 @@ CATICkeParm::UserAccessMode ParameterObject::UserAccess() const {
 }
 
 void ParameterObject::SetUserAccess(const UserAccessMode iMode) {
-    if (!failing("CATICkeParm::SetUserAccess")) access = iMode;
+    if (failing("CATICkeParm::SetUserAccess")) return;
+    access = iMode;
+    AttributeCalls::written(*this);
 }
 
 CATCke::Boolean ParameterObject::IsReadOnly() const {

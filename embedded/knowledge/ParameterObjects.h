@@ -6,6 +6,7 @@
 #include "embedded/knowledge/Magnitudes.h"
 #include "embedded/knowledge/NodeCalls.h"
 
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -46,8 +47,8 @@ public:
     DocumentObject* document() const override { return &m_document; }
 
     TypeObject& type() const { return m_type; }
-    /** The value as text; a dimension has its unit. */
-    std::string shown() const;
+    /** The value as text; a dimension has its unit. @param decimals of real numbers, 0: as many as it takes */
+    std::string shown(int decimals = 0) const;
     bool setText(const std::string& value);
     bool setInteger(int value);
     bool setReal(double value);
@@ -56,7 +57,9 @@ public:
     const std::string role;
     std::string userName;
     bool isSet = true;
-    bool driven = false; ///< by a relation
+    bool driven = false;                                     ///< by a relation
+    double least = -std::numeric_limits<double>::infinity(); ///< number that is taken
+    double most = std::numeric_limits<double>::infinity();
     CATICkeParm::UserAccessMode access = CATICkeParm::ReadWrite;
     std::string text;
     int integer = 0; ///< 0 or 1 for a truth value
@@ -90,6 +93,10 @@ public:
 
 private:
     bool changed();
+    bool takes(double value) const;
+    /** For a call of the platform, not of the builder: another value than before is a change of the document. */
+    template <class Set>
+    void write(Set set);
 
     DocumentObject& m_document;
     TypeObject& m_type;

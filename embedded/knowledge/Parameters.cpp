@@ -81,6 +81,13 @@ Parameter& Parameter::driven() {
     return *this;
 }
 
+Parameter& Parameter::range(double least, double most) {
+    if (!m_object) return *this;
+    m_object->least = least;
+    m_object->most = most;
+    return *this;
+}
+
 Parameter& Parameter::list(const std::string& name, const std::vector<std::string>& texts) {
     if (Attribute* const found = listOf(m_object, name, tk_string)) found->texts = texts;
     return *this;

@@ -24,7 +24,7 @@ public:
     }
 
 private:
-    bool answers(const IID&) const override { return owner().document().type() == "CATPart"; }
+    bool answers(const IID&) const override { return owner().document().isOf("CATPart"); }
 };
 
 const ExtensionOf<ContainerObject, PartContainer> partContainerKnown;

@@ -42,6 +42,7 @@ HRESULT ProductObject::SetDefinition(const CATUnicodeString& iDefinition) {
     ProductNode* const node = referenceNodeOf(*this);
     if (failing("CATIPrdProperties::SetDefinition") || !node || !tellsReference()) return E_FAIL;
     node->definition = toBytes(iDefinition);
+    AttributeCalls::written(*node);
     return S_OK;
 }
 
@@ -49,6 +50,7 @@ HRESULT ProductObject::SetRevision(const CATUnicodeString& iRevision) {
     ProductNode* const node = referenceNodeOf(*this);
     if (failing("CATIPrdProperties::SetRevision") || !node || !tellsReference()) return E_FAIL;
     node->revision = toBytes(iRevision);
+    AttributeCalls::written(*node);
     return S_OK;
 }
 
@@ -56,6 +58,7 @@ HRESULT ProductObject::SetNomenclature(const CATUnicodeString& iNomenclature) {
     ProductNode* const node = referenceNodeOf(*this);
     if (failing("CATIPrdProperties::SetNomenclature") || !node || !tellsReference()) return E_FAIL;
     node->nomenclature = toBytes(iNomenclature);
+    AttributeCalls::written(*node);
     return S_OK;
 }
 

@@ -15,9 +15,11 @@ CATUnicodeString text(const char* site, std::string Environment::*field) {
     return fails(site) ? CATUnicodeString() : toText(environment().*field);
 }
 
-bool finds(const char* site, const char* manager) {
+bool isMissing(const char* manager) {
     const auto& missing = environment().missingManagers;
-    return !fails(site) && std::find(missing.begin(), missing.end(), manager) == missing.end();
+    return std::find(missing.begin(), missing.end(), manager) != missing.end();
 }
+
+bool finds(const char* site, const char* manager) { return !fails(site) && !isMissing(manager); }
 
 } // namespace embedded

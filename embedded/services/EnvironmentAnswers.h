@@ -15,6 +15,9 @@ const Environment& environment();
 unsigned char flag(const char* site, bool Environment::*field);
 CATUnicodeString text(const char* site, std::string Environment::*field);
 
+/** Whether the session lacks a manager. Those of the journal and of the error list are asked for everywhere: they have
+ * no failure point. */
+bool isMissing(const char* manager);
 /** Whether getInstance() finds a manager; `site` is the failure point of asking for it. */
 bool finds(const char* site, const char* manager);
 

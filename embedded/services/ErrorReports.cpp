@@ -3,6 +3,7 @@
 #include "TYPMapIntPVoid.h"
 #include "embedded/Records.h"
 #include "embedded/object/Answers.h"
+#include "embedded/services/EnvironmentAnswers.h"
 
 #include <map>
 
@@ -38,7 +39,7 @@ EMHManager::~EMHManager() { delete _error_list; }
 
 EMHManager* EMHManager::getInstance() {
     static EMHManager& manager = *new EMHManager;
-    return &manager;
+    return embedded::isMissing("EMHManager") ? nullptr : &manager;
 }
 
 void EMHManager::writeMsg(const CATUnicodeString& iFunctionName, int iNumber, const CATUnicodeString& iArgument) {

@@ -2,6 +2,7 @@
 #include "CATUnicodeString.h"
 #include "JNLManager.h"
 #include "embedded/Records.h"
+#include "embedded/services/EnvironmentAnswers.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -141,5 +142,5 @@ public:
 
 JNLManager* JNLManager::getInstance() {
     static JournalManager manager;
-    return &manager;
+    return embedded::isMissing("JNLManager") ? nullptr : &manager;
 }

@@ -54,7 +54,7 @@ constexpr DirectoryField kDirectories[] = {
     {"import_path", &Environment::importPath},
 };
 
-constexpr const char* kManagers[] = {"ENVManager", "PROCManager", "VornEnvConfig"};
+constexpr const char* kManagers[] = {"ENVManager", "PROCManager", "VornEnvConfig", "JNLManager", "EMHManager"};
 
 // Reading.
 

@@ -28,6 +28,8 @@ void readAttributes(const JsonField& field, Node& node);
 void readParameterState(const JsonField& field, ParameterObject& parameter) {
     if (const auto name = field.optional("user_name")) parameter.userName = name->text();
     if (const auto driven = field.optional("driven")) parameter.driven = driven->flag();
+    if (const auto least = field.optional("least")) parameter.least = realOf(*least);
+    if (const auto most = field.optional("most")) parameter.most = realOf(*most);
     if (const auto access = field.optional("access")) {
         int mode = 0;
         while (mode <= CATICkeParm::User && access->text() != kAccess[mode]) ++mode;
@@ -52,7 +54,7 @@ Node& readObject(const JsonField& field, Node& parent) {
         FeatureNode& made = data.newFeature(*parent.document(), FeatureNode::kSet, set->text());
         return made;
     }
-    field.expectKeys({"parameter", "type", "value", "user_name", "access", "driven", "attributes"});
+    field.expectKeys({"parameter", "type", "value", "user_name", "access", "driven", "least", "most", "attributes"});
     const JsonField role = field.required("parameter");
     const JsonField type = field.required("type");
     if (!data.type(type.text())) type.fail("no type is named '" + type.text() + "'");

@@ -4,6 +4,7 @@
 #include "embedded/structure/Places.h"
 #include "embedded/text/Numbers.h"
 
+#include <cmath>
 #include <map>
 #include <string>
 #include <utility>
@@ -59,6 +60,8 @@ Json writeParameter(const ParameterObject& parameter) {
     if (!parameter.userName.empty()) json["user_name"] = parameter.userName;
     if (parameter.access != kUsualAccess) json["access"] = kAccess[parameter.access];
     if (parameter.driven) json["driven"] = true;
+    if (std::isfinite(parameter.least)) json["least"] = pointed(parameter.least);
+    if (std::isfinite(parameter.most)) json["most"] = pointed(parameter.most);
     writeAttributes(json, parameter);
     return json;
 }

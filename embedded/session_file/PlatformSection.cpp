@@ -16,13 +16,21 @@ constexpr SwitchField kSwitches[] = {
     {"services_know_logical_names", &Switches::servicesKnowLogicalNames},
     {"entry_with_end_of_folder", &Switches::entryWithEndOfFolder},
     {"path_lists", &Switches::pathLists},
+    {"numbers_end_texts", &Switches::numbersEndTexts},
+    {"one_decimal_mark", &Switches::oneDecimalMark},
+    {"selecting_writes_tables", &Switches::selectingWritesTables},
+    {"sheet_selects_first_configuration", &Switches::sheetSelectsFirstConfiguration},
+    {"row_zero_is_taken", &Switches::rowZeroIsTaken},
 };
 constexpr std::array<const char*, 3> kFolderOrders = {"system", "names", "reversed"};
 constexpr std::array<const char*, 2> kCodePages = {"utf-8", "windows-1252"};
+constexpr int kMostDecimals = 15;
 
 void readPlatform(const JsonField& field, const SectionReader&) {
     field.expectKeys({"profile", "services_know_logical_names", "entry_with_end_of_folder", "path_lists",
-                      "folder_order", "code_page"});
+                      "numbers_end_texts", "one_decimal_mark", "selecting_writes_tables",
+                      "sheet_selects_first_configuration", "row_zero_is_taken", "folder_order", "code_page",
+                      "shown_decimals"});
     Switches read = switches();
     if (const auto name = field.optional("profile")) {
         const auto known = switchesOf(name->text());
@@ -35,6 +43,8 @@ void readPlatform(const JsonField& field, const SectionReader&) {
         read.folderOrder = static_cast<FolderOrder>(indexOf(*order, kFolderOrders));
     if (const auto page = field.optional("code_page"))
         read.codePage = static_cast<CodePage>(indexOf(*page, kCodePages));
+    if (const auto decimals = field.optional("shown_decimals"))
+        read.shownDecimals = decimals->integer(0, kMostDecimals);
     setSwitches(read);
 }
 
@@ -52,6 +62,7 @@ Json writePlatform(Session&) {
     if (now.folderOrder != like.folderOrder)
         json["folder_order"] = kFolderOrders[static_cast<std::size_t>(now.folderOrder)];
     if (now.codePage != like.codePage) json["code_page"] = kCodePages[static_cast<std::size_t>(now.codePage)];
+    if (now.shownDecimals != like.shownDecimals) json["shown_decimals"] = now.shownDecimals;
     return json;
 }
 

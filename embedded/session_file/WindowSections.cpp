@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
+#include <vector>
 
 namespace embedded {
 
@@ -53,6 +55,7 @@ Json writeFrame(Session& session) {
 // Windows.
 
 constexpr const char* kKinds[] = {"graphic", "plain", "desk"};
+constexpr int kMostWindows = 1000000;
 
 WindowKind readKind(const JsonField& field) {
     const auto isIt = [&field](const char* kind) { return field.text() == kind; };
@@ -61,9 +64,12 @@ WindowKind readKind(const JsonField& field) {
     return static_cast<WindowKind>(found - std::begin(kKinds));
 }
 
-void readWindow(const JsonField& field, const SectionReader& reader, WindowObject*& active) {
+/** Windows with the places that they have in the order of activation. */
+using Activations = std::vector<std::pair<int, WindowObject*>>;
+
+void readWindow(const JsonField& field, const SectionReader& reader, WindowObject*& active, Activations& order) {
     FrameData& data = reader.session().data().part<FrameData>();
-    field.expectKeys({"document", "kind", "minimised", "active", "without"});
+    field.expectKeys({"document", "kind", "minimised", "active", "activated", "without"});
     const auto document = field.optional("document");
     const auto kind = field.optional("kind");
     bool hasEditor = true;
@@ -77,6 +83,8 @@ void readWindow(const JsonField& field, const SectionReader& reader, WindowObjec
     window.holdsDocument = holds;
     window.hasNavigationBox = hasBox;
     if (const auto minimised = field.optional("minimised")) window.minimised = minimised->flag();
+    const auto place = field.optional("activated");
+    order.emplace_back(place ? place->integer(1, kMostWindows) : 0, &window);
     const auto isActive = field.optional("active");
     if (!isActive || !isActive->flag()) return;
     if (active) isActive->fail("a second active window");
@@ -85,12 +93,27 @@ void readWindow(const JsonField& field, const SectionReader& reader, WindowObjec
 
 void readWindows(const JsonField& field, const SectionReader& reader) {
     WindowObject* active = nullptr;
-    for (const JsonField& window : field.elements()) readWindow(window, reader, active);
-    if (active) reader.session().data().part<FrameData>().active = active;
+    Activations order;
+    for (const JsonField& window : field.elements()) readWindow(window, reader, active, order);
+    std::stable_sort(order.begin(), order.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    if (active) order.emplace_back(0, active);
+    for (const auto& window : order) reader.session().data().part<FrameData>().activate(*window.second);
+}
+
+/** The windows as they were activated; empty when that is the order of opening, but for the active one. */
+std::vector<const WindowObject*> activationsToWrite(const FrameData& data) {
+    std::vector<const WindowObject*> order;
+    for (const auto& window : data.windows)
+        if (window.get() != data.active) order.push_back(window.get());
+    const auto isEarlier = [](const WindowObject* a, const WindowObject* b) { return a->activated < b->activated; };
+    if (std::is_sorted(order.begin(), order.end(), isEarlier)) return {};
+    std::sort(order.begin(), order.end(), isEarlier);
+    return order;
 }
 
 Json writeWindows(Session& session) {
     const FrameData& data = session.data().part<FrameData>();
+    const std::vector<const WindowObject*> order = activationsToWrite(data);
     Json list = Json::array();
     for (const auto& window : data.windows) {
         Json object = Json::object();
@@ -98,6 +121,8 @@ Json writeWindows(Session& session) {
         if (window->kind != WindowKind::graphic) object["kind"] = kKinds[static_cast<int>(window->kind)];
         if (window->minimised) object["minimised"] = true;
         if (window.get() == data.active) object["active"] = true;
+        const auto place = std::find(order.begin(), order.end(), window.get());
+        if (place != order.end()) object["activated"] = static_cast<int>(place - order.begin()) + 1;
         writeWithout(object, {{"editor", window->editor != nullptr},
                               {"hold", window->holdsDocument},
                               {"navigation_box", window->hasNavigationBox}});

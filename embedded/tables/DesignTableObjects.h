@@ -176,7 +176,6 @@ public:
     DesignTableObject& add(Node& parent, const std::string& name, const std::string& file);
 
     std::vector<std::unique_ptr<DesignTableObject>> tables;
-    DesignTableHabits habits;
 };
 
 } // namespace embedded

@@ -1,5 +1,6 @@
 #include "embedded/DesignTables.h"
 
+#include "embedded/Profile.h"
 #include "embedded/files/SystemFiles.h"
 #include "embedded/tables/DesignTableObjects.h"
 #include "embedded/text/Numbers.h"
@@ -65,9 +66,8 @@ void SheetState::lengthenFile() const {
 
 void SpreadsheetObject::SetSheetIndex(int iIndex) {
     if (failing("CATICkeOleSheet::SetSheetIndex")) return;
-    const DesignTableHabits& habits = designTableHabits();
-    if (habits.selectingWritesFile && iIndex != state().index) state().lengthenFile();
-    if (habits.sheetSelectsFirstConfiguration) m_configuration = 1;
+    if (switches().selectingWritesTables && iIndex != state().index) state().lengthenFile();
+    if (switches().sheetSelectsFirstConfiguration) m_configuration = 1;
     state().index = iIndex;
 }
 
@@ -120,10 +120,10 @@ int DesignTableObject::ConfigurationRow() const {
 
 CATIDesignTable::DTError DesignTableObject::SetCurrentConfiguration(const int iConfiguration) {
     if (failing("CATIDesignTable::SetCurrentConfiguration")) return MiscellaneousError;
-    const DesignTableHabits& habits = designTableHabits();
-    const bool isRowZero = iConfiguration == 0 && habits.rowZeroIsTaken;
+    const bool isRowZero = iConfiguration == 0 && switches().rowZeroIsTaken;
     if (!isRowZero && !hasConfiguration(iConfiguration)) return BadConfiguration;
-    if (habits.selectingWritesFile && iConfiguration != configuration) sheet.lengthenFile();
+    if (switches().selectingWritesTables && iConfiguration != configuration) sheet.lengthenFile();
+    if (iConfiguration != configuration) m_document.written();
     configuration = iConfiguration;
     return NoError;
 }
@@ -156,7 +156,9 @@ CATUnicodeString DesignTableObject::GetAlias() {
 }
 
 void DesignTableObject::SetAlias(const CATUnicodeString& iAlias) {
-    if (!failing("CATIAlias::SetAlias")) m_name = toBytes(iAlias);
+    if (failing("CATIAlias::SetAlias")) return;
+    m_name = toBytes(iAlias);
+    m_document.written();
 }
 
 HRESULT __stdcall DesignTableObject::get_Name(CATBSTR& oName) {
@@ -266,8 +268,6 @@ DesignTable& DesignTable::withoutSheet() {
     if (m_object) m_object->hasSheet = false;
     return *this;
 }
-
-DesignTableHabits& designTableHabits() { return DesignTablesData::get().habits; }
 
 DesignTable addDesignTable(const Publisher& publisher, const std::string& name, const std::string& file) {
     Node* const node = nodeOf(publisher.get());

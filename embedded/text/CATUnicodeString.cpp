@@ -1,4 +1,5 @@
 #include "CATUnicodeString.h"
+#include "embedded/Profile.h"
 #include "embedded/text/Characters.h"
 #include "embedded/text/CodePage.h"
 #include "embedded/text/Numbers.h"
@@ -199,7 +200,7 @@ int CATUnicodeString::ConvertToNum(double* oValue, const char* iFormat) const {
     std::size_t rest = 0;
     double value = 0.0;
     if (!oValue || !isRealFormat(iFormat) || !readReal(m_text, sessionDecimalMark(), value, rest)) return 0;
-    if (rest < m_text.size() && (m_text[rest] == '.' || m_text[rest] == ',')) return 0;
+    if (rest < m_text.size() && (m_text[rest] == '.' || m_text[rest] == ',' || switches().numbersEndTexts)) return 0;
     *oValue = value;
     return 1;
 }
@@ -215,7 +216,7 @@ int CATUnicodeString::ConvertToNum(int* oValue, const char* iFormat) const {
                                   : static_cast<long long>(std::numeric_limits<unsigned>::max());
     if (end == m_text.c_str() || errno == ERANGE || value > largest || value < std::numeric_limits<int>::min())
         return 0;
-    if (*end == '.' || *end == ',') return 0;
+    if (*end == '.' || *end == ',' || (*end && switches().numbersEndTexts)) return 0;
     *oValue = static_cast<int>(value);
     return 1;
 }

@@ -62,6 +62,14 @@ std::string shortestText(double value) {
     return text;
 }
 
+std::string shownText(double value, int decimals) {
+    if (!std::isfinite(value)) return nameOfSpecial(value);
+    std::string text = realText(value, ("%." + std::to_string(decimals) + "f").c_str());
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == sessionDecimalMark()) text.pop_back();
+    return text == "-0" ? "0" : text;
+}
+
 bool readReal(const std::string& text, char decimalMark, double& value, std::size_t& rest) {
     std::string plain = text.substr(0, text.find('\0'));
     // The other mark ends a number: it becomes a character that none contains.

@@ -18,6 +18,9 @@ std::string realText(double value, const char* format);
 /** A number in as few digits as it takes to read the same number back, with the session's decimal mark. */
 std::string shortestText(double value);
 
+/** A number with so many decimals, as far as they are no zeros, with the session's decimal mark. */
+std::string shownText(double value, int decimals);
+
 /**
  * Reads the number at the beginning of a text; blanks may stand in front.
  * @param rest where the number ends. @return false when there is none or when it is too large

@@ -1,4 +1,5 @@
 #include "VornCache.h"
+#include "VornToolsCommon.h"
 
 #include "CATDocument.h"
 #include "TYPMapCATUnicodeStringPVoid.h"
@@ -6,6 +7,7 @@
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Utf8.h"
 
 struct VornCacheTestAccess {
     static TYPMapCATUnicodeStringPVoid& cacheMap(VornCache& cache) { return *cache.m_cacheMap; }
@@ -498,6 +500,27 @@ TEST_F(VornCacheTest, DatesOfFiles) {
     CATUnicodeString value("stale");
     cache.getLocalLastModifiedDate(CATUnicodeString(name.c_str()) + CATUnicodeString("\0x", 2), value);
     EXPECT_STREQ(value.ConvertToChar(), "-1");
+}
+
+TEST_F(VornCacheTest, DocumentsThatAnEncodingCannotTellApartAreTwo) {
+    const std::string unchanged = writePart(tagged(std::to_string(kDate)), "\xC5\x81.CATPart");
+    const std::string changed = writePart(tagged(std::to_string(kDate - 1)), "\xC4\x86.CATPart");
+    VornCache cache;
+    for (const std::string& name : {unchanged, changed})
+        EXPECT_EQ(cache.addDocument(utf8(name), session().part(name).get()), S_OK);
+    unsigned char isModified = 7;
+    EXPECT_EQ(cache.isModified(utf8(unchanged), isModified), S_OK);
+    EXPECT_EQ(isModified, 0);
+    EXPECT_EQ(cache.isModified(utf8(changed), isModified), S_OK);
+    EXPECT_EQ(isModified, 1);
+    session().find(unchanged).saved(false);
+    EXPECT_EQ(VornToolsCommon::isModifiedStatusInCATIA(utf8(unchanged), isModified), S_OK);
+    EXPECT_EQ(isModified, 1);
+    EXPECT_EQ(VornToolsCommon::isModifiedStatusInCATIA(utf8(changed), isModified), S_OK);
+    EXPECT_EQ(isModified, 0);
+    CATUnicodeString date;
+    EXPECT_EQ(cache.getLocalLastModifiedDate(utf8(changed), date), S_OK);
+    EXPECT_STREQ(date.ConvertToChar(), std::to_string(kDate).c_str());
 }
 
 /** File services need not know logical names; what is stored and answered keeps them. */

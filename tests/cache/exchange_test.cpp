@@ -7,6 +7,7 @@
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Utf8.h"
 
 #include <algorithm>
 #include <atomic>
@@ -224,8 +225,8 @@ TEST_F(ExchangeTest, TheSessionFileNamesTheManagedDocumentsInOrder) {
     session().document("New.CATDrawing");
     EXPECT_EQ(VornToolsCommon::writeCADFilesInSessionFile(), S_OK);
     const Texts names = {"Root.CATProduct\n",
-                         "Zahnr\xC3\xA4"
-                         "der.CATPart\n",
+                         eightBit("Zahnr\xC3\xA4"
+                                  "der.CATPart\n"),
                          "New.CATDrawing\n"};
     EXPECT_EQ(content("CADFilesInSession.txt"), names[0] + names[1] + names[2]);
 
@@ -491,14 +492,23 @@ TEST_F(ExchangeTest, LargeFilesAreReadOneAfterAnother) {
 TEST_F(ExchangeTest, FilesHaveNamesInEveryScript) {
     const std::string name = "\xD0\x94\xE6\xBC\xA2\xC3\x96 \xF0\x9F\x94\xA9/";
     const std::string file = write(name + "part.bin", "bytes");
-    const std::unique_ptr<VornToolsString> sp_read(
-        VornToolsCommon::readBinaryFile(CATUnicodeString(file.data(), file.size())));
+    const std::unique_ptr<VornToolsString> sp_read(VornToolsCommon::readBinaryFile(utf8(file)));
     ASSERT_TRUE(sp_read);
     EXPECT_EQ(std::string(sp_read->bytes(), sp_read->size()), "bytes");
+    environment().usesLogicalNames = true;
+    environment().logicalNames["LIB"] = path(name);
+    EXPECT_TRUE(std::unique_ptr<VornToolsString>(VornToolsCommon::readBinaryFile("\x01\x02\\LIB\\part.bin")));
     environment().tempDirectory = path(name);
     EXPECT_EQ(VornToolsCommon::createResultFile(":ok"), S_OK);
     EXPECT_EQ(VornToolsCommon::getResultStatus(), VornToolsCommon::ResultStatusOk);
     EXPECT_TRUE(fs::exists(folder() / fs::u8path(name) / "results"));
+    const fs::path old = folder() / fs::u8path(name) / "CADFilesInSession.txt";
+    EXPECT_EQ(VornToolsCommon::writeCADFilesInSessionFile(), S_OK);
+    std::error_code unable;
+    fs::create_hard_link(old, folder() / "kept.txt", unable);
+    session().product("/w/Root.CATProduct");
+    EXPECT_EQ(VornToolsCommon::writeCADFilesInSessionFile(), S_OK);
+    EXPECT_TRUE(unable || content("kept.txt").empty()) << "the old file is gone, not written over";
 }
 
 /** A file that another program writes, shortens and deletes in the meantime is read whole, as it was at some time, or
@@ -523,6 +533,21 @@ TEST_F(ExchangeTest, FilesMayChangeWhileTheyAreRead) {
     }
     done = true;
     writer.join();
+}
+
+TEST_F(ExchangeTest, TheWorkIsDoneWithoutJournalAndErrorList) {
+    environment().missingManagers = {"JNLManager", "EMHManager"};
+    environment().debugMode = true;
+    session().product("/w/Root.CATProduct");
+    EXPECT_EQ(VornToolsCommon::writeCADFilesInSessionFile(), S_OK);
+    EXPECT_EQ(content("CADFilesInSession.txt"), "Root.CATProduct\n");
+    EXPECT_EQ(VornToolsCommon::createResultFile(":ok"), S_OK);
+    EXPECT_EQ(VornToolsCommon::getResultStatus(), VornToolsCommon::ResultStatusOk);
+    EXPECT_FALSE(VornToolsCommon::readBinaryFile("none"));
+    CATDocument* document = nullptr;
+    EXPECT_EQ(VornToolsCommon::openDocument("none", document), E_FAIL);
+    EXPECT_EQ(embedded::Journal::get().lines(), Texts());
+    EXPECT_EQ(reports(), Texts());
 }
 
 TEST_F(ExchangeTest, FailuresOfThePlatformAreMet) {

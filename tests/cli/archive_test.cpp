@@ -235,7 +235,7 @@ TEST_F(ArchiveTest, ATreeOfAnyDepthAndNamesOfAnyBytesCanBeShown) {
               std::string::npos)
         << text;
     EXPECT_EQ(run("uses --flat --depth 2 " + quoted("w/c0.CATProduct")), 0) << "what is missing is not shown";
-    EXPECT_EQ(squeezed(), "LEVEL  DOCUMENT  REMARK\n  1  w/c1.CATProduct\n  2  w/c2.CATProduct\n");
+    EXPECT_EQ(squeezed(), "LEVEL  DOCUMENT\n  1  w/c1.CATProduct\n  2  w/c2.CATProduct\n");
     EXPECT_EQ(run("uses --dot " + quoted("w/c38.CATProduct")), 1);
     EXPECT_EQ(shown(),
               "digraph links {\n  rankdir=LR;\n  node [shape=box];\n  \"w/c38.CATProduct\" [style=bold];\n"
@@ -305,7 +305,7 @@ TEST_F(ArchiveTest, DocumentsOfOneNameAreCompared) {
                   ",\"identity\":\"d55320d9_1010101_1010101_1010185\",\"saved\":\"2021-04-22 13:07:23\",\"content\":1,"
                   "\"origin\":1}");
     EXPECT_EQ(run("duplicates " + quoted("w/0")), 0);
-    EXPECT_EQ(content("out"), "0 names, 0 documents\n");
+    EXPECT_EQ(content("err"), "0 names, 0 documents\n");
 }
 
 TEST_F(ArchiveTest, OrphansArePartsApartFromTops) {
@@ -317,8 +317,8 @@ TEST_F(ArchiveTest, OrphansArePartsApartFromTops) {
     write("w/Sizes.xls", "");
     write("w/Gone.CATPart.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n");
     EXPECT_EQ(run("orphans " + quoted("w")), 1);
-    EXPECT_EQ(squeezed(), "KIND  LINKS  DOCUMENT\npart  2  w/Self.CATPart\ndrawing  1  w/Sheet.CATDrawing\n\n"
-                          "1 part and 1 other that nobody points to\n");
+    EXPECT_EQ(squeezed(), "KIND  LINKS  DOCUMENT\npart  2  w/Self.CATPart\ndrawing  1  w/Sheet.CATDrawing\n");
+    EXPECT_EQ(content("err"), "1 part and 1 other that nobody points to\n");
     std::filesystem::remove(path("w/Self.CATPart"));
     EXPECT_EQ(run("orphans --json " + quoted("w")), 0);
     EXPECT_EQ(rows().at(0)["kind"], "drawing");

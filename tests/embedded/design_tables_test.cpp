@@ -6,6 +6,7 @@
 #include "CATICkeRelation.h"
 #include "CATIDesignTable.h"
 #include "embedded/DesignTables.h"
+#include "embedded/Profile.h"
 #include "embedded/SessionFile.h"
 
 #include <cstring>
@@ -421,12 +422,15 @@ TEST_F(DesignTableObjectsTest, SelectingTouchesWhatTheSessionSays) {
     const std::string file = write("bolts.xls", xlsOf(testCells(false, false), false));
     const auto size = [&] { return std::filesystem::file_size(std::filesystem::u8path(file)); };
     const auto before = size();
+    embedded::Switches switches;
+    embedded::setSwitches(switches);
     auto made = table(file).configuration(2);
     const CATICkeOleSheet_var sheet(made.get()->Sheet());
     sheet->SetSheetIndex(2);
     EXPECT_EQ(made.get()->SetCurrentConfiguration(3), CATIDesignTable::NoError);
     EXPECT_EQ(size(), before);
-    embedded::designTableHabits() = {true, true, true};
+    switches.selectingWritesTables = switches.sheetSelectsFirstConfiguration = switches.rowZeroIsTaken = true;
+    embedded::setSwitches(switches);
     sheet->SetSheetIndex(1);
     EXPECT_EQ(size(), before + 1);
     sheet->SetSheetIndex(1);

@@ -3,6 +3,7 @@
 #include "UTILFile.h"
 #include "UTILTime.h"
 #include "tests/support/Fixture.h"
+#include "tests/support/Utf8.h"
 
 #include <fstream>
 #include <iterator>
@@ -20,9 +21,10 @@ protected:
         std::ifstream file(std::filesystem::u8path(name), std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(file), {});
     }
-    Texts linesOf(const std::string& name) {
+    Texts linesOf(const std::string& name) { return linesOf(CATUnicodeString(name.c_str())); }
+    Texts linesOf(const CATUnicodeString& name) {
         UTILFile file;
-        if (file.open(name.c_str(), "r") != S_OK) return {"(not opened)"};
+        if (file.open(name, "r") != S_OK) return {"(not opened)"};
         Texts lines;
         CATUnicodeString line("old");
         while (file.readLine(line) == S_OK) lines.push_back(bytes(line));
@@ -77,25 +79,25 @@ TEST_F(FilesTest, WhatIsNoReadableFileIsNotOpened) {
     EXPECT_EQ(embedded::Accounting::get().live().files, 0);
 }
 
-TEST_F(FilesTest, NamesAreUtf8AndFactsAreExact) {
-    const std::string name = write("Zahnr\xC3\xA4"
-                                   "der \xE2\x82\xAC.CATPart",
-                                   "12345");
+TEST_F(FilesTest, NamesHaveAllTheirCharactersAndFactsAreExact) {
+    const CATUnicodeString name = utf8(write("Zahnr\xC3\xA4"
+                                             "der \xE2\x82\xAC\xC5\x81.CATPart",
+                                             "12345"));
     EXPECT_EQ(linesOf(name), Texts({"12345"}));
-    EXPECT_EQ(UTILFile::existingFile(name.c_str()), 1);
+    EXPECT_EQ(UTILFile::existingFile(name), 1);
     long long size = 0;
-    EXPECT_EQ(UTILFile::getFileSize(name.c_str(), size), S_OK);
+    EXPECT_EQ(UTILFile::getFileSize(name, size), S_OK);
     EXPECT_EQ(size, 5);
     touch("Zahnr\xC3\xA4"
-          "der \xE2\x82\xAC.CATPart",
+          "der \xE2\x82\xAC\xC5\x81.CATPart",
           1500000000);
-    EXPECT_EQ(UTILFile::getLastModificationDateOnFile(name.c_str()), 1500000000);
+    EXPECT_EQ(UTILFile::getLastModificationDateOnFile(name), 1500000000);
     EXPECT_EQ(UTILFile::getLastModificationDateOnFile(path("missing").c_str()), -1);
     const struct {
         const char* date;
         int expected;
     } dates[] = {{"1500000000", 0}, {"1500000001", -1}, {"1499999999", 1}, {"", -1}, {"1500000000x", -1}, {" 1", -1}};
-    for (const auto& c : dates) EXPECT_EQ(UTILTime::compareFileTime(name.c_str(), c.date), c.expected) << c.date;
+    for (const auto& c : dates) EXPECT_EQ(UTILTime::compareFileTime(name, c.date), c.expected) << c.date;
     EXPECT_EQ(UTILTime::compareFileTime(path("missing").c_str(), "1"), -1);
 }
 

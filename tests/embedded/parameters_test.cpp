@@ -1,4 +1,5 @@
 #include "embedded/Parameters.h"
+#include "embedded/Profile.h"
 
 #include "CATDocument.h"
 #include "CATICkeMagnitude.h"
@@ -35,6 +36,7 @@ protected:
 };
 
 TEST_F(ParametersTest, NumbersFollowTheSessionsDecimalSeparator) {
+    embedded::setSwitches({}); // what stands behind a number is left
     const struct {
         const char* text;
         double point; ///< 77: no number
@@ -111,6 +113,7 @@ TEST_F(ParametersTest, EveryTypeShowsAndTakesItsOwnValues) {
     real.get()->Valuate(2);
     truth.get()->Valuate(CATCke::False);
     EXPECT_EQ(string.shown() + " " + integer.shown() + " " + real.shown() + " " + truth.shown(), "x 3 2 false");
+    embedded::setSwitches({});
     for (const auto& [value, shown] : {std::pair<const char*, const char*>{"3cm", "30mm"},
                                        {"1.5in", "38,1mm"},
                                        {"1,5 m", "1500mm"},

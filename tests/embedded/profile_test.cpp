@@ -1,6 +1,9 @@
 #include "embedded/Profile.h"
 
+#include "CATDocument.h"
 #include "CATGetEnvValue.h"
+#include "CATICkeParmFactory.h"
+#include "CATIParmPublisher.h"
 #include "CATISpecAttrAccess.h"
 #include "CATLib.h"
 #include "JNLManager.h"
@@ -122,7 +125,7 @@ TEST_F(ProfileTest, FoldersListTheirEntriesInAnOrderOfTheirOwn) {
     set([](Switches& one) { one.folderOrder = FolderOrder::names; });
     EXPECT_EQ(entries(), Texts({".", "..", "a", "b", "c"}));
     set([](Switches& one) { one.folderOrder = FolderOrder::reversed; });
-    EXPECT_EQ(entries(), Texts({"c", "b", "a", "..", "."}));
+    EXPECT_EQ(entries(), Texts({".", "..", "c", "b", "a"}));
     set([](Switches& one) {
         one.folderOrder = FolderOrder::names;
         one.entryWithEndOfFolder = true;
@@ -228,6 +231,63 @@ TEST_F(ProfileTest, WhatTheCodePageLacksIsMissingInBytesOnly) {
     key->Release();
 }
 
+TEST_F(ProfileTest, NumbersAreShownAndReadAsTheSessionHasThem) {
+    const auto part = parametersOf(session().part("/w/a.CATPart"), "MechanicalPart", "a");
+    const auto length = part.add("Length", "L", 0.0012345678), real = part.add("R", -1.0);
+    const auto shown = [](const embedded::Parameter& parameter) { return toUtf8(parameter.get()->Show()); };
+    EXPECT_EQ(shown(length) + " " + shown(real), "1.2345678mm -1");
+    set([](Switches& one) { one.shownDecimals = 3; });
+    EXPECT_EQ(shown(length) + " " + shown(real), "1.235mm -1");
+    EXPECT_EQ(length.shown(), "1.2345678mm");
+    real.get()->Valuate(-0.0001);
+    EXPECT_EQ(shown(real), "0");
+    set([](Switches& one) { one.oneDecimalMark = true; });
+    environment().decimalSeparator = ",";
+    for (const char* const text : {"1.5mm", "1,5mm", "2.5cm"}) length.get()->ValuateReal(text);
+    EXPECT_EQ(length.shown(), "1,5mm");
+    set([](Switches&) {});
+    length.get()->ValuateReal("2.5cm");
+    EXPECT_EQ(length.shown(), "25mm");
+
+    int integer = 0;
+    double number = 0.0;
+    for (const bool isStrict : {false, true}) {
+        set([&](Switches& one) { one.numbersEndTexts = isStrict; });
+        for (const char* const text : {"7mm", "7 "}) {
+            EXPECT_EQ(CATUnicodeString(text).ConvertToNum(&integer), isStrict ? 0 : 1);
+            EXPECT_EQ(CATUnicodeString(text).ConvertToNum(&number), isStrict ? 0 : 1);
+        }
+        EXPECT_EQ(CATUnicodeString(" 7").ConvertToNum(&integer), 1);
+        EXPECT_EQ(CATUnicodeString("7,5").ConvertToNum(&number), 1);
+    }
+}
+
+TEST_F(ProfileTest, WhatIsWrittenMakesItsDocumentUnsavedAndOutOfDate) {
+    auto document = session().part("/w/A.CATPART");
+    EXPECT_STREQ(document.get()->IsA(), "CATPart") << "the class is that of the kind";
+    const auto part = parametersOf(document, "MechanicalPart", "A");
+    const auto text = part.add("T", "x"), driven = part.add("D", 1).driven(), bounded = part.add("B", 1).range(0, 2);
+    const auto isTouched = [&] {
+        const bool touched = !document.saved() && !document.upToDate();
+        EXPECT_EQ(document.saved(), document.upToDate());
+        document.saved(true).upToDate(true);
+        return touched;
+    };
+    EXPECT_FALSE(isTouched()) << "by the builder";
+    driven.get()->Valuate(2);
+    bounded.get()->Valuate(3);
+    text.get()->Valuate(CATUnicodeString("x"));
+    const CATICkeParm_var loose = part.factory()->CreateReal("R", 1.0);
+    loose->Rename("S");
+    EXPECT_FALSE(isTouched()) << "nothing that the document holds has changed";
+    text.get()->Valuate(CATUnicodeString("y"));
+    EXPECT_TRUE(isTouched());
+    part.publisher()->Append(CATISpecObject_var(loose));
+    EXPECT_TRUE(isTouched());
+    text.get()->SetUserAccess(CATICkeParm::ReadOnly);
+    EXPECT_TRUE(isTouched());
+}
+
 TEST_F(ProfileTest, ASessionFileTellsHowThePlatformBehaves) {
     const auto saved = [] {
         std::string text;
@@ -242,7 +302,8 @@ TEST_F(ProfileTest, ASessionFileTellsHowThePlatformBehaves) {
     EXPECT_EQ(load(R"({"profile": "unkind"})"), "");
     EXPECT_TRUE(switches().pathLists && switches().codePage == CodePage::windows1252);
     EXPECT_NE(saved().find(R"("profile": "unkind")"), std::string::npos);
-    EXPECT_EQ(load(R"({"folder_order": "names", "code_page": "windows-1252", "services_know_logical_names": true})"),
+    EXPECT_EQ(load(R"({"folder_order": "names", "code_page": "windows-1252", "services_know_logical_names": true,
+                       "shown_decimals": 2, "row_zero_is_taken": true})"),
               "");
     const Switches mixed = switches();
     EXPECT_TRUE(mixed.folderOrder == FolderOrder::names && mixed.servicesKnowLogicalNames && !mixed.pathLists);
@@ -258,6 +319,7 @@ TEST_F(ProfileTest, ASessionFileTellsHowThePlatformBehaves) {
 
     EXPECT_EQ(load(R"({"profile": "mean"})"), "s:1: platform.profile: no profile is named 'mean'");
     EXPECT_EQ(load(R"({"folder_order": "odd"})"), "s:1: platform.folder_order: nothing is called 'odd' here");
+    EXPECT_EQ(load(R"({"shown_decimals": 16})").substr(0, 30), "s:1: platform.shown_decimals: ");
     EXPECT_EQ(load(R"({"code_page": 1252})"), "s:1: platform.code_page: a text is expected");
     EXPECT_EQ(load(R"({"pathLists": true})"), "s:1: platform.pathLists: unknown key");
 }

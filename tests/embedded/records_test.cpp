@@ -130,6 +130,10 @@ TEST_F(RecordsTest, ManagersAnswerTheEnvironmentUnlessMissingOrFailing) {
     EXPECT_EQ(ENVManager::getInstance(), nullptr);
     EXPECT_EQ(VornEnvConfig::getInstance(), nullptr);
     EXPECT_NE(PROCManager::getInstance(), nullptr);
+    EXPECT_NE(JNLManager::getInstance(), nullptr);
+    environment().missingManagers = {"JNLManager", "EMHManager"};
+    EXPECT_EQ(JNLManager::getInstance(), nullptr);
+    EXPECT_EQ(EMHManager::getInstance(), nullptr);
 }
 
 TEST_F(RecordsTest, MapsKeepTheirEntriesInOrderThroughRenames) {

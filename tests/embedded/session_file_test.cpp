@@ -138,8 +138,8 @@ TEST_F(SessionFileTest, EveryFaultNamesItsLineAndField) {
         {"{\"documents\": [{\"name\": \"a.CATPart\", \"children\": [{\"instance\": \"B.1\", \"component\": {},\n"
          "\"occurrences\": [{\"path\": [\"C.1\"]}]}]}]}",
          "2: documents[0].children[0].occurrences[0].path: no such occurrence"},
-        {"{\"environment\": {\n\"missing_managers\": [\"JNLManager\"]}}",
-         "2: environment.missing_managers[0]: no manager is named 'JNLManager'"},
+        {"{\"environment\": {\n\"missing_managers\": [\"JournalManager\"]}}",
+         "2: environment.missing_managers[0]: no manager is named 'JournalManager'"},
         {"{\"environment\": {\"separator\": \":\"}}", "1: environment.separator: a slash or a backslash is expected"},
         {"{\"environment\": {\"logical_names\": {\"a\": \"b\",\n\"a\": \"c\"}}}",
          "2: environment.logical_names.a: given twice"},

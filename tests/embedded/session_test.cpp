@@ -13,6 +13,7 @@
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 #include "tests/support/Fixture.h"
+#include "tests/support/Utf8.h"
 
 #include <memory>
 
@@ -296,7 +297,7 @@ TEST_F(SessionTest, DocumentsAreFoundByTheirWholeName) {
                  {"", nullptr}};
     for (const auto& test : cases) {
         CATDocument* found = sub.get();
-        EXPECT_EQ(CATDocumentServices::GetDocumentInSession(test.name, found), test.document ? S_OK : E_FAIL);
+        EXPECT_EQ(CATDocumentServices::GetDocumentInSession(utf8(test.name), found), test.document ? S_OK : E_FAIL);
         EXPECT_EQ(found, test.document) << test.name;
     }
     EXPECT_EQ(session().part("/W/bolt.CATPART").get(), bolt.get());

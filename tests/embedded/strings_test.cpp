@@ -1,6 +1,7 @@
 #include "CATUnicodeString.h"
 #include "CATUuid.h"
 #include "UTILString.h"
+#include "embedded/Profile.h"
 #include "tests/support/Fixture.h"
 
 #include <set>
@@ -14,7 +15,14 @@ std::string bytes(const CATUnicodeString& text) {
     return std::string(text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte()));
 }
 
-class StringsTest : public PlatformTest {};
+/** Texts of bytes are UTF-8 here, of which every byte survives. */
+class StringsTest : public PlatformTest {
+protected:
+    void SetUp() override {
+        PlatformTest::SetUp();
+        embedded::setSwitches({});
+    }
+};
 
 TEST_F(StringsTest, SearchCountsCharactersAndMeasuresBackwardFromTheEnd) {
     const struct {

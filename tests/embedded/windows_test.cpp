@@ -8,6 +8,7 @@
 #include "CATMsgCatalog.h"
 #include "CATPathElement.h"
 #include "CATSessionServices.h"
+#include "embedded/SessionFile.h"
 #include "embedded/Windows.h"
 
 namespace {
@@ -20,9 +21,10 @@ protected:
     static Texts breaches() { return embedded::Accounting::get().takeBreaches(); }
 };
 
-TEST_F(WindowObjectsTest, TheLayoutListsWindowsByTypeAndAge) {
+TEST_F(WindowObjectsTest, TheLayoutListsWindowsByTypeAndTimeOfActivation) {
     const auto first = windows().open(session().part("/w/a.CATPart")).minimised(true);
     const auto second = windows().open(session().part("/w/b.CATPart"));
+    const auto third = windows().open(session().part("/w/c.CATPart"));
     const auto list = [](int type, int sort) {
         const CATListPtrCATFrmWindow found = CATFrmLayout::GetCurrentLayout()->GetWindowList(type, sort);
         std::vector<CATFrmWindow*> result;
@@ -30,10 +32,23 @@ TEST_F(WindowObjectsTest, TheLayoutListsWindowsByTypeAndAge) {
         return result;
     };
     using List = std::vector<CATFrmWindow*>;
-    EXPECT_EQ(list(0, 0), List({first.get(), second.get()}));
-    EXPECT_EQ(list(0, 2), List({second.get(), first.get()}));
-    EXPECT_EQ(list(1, 0), List({second.get()}));
+    EXPECT_EQ(list(0, 0), List({first.get(), second.get(), third.get()}));
+    EXPECT_EQ(list(0, 2), List({third.get(), second.get(), first.get()}));
+    EXPECT_EQ(list(1, 0), List({second.get(), third.get()}));
     EXPECT_EQ(list(2, 0), List({first.get()}));
+    CATFrmLayout::GetCurrentLayout()->SetCurrentWindow(first.get());
+    windows().activate(second);
+    EXPECT_EQ(list(0, 1), List({third.get(), first.get(), second.get()}));
+    std::string text;
+    ASSERT_TRUE(embedded::sessionText(text).ok);
+    ASSERT_TRUE(embedded::loadSessionText("s", text).ok);
+    const Texts newestFirst = {"/w/b.CATPart", "/w/a.CATPart", "/w/c.CATPart"};
+    Texts loaded;
+    for (CATFrmWindow* const window : list(0, 2))
+        loaded.emplace_back(window->GetEditor()->GetDocument()->StorageName().ConvertToChar());
+    EXPECT_EQ(loaded, newestFirst);
+    windows().close(windows().active());
+    EXPECT_EQ(windows().active().document().name(), "/w/a.CATPart") << "the one that was active before";
 }
 
 TEST_F(WindowObjectsTest, WindowsOfADocumentShareItsEditor) {

@@ -1,8 +1,11 @@
 #include "VornCache.h"
+#include "VornToolsVersion.h"
 
 #include "embedded/Accounting.h"
 
 #include <cstdio>
+
+static_assert(VORNTOOLS_VERSION >= VORNTOOLS_VERSION_OF(1, 0, 0), "the headers tell their version");
 
 /** Asks the installed library for the state of a document that has no DAT file: it is new. */
 int main() {

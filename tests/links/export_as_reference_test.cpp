@@ -5,6 +5,7 @@
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Utf8.h"
 
 namespace {
 
@@ -14,7 +15,7 @@ protected:
         PlatformTest::SetUp();
         environment().referencePrefix = "REF_";
     }
-    static int is(VornToolsExportAsReference& references, const char* name) {
+    static int is(VornToolsExportAsReference& references, const CATUnicodeString& name) {
         unsigned char result = 7;
         EXPECT_EQ(references.isAnExportAsReference(name, result), S_OK);
         return result;
@@ -40,10 +41,10 @@ TEST_F(ExportAsReferenceTest, TheFileNameBeginsWithThePrefix) {
         Texts({"> VornToolsExportAsReference:: isAnExportAsReference", "test for component : /lib/REF_a.CATPart",
                " the Component is a REFERENCE by file_name", "< VornToolsExportAsReference:: isAnExportAsReference"}));
 
-    environment().referencePrefix = "R\xC3";
+    environment().referencePrefix = "R\xC5\x81";
     VornToolsExportAsReference others;
-    EXPECT_EQ(is(others, "R\xC3-.CATPart"), 1);
-    EXPECT_EQ(is(others, "R\xC3\xA4.CATPart"), 0) << "half a character is none";
+    EXPECT_EQ(is(others, utf8("R\xC5\x81-.CATPart")), 1);
+    EXPECT_EQ(is(others, utf8("R\xC4\x86-.CATPart")), 0) << "another letter that an 8-bit encoding may lack";
 
     environment().referencePrefix = "";
     EXPECT_EQ(is(references, "REF_a.CATPart"), 1) << "read once";

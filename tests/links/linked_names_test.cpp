@@ -2,6 +2,7 @@
 
 #include "UTILFile.h"
 #include "VornToolsFolderMemory.h"
+#include "embedded/Profile.h"
 
 #include <functional>
 
@@ -73,6 +74,7 @@ TEST_F(LinksTest, SearchesReadAtMost260Entries) {
 }
 
 TEST_F(LinksTest, TheCountStandsAtWhatTheLastResolutionRead) {
+    embedded::setSwitches({}); // "." and ".." in front
     const auto fill = [&](const std::string& name, int files) {
         for (int i = 0; i < files; ++i) write(name + "/" + std::to_string(i), "x");
     };
@@ -80,7 +82,6 @@ TEST_F(LinksTest, TheCountStandsAtWhatTheLastResolutionRead) {
         for (; entries % 2 != 0; entries -= 9) VornToolsLinks::findFileInPath("absent", path("flat").c_str());
         for (; entries > 0; entries -= 2) VornToolsLinks::findFileInPath("absent", path("empty").c_str());
     };
-    // Every folder has the entries "." and ".." in front.
     std::filesystem::create_directories(folder() / "empty");
     write("chain/c/c/end.CATPart", "x");
     write("below/c/c/near.CATPart", "x");
@@ -124,6 +125,20 @@ TEST_F(LinksTest, TheCountStandsAtWhatTheLastResolutionRead) {
     }
     located("", path("wide/own"), "\\gone");
     EXPECT_EQ(VornToolsLinks::findFileInPath("end.CATPart", path("chain").c_str()), nullptr) << "none is left";
+}
+
+TEST_F(LinksTest, AFolderIsNoListOfFolders) {
+#if defined(_WIN32)
+    const std::string odd = "a;b";
+#else
+    const std::string odd = "a:b";
+#endif
+    for (const char* const name : {"near", "below/far"}) {
+        const std::string file = write(odd + "/" + name + ".CATPart", "x");
+        EXPECT_EQ(located("", path(odd + "/own"), "\\gone\\" + std::filesystem::path(file).filename().u8string()),
+                  file);
+    }
+    EXPECT_EQ(located("", path(odd + "/own"), "\\gone\\other.CATPart"), "\\gone\\other.CATPart");
 }
 
 TEST_F(LinksTest, AMemoryForFoldersReadsThemOnce) {

@@ -13,6 +13,7 @@
 #include "embedded/Parameters.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Utf8.h"
 
 #include <functional>
 #include <memory>
@@ -60,12 +61,11 @@ protected:
     HRESULT create(const std::string& name, const std::string& value, const char* type, int readOnly = 0, int user = 0,
                    int rename = 0) {
         const auto flag = [](int value01) { return static_cast<unsigned char>(value01); };
-        return Service::createParameter(set.factory(), set.publisher(), name.c_str(),
-                                        CATUnicodeString(value.data(), value.size()), type, flag(readOnly), flag(user),
-                                        flag(rename));
+        return Service::createParameter(set.factory(), set.publisher(), name.c_str(), utf8(value), type, flag(readOnly),
+                                        flag(user), flag(rename));
     }
     static HRESULT update(const Parameter& parameter, const std::string& value, const char* type) {
-        return Service::updateParameter(parameter.get(), "P", CATUnicodeString(value.data(), value.size()), type);
+        return Service::updateParameter(parameter.get(), "P", utf8(value), type);
     }
     /** Type, value and list of the set's last parameter; empty when there is none. */
     std::string last() {

@@ -11,6 +11,7 @@
 #include "embedded/SessionFile.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Utf8.h"
 
 #include <memory>
 #include <utility>
@@ -40,11 +41,11 @@ protected:
         frame = root.addComponent("Frame", "Frame.1");
         bolt = root.add(session().part("/w/Bolt.CATPart"), "Bolt.1");
     }
-    static HRESULT create(const embedded::Product& product, Type type, const char* name, const std::string& value,
-                          bool evenEmpty, int expectedCreated) {
+    static HRESULT create(const embedded::Product& product, Type type, const std::string& name,
+                          const std::string& value, bool evenEmpty, int expectedCreated) {
         unsigned char created = 7;
-        const HRESULT code = Service::createMaroInstanceProperty(
-            product.get(), type, name, CATUnicodeString(value.data(), value.size()), evenEmpty ? 1 : 0, created);
+        const HRESULT code = Service::createMaroInstanceProperty(product.get(), type, utf8(name), utf8(value),
+                                                                 evenEmpty ? 1 : 0, created);
         EXPECT_EQ(created, expectedCreated) << name;
         return code;
     }
@@ -56,8 +57,7 @@ protected:
         EXPECT_EQ(Service::getAllMaroInstancePropertiesNamesAndValues(product.get(), names, values), expected);
         EXPECT_EQ(names.Size(), values.Size());
         Texts result;
-        for (int i = 1; i <= names.Size(); ++i)
-            result.push_back(std::string(names[i].ConvertToChar()) + "=" + values[i].ConvertToChar());
+        for (int i = 1; i <= names.Size(); ++i) result.push_back(toUtf8(names[i]) + "=" + toUtf8(values[i]));
         return result;
     }
     /** "type value", or "none". */
@@ -234,15 +234,31 @@ TEST_F(InstancePropertiesTest, SeveralValuesAreKeptInTheirOrderOnceEach) {
 }
 
 TEST_F(InstancePropertiesTest, PropertiesAreListedAndSortedByName) {
-    for (const char* const name : {"b", "B", "a10", "a", "a1"})
+    for (const char* const name : {"b",
+                                   "\xC5\x81"
+                                   "a",
+                                   "B", "a10",
+                                   "\xC4\x86"
+                                   "b",
+                                   "a", "a1"})
         create(frame, Service::PropertyString, name, "x", false, 1);
     CATListValCATBaseUnknown_var* p_list = nullptr;
     ASSERT_EQ(Service::getAllMaroInstancePropertiesOrderedByName(frame.get(), p_list), S_OK);
     const std::unique_ptr<CATListValCATBaseUnknown_var> sorted(p_list);
     Texts names;
-    for (int i = 1; i <= sorted->Size(); ++i) names.push_back(CATICkeParm_var((*sorted)[i])->Name().ConvertToChar());
-    EXPECT_EQ(names, (Texts{"B", "a", "a1", "a10", "b"}));
-    EXPECT_EQ(all(frame), (Texts{"b=x", "B=x", "a10=x", "a=x", "a1=x"}));
+    for (int i = 1; i <= sorted->Size(); ++i) names.push_back(toUtf8(CATICkeParm_var((*sorted)[i])->Name()));
+    EXPECT_EQ(names, (Texts{"B", "a", "a1", "a10", "b",
+                            "\xC4\x86"
+                            "b",
+                            "\xC5\x81"
+                            "a"}));
+    EXPECT_EQ(all(frame), (Texts{"b=x",
+                                 "\xC5\x81"
+                                 "a=x",
+                                 "B=x", "a10=x",
+                                 "\xC4\x86"
+                                 "b=x",
+                                 "a=x", "a1=x"}));
 }
 
 TEST_F(InstancePropertiesTest, OnlyInstancesStoredBesideTheirReferenceTakeProperties) {

@@ -49,6 +49,11 @@ TEST_F(ParameterCreationTest, ASingleValueIsReadByItsType) {
                 {",", "1,5", "d", "Real 1,5"},
                 {",", "1.234,5", "d", ""},
                 {".", "1e3 ", "d", "Real 1000"},
+                {".", "-2.5e1mm", "d", "Real -25"},
+                {".", "2.5e mm", "d", "Real 2.5"},
+                {".", "1.5.2", "d", ""},
+                {".", "1,5mm", "d", ""},
+                {".", "1.5mm", "i", ""},
                 {".", "1e999", "d", ""},
                 {".", "-1e999", "d", ""},
                 {".", "1e-999", "d", "Real 0"},
@@ -71,6 +76,7 @@ TEST_F(ParameterCreationTest, ASingleValueIsReadByItsType) {
 
 TEST_F(ParameterCreationTest, SeveralValuesAreReadByTheirType) {
     createEach({{".", "a@=@b@=@a", "s", "String a string: a, b"},
+                {".", "\xC5\x81@=@\xC4\x86", "s", "String \xC5\x81 string: \xC5\x81, \xC4\x86"},
                 {".", "@=@", "s", "String  string: "},
                 {".", "@=@a", "s", "String  string: , a"},
                 {".", "a@=@", "s", "String a string: a, "},

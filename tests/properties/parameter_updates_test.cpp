@@ -103,6 +103,7 @@ TEST_F(ParameterUpdatesTest, ADimensionTakesANumberOfTheCurrentUnitOrATextWithAU
                  {"mm", ",", "2,5", "2,5mm", "2,5mm"},
                  {"mm", ",", "2.5", "2.5mm", "2,5mm"},
                  {"mm", ",", "2,5cm", "2,5cm", "25mm"},
+                 {"mm", ",", "2.5cm", "2.5cm", "25mm"},
                  {"mm", ".", "5deg", "5deg", nullptr},
                  {"mm", ".", "5e", "5e", nullptr},
                  {"mm", ".", "5mm mm", "5mm mm", nullptr},
@@ -283,6 +284,29 @@ TEST_F(ParameterUpdatesTest, NumbersAreReadAndWrittenInTheSessionsNotation) {
         EXPECT_EQ(length.shown() + " " + length.list(), noted("2.5mm double: 2.5, 3.75"));
         EXPECT_EQ(update(length, "2.5@=@", "d"), E_FAIL);
         EXPECT_EQ(length.shown() + " " + length.list(), noted("2.5mm double: 2.5, 3.75"));
+    }
+}
+
+TEST_F(ParameterUpdatesTest, WhatIsKeptHasMoreDigitsThanWhatIsShown) {
+    Parameter length = set.add("Length", "L", 0.0123456).list("ListOfValues", std::vector<double>{0.0000015});
+    EXPECT_EQ(update(length, "7.00055", "d"), S_OK);
+    EXPECT_EQ(length.shown() + " " + length.list(), "7.00055mm double: 7.00055, 12.3456, 0.0015");
+    EXPECT_TRUE(embedded::Journal::get().contains("    value applied : 0.00700055m"));
+}
+
+TEST_F(ParameterUpdatesTest, NumbersOutOfRangeAreNotTakenSilently) {
+    Parameter integer = set.add("I", 1).range(0, 10), real = set.add("R", 1.5).range(0, 10);
+    Parameter length = set.add("Length", "L", 0.001).range(0, 0.01);
+    for (const auto& [parameter, type, setter] :
+         {std::tuple<Parameter*, const char*, const char*>{&integer, "i", "Valuate"},
+          {&real, "d", "Valuate"},
+          {&length, "d", "ValuateReal"}}) {
+        const std::string before = parameter->shown();
+        for (const char* const value : {"11", "-1", "11@=@1"}) EXPECT_EQ(update(*parameter, value, type), E_FAIL);
+        EXPECT_EQ(parameter->shown() + parameter->list(), before);
+        EXPECT_EQ(reports(), Texts(3, kClass + "updateParameter 9003 " + setter));
+        EXPECT_EQ(update(*parameter, "10", type), S_OK);
+        EXPECT_EQ(parameter->shown().substr(0, 2), "10");
     }
 }
 

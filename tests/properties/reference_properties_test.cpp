@@ -1,6 +1,7 @@
 #include "tests/properties/ParameterTest.h"
 
 #include "VornToolsCADDOCPropertiesPX1.h"
+#include "tests/support/FaultAt.h"
 
 namespace {
 
@@ -36,6 +37,13 @@ TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughTheProduct) {
     EXPECT_EQ(reports(),
               (Texts{name + "setReferenceProperties 9001 i_values", name + "setReferenceProperties 9002 ipi_product",
                      name + "updatePartNumber 9002 sp_reference_product"}));
+    CATListValCATUnicodeString refused;
+    refused.Append("partNumber");
+    EXPECT_TRUE(failAt("CATIProduct::SetPartNumber", 1, [&] {
+        EXPECT_EQ(properties().setReferenceProperties(bolt.get(), refused, refused), E_FAIL) << "a call without a code";
+    }));
+    EXPECT_EQ(bolt.partNumber(), "B-7");
+    EXPECT_EQ(reports(), (Texts{name + "setReferenceProperties 9003 SetPartNumber"}));
     CATListValCATUnicodeString one, value;
     one.Append("revision");
     value.Append("C");

@@ -1,6 +1,7 @@
 #include "tests/session/FailingCall.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Utf8.h"
 
 #include "CATDocument.h"
 #include "CATDocumentsInSession.h"
@@ -22,11 +23,9 @@ protected:
     static std::string found(const std::string& name, HRESULT expected = S_OK) {
         CATDocument* document = embedded::Session::current().documentAt(0).get(); // is to be cleared
         unsigned char flag = 7;
-        EXPECT_EQ(VornToolsCommon::getDocumentInSession(CATUnicodeString(name.data(), name.size()), document, flag),
-                  expected)
-            << name;
+        EXPECT_EQ(VornToolsCommon::getDocumentInSession(utf8(name), document, flag), expected) << name;
         EXPECT_EQ(flag, document ? 1 : 0);
-        return document ? document->StorageName().ConvertToChar() : "";
+        return document ? toUtf8(document->StorageName()) : "";
     }
     static Texts listed(const char* type) {
         CATListPtrCATDocument list;
@@ -74,7 +73,7 @@ TEST_F(DocumentsTest, NamesAreComparedWholeOrWithoutDirectory) {
         {"/w/notes.txt", ""},
         {"/w/one/", ""},
         {"Part", ""},
-        {"\xFF", ""},
+        {"\xC3\xBF", ""},
     };
     for (const auto& [name, expected] : cases) EXPECT_EQ(found(name), expected) << name;
     EXPECT_EQ(reports(), Texts());
@@ -245,13 +244,14 @@ TEST_F(DocumentsTest, FilesAreOpenedInAWindow) {
     const std::string name = write("n\xC3\xA4h.CATPart", "x");
     const auto open = [](const std::string& file, HRESULT expected) {
         CATDocument* document = embedded::Session::current().documentAt(0).get();
-        EXPECT_EQ(VornToolsCommon::openDocument(file.c_str(), document), expected);
+        EXPECT_EQ(VornToolsCommon::openDocument(utf8(file), document), expected);
         return document;
     };
     CATDocument* const document = open(name, S_OK);
     EXPECT_EQ(document, session().find(name).get());
     EXPECT_EQ(Windows::current().active().document().get(), document);
-    EXPECT_EQ(messages(), Texts({"Document opened : " + name + "."}));
+    EXPECT_FALSE(Windows::current().openedReadOnly(session().find(name)));
+    EXPECT_EQ(messages(), Texts({"Document opened : " + eightBit(name) + "."}));
     EXPECT_EQ(open(name, S_OK), document);
     EXPECT_EQ(session().documentCount(), 1U);
     for (const std::string& missing : {path("none.CATPart"), folder().u8string(), std::string()})
@@ -262,7 +262,7 @@ TEST_F(DocumentsTest, FilesAreOpenedInAWindow) {
     Windows::current().withoutSession();
     clearJournal();
     EXPECT_EQ(open(name, S_OK), document);
-    EXPECT_EQ(messages(), Texts({"Document opened : " + name + "."})) << "the rest is for debugging";
+    EXPECT_EQ(messages(), Texts({"Document opened : " + eightBit(name) + "."})) << "the rest is for debugging";
     Windows::current().withoutSession();
     environment().debugMode = true;
     clearJournal();

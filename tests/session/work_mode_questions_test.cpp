@@ -1,4 +1,5 @@
 #include "tests/session/WorkModesFixture.h"
+#include "tests/support/Utf8.h"
 
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
@@ -36,9 +37,9 @@ TEST_F(WorkModeQuestionsTest, QuestionsOfTheSession) {
     VornToolsCommon::isFileNameInVisu("", answer);
     EXPECT_EQ(answer, 1) << "no name is in none";
     session().part("/w/\xC3\x96l.CATPart");
-    VornToolsCommon::isFileNameInVisu("\xC3\x96l", answer);
+    VornToolsCommon::isFileNameInVisu(utf8("\xC3\x96l"), answer);
     EXPECT_EQ(answer, 0);
-    VornToolsCommon::isFileNameInVisu("\xC3\xB6l", answer);
+    VornToolsCommon::isFileNameInVisu(utf8("\xC3\xB6l"), answer);
     EXPECT_EQ(answer, 1) << "letter case counts";
 }
 

@@ -1,12 +1,27 @@
 #include "tests/support/Fixture.h"
 
+#include "embedded/Profile.h"
+
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <fstream>
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/** Where nobody chose another profile, the platform is as unkind as it can be. */
+void chooseProfile() {
+    static const char* const given = std::getenv("VORNTOOLS_PROFILE");
+    static const bool isChosen = (given && *given) || embedded::chooseProfile("unkind");
+    ASSERT_TRUE(isChosen);
+}
+
+} // namespace
+
 void PlatformTest::SetUp() {
+    chooseProfile();
     session().reset();
     embedded::Failures::get().disarm();
     embedded::Accounting::get().takeBreaches();

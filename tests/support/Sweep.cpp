@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <fstream>
 #include <set>
+#include <vector>
 
 namespace {
 
@@ -52,8 +53,33 @@ Surroundings look(const SweepCase& sweep) {
             embedded::Session::current().digest() + (sweep.state ? sweep.state() : std::string())};
 }
 
-void restore(const SweepCase& sweep) {
-    if (sweep.restore) sweep.restore();
+/** Which documents hold changes. Putting something back is a change like any other, but not one of the sweep's. */
+class HeldChanges {
+public:
+    HeldChanges() {
+        const embedded::Session& session = embedded::Session::current();
+        for (std::size_t i = 0; i < session.documentCount(); ++i) {
+            const embedded::Document document = session.documentAt(i);
+            m_states.push_back({document, document.saved(), document.upToDate()});
+        }
+    }
+    void putBack() const {
+        for (State state : m_states) state.document.saved(state.saved).upToDate(state.upToDate);
+    }
+
+private:
+    struct State {
+        embedded::Document document;
+        bool saved, upToDate;
+    };
+    std::vector<State> m_states;
+};
+
+void restore(const SweepCase& sweep, const HeldChanges& changes) {
+    if (sweep.restore) {
+        sweep.restore();
+        changes.putBack();
+    }
     embedded::Journal::get().clear();
     embedded::ErrorReports::get().take();
     embedded::Messages::get().take();
@@ -77,7 +103,8 @@ void checkAnswer(const SweepCase& sweep, const SweepOutcome& outcome) {
 
 int sweepFailures(const SweepCase& sweep) {
     embedded::Failures& failures = embedded::Failures::get();
-    restore(sweep);
+    const HeldChanges changes;
+    restore(sweep, changes);
     const Surroundings before = look(sweep);
     failures.arm(0, false, FaultFlavour::none);
     const SweepOutcome undisturbed = sweep.operation();
@@ -85,7 +112,7 @@ int sweepFailures(const SweepCase& sweep) {
     failures.disarm();
     const Surroundings after = look(sweep);
     checkCleanliness(before);
-    restore(sweep);
+    restore(sweep, changes);
 
     for (const FaultFlavour flavour :
          {FaultFlavour::code, FaultFlavour::codeWithOutput, FaultFlavour::nullOutput, FaultFlavour::shortRead}) {
@@ -101,7 +128,7 @@ int sweepFailures(const SweepCase& sweep) {
                 checkCleanliness(before);
                 if (!fired) {
                     EXPECT_EQ(outcome.code, undisturbed.code);
-                    restore(sweep);
+                    restore(sweep, changes);
                     break;
                 }
                 if (FAILED(outcome.code)) {
@@ -113,11 +140,11 @@ int sweepFailures(const SweepCase& sweep) {
                 checkAnswer(sweep, outcome);
                 const std::string state = look(sweep).state;
                 EXPECT_TRUE(state == before.state || state == after.state) << "stored state half changed";
-                restore(sweep);
+                restore(sweep, changes);
                 const SweepOutcome next = sweep.operation();
                 EXPECT_EQ(next.code, undisturbed.code) << "the next call behaves differently";
                 EXPECT_EQ(next.answer, undisturbed.answer) << "the next call answers differently";
-                restore(sweep);
+                restore(sweep, changes);
                 if (testing::Test::HasFatalFailure()) return calls;
             }
         }

@@ -21,4 +21,10 @@ inline std::string toUtf8(const CATUnicodeString& text) {
     return bytes;
 }
 
+/** What the platform's 8-bit encoding keeps of a text. */
+inline std::string eightBit(const std::string& bytes) {
+    const CATUnicodeString text = utf8(bytes);
+    return std::string(text.ConvertToChar(), static_cast<std::size_t>(text.GetLengthInByte()));
+}
+
 #endif

@@ -101,15 +101,19 @@ std::string examplesText(const Command& command) {
     return text;
 }
 
-void addCommand(CLI::App& app, const Command& command) {
+/** Adds what a command consists of, and below it the names of all commands, but only the content of those that the
+ * words can lead to: nobody asks for the others', and making them was a third of the start. */
+void addCommand(CLI::App& app, const Command& command, const std::vector<std::string>& words) {
     for (const Option& option : command.options()) addOption(app, option);
     // Only now every option that another one names is there.
     for (const Option& option : command.options()) {
         if (!option.needed.empty()) app.get_option(option.names)->needs(app.get_option(option.needed));
         if (!option.excluded.empty()) app.get_option(option.names)->excludes(app.get_option(option.excluded));
     }
-    for (const Command& below : command.commands())
-        addCommand(*app.add_subcommand(below.name(), below.description()), below);
+    for (const Command& below : command.commands()) {
+        CLI::App* const added = app.add_subcommand(below.name(), below.description());
+        if (std::find(words.begin(), words.end(), below.name()) != words.end()) addCommand(*added, below, words);
+    }
     app.require_subcommand(command.hasRun() ? 0 : 1, 1);
     if (!command.examples().empty()) app.footer(examplesText(command));
 }
@@ -189,7 +193,7 @@ int refuse(const CLI::ParseError& error, const CLI::App& app, const Command& pro
 int runCommandLine(const Command& program, const std::vector<std::string>& arguments,
                    const std::function<void()>& prepare) {
     CLI::App app(program.description(), program.name());
-    addCommand(app, program);
+    addCommand(app, program, arguments);
     if (arguments.empty()) {
         print(app.help());
         return ExitUnusable;

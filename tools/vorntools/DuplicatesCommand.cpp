@@ -52,8 +52,8 @@ int runDuplicates(CommonOptions& options) {
         documents += group.documents.size();
     }
     if (!options.json)
-        print(std::to_string(groups.size()) + (groups.size() == 1 ? " name, " : " names, ") +
-              std::to_string(documents) + " documents\n");
+        summarize(std::to_string(groups.size()) + (groups.size() == 1 ? " name, " : " names, ") +
+                  std::to_string(documents) + " documents");
     journal.take();
     if (!journal.finish() || !complete) return ExitUnusable;
     return groups.empty() ? ExitFine : ExitFindings;
@@ -89,9 +89,9 @@ int runOrphans(CommonOptions& options) {
     }
     table.print();
     if (!options.json)
-        print(std::string(orphans.empty() ? "" : "\n") + std::to_string(parts) + (parts == 1 ? " part" : " parts") +
-              " and " + std::to_string(orphans.size() - parts) + (orphans.size() - parts == 1 ? " other" : " others") +
-              " that nobody points to\n");
+        summarize(std::to_string(parts) + (parts == 1 ? " part" : " parts") + " and " +
+                  std::to_string(orphans.size() - parts) + (orphans.size() - parts == 1 ? " other" : " others") +
+                  " that nobody points to");
     if (!journal.finish() || !usable) return ExitUnusable;
     return parts > 0 ? ExitFindings : ExitFine;
 }

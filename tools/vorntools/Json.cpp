@@ -5,12 +5,15 @@
 namespace {
 
 void writeText(const std::string& bytes, std::string& text) {
+    const std::string letters = printable(bytes);
     text += '"';
-    for (const char letter : printable(bytes)) {
-        if (letter == '"' || letter == '\\') text += '\\';
-        text += letter;
+    std::size_t begin = 0; // of what has not been written yet
+    for (std::size_t at = 0; at < letters.size(); ++at) {
+        if (letters[at] != '"' && letters[at] != '\\') continue;
+        text.append(letters, begin, at - begin) += '\\';
+        begin = at;
     }
-    text += '"';
+    text.append(letters, begin, std::string::npos) += '"';
 }
 
 } // namespace

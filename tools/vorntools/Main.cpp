@@ -1,3 +1,4 @@
+#include "embedded/Profile.h"
 #include "tools/vorntools/Commands.h"
 #include "tools/vorntools/Manual.h"
 #include "tools/vorntools/Output.h"
@@ -36,6 +37,8 @@ int runWithoutCommand(const Command& program, const ProgramOptions& options) {
 }
 
 int run(const std::vector<std::string>& arguments) {
+    // The answers are about files, whose names lose no character; a session file says itself how its platform behaves.
+    embedded::chooseProfile("kind");
     ProgramOptions options;
     Command program("vorntools", "What the PDM knows of CATIA V5 documents",
                     [&] { return runWithoutCommand(program, options); });

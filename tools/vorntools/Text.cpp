@@ -33,6 +33,9 @@ std::size_t wideCharacterAt(const std::string& bytes, std::size_t at) {
     return overlong || beyond ? 0 : 4;
 }
 
+/** Most letters are: looking at one byte tells that it can stand as it is. */
+bool isPlainLetter(char byte) { return byte >= ' ' && byte < '\x7F' && byte != '%'; }
+
 /** Bytes of the character at a place that can stand as it is; 0 when it has to be escaped. */
 std::size_t plainAt(const std::string& bytes, std::size_t at) {
     const unsigned int byte = byteAt(bytes, at);
@@ -54,17 +57,23 @@ std::string fileNameOf(const std::string& name) { return name.substr(name.find_l
 std::string printable(const std::string& bytes) {
     constexpr char kDigits[] = "0123456789ABCDEF";
     std::string result;
+    result.reserve(bytes.size());
+    std::size_t plain = 0; // begin of what can stand as it is
     for (std::size_t at = 0; at < bytes.size();) {
+        if (isPlainLetter(bytes[at])) {
+            ++at;
+            continue;
+        }
         const std::size_t length = plainAt(bytes, at);
-        if (length > 0) {
-            result.append(bytes, at, length);
-        } else {
+        if (length == 0) {
             const unsigned int byte = byteAt(bytes, at);
+            result.append(bytes, plain, at - plain);
             result += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+            plain = at + 1;
         }
         at += std::max<std::size_t>(length, 1);
     }
-    return result;
+    return result.append(bytes, plain, std::string::npos);
 }
 
 std::size_t widthOf(const std::string& text) {

@@ -62,15 +62,6 @@ private:
     DesignTableObject* m_object;
 };
 
-/** What selecting does besides, and what it takes: nothing is published of it. Usually nothing, and no row 0. */
-struct DesignTableHabits {
-    bool selectingWritesFile = false;            ///< another sheet or configuration; the file is longer afterwards
-    bool sheetSelectsFirstConfiguration = false; ///< whichever was current before the sheet was selected
-    bool rowZeroIsTaken = false;                 ///< a table can be left without a current configuration
-};
-/** Of all tables of the session. */
-ExportedByCatia DesignTableHabits& designTableHabits();
-
 /**
  * Makes a design table below a publisher, in its document. The cells are read from the file now; they stay empty when
  * that cannot be read. The suffix tells the kind of the file: xls, xlsx and xlsm are spreadsheets, whatever else is

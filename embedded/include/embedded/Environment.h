@@ -53,7 +53,8 @@ struct Environment {
     /** Environment variables of the process, before the real ones; an empty value means not set. */
     std::map<std::string, std::string> variables;
 
-    /** Companion managers that getInstance() does not find: "ENVManager", "PROCManager", "VornEnvConfig". */
+    /** Companion managers that getInstance() does not find: "ENVManager", "PROCManager", "VornEnvConfig", "JNLManager",
+     * "EMHManager". */
     std::vector<std::string> missingManagers;
 };
 

@@ -34,7 +34,7 @@ public:
     std::string userName() const;
     /** "String", "Integer", "Boolean", "Real" or a magnitude. */
     std::string type() const;
-    /** The value as users see it; empty without one. */
+    /** The value in the unit that users see, but in as many digits as it takes; empty without one. */
     std::string shown() const;
     /** 0 not seen, 1 read-only, 2 write-only, 3 read and write (at first), 4 user. */
     Parameter& access(int mode);
@@ -42,6 +42,8 @@ public:
     Parameter& withoutValue();
     /** The value follows from a relation: neither users nor programs can change it. */
     Parameter& driven();
+    /** Numbers outside are not taken. In the MKS unit for a dimension. */
+    Parameter& range(double least, double most);
     /** A further attribute "ListOfValues" or any other: a list of texts, integers or real numbers. */
     Parameter& list(const std::string& name, const std::vector<std::string>& texts);
     Parameter& list(const std::string& name, const std::vector<int>& numbers);

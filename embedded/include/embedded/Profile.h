@@ -4,6 +4,7 @@
 #include "ExportedByCatia.h"
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace embedded {
@@ -12,7 +13,7 @@ namespace embedded {
 enum class FolderOrder {
     system,  ///< these two first, the others as the system gives them
     names,   ///< by name
-    reversed ///< by name, the last one first
+    reversed ///< these two first, the others by name, the last one first
 };
 
 /** The 8-bit encoding of texts. */
@@ -31,13 +32,36 @@ struct Switches {
     /** The folders of CATFindPath are a list, separated as the system's search paths are; otherwise they are one. */
     bool pathLists = false;
     CodePage codePage = CodePage::utf8;
+    /** A text is read as a number only when nothing stands behind it; otherwise what does is left. */
+    bool numbersEndTexts = false;
+    /** Decimals with which real numbers are shown; 0: as many as it takes. */
+    int shownDecimals = 0;
+    /** A dimension is read from a text with the session's decimal mark; otherwise with either. */
+    bool oneDecimalMark = false;
+    /** Selecting another sheet or configuration of a design table makes its file longer. */
+    bool selectingWritesTables = false;
+    /** Selecting a sheet makes the first configuration the current one, whichever was it before. */
+    bool sheetSelectsFirstConfiguration = false;
+    /** A design table can be left without a current configuration. */
+    bool rowZeroIsTaken = false;
 
-    friend bool operator==(const Switches& a, const Switches& b) {
-        return a.servicesKnowLogicalNames == b.servicesKnowLogicalNames && a.folderOrder == b.folderOrder &&
-               a.entryWithEndOfFolder == b.entryWithEndOfFolder && a.pathLists == b.pathLists &&
-               a.codePage == b.codePage;
-    }
+    friend bool operator==(const Switches& a, const Switches& b) { return a.asTuple() == b.asTuple(); }
     friend bool operator!=(const Switches& a, const Switches& b) { return !(a == b); }
+
+private:
+    std::tuple<bool, FolderOrder, bool, bool, CodePage, bool, int, bool, bool, bool, bool> asTuple() const {
+        return {servicesKnowLogicalNames,
+                folderOrder,
+                entryWithEndOfFolder,
+                pathLists,
+                codePage,
+                numbersEndTexts,
+                shownDecimals,
+                oneDecimalMark,
+                selectingWritesTables,
+                sheetSelectsFirstConfiguration,
+                rowZeroIsTaken};
+    }
 };
 
 /**

@@ -96,8 +96,8 @@ public:
     /** A new window without an editor. It becomes the active one. */
     Window openWithoutEditor(WindowKind kind = WindowKind::plain);
     Window openDesk() { return openWithoutEditor(WindowKind::desk); }
-    /** Closes a window, and a document that nobody holds any more. The newest window left becomes the active one when
-     * this one was. */
+    /** Closes a window, and a document that nobody holds any more. The window that was active before becomes the active
+     * one when this one was. */
     void close(const Window& window);
 
     std::size_t count() const;
@@ -106,6 +106,8 @@ public:
     /** The active window's editor is the current one. */
     void activate(const Window& window);
     Window active() const;
+    /** Whether the platform was told to open the document for reading only. */
+    bool openedReadOnly(const Document& document) const;
     /** The application shows no windows at all / its windows, but no current editor. */
     Windows& withoutLayout();
     Windows& withoutCurrentEditor();
