@@ -122,19 +122,24 @@ TEST_F(ReportCommandTest, PicturesGoIntoThePageOrBesideIt) {
     EXPECT_EQ(content("report_files/" + pictures["name"][2].get<std::string>() + ".jpg"), kJpeg + "2");
     EXPECT_EQ(content("report_files/mine.jpg"), "of somebody");
     EXPECT_EQ(filesIn("report_files"), 3u);
+
+    EXPECT_EQ(run("report --previews folder " + quoted("d") + " -o " + quoted("a%b \xC3\xB6\xFF.html")), 1);
+    EXPECT_NE(content("a%b \xC3\xB6\xFF.html").find("\"folder\":\"a%25b%20%C3%B6%FF_files\""), std::string::npos);
 }
 
-/** 18 pictures of nearly 1 MB are more than a page takes. */
+/** 38 pictures of nearly 1 MB are more than a page takes; a page that has to take them is large. */
 TEST_F(ReportCommandTest, ManyPicturesGoIntoAFolder) {
-    for (int i = 0; i < 18; ++i)
-        write("d/" + std::to_string(i) + ".CATPart", part(kJpeg + std::string(1000000, static_cast<char>('a' + i))));
+    for (char name = 'A'; name < 'A' + 38; ++name)
+        write("d/"s + std::to_string(name) + ".CATPart", part(kJpeg + std::string(1000000, name)));
     EXPECT_EQ(report(quoted("d")), 1);
     EXPECT_EQ(data("pictures")["kind"], "folder");
-    EXPECT_EQ(filesIn("report_files"), 18u);
+    EXPECT_EQ(filesIn("report_files"), 38u);
     EXPECT_EQ(content("err"), "");
     EXPECT_EQ(report("--previews embed " + quoted("d")), 1);
     EXPECT_EQ(data("pictures")["kind"], "embed");
-    EXPECT_EQ(element("pictures-0").size(), 1u + 18 * (1 + (kJpeg.size() + 1000000 + 2) / 3 * 4));
+    EXPECT_EQ(element("pictures-0").size(), 1u + 38 * (1 + (kJpeg.size() + 1000000 + 2) / 3 * 4));
+    EXPECT_EQ(content("err"),
+              "vorntools: " + path("report.html") + " has 50 MB; --previews folder or none makes it smaller\n");
 }
 
 TEST_F(ReportCommandTest, WhatCannotBeWrittenStaysAsItWas) {

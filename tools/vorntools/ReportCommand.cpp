@@ -96,8 +96,10 @@ bool writePage(const ReportOptions& options, const Archive& archive, const PageO
     file.stream() << pageHead() << "<script type=\"application/json\" id=\"data\">";
     writePageData(file.stream(), archive, listed, origin);
     file.stream() << "</script>\n";
-    if (!addPictures(pictures, file.stream(), archive, listed, journal) || !pictures.finish() ||
-        !(file.stream() << pageTail()) || !file.commit()) {
+    const bool isComplete = addPictures(pictures, file.stream(), archive, listed, journal);
+    pictures.finish();
+    file.stream() << pageTail();
+    if (!isComplete || !file.commit()) {
         complain(options.output + " cannot be written");
         return false;
     }

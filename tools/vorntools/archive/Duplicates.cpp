@@ -3,6 +3,7 @@
 #include "tools/vorntools/archive/Paths.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -39,8 +40,15 @@ bool digestOf(std::string_view fullName, std::uint64_t& digest) {
     constexpr std::uint64_t kStart = 0xCBF29CE484222325U, kPrime = 0x100000001B3U;
     Pieces pieces(fullName);
     digest = kStart;
-    for (std::string piece; pieces.next(piece);)
-        for (const char byte : piece) digest = (digest ^ static_cast<unsigned char>(byte)) * kPrime;
+    for (std::string piece; pieces.next(piece);) {
+        piece.resize((piece.size() + sizeof digest - 1) / sizeof digest * sizeof digest);
+        for (std::size_t at = 0; at < piece.size(); at += sizeof digest) {
+            std::uint64_t word = 0;
+            std::memcpy(&word, piece.data() + at, sizeof word);
+            digest = (digest ^ word) * kPrime;
+            digest ^= digest >> 32U;
+        }
+    }
     return pieces.good();
 }
 

@@ -1,7 +1,6 @@
 #include "tools/vorntools/page/PagePictures.h"
 
 #include "tools/vorntools/OutputFile.h"
-#include "tools/vorntools/Text.h"
 
 #include <cstdint>
 #include <system_error>
@@ -46,16 +45,20 @@ bool isOurs(const fs::path& file) {
            name.find_first_not_of("0123456789abcdef") == kNameLength;
 }
 
-std::string escapedForScript(const std::string& text) {
-    std::string result;
-    for (const char letter : printable(text)) {
-        if (letter == '"' || letter == '\\') result += '\\';
-        if (letter == '<')
-            result += "\\u003c";
+/** A name of any bytes as a part of an address. */
+std::string escapedForAddress(const std::string& name) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text;
+    for (const char letter : name) {
+        const auto byte = static_cast<unsigned char>(letter);
+        const bool isPlain = (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+                             (byte >= 'a' && byte <= 'z') || byte == '.' || byte == '_' || byte == '-';
+        if (isPlain)
+            text += letter;
         else
-            result += letter;
+            text += {'%', kDigits[byte >> 4U], kDigits[byte & 15U]};
     }
-    return result;
+    return text;
 }
 
 } // namespace
@@ -118,12 +121,12 @@ bool PagePictures::store(std::size_t document, const std::string& picture) {
     return true;
 }
 
-bool PagePictures::finish() {
+void PagePictures::finish() {
     for (const auto& [document, picture] : m_waiting) embed(document, picture);
     if (m_inBlock) m_page << "</script>\n";
     m_page << "<script type=\"application/json\" id=\"pictures\">";
     if (m_place == Place::Folder) {
-        m_page << "{\"kind\":\"folder\",\"folder\":\"" << escapedForScript(m_folder.filename().u8string())
+        m_page << "{\"kind\":\"folder\",\"folder\":\"" << escapedForAddress(m_folder.filename().u8string())
                << "\",\"name\":[";
         const char* between = "";
         for (const std::string& name : m_names) {
@@ -137,7 +140,6 @@ bool PagePictures::finish() {
         m_page << "{\"kind\":\"embed\",\"block\":" << kBlock << "}";
     }
     m_page << "</script>\n";
-    return true;
 }
 
 void PagePictures::keep() {

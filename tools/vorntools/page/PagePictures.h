@@ -35,8 +35,8 @@ public:
     /** Takes the picture of a document; each one's number is larger than the last one's.
      * @return false when it cannot be written */
     bool add(std::size_t document, const std::string& picture);
-    /** Writes what is left, and where the pictures are. @return false when a picture cannot be written */
-    bool finish();
+    /** Writes what is left, and where the pictures are. */
+    void finish();
     /** The page is in its place: older pictures that it does not show can go. */
     void keep();
 

@@ -148,7 +148,7 @@
         if (!archive.isDocument(node) || pictures.kind === 'none') return '';
         if (pictures.kind === 'folder') {
             const name = pictures.name[node];
-            return name ? encodeURIComponent(pictures.folder) + '/' + name + '.jpg' : '';
+            return name ? pictures.folder + '/' + name + '.jpg' : '';
         }
         const number = Math.floor(node / pictures.block);
         let block = blocks.get(number);
@@ -181,7 +181,7 @@
     function chipsOf(node) {
         if (archive.isDocument(node))
             return archive.wordsOf(node).map(({ kind, text }) => make('span', { class: 'chip ' + kind }, text));
-        const [kind, text] = archive.isThere[node] ? ['elsewhere', 'outside these folders'] : ['missing', 'missing'];
+        const [kind, text] = archive.isThere[node] ? ['elsewhere', 'not looked at'] : ['missing', 'missing'];
         return [make('span', { class: 'chip ' + kind }, text)];
     }
     /** @param {number} node */
@@ -453,7 +453,7 @@
             return make(
                 'p',
                 { class: 'advice elsewhere' },
-                'The file is there, but outside the folders that were looked at.',
+                'The file is there. It is no CATIA document, or stands outside the folders that were looked at.',
             );
         const candidates = archive.candidatesOf(node);
         if (candidates.length === 0)
