@@ -115,11 +115,11 @@ std::string LinkedNames::findPath(const std::string& i_name, int& o_entries) {
 }
 
 std::string LinkedNames::findByName(const std::string& i_name, int& o_entries) {
-    if (const char* const p_found = CATFindPath(i_name.c_str(), m_current_directory.c_str())) return p_found;
+    if (const char* const p_found = findIn(i_name.c_str(), m_current_directory.c_str())) return p_found;
     const FoldersBelow& below = m_folders.below(m_current_directory);
     for (const FoldersBelow::Folder& folder : below.folders) {
         o_entries = folder.entries;
-        if (const char* const p_found = CATFindPath(i_name.c_str(), folder.path.c_str())) return p_found;
+        if (const char* const p_found = findIn(i_name.c_str(), folder.path.c_str())) return p_found;
     }
     o_entries = below.entries;
     return {};
