@@ -132,6 +132,7 @@ void checkNext(const SweepCase& sweep, const Run& undisturbed) {
 
 int sweepFailures(const SweepCase& sweep) {
     const Failures& failures = Failures::get();
+    recordSweepOf(sweep.name);
     restore(sweep);
     const Surroundings before = look(sweep);
     const Run undisturbed = runOnce(sweep, 0, false, FaultFlavour::none);

@@ -73,6 +73,11 @@ public:
     }
 };
 
+/** Adds a line to the file that an environment variable names, if it does. */
+void record(const char* variable, const std::string& line) {
+    if (const char* const file = std::getenv(variable)) std::ofstream(file, std::ios::app) << line << "\n";
+}
+
 const testing::Environment* const kEachLineIsNeeded = testing::AddGlobalTestEnvironment(new EachLineIsNeeded);
 
 } // namespace
@@ -81,8 +86,7 @@ std::string objectionTo(const SurvivedFault& fault) {
     const std::string key = fault.method + ": " + fault.call;
     const std::string entry =
         key + ": " + fault.flavour + ": " + (fault.differences.empty() ? "none" : fault.differences);
-    if (const char* const record = std::getenv("VORNTOOLS_SURVIVED_FAULTS"))
-        std::ofstream(record, std::ios::app) << entry << "\n";
+    record("VORNTOOLS_SURVIVED_FAULTS", entry);
     const auto range = lines().equal_range(key);
     for (auto line = range.first; line != range.second; ++line) {
         if (!line->second.allows({fault.flavour}, wordsOf(fault.differences))) continue;
@@ -91,3 +95,5 @@ std::string objectionTo(const SurvivedFault& fault) {
     }
     return "fault met, success returned; not on the list: " + entry;
 }
+
+void recordSweepOf(const std::string& method) { record("VORNTOOLS_SWEPT", method); }

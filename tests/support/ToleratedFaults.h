@@ -15,4 +15,7 @@ struct SurvivedFault {
  * whole suite ran and passed, a line that was not fails it. */
 std::string objectionTo(const SurvivedFault& fault);
 
+/** Adds the method to the record of swept ones, when the environment variable VORNTOOLS_SWEPT names a file for it. */
+void recordSweepOf(const std::string& method);
+
 #endif
