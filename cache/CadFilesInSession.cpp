@@ -2,6 +2,7 @@
 
 #include "cache/ExchangeFile.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
@@ -42,15 +43,18 @@ HRESULT writeFileNames(const JournalFrame& i_frame, const CATListPtrCATDocument&
 
 HRESULT VornToolsCommon::writeCADFilesInSessionFile() {
     const JournalFrame frame(_CteCLASS_NAME, "writeCADFilesInSessionFile");
-    NewTextFile file;
-    const HRESULT created = createSessionFile(frame, file);
-    if (FAILED(created)) return created;
-    CATListPtrCATDocument documents;
-    const HRESULT listed = getDocumentsInSession(documents, "");
-    if (FAILED(listed)) {
-        frame.callFailed("VornToolsCommon::getDocumentsInSession(...)");
-        return listed;
-    }
-    const HRESULT code = writeFileNames(frame, documents, file);
-    return file.finish() ? code : frame.callFailed("fwrite");
+    const auto work = [&]() -> HRESULT {
+        NewTextFile file;
+        const HRESULT created = createSessionFile(frame, file);
+        if (FAILED(created)) return created;
+        CATListPtrCATDocument documents;
+        const HRESULT listed = getDocumentsInSession(documents, "");
+        if (FAILED(listed)) {
+            frame.callFailed("VornToolsCommon::getDocumentsInSession(...)");
+            return listed;
+        }
+        const HRESULT code = writeFileNames(frame, documents, file);
+        return file.finish() ? code : frame.callFailed("fwrite");
+    };
+    return guarded(work, E_FAIL);
 }

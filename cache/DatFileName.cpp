@@ -3,6 +3,7 @@
 #include "cache/DatPlaces.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
@@ -55,15 +56,18 @@ unsigned char VornToolsCommon::isAOvElement(CATDocument* ip_document, CATUnicode
                                             CATUnicodeString& o_managed_name) {
     const JournalFrame frame(_CteCLASS_NAME, "isAOvElement");
     o_managed_name = "";
-    const bool never_saved = wasNeverSaved(ip_document);
-    if (never_saved && !stagingDirectoryCounts()) return 0;
+    const auto work = [&]() -> unsigned char {
+        const bool never_saved = wasNeverSaved(ip_document);
+        if (never_saved && !stagingDirectoryCounts()) return 0;
 
-    CATUnicodeString candidate = never_saved ? inStagingDirectory(i_file_name) : i_file_name;
-    bool managed = hasDatFile(candidate);
-    if (!managed && never_saved && processSays(&PROCManager::isProcessLifeCycleFactory)) {
-        candidate = inStagingDirectory("LFC" + UTILFile::getPathSeparator() + i_file_name);
-        managed = hasDatFile(candidate);
-    }
-    if (managed) o_managed_name = candidate;
-    return managed ? 1 : 0;
+        CATUnicodeString candidate = never_saved ? inStagingDirectory(i_file_name) : i_file_name;
+        bool managed = hasDatFile(candidate);
+        if (!managed && never_saved && processSays(&PROCManager::isProcessLifeCycleFactory)) {
+            candidate = inStagingDirectory("LFC" + UTILFile::getPathSeparator() + i_file_name);
+            managed = hasDatFile(candidate);
+        }
+        if (managed) o_managed_name = candidate;
+        return managed ? 1 : 0;
+    };
+    return guarded(work, static_cast<unsigned char>(0));
 }

@@ -1,6 +1,7 @@
 #include "VornToolsCommon.h"
 
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
@@ -70,7 +71,10 @@ void warnWhenPartIsNotUpToDate(const JournalFrame& i_frame, CATDocument* ip_docu
 HRESULT VornToolsCommon::documentIsUpToDate(CATDocument* ip_document, int i_document_type) {
     const JournalFrame frame(_CteCLASS_NAME, "documentIsUpToDate");
     if (!ip_document) return frame.badInput("ip_document");
-    if (i_document_type == DocumentTypeDrawing) updateDrawing(frame, ip_document);
-    if (i_document_type == DocumentTypePart) warnWhenPartIsNotUpToDate(frame, ip_document);
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        if (i_document_type == DocumentTypeDrawing) updateDrawing(frame, ip_document);
+        if (i_document_type == DocumentTypePart) warnWhenPartIsNotUpToDate(frame, ip_document);
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }

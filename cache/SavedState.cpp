@@ -1,4 +1,5 @@
 #include "cache/SavedState.h"
+#include "foundation/Guarded.h"
 
 #include "foundation/FileNames.h"
 #include "foundation/InterfaceIds.h"
@@ -18,12 +19,14 @@ HRESULT VornToolsCommon::isModifiedStatusInCATIA(CATUnicodeString i_file_name, u
     CATDocument* p_document = nullptr;
     const HRESULT code = VornToolsDocument::getDocumentInSession(i_file_name, p_document);
     if (FAILED(code) || !p_document) return code;
-    o_modified = holdsChanges(queryInterface<CATIADocument>(p_document)) ? 1 : 0;
+    const auto ask = [&] { return holdsChanges(queryInterface<CATIADocument>(p_document)); };
+    o_modified = guarded(ask, true) ? 1 : 0;
     return S_OK;
 }
 
 HRESULT VornToolsCommon::isDocumentToBeSaved(CATDocument* ip_document, unsigned char& o_to_be_saved) {
     const JournalFrame frame(_CteCLASS_NAME, "isDocumentToBeSaved");
-    o_to_be_saved = holdsChanges(queryInterface<CATIADocument>(ip_document)) ? 1 : 0;
+    const auto ask = [&] { return holdsChanges(queryInterface<CATIADocument>(ip_document)); };
+    o_to_be_saved = guarded(ask, true) ? 1 : 0;
     return S_OK;
 }

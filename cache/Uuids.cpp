@@ -2,6 +2,7 @@
 
 #include "VornToolsCommon.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
@@ -26,18 +27,21 @@ const CATDocumentDescriptor* descriptorOf(const CATDocument& i_document) { retur
 HRESULT VornToolsCommon::getDocUUID(CATDocument* ip_document, CATUnicodeString& o_uuid) {
     const JournalFrame frame(_CteCLASS_NAME, "getDocUUID");
     o_uuid = "0_0_0_0";
-    if (!ip_document) return S_OK;
+    const auto work = [&]() -> HRESULT {
+        if (!ip_document) return S_OK;
 
-    frame.write("Extracting CATIA UUID from document %s", ip_document->StorageName());
-    const CATDocumentDescriptor* const p_descriptor = descriptorOf(*ip_document);
-    if (!p_descriptor) return frame.callFailed("GetDocumentDescriptor");
+        frame.write("Extracting CATIA UUID from document %s", ip_document->StorageName());
+        const CATDocumentDescriptor* const p_descriptor = descriptorOf(*ip_document);
+        if (!p_descriptor) return frame.callFailed("GetDocumentDescriptor");
 
-    CATUuid uuid = p_descriptor->GetUuid();
-    char text[kUuidTextSize] = "";
-    uuid.UUID_to_chaine(text);
-    o_uuid = text;
-    frame.write("The CATIA UUID is : %s ", o_uuid);
-    return S_OK;
+        CATUuid uuid = p_descriptor->GetUuid();
+        char text[kUuidTextSize] = "";
+        uuid.UUID_to_chaine(text);
+        o_uuid = text;
+        frame.write("The CATIA UUID is : %s ", o_uuid);
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }
 
 CATUnicodeString VornToolsCommon::getCATIA_UUID() {

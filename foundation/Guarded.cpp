@@ -3,12 +3,13 @@
 
 #include "foundation/Guarded.h"
 
+#include "foundation/PlatformErrors.h"
+
 namespace vorntools {
 
 bool runGuarded(void (*ip_work)(void*), void* ip_argument) {
     try {
-        ip_work(ip_argument);
-        return true;
+        return runOnPlatform(ip_work, ip_argument);
     } catch (...) {
         return false;
     }

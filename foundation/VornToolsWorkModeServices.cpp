@@ -4,11 +4,10 @@
 #include "foundation/InterfaceIds.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/PlatformErrors.h"
 #include "foundation/Texts.h"
 #include "foundation/WorkModes.h"
 
-#include "CATError.h"
-#include "CATErrorMacros.h"
 #include "CATIABase.h"
 #include "CATIAProduct.h"
 #include "CATIProduct.h"
@@ -53,7 +52,9 @@ HRESULT askPlatform(CATIProduct* ipi_product, int& o_number) {
     PlatformMode platform_mode;
     static_assert(sizeof platform_mode == sizeof kUntouched, "modes are numbers of the usual size");
     std::memcpy(&platform_mode, &kUntouched, sizeof platform_mode);
-    const HRESULT code = CATPrsWorkModeServices::GetWorkMode(CATIProduct_var(ipi_product), platform_mode);
+    const CATIProduct_var sp_product(ipi_product);
+    const auto ask = [&] { return CATPrsWorkModeServices::GetWorkMode(sp_product, platform_mode); };
+    const HRESULT code = onPlatform(ask, E_FAIL);
     std::memcpy(&o_number, &platform_mode, sizeof o_number);
     return SUCCEEDED(code) && o_number == kUntouched ? E_FAIL : code;
 }
@@ -68,7 +69,7 @@ HRESULT readMode(const JournalFrame& i_frame, CATIProduct* ipi_catiproduct, Enum
 }
 
 /** Name of the master shape representation, which is not loaded for that. */
-HRESULT readRepresentationName(CATIProduct* ipi_product, CATUnicodeString& o_name) {
+HRESULT askForRepresentationName(CATIProduct* ipi_product, CATUnicodeString& o_name) {
     const auto sp_automation = queryInterface<CATIAProduct>(ipi_product);
     if (!sp_automation) return E_FAIL;
     constexpr CAT_VARIANT_BOOL kDoNotLoad = 0;
@@ -81,6 +82,10 @@ HRESULT readRepresentationName(CATIProduct* ipi_product, CATUnicodeString& o_nam
     if (!sp_named || FAILED(name.receive([&](CATBSTR& o_text) { return sp_named->get_Name(o_text); }))) return E_FAIL;
     o_name = name.text();
     return S_OK;
+}
+
+HRESULT readRepresentationName(CATIProduct* ipi_product, CATUnicodeString& o_name) {
+    return onPlatform([&] { return askForRepresentationName(ipi_product, o_name); }, E_FAIL);
 }
 
 bool namesPart(CATUnicodeString i_representation_name) {
@@ -96,12 +101,7 @@ bool namesPicture(const CATUnicodeString& i_representation_name) {
  * its way out of a call need not destroy them. */
 HRESULT switchGuarded(CATIProduct* ipi_product, PlatformMode i_mode) {
     const CATIProduct_var sp_product(ipi_product);
-    HRESULT code = E_FAIL;
-    CATTry { code = CATPrsWorkModeServices::SetWorkMode(sp_product, i_mode); }
-    // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference): the platform throws pointers
-    CATCatch(CATError, p_error) { p_error->Release(); }
-    CATEndTry;
-    return code;
+    return onPlatform([&] { return CATPrsWorkModeServices::SetWorkMode(sp_product, i_mode); }, E_FAIL);
 }
 
 } // namespace

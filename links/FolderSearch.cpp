@@ -1,5 +1,7 @@
 #include "links/FolderSearch.h"
 
+#include "foundation/PlatformErrors.h"
+
 #include "CATLib.h"
 
 #include <cstring>
@@ -15,7 +17,8 @@ int entriesRead = 0;
 /** A folder being read, closed at the end. On the heap: searches go as deep as folders do. */
 class Folder {
 public:
-    explicit Folder(const char* i_path) : m_open(CATOpenDirectory(i_path, &m_directory) == CATLibSuccess) {}
+    explicit Folder(const char* i_path)
+        : m_open(onPlatform([&] { return CATOpenDirectory(i_path, &m_directory) == CATLibSuccess; }, false)) {}
     ~Folder() {
         if (m_open) CATCloseDirectory(&m_directory);
     }
@@ -29,7 +32,8 @@ public:
         if (!m_open || m_at_end) return nullptr;
         m_entry.name[0] = '\0';
         int at_end = 0;
-        const bool read = CATReadDirectory(&m_directory, &m_entry, &at_end) == CATLibSuccess;
+        const auto read_one = [&] { return CATReadDirectory(&m_directory, &m_entry, &at_end) == CATLibSuccess; };
+        const bool read = onPlatform(read_one, false);
         m_at_end = !read || at_end != 0;
         const bool has_last = at_end != 0 && *m_entry.name;
         return m_at_end && !has_last ? nullptr : m_entry.name;
@@ -68,8 +72,12 @@ void appendFoldersBelow(const std::string& i_directory, FoldersBelow& io_below) 
 
 void setEntriesRead(int i_count) { entriesRead = i_count; }
 
+const char* findIn(const char* i_file_name, const char* i_directory) {
+    return onPlatform([&]() -> const char* { return CATFindPath(i_file_name, i_directory); }, nullptr);
+}
+
 const char* findBelow(const char* i_file_name, const char* i_directory) {
-    const char* p_found = CATFindPath(i_file_name, i_directory);
+    const char* p_found = findIn(i_file_name, i_directory);
     if (p_found || entriesRead >= kMostEntries) return p_found;
     const auto sp_folder = std::make_unique<Folder>(i_directory);
     while (!p_found && entriesRead < kMostEntries) {

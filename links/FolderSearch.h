@@ -13,6 +13,10 @@ namespace vorntools {
 /** The count, for the searches that follow; resolving a name leaves there what it has read. */
 void setEntriesRead(int i_count);
 
+/** Path of a file in a directory, as the platform finds it, which owns it and keeps it until its next search; null for
+ * none, also when it throws an error. */
+const char* findIn(const char* i_file_name, const char* i_directory);
+
 /**
  * Looks for a file in a directory and below it, and goes on with the count.
  * @return the path, which the platform owns and which lasts until its next search; null when there is none

@@ -46,7 +46,7 @@ std::string fileIn(const std::string& i_folder, const std::string& i_name, char 
         const std::string path = i_folder + i_separator + i_name;
         return exists(path) ? path : std::string();
     }
-    const char* const p_found = CATFindPath(i_name.c_str(), i_folder.c_str());
+    const char* const p_found = findIn(i_name.c_str(), i_folder.c_str());
     return p_found ? p_found : "";
 }
 

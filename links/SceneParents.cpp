@@ -1,5 +1,6 @@
 #include "VornToolsScenes.h"
 
+#include "foundation/Guarded.h"
 #include "links/Ancestors.h"
 #include "links/SceneGroups.h"
 
@@ -49,17 +50,20 @@ HRESULT VornToolsScenes::getParentsWithComponents(CATIProduct* ipi_product, CATU
     o_path = "";
     o_has_component_parent = 0;
     if (!ipi_product) return frame.badInput("ip_product");
-    o_path = readInstanceName(ipi_product);
-    const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool&) {
-        o_path.Append(kPathSeparator).Append(readInstanceName(ipi_parent));
-        if (isComponent(ipi_parent)) o_has_component_parent = 1;
-        return S_OK;
-    });
-    frame.write("getParent is failed.");
-    if (SUCCEEDED(code)) return code;
-    o_path = "";
-    o_has_component_parent = 0;
-    return code;
+    const auto work = [&]() -> HRESULT {
+        o_path = readInstanceName(ipi_product);
+        const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool&) {
+            o_path.Append(kPathSeparator).Append(readInstanceName(ipi_parent));
+            if (isComponent(ipi_parent)) o_has_component_parent = 1;
+            return S_OK;
+        });
+        frame.write("getParent is failed.");
+        if (SUCCEEDED(code)) return code;
+        o_path = "";
+        o_has_component_parent = 0;
+        return code;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsScenes::hasParentHideInScene(CATIProduct* ipi_product, CATListValCATUnicodeString i_scenes_data,
@@ -69,20 +73,23 @@ HRESULT VornToolsScenes::hasParentHideInScene(CATIProduct* ipi_product, CATListV
     o_hidden_by_parent = kFalseFlag;
     o_hidden_by_component = kFalseFlag;
     if (!ipi_product) return frame.badInput("ip_product");
-    bool by_parent = false;
-    bool by_component = false;
-    const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool& o_stop) {
-        const bool is_component = isComponent(ipi_parent);
-        bool hidden = false;
-        const HRESULT result = isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name, hidden);
-        if (hidden) (is_component ? by_component : by_parent) = true;
-        o_stop = by_parent;
-        return result;
-    });
-    if (FAILED(code)) return code;
-    if (by_parent) o_hidden_by_parent = kTrueFlag;
-    if (by_component) o_hidden_by_component = kTrueFlag;
-    return code;
+    const auto work = [&]() -> HRESULT {
+        bool by_parent = false;
+        bool by_component = false;
+        const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool& o_stop) {
+            const bool is_component = isComponent(ipi_parent);
+            bool hidden = false;
+            const HRESULT result = isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name, hidden);
+            if (hidden) (is_component ? by_component : by_parent) = true;
+            o_stop = by_parent;
+            return result;
+        });
+        if (FAILED(code)) return code;
+        if (by_parent) o_hidden_by_parent = kTrueFlag;
+        if (by_component) o_hidden_by_component = kTrueFlag;
+        return code;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsScenes::hasParentComponentHideInScene(CATIProduct* ipi_product,
@@ -91,14 +98,17 @@ HRESULT VornToolsScenes::hasParentComponentHideInScene(CATIProduct* ipi_product,
     const JournalFrame frame(_CteCLASS_NAME, "hasParentComponentHideInScene");
     o_hidden = kFalseFlag;
     if (!ipi_product) return frame.badInput("ip_product");
-    bool hidden = false;
-    const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool& o_stop) {
-        o_stop = !isComponent(ipi_parent);
-        if (o_stop) return S_OK;
-        const HRESULT result = isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name, hidden);
-        o_stop = hidden;
-        return result;
-    });
-    if (SUCCEEDED(code) && hidden) o_hidden = kTrueFlag;
-    return code;
+    const auto work = [&]() -> HRESULT {
+        bool hidden = false;
+        const HRESULT code = forEachAncestor(ipi_product, [&](CATIProduct* ipi_parent, bool& o_stop) {
+            o_stop = !isComponent(ipi_parent);
+            if (o_stop) return S_OK;
+            const HRESULT result = isHiddenInScene(ipi_parent, i_scenes_data, i_scene_name, hidden);
+            o_stop = hidden;
+            return result;
+        });
+        if (SUCCEEDED(code) && hidden) o_hidden = kTrueFlag;
+        return code;
+    };
+    return guarded(work, E_FAIL);
 }

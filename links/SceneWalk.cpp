@@ -57,28 +57,31 @@ HRESULT VornToolsScenes::getAllScenesOnRoot(CATIProduct* ipi_root, IEnumVARIANT*
     opi_scenes = nullptr;
     o_count = 0;
     if (!ipi_root) return frame.badInput("ipi_root");
-    const auto report = [&](HRESULT i_code, const char* i_what) {
-        frame.badInput(i_what);
-        return i_code;
+    const auto work = [&]() -> HRESULT {
+        const auto report = [&](HRESULT i_code, const char* i_what) {
+            frame.badInput(i_what);
+            return i_code;
+        };
+        InterfacePtr<CATBaseDispatch> sp_item;
+        HRESULT code = obtainScenesItem(ipi_root, sp_item);
+        if (FAILED(code)) return report(code, "p_base_dispatch");
+        InterfacePtr<CATIACollection> sp_collection;
+        code = obtainInterface(sp_item.get(), sp_collection);
+        if (FAILED(code)) return report(code, "catia_collection_scenes");
+        CATLONG count = 0;
+        code = sp_collection->get_Count(count);
+        if (FAILED(code)) {
+            frame.callFailed("get_Count");
+            return code;
+        }
+        InterfacePtr<IEnumVARIANT> sp_scenes;
+        code = obtainEnumeration(sp_collection.get(), sp_scenes);
+        if (FAILED(code)) return report(code, "o_list_scenes_enum");
+        o_count = count;
+        opi_scenes = sp_scenes.detach();
+        return S_OK;
     };
-    InterfacePtr<CATBaseDispatch> sp_item;
-    HRESULT code = obtainScenesItem(ipi_root, sp_item);
-    if (FAILED(code)) return report(code, "p_base_dispatch");
-    InterfacePtr<CATIACollection> sp_collection;
-    code = obtainInterface(sp_item.get(), sp_collection);
-    if (FAILED(code)) return report(code, "catia_collection_scenes");
-    CATLONG count = 0;
-    code = sp_collection->get_Count(count);
-    if (FAILED(code)) {
-        frame.callFailed("get_Count");
-        return code;
-    }
-    InterfacePtr<IEnumVARIANT> sp_scenes;
-    code = obtainEnumeration(sp_collection.get(), sp_scenes);
-    if (FAILED(code)) return report(code, "o_list_scenes_enum");
-    o_count = count;
-    opi_scenes = sp_scenes.detach();
-    return S_OK;
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsScenes::readScenesNamesInAssy(CATIProduct* ipi_root, CATListValCATUnicodeString& o_names) {

@@ -185,12 +185,15 @@ HRESULT VornToolsDummyPart::selectionContainsADummyPart(const CATListPtrCATBaseU
                                                         unsigned char& result) {
     const JournalFrame frame(_CteCLASS_NAME, "selectionContainsADummyPart");
     result = 0;
-    for (int i = 1; i <= objects.Size() && !result; ++i) {
-        const auto sp_product = queryInterface<CATIProduct>(objects[i]);
-        if (sp_product)
-            result = isADummyPart(sp_product.get(), 1);
-        else
-            frame.platformFailed("QueryInterface IID_CATIProduct");
-    }
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        for (int i = 1; i <= objects.Size() && !result; ++i) {
+            const auto sp_product = queryInterface<CATIProduct>(objects[i]);
+            if (sp_product)
+                result = isADummyPart(sp_product.get(), 1);
+            else
+                frame.platformFailed("QueryInterface IID_CATIProduct");
+        }
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }

@@ -38,10 +38,13 @@ HRESULT VornToolsExportAsReference::hasAnEAR(CATIProduct* product, unsigned char
     const JournalFrame frame(_CteCLASS_NAME, "hasAnEAR");
     result = 0;
     if (!product) return frame.badInput("ip_product");
-    const auto is_reference = [&](CATIProduct*, const CATUnicodeString& i_file_name, unsigned char& o_answer) {
-        return isAnExportAsReference(i_file_name, o_answer);
+    const auto work = [&]() -> HRESULT {
+        const auto is_reference = [&](CATIProduct*, const CATUnicodeString& i_file_name, unsigned char& o_answer) {
+            return isAnExportAsReference(i_file_name, o_answer);
+        };
+        const HRESULT code = findAncestor(frame, product, is_reference, result);
+        if (SUCCEEDED(code) && !result) frame.write("the element is NOT a child of an EAR");
+        return code;
     };
-    const HRESULT code = findAncestor(frame, product, is_reference, result);
-    if (SUCCEEDED(code) && !result) frame.write("the element is NOT a child of an EAR");
-    return code;
+    return guarded(work, E_FAIL);
 }

@@ -236,13 +236,16 @@ HRESULT VornToolsIgnoreNodes::hasAnIgnoreNode(CATIProduct* product, unsigned cha
     const JournalFrame frame(_CteCLASS_NAME, "hasAnIgnoreNode");
     result = 0;
     if (!product) return frame.badInput("ip_product");
-    const auto is_ignore_node = [&](CATIProduct* ip_ancestor, const CATUnicodeString& i_file_name,
-                                    unsigned char& o_answer) {
-        return isAnIgnoreNode(ip_ancestor, i_file_name, NodeKindElement, o_answer);
+    const auto work = [&]() -> HRESULT {
+        const auto is_ignore_node = [&](CATIProduct* ip_ancestor, const CATUnicodeString& i_file_name,
+                                        unsigned char& o_answer) {
+            return isAnIgnoreNode(ip_ancestor, i_file_name, NodeKindElement, o_answer);
+        };
+        const HRESULT code = findAncestor(frame, product, is_ignore_node, result);
+        if (SUCCEEDED(code) && !result) frame.write("the element is NOT a child of an ignore node");
+        return code;
     };
-    const HRESULT code = findAncestor(frame, product, is_ignore_node, result);
-    if (SUCCEEDED(code) && !result) frame.write("the element is NOT a child of an ignore node");
-    return code;
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsIgnoreNodes::setFormatInstanceDescription(CATUnicodeString& description) {
@@ -254,21 +257,20 @@ HRESULT VornToolsIgnoreNodes::setFormatInstanceDescription(CATUnicodeString& des
 HRESULT VornToolsIgnoreNodes::updateInstanceDescription(CATIProduct* product) {
     const JournalFrame frame(_CteCLASS_NAME, "updateInstanceDescription");
     if (!product) return frame.badInput("ip_catiproduct");
-
-    InterfacePtr<CATIProduct> sp_instance;
-    sp_instance.receive([&](CATIProduct*& o_instance) {
-        return VornToolsCommon::getInstanceInFirstProductParent(product, o_instance);
-    });
-    if (!sp_instance) {
-        frame.platformFailed("getInstanceInFirstProductParent");
-        return S_OK;
-    }
-    const auto sp_properties = sp_instance.query<CATIPrdProperties>();
-    if (!sp_properties) {
-        frame.missing("p_product_child_properties");
-        return S_OK;
-    }
     const auto mark = [&] {
+        InterfacePtr<CATIProduct> sp_instance;
+        sp_instance.receive([&](CATIProduct*& o_instance) {
+            return VornToolsCommon::getInstanceInFirstProductParent(product, o_instance);
+        });
+        if (!sp_instance) {
+            frame.platformFailed("getInstanceInFirstProductParent");
+            return;
+        }
+        const auto sp_properties = sp_instance.query<CATIPrdProperties>();
+        if (!sp_properties) {
+            frame.missing("p_product_child_properties");
+            return;
+        }
         markAsIgnoreNode(frame, *sp_properties.get(), [this](auto& text) { setFormatInstanceDescription(text); });
     };
     return guarded(mark) ? S_OK : E_FAIL;

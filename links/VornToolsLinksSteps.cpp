@@ -78,13 +78,19 @@ int VornToolsLinks::getOtherDocuments(VornToolsString* image, int position, Vorn
     clear(kinds);
     clear(uses);
     if (isMissing(frame, image)) return 0;
-    const PropertyStream stream(viewOf(*image), positionOf(position));
-    LinkedNames found(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
-    for (const OtherDocument& document : stream.others()) {
-        names.append(stringOf(found.resolve(document.name)));
-        kinds.append(stringOf(document.kind));
-        uses.append(document.uses);
-    }
+    const auto read = [&] {
+        const PropertyStream stream(viewOf(*image), positionOf(position));
+        LinkedNames found(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
+        for (const OtherDocument& document : stream.others()) {
+            names.append(stringOf(found.resolve(document.name)));
+            kinds.append(stringOf(document.kind));
+            uses.append(document.uses);
+        }
+    };
+    if (guarded(read)) return 0;
+    clear(names);
+    clear(kinds);
+    clear(uses);
     return 0;
 }
 

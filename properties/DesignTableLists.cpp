@@ -183,10 +183,14 @@ HRESULT VornToolsCommon::getSelectedProductsAndDesignTables(CATListPtrCATBaseUnk
     const JournalFrame frame(_CteCLASS_NAME, "getSelectedProductsAndDesignTables");
     o_products.RemoveAll();
     o_design_table_files.RemoveAll();
-    CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
-    CATCSO* const p_cso = p_form_editor ? p_form_editor->GetCSO() : nullptr;
-    if (!p_cso) return E_FAIL;
-    if (guarded([&] { listSelection(*p_cso, o_products, o_design_table_files); })) return S_OK;
+    const auto list = [&]() -> HRESULT {
+        CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
+        CATCSO* const p_cso = p_form_editor ? p_form_editor->GetCSO() : nullptr;
+        if (!p_cso) return E_FAIL;
+        listSelection(*p_cso, o_products, o_design_table_files);
+        return S_OK;
+    };
+    if (SUCCEEDED(guarded(list, E_FAIL))) return S_OK;
     releaseAll(o_products);
     o_design_table_files.RemoveAll();
     return E_FAIL;

@@ -179,10 +179,13 @@ HRESULT VornToolsCommon::getDesignTableName(CATIDesignTable* ipi_design_table, C
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableName");
     o_name = "";
     if (!ipi_design_table) return frame.badInput("ipi_design_table");
-    const auto sp_alias = queryInterface<CATIAlias>(ipi_design_table);
-    if (!sp_alias) return frame.missing("pi_alias");
-    if (!guarded([&] { o_name = sp_alias->GetAlias(); })) return E_FAIL;
-    return o_name.IsNull() ? frame.platformFailed("GetAlias") : S_OK;
+    const auto read = [&]() -> HRESULT {
+        const auto sp_alias = queryInterface<CATIAlias>(ipi_design_table);
+        if (!sp_alias) return frame.missing("pi_alias");
+        o_name = sp_alias->GetAlias();
+        return o_name.IsNull() ? frame.platformFailed("GetAlias") : S_OK;
+    };
+    return guarded(read, E_FAIL);
 }
 
 HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_design_table,
@@ -204,10 +207,10 @@ HRESULT VornToolsCommon::readDesignTableInformation(CATISpecObject_var isp_desig
     };
     const DesignTableInformation nothing;
     write_outputs(nothing);
-    const auto sp_design_table = queryInterface<CATIDesignTable>(static_cast<CATISpecObject*>(isp_design_table));
-    if (!sp_design_table) return frame.badInput("isp_design_table");
-    frame.writeInDebug("Design table of %s", i_document_name);
-    const auto read = [&] {
+    const auto read = [&]() -> HRESULT {
+        const auto sp_design_table = queryInterface<CATIDesignTable>(static_cast<CATISpecObject*>(isp_design_table));
+        if (!sp_design_table) return frame.badInput("isp_design_table");
+        frame.writeInDebug("Design table of %s", i_document_name);
         DesignTableInformation information;
         const HRESULT code =
             information.read(frame, sp_design_table.get(), ip_part_number_to_file_name, updateDesignTableCurrentSheet);

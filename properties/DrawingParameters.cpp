@@ -88,15 +88,22 @@ InterfacePtr<CATIDrawing> vorntools::drawingOf(const JournalFrame& i_frame, CATD
 HRESULT VornToolsCommon::getDrawingParameters(CATDocument* ip_document, CATIDrawing* ipi_drawing,
                                               CATListValCATISpecObject_var& o_parameters) {
     const JournalFrame frame(_CteCLASS_NAME, "getDrawingParameters");
-    return list(frame, ip_document, ipi_drawing, {{CATICkeParm::ClassName(), &o_parameters}});
+    return guarded(
+        [&] {
+            return list(frame, ip_document, ipi_drawing, {{CATICkeParm::ClassName(), &o_parameters}});
+        },
+        E_FAIL);
 }
 
 HRESULT VornToolsCommon::getDrawingParametersAndParameterSets(CATDocument* ip_document, CATIDrawing* ipi_drawing,
                                                               CATListValCATISpecObject_var& o_parameters,
                                                               CATListValCATISpecObject_var& o_parameter_sets) {
     const JournalFrame frame(_CteCLASS_NAME, "getDrawingParametersAndParameterSets");
-    return list(frame, ip_document, ipi_drawing,
-                {{CATICkeParm::ClassName(), &o_parameters}, {CATICkeParameterSet::ClassName(), &o_parameter_sets}});
+    const auto work = [&]() -> HRESULT {
+        return list(frame, ip_document, ipi_drawing,
+                    {{CATICkeParm::ClassName(), &o_parameters}, {CATICkeParameterSet::ClassName(), &o_parameter_sets}});
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::setDrawingParameters(CATDocument* ip_document, CATListValCATUnicodeString i_names,
@@ -104,25 +111,35 @@ HRESULT VornToolsCommon::setDrawingParameters(CATDocument* ip_document, CATListV
     constexpr const char* kMethod = "setDrawingParameters";
     const JournalFrame frame(_CteCLASS_NAME, kMethod);
     if (!ip_document) return frame.badInput("ip_document");
-    const AttributesToWrite parameters{i_names, i_values, i_types};
-    if (!parameters.areParallel(frame)) return E_FAIL;
-    return withParameters(frame, ip_document, [&](CATIParmPublisher* ipi_publisher, ParametersByShortName& io_present) {
-        const auto sp_factory = factoryOf(frame, ipi_publisher, "sp_container");
-        return sp_factory ? io_present.write(frame, kMethod, sp_factory.get(), parameters) : E_FAIL;
-    });
+    const auto work = [&]() -> HRESULT {
+        const AttributesToWrite parameters{i_names, i_values, i_types};
+        if (!parameters.areParallel(frame)) return E_FAIL;
+        return withParameters(
+            frame, ip_document, [&](CATIParmPublisher* ipi_publisher, ParametersByShortName& io_present) {
+                const auto sp_factory = factoryOf(frame, ipi_publisher, "sp_container");
+                return sp_factory ? io_present.write(frame, kMethod, sp_factory.get(), parameters) : E_FAIL;
+            });
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::removeDrawingParameter(CATDocument* ip_document, CATUnicodeString i_name) {
     const JournalFrame frame(_CteCLASS_NAME, "removeDrawingParameter");
-    return withParameters(frame, ip_document, [&](CATIParmPublisher*, const ParametersByShortName& i_present) {
-        return i_present.remove(frame, i_name);
-    });
+    const auto work = [&]() -> HRESULT {
+        return withParameters(frame, ip_document, [&](CATIParmPublisher*, const ParametersByShortName& i_present) {
+            return i_present.remove(frame, i_name);
+        });
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::changeDrawingParameterAccess(CATDocument* ip_document, CATUnicodeString i_name,
                                                       int i_user_access_mode) {
     const JournalFrame frame(_CteCLASS_NAME, "changeDrawingParameterAccess");
-    return withParameters(frame, ip_document, [&](CATIParmPublisher*, const ParametersByShortName& i_present) {
-        return i_present.changeAccess(frame, i_name, i_user_access_mode);
-    });
+    const auto work = [&]() -> HRESULT {
+        return withParameters(frame, ip_document, [&](CATIParmPublisher*, const ParametersByShortName& i_present) {
+            return i_present.changeAccess(frame, i_name, i_user_access_mode);
+        });
+    };
+    return guarded(work, E_FAIL);
 }

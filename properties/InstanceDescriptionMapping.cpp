@@ -40,10 +40,10 @@ HRESULT VornToolsInstanceProperty::updateDescriptionInstMapping(CATIProduct* ipi
                                                                 const CATUnicodeString& i_mapping) {
     const JournalFrame frame(_CteCLASS_NAME, "updateDescriptionInstMapping");
     if (!ipi_instance) return E_INVALIDARG;
-    if (sharedContainer(frame, ipi_instance) == nullptr) return E_FAIL;
-    const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_instance);
-    if (!sp_properties) return frame.missing("pi_cati_prd_properties");
     const auto write = [&]() -> HRESULT {
+        if (sharedContainer(frame, ipi_instance) == nullptr) return E_FAIL;
+        const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_instance);
+        if (!sp_properties) return frame.missing("pi_cati_prd_properties");
         CATUnicodeString description;
         if (FAILED(sp_properties->GetDescriptionInst(description))) return frame.callFailed("GetDescriptionInst");
         CATUnicodeString text = mappingLinesOf(description);

@@ -42,9 +42,9 @@ HRESULT VornToolsCommon::setInstanceProperties(CATIProduct* ipi_catiproduct, CAT
     const JournalFrame frame(_CteCLASS_NAME, "setInstanceProperties");
     if (!ipi_catiproduct) return frame.badInput("ipi_catiproduct");
     if (i_names.Size() != i_values.Size()) return frame.badInput("i_values");
-    const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_catiproduct);
-    if (!sp_properties) return frame.missing("pi_cati_prd_properties");
-    const auto write = [&] {
+    const auto write = [&]() -> HRESULT {
+        const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_catiproduct);
+        if (!sp_properties) return frame.missing("pi_cati_prd_properties");
         HRESULT result = S_OK;
         for (int i = 1; i <= i_names.Size(); ++i) {
             HRESULT code = S_OK;

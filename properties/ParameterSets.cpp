@@ -174,17 +174,20 @@ HRESULT VornToolsCADDOCProperties::createParameterSet(CATISpecObject* ipi_spec_o
 HRESULT VornToolsCADDOCProperties::getParameterSet(CATISpecObject* ipi_spec_object, CATICkeParameterSet*& opi_set) {
     JournalFrame frame(_CteCLASS_NAME, "getParameterSet");
     opi_set = nullptr;
-    if (!ipi_spec_object) return frame.endWith(frame.missing("ipi_spec_object"));
-    const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_spec_object);
-    if (!sp_access) return frame.endWith(E_FAIL);
-    HRESULT code = E_FAIL;
-    auto sp_key = keyOf(sp_access.get(), kSetAttributes[0]);
-    if (!sp_key) sp_key = keyOf(sp_access.get(), kSetAttributes[1]);
-    if (sp_key) code = getParameterSetByAttributKey(sp_key.get(), sp_access.get(), opi_set);
-    if (opi_set) return frame.endWith(code);
-    sp_key = keyOf(sp_access.get(), kSetAttributes[2]);
-    if (sp_key) code = getParameterSetByAttributKey(sp_key.get(), sp_access.get(), opi_set);
-    return frame.endWith(code);
+    const auto work = [&]() -> HRESULT {
+        if (!ipi_spec_object) return frame.endWith(frame.missing("ipi_spec_object"));
+        const auto sp_access = queryInterface<CATISpecAttrAccess>(ipi_spec_object);
+        if (!sp_access) return frame.endWith(E_FAIL);
+        HRESULT code = E_FAIL;
+        auto sp_key = keyOf(sp_access.get(), kSetAttributes[0]);
+        if (!sp_key) sp_key = keyOf(sp_access.get(), kSetAttributes[1]);
+        if (sp_key) code = getParameterSetByAttributKey(sp_key.get(), sp_access.get(), opi_set);
+        if (opi_set) return frame.endWith(code);
+        sp_key = keyOf(sp_access.get(), kSetAttributes[2]);
+        if (sp_key) code = getParameterSetByAttributKey(sp_key.get(), sp_access.get(), opi_set);
+        return frame.endWith(code);
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCADDOCProperties::getParameterSetByAttributKey(CATISpecAttrKey* ipi_key,
@@ -205,9 +208,12 @@ HRESULT VornToolsCADDOCProperties::getParameterSetByAttributKey(CATISpecAttrKey*
 
 HRESULT VornToolsCADDOCProperties::redrawParametersNode(CATICkeParameterSet* ipi_set) {
     JournalFrame frame(_CteCLASS_NAME, "redrawParametersNode");
-    if (!ipi_set) return frame.endWith(frame.missing("ipi_set"));
-    const auto sp_event = queryInterface<CATIRedrawEvent>(ipi_set);
-    if (!sp_event) return frame.endWith(E_FAIL);
-    sp_event->Redraw();
-    return frame.endWith(S_OK);
+    const auto work = [&]() -> HRESULT {
+        if (!ipi_set) return frame.endWith(frame.missing("ipi_set"));
+        const auto sp_event = queryInterface<CATIRedrawEvent>(ipi_set);
+        if (!sp_event) return frame.endWith(E_FAIL);
+        sp_event->Redraw();
+        return frame.endWith(S_OK);
+    };
+    return guarded(work, E_FAIL);
 }

@@ -151,7 +151,8 @@ HRESULT VornToolsCADDOCProperties::setMechanicalPartParameters(
                              "getParameterSet returns a parameter_set collection for object MechanicalPart");
     };
     const HRESULT code = guarded(write, E_FAIL);
-    if (!ipi_spec_obj_ref->IsUpToDate()) {
+    const auto is_up_to_date = [&] { return ipi_spec_obj_ref->IsUpToDate() != 0; };
+    if (!guarded(is_up_to_date, false)) {
         frame.write("o_need_update is set to TRUE");
         o_need_update = 1;
     }

@@ -88,12 +88,13 @@ HRESULT VornToolsCommon::getUserProperties(CATIProduct* ipi_catiproduct, CATList
     const JournalFrame frame(_CteCLASS_NAME, "getUserProperties");
     o_names.RemoveAll();
     o_values.RemoveAll();
-    const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_catiproduct);
-    if (!sp_properties) return E_FAIL;
-    Publisher sp_publisher;
-    const HRESULT found = findPublisher(ipi_catiproduct, sp_properties.get(), sp_publisher);
-    if (!sp_publisher) return found;
-    const auto read = [&] { return readProperties(frame, sp_publisher, o_names, o_values); };
+    const auto read = [&]() -> HRESULT {
+        const auto sp_properties = queryInterface<CATIPrdProperties>(ipi_catiproduct);
+        if (!sp_properties) return E_FAIL;
+        Publisher sp_publisher;
+        const HRESULT found = findPublisher(ipi_catiproduct, sp_properties.get(), sp_publisher);
+        return sp_publisher ? readProperties(frame, sp_publisher, o_names, o_values) : found;
+    };
     const HRESULT code = guarded(read, E_FAIL);
     if (FAILED(code)) {
         o_names.RemoveAll();
@@ -109,45 +110,52 @@ HRESULT VornToolsCommon::setUserProperties(CATIProduct* ipi_catiproduct, CATList
     if (!ipi_catiproduct) return frame.badInput("ipi_catiproduct");
     const AttributesToWrite properties{i_names, i_values, i_types};
     if (!properties.areParallel(frame)) return E_FAIL;
-    const auto sp_properties = propertiesOf(frame, ipi_catiproduct);
-    if (!sp_properties) return E_FAIL;
-    Publisher sp_publisher;
-    sp_publisher.receive(
-        [&](CATIParmPublisher*& o_publisher) { return sp_properties->GetUserProperties(o_publisher, TRUE); });
-    if (!sp_publisher) return frame.missing("pi_catiparmpublisher");
-    const auto sp_factory = factoryOf(frame, sp_publisher.get(), "sp_container");
-    if (!sp_factory) return E_FAIL;
-    const auto write = [&] { return below(sp_publisher).write(frame, kMethod, sp_factory.get(), properties); };
+    const auto write = [&]() -> HRESULT {
+        const auto sp_properties = propertiesOf(frame, ipi_catiproduct);
+        if (!sp_properties) return E_FAIL;
+        Publisher sp_publisher;
+        sp_publisher.receive(
+            [&](CATIParmPublisher*& o_publisher) { return sp_properties->GetUserProperties(o_publisher, TRUE); });
+        if (!sp_publisher) return frame.missing("pi_catiparmpublisher");
+        const auto sp_factory = factoryOf(frame, sp_publisher.get(), "sp_container");
+        return sp_factory ? below(sp_publisher).write(frame, kMethod, sp_factory.get(), properties) : E_FAIL;
+    };
     return guarded(write, E_FAIL);
 }
 
 HRESULT VornToolsCommon::RemoveProperty(CATIProduct* ipi_catiproduct, CATUnicodeString i_name) {
     const JournalFrame frame(_CteCLASS_NAME, "RemoveProperty");
-    Publisher sp_publisher;
-    if (FAILED(publisherForRemoving(frame, ipi_catiproduct, sp_publisher))) return E_FAIL;
-    return guarded([&] { return below(sp_publisher).remove(frame, i_name); }, E_FAIL);
+    const auto remove = [&]() -> HRESULT {
+        Publisher sp_publisher;
+        if (FAILED(publisherForRemoving(frame, ipi_catiproduct, sp_publisher))) return E_FAIL;
+        return below(sp_publisher).remove(frame, i_name);
+    };
+    return guarded(remove, E_FAIL);
 }
 
 HRESULT VornToolsCommon::removeEBSProperties(CATIProduct* ipi_catiproduct) {
     const JournalFrame frame(_CteCLASS_NAME, "removeEBSProperties");
-    Publisher sp_publisher;
-    if (FAILED(publisherForRemoving(frame, ipi_catiproduct, sp_publisher))) return E_FAIL;
-    const auto remove = [&] { return below(sp_publisher).removeEach(frame, &isOwn, "EBS parameter removed [%s]"); };
+    const auto remove = [&]() -> HRESULT {
+        Publisher sp_publisher;
+        if (FAILED(publisherForRemoving(frame, ipi_catiproduct, sp_publisher))) return E_FAIL;
+        return below(sp_publisher).removeEach(frame, &isOwn, "EBS parameter removed [%s]");
+    };
     return guarded(remove, E_FAIL);
 }
 
 HRESULT VornToolsCommon::changePropertyAccess(CATIProduct* ipi_catiproduct, CATUnicodeString i_name,
                                               int i_user_access_mode) {
     const JournalFrame frame(_CteCLASS_NAME, "changePropertyAccess");
-    const auto sp_properties = propertiesOf(frame, ipi_catiproduct);
-    if (!sp_properties) return E_FAIL;
-    Publisher sp_publisher;
-    findPublisher(ipi_catiproduct, sp_properties.get(), sp_publisher);
-    if (!sp_publisher) {
+    const auto change = [&]() -> HRESULT {
+        const auto sp_properties = propertiesOf(frame, ipi_catiproduct);
+        if (!sp_properties) return E_FAIL;
+        Publisher sp_publisher;
+        findPublisher(ipi_catiproduct, sp_properties.get(), sp_publisher);
+        if (sp_publisher) return below(sp_publisher).changeAccess(frame, i_name, i_user_access_mode);
         frame.write("pi_catia_parameters = null");
         return E_FAIL;
-    }
-    return guarded([&] { return below(sp_publisher).changeAccess(frame, i_name, i_user_access_mode); }, E_FAIL);
+    };
+    return guarded(change, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getNameProperty(CATICkeParm_var i_parameter, CATUnicodeString& o_name) {

@@ -1,6 +1,7 @@
 #include "VornToolsMask.h"
 
 #include "foundation/Environment.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 #include "session/ProductHelpers.h"
@@ -59,48 +60,57 @@ HRESULT VornToolsMask::getMask(CATIProduct* ipi_product, int* op_mask) {
     if (!op_mask) return frame.badInput("op_mask");
     *op_mask = 0;
     if (!ipi_product) return frame.badInput("ip_product");
-    MaskedObject masked;
-    if (FAILED(find(frame, ipi_product, masked))) return E_FAIL;
-    int mask = 0;
-    const HRESULT code = masked.manager->getMask(masked.object.get(), mask);
-    if (FAILED(code)) {
-        frame.callFailed("MSKIMaskManager::getMask");
+    const auto work = [&]() -> HRESULT {
+        MaskedObject masked;
+        if (FAILED(find(frame, ipi_product, masked))) return E_FAIL;
+        int mask = 0;
+        const HRESULT code = masked.manager->getMask(masked.object.get(), mask);
+        if (FAILED(code)) {
+            frame.callFailed("MSKIMaskManager::getMask");
+            return code;
+        }
+        frame.write("mask value = %d", mask);
+        *op_mask = mask;
         return code;
-    }
-    frame.write("mask value = %d", mask);
-    *op_mask = mask;
-    return code;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsMask::setMask(CATIProduct* ipi_product, int i_mask_value, unsigned char i_mark_dummy_parts) {
     const JournalFrame frame(_CteCLASS_NAME, "setMask");
-    if (static_cast<unsigned>(i_mask_value) > kGreatestMask) {
-        frame.write("invalid value for parameter i_mask_value");
-        return E_INVALIDARG;
-    }
-    if (!ipi_product) return frame.badInput("ip_product");
-    if (!environmentSays(&ENVManager::isManageCatiaStatusOnRoot) && !fatherOf(ipi_product)) {
-        frame.write("Mask not managed on root product");
-        return S_OK;
-    }
-    const int mask = maskFor(ipi_product, i_mask_value, i_mark_dummy_parts);
-    MaskedObject masked;
-    if (FAILED(find(frame, ipi_product, masked))) return E_FAIL;
-    if (mask == 0) {
-        frame.write("Call MSKIMaskManager::removeAllMasks");
-        return removeMasks(frame, masked);
-    }
-    frame.write("Call MSKIMaskManager::setMask");
-    const HRESULT code = masked.manager->setMask(masked.object.get(), mask);
-    if (FAILED(code)) frame.callFailed("MSKIMaskManager::setMask");
-    return code;
+    const auto work = [&]() -> HRESULT {
+        if (static_cast<unsigned>(i_mask_value) > kGreatestMask) {
+            frame.write("invalid value for parameter i_mask_value");
+            return E_INVALIDARG;
+        }
+        if (!ipi_product) return frame.badInput("ip_product");
+        if (!environmentSays(&ENVManager::isManageCatiaStatusOnRoot) && !fatherOf(ipi_product)) {
+            frame.write("Mask not managed on root product");
+            return S_OK;
+        }
+        const int mask = maskFor(ipi_product, i_mask_value, i_mark_dummy_parts);
+        MaskedObject masked;
+        if (FAILED(find(frame, ipi_product, masked))) return E_FAIL;
+        if (mask == 0) {
+            frame.write("Call MSKIMaskManager::removeAllMasks");
+            return removeMasks(frame, masked);
+        }
+        frame.write("Call MSKIMaskManager::setMask");
+        const HRESULT code = masked.manager->setMask(masked.object.get(), mask);
+        if (FAILED(code)) frame.callFailed("MSKIMaskManager::setMask");
+        return code;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsMask::removeAllMasks(CATIProduct* ipi_product) {
     const JournalFrame frame(_CteCLASS_NAME, "removeAllMasks");
     if (!ipi_product) return frame.badInput("ip_product");
-    const auto sp_reference = referenceOf(ipi_product);
-    if (!sp_reference) return frame.callFailed("GetReferenceProduct");
-    MaskedObject masked;
-    return FAILED(find(frame, sp_reference.get(), masked)) ? E_FAIL : removeMasks(frame, masked);
+    const auto work = [&]() -> HRESULT {
+        const auto sp_reference = referenceOf(ipi_product);
+        if (!sp_reference) return frame.callFailed("GetReferenceProduct");
+        MaskedObject masked;
+        return FAILED(find(frame, sp_reference.get(), masked)) ? E_FAIL : removeMasks(frame, masked);
+    };
+    return guarded(work, E_FAIL);
 }

@@ -3,6 +3,7 @@
 #include "VornToolsDocument.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
@@ -99,42 +100,48 @@ CATDocument* findDocument(const JournalFrame& i_frame, const SoughtName& i_sough
 HRESULT VornToolsCommon::getDocumentsInSession(CATListPtrCATDocument& o_documents, const CATUnicodeString& i_type) {
     const JournalFrame frame(_CteCLASS_NAME, "getDocumentsInSession");
     o_documents.RemoveAll();
-    const bool only_managed = i_type.IsNull() != 0;
-    if (only_managed)
-        frame.write("Retrieve only documents managed by Maro");
-    else
-        frame.write("Retrieve only documents of type : %s", i_type);
-    const CATListPtrCATDocument* const p_documents = ListDocuments();
-    if (!p_documents || p_documents->Size() == 0) {
-        frame.write("There is not document in session");
+    const auto work = [&]() -> HRESULT {
+        const bool only_managed = i_type.IsNull() != 0;
+        if (only_managed)
+            frame.write("Retrieve only documents managed by Maro");
+        else
+            frame.write("Retrieve only documents of type : %s", i_type);
+        const CATListPtrCATDocument* const p_documents = ListDocuments();
+        if (!p_documents || p_documents->Size() == 0) {
+            frame.write("There is not document in session");
+            return S_OK;
+        }
+        for (int i = 1; i <= p_documents->Size(); ++i) {
+            CATDocument* const p_document = (*p_documents)[i];
+            if (!p_document) continue;
+            const bool kept = only_managed ? isDocumentInSessionManagedByMaro(p_document) != 0
+                                           : i_type == CATUnicodeString(p_document->IsA());
+            if (kept) o_documents.Append(p_document);
+        }
+        if (o_documents.Size() == 0) frame.write("There is not valid document in session");
         return S_OK;
-    }
-    for (int i = 1; i <= p_documents->Size(); ++i) {
-        CATDocument* const p_document = (*p_documents)[i];
-        if (!p_document) continue;
-        const bool kept = only_managed ? isDocumentInSessionManagedByMaro(p_document) != 0
-                                       : i_type == CATUnicodeString(p_document->IsA());
-        if (kept) o_documents.Append(p_document);
-    }
-    if (o_documents.Size() == 0) frame.write("There is not valid document in session");
-    return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getDocumentInSession(CATUnicodeString i_name, CATDocument*& op_document,
                                               unsigned char& o_found) {
     const JournalFrame frame(_CteCLASS_NAME, "getDocumentInSession");
-    frame.write("searching in session the document : %s", i_name);
-    op_document = nullptr;
-    o_found = 0;
-    const SoughtName sought = soughtName(frame, i_name);
-    HRESULT code = S_OK;
-    CATDocument* p_found = sought.has_directory ? lookUpDocument(sought.full_name) : nullptr;
-    if (p_found)
-        frame.write("Document is found in session (with VornToolsDocument::getDocumentInSession)");
-    else
-        p_found = findDocument(frame, sought, code);
-    if (!p_found) return code;
-    op_document = p_found;
-    o_found = 1;
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        frame.write("searching in session the document : %s", i_name);
+        op_document = nullptr;
+        o_found = 0;
+        const SoughtName sought = soughtName(frame, i_name);
+        HRESULT code = S_OK;
+        CATDocument* p_found = sought.has_directory ? lookUpDocument(sought.full_name) : nullptr;
+        if (p_found)
+            frame.write("Document is found in session (with VornToolsDocument::getDocumentInSession)");
+        else
+            p_found = findDocument(frame, sought, code);
+        if (!p_found) return code;
+        op_document = p_found;
+        o_found = 1;
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }

@@ -169,23 +169,31 @@ HRESULT VornToolsCommon::getInstanceDescription(CATIProduct* ipi_product, CATUni
     const JournalFrame frame(_CteCLASS_NAME, "getInstanceDescription");
     o_description = "";
     if (!ipi_product) return E_INVALIDARG;
-    const auto sp_properties = carrierProperties(ipi_product);
-    return sp_properties ? readDescription(sp_properties.get(), o_description) : E_FAIL;
+    const auto work = [&]() -> HRESULT {
+        const auto sp_properties = carrierProperties(ipi_product);
+        return sp_properties ? readDescription(sp_properties.get(), o_description) : E_FAIL;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::setInstanceDescription(CATIProduct* ipi_product, const CATUnicodeString& i_description) {
     const JournalFrame frame(_CteCLASS_NAME, "setInstanceDescription");
     if (!ipi_product) return E_INVALIDARG;
-    const auto sp_properties = carrierProperties(ipi_product);
-    if (!sp_properties) return E_FAIL;
-    return guarded([&] { return writeDescription(sp_properties.get(), i_description); }, E_FAIL);
+    const auto write = [&]() -> HRESULT {
+        const auto sp_properties = carrierProperties(ipi_product);
+        return sp_properties ? writeDescription(sp_properties.get(), i_description) : E_FAIL;
+    };
+    return guarded(write, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getProductInstanceDescription(CATIProduct* ipi_cati_product, CATUnicodeString& o_description) {
     const JournalFrame frame(_CteCLASS_NAME, "getProductInstanceDescription");
     o_description = "";
-    InterfacePtr<CATIPrdProperties> sp_properties;
-    return readOwnDescription(frame, ipi_cati_product, sp_properties, o_description);
+    const auto work = [&]() -> HRESULT {
+        InterfacePtr<CATIPrdProperties> sp_properties;
+        return readOwnDescription(frame, ipi_cati_product, sp_properties, o_description);
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::processInstanceDescription(CATUnicodeString i_value, CATUnicodeString& io_description,

@@ -1,5 +1,6 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 
@@ -38,13 +39,18 @@ CATDocument* openInWindow(CATSession& i_session, const CATUnicodeString& i_path)
 HRESULT VornToolsCommon::openDocument(const CATUnicodeString& i_path, CATDocument*& op_document) {
     const JournalFrame frame(_CteCLASS_NAME, "openDocument");
     op_document = nullptr;
-    CATSession* const p_cat_session = currentSession(frame);
-    if (p_cat_session) {
-        frame.writeInDebug("p_cat_session=%p with id=[%s]", static_cast<const void*>(p_cat_session),
-                           p_cat_session->GetIdent());
-        op_document = openInWindow(*p_cat_session, i_path);
-    }
-    if (!op_document) return frame.report(ErrorDocumentNotOpened, i_path);
-    frame.write("Document opened : %s.", op_document->StorageName());
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        CATSession* const p_cat_session = currentSession(frame);
+        CATDocument* p_opened = nullptr;
+        if (p_cat_session) {
+            frame.writeInDebug("p_cat_session=%p with id=[%s]", static_cast<const void*>(p_cat_session),
+                               p_cat_session->GetIdent());
+            p_opened = openInWindow(*p_cat_session, i_path);
+        }
+        if (!p_opened) return frame.report(ErrorDocumentNotOpened, i_path);
+        frame.write("Document opened : %s.", p_opened->StorageName());
+        op_document = p_opened;
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }

@@ -1,5 +1,6 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATGetEnvValue.h"
@@ -38,12 +39,15 @@ bool namesDirectory(const char* i_variable) {
 
 unsigned char VornToolsCommon::checkTempDirectories() {
     const JournalFrame frame(_CteCLASS_NAME, "checkTempDirectories");
-    for (const char* const variable : {"TEMP", "TMP"}) {
-        if (namesDirectory(variable)) continue;
-        VornIHMMessageDialog::showError(1, kDirectoryMessage, variable);
-        return 0;
-    }
-    return 1;
+    const auto work = [&]() -> unsigned char {
+        for (const char* const variable : {"TEMP", "TMP"}) {
+            if (namesDirectory(variable)) continue;
+            VornIHMMessageDialog::showError(1, kDirectoryMessage, variable);
+            return 0;
+        }
+        return 1;
+    };
+    return guarded(work, static_cast<unsigned char>(0));
 }
 
 HRESULT VornToolsCommon::startSkylane() {

@@ -5,8 +5,10 @@
 #include "VornToolsWorkModeServices.h"
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/HoldingSwitch.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/PlatformErrors.h"
 #include "session/DescriptionText.h"
 #include "session/ProductHelpers.h"
 
@@ -88,36 +90,48 @@ HRESULT VornToolsCommon::getCATDocument(CATIProduct* ipi_the_product, CATDocumen
     const JournalFrame frame(_CteCLASS_NAME, "getCATDocument");
     op_document = nullptr;
     if (!ipi_the_product) return frame.badInput("ipi_the_product");
-    const auto sp_reference = referenceOf(ipi_the_product);
-    if (!sp_reference) return frame.missing("sp_reference");
-    return readDocument(frame, sp_reference, op_document);
+    const auto work = [&]() -> HRESULT {
+        const auto sp_reference = referenceOf(ipi_the_product);
+        if (!sp_reference) return frame.missing("sp_reference");
+        return readDocument(frame, sp_reference, op_document);
+    };
+    return guarded(work, E_FAIL);
 }
 
 CATDocument* VornToolsCommon::getCATDocument(CATIADocument* ipi_document) {
     const JournalFrame frame(_CteCLASS_NAME, "getCATDocument");
-    if (ipi_document) return documentBehind(queryInterface<CATILinkableObject>(ipi_document));
-    frame.badInput("ipi_document");
-    return nullptr;
+    const auto work = [&]() -> CATDocument* {
+        if (ipi_document) return documentBehind(queryInterface<CATILinkableObject>(ipi_document));
+        frame.badInput("ipi_document");
+        return nullptr;
+    };
+    return guarded(work, nullptr);
 }
 
 HRESULT VornToolsCommon::getActiveCATDocument(CATDocument*& op_document, unsigned char i_tell_user) {
     const JournalFrame frame(_CteCLASS_NAME, "getActiveCATDocument");
-    CATFrmEditor* const p_editor = CATFrmEditor::GetCurrentEditor();
-    op_document = p_editor ? p_editor->GetDocument() : nullptr;
-    if (!op_document && i_tell_user) tellThatNoDocumentIsActive();
-    return p_editor ? S_OK : E_FAIL;
+    const auto work = [&]() -> HRESULT {
+        CATFrmEditor* const p_editor = CATFrmEditor::GetCurrentEditor();
+        op_document = p_editor ? p_editor->GetDocument() : nullptr;
+        if (!op_document && i_tell_user) tellThatNoDocumentIsActive();
+        return p_editor ? S_OK : E_FAIL;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getActiveCATIProduct(CATDocument* ip_active_document, CATIProduct*& opi_active_product) {
     const JournalFrame frame(_CteCLASS_NAME, "getActiveCATIProduct");
     opi_active_product = nullptr;
     if (!ip_active_document) return frame.badInput("ip_active_document");
-    const auto sp_main_doc_roots = queryInterface<CATIDocRoots>(ip_active_document);
-    if (!sp_main_doc_roots) return frame.missing("pi_main_doc_roots");
-    const std::unique_ptr<CATListValCATBaseUnknown_var> sp_roots(sp_main_doc_roots->GiveDocRoots());
-    if (!sp_roots || sp_roots->Size() == 0) return S_OK;
-    opi_active_product = queryInterface<CATIProduct>(static_cast<CATBaseUnknown*>((*sp_roots)[1])).detach();
-    return opi_active_product ? S_OK : frame.missing("opi_active_product");
+    const auto work = [&]() -> HRESULT {
+        const auto sp_main_doc_roots = queryInterface<CATIDocRoots>(ip_active_document);
+        if (!sp_main_doc_roots) return frame.missing("pi_main_doc_roots");
+        const std::unique_ptr<CATListValCATBaseUnknown_var> sp_roots(sp_main_doc_roots->GiveDocRoots());
+        if (!sp_roots || sp_roots->Size() == 0) return S_OK;
+        opi_active_product = queryInterface<CATIProduct>(static_cast<CATBaseUnknown*>((*sp_roots)[1])).detach();
+        return opi_active_product ? S_OK : frame.missing("opi_active_product");
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getPrimaryDocument(CATIProduct* ipi_product, VornCache* ip_cache,
@@ -126,25 +140,29 @@ HRESULT VornToolsCommon::getPrimaryDocument(CATIProduct* ipi_product, VornCache*
     o_file_name = "";
     opi_primary_product = nullptr;
     if (!ipi_product) return frame.badInput("ipi_product");
-    for (auto sp_father = fatherOf(ipi_product); sp_father; sp_father = fatherOf(sp_father.get())) {
-        unsigned char is_component = 0;
-        if (FAILED(isComponent(sp_father.get(), is_component))) return frame.callFailed("isComponent");
-        if (is_component) continue;
-        if (!ip_cache) return E_FAIL;
-        const KnownDocument known = lookUp(sp_father.get(), *ip_cache);
-        if (!known.item_revision.IsNull()) {
-            o_file_name = known.file_name;
-            opi_primary_product = sp_father.detach();
-            return S_OK;
+    const auto work = [&]() -> HRESULT {
+        for (auto sp_father = fatherOf(ipi_product); sp_father; sp_father = fatherOf(sp_father.get())) {
+            unsigned char is_component = 0;
+            if (FAILED(isComponent(sp_father.get(), is_component))) return frame.callFailed("isComponent");
+            if (is_component) continue;
+            if (!ip_cache) return E_FAIL;
+            const KnownDocument known = lookUp(sp_father.get(), *ip_cache);
+            if (!known.item_revision.IsNull()) {
+                o_file_name = known.file_name;
+                opi_primary_product = sp_father.detach();
+                return S_OK;
+            }
+            unsigned char is_secondary = 0;
+            const HRESULT code =
+                isElementSecondaryPart(sp_father.get(), known.has_dat_file ? 0 : 1, known.item_revision, is_secondary);
+            // A root is no instance, so that it has no description: it ends the search as any other unknown product
+            // does.
+            if (FAILED(code) && fatherOf(sp_father.get())) return frame.callFailed("isElementSecondaryPart");
+            if (!is_secondary) return E_FAIL;
         }
-        unsigned char is_secondary = 0;
-        const HRESULT code =
-            isElementSecondaryPart(sp_father.get(), known.has_dat_file ? 0 : 1, known.item_revision, is_secondary);
-        // A root is no instance, so that it has no description: it ends the search as any other unknown product does.
-        if (FAILED(code) && fatherOf(sp_father.get())) return frame.callFailed("isElementSecondaryPart");
-        if (!is_secondary) return E_FAIL;
-    }
-    return E_FAIL;
+        return E_FAIL;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getAndSwitchdocument(CATIProduct* ipi_the_product, VornToolsSwitchMgt* ip_switcher,
@@ -153,14 +171,17 @@ HRESULT VornToolsCommon::getAndSwitchdocument(CATIProduct* ipi_the_product, Vorn
     op_document = nullptr;
     if (!ipi_the_product) return frame.badInput("ipi_the_product");
     if (!ip_switcher) return frame.badInput("ip_switcher");
-    auto sp_reference = referenceOf(ipi_the_product);
-    if (!sp_reference) {
-        loadForDesign(*ip_switcher, ipi_the_product);
-        sp_reference = referenceOf(ipi_the_product);
-    }
-    if (!sp_reference) {
-        frame.missing("pi_reference");
-        return S_OK;
-    }
-    return readDocument(frame, sp_reference, op_document);
+    const auto work = [&]() -> HRESULT {
+        auto sp_reference = referenceOf(ipi_the_product);
+        if (!sp_reference) {
+            loadForDesign(*ip_switcher, ipi_the_product);
+            sp_reference = referenceOf(ipi_the_product);
+        }
+        if (!sp_reference) {
+            frame.missing("pi_reference");
+            return S_OK;
+        }
+        return readDocument(frame, sp_reference, op_document);
+    };
+    return onPlatform(work, E_FAIL);
 }

@@ -3,6 +3,7 @@
 #include "foundation/FileNames.h"
 #include "foundation/HoldingSwitch.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/PlatformErrors.h"
 #include "foundation/WorkModes.h"
 #include "session/ProductHelpers.h"
 #include "session/Shapes.h"
@@ -183,15 +184,18 @@ HRESULT VornToolsCommon::getProductInSession(CATIProduct* ipi_root_product, CATU
     o_found = 0;
     if (!ipi_root_product) return frame.badInput("ipi_root_product");
     if (i_file_name.IsNull()) return frame.badInput("i_file_name");
-    const NameTest name(i_file_name);
-    ProductPtr sp_found;
-    const auto accepts = [&](CATIProduct& i_product, const ProductPtr& i_reference) {
-        return i_reference ? isShownBy(i_reference, name) : isPictureOf(i_product, name);
+    const auto work = [&]() -> HRESULT {
+        const NameTest name(i_file_name);
+        ProductPtr sp_found;
+        const auto accepts = [&](CATIProduct& i_product, const ProductPtr& i_reference) {
+            return i_reference ? isShownBy(i_reference, name) : isPictureOf(i_product, name);
+        };
+        if (FAILED(findBelow(frame, *ipi_root_product, accepts, sp_found))) return E_FAIL;
+        o_found = sp_found ? 1 : 0;
+        opi_product = sp_found.detach();
+        return S_OK;
     };
-    if (FAILED(findBelow(frame, *ipi_root_product, accepts, sp_found))) return E_FAIL;
-    o_found = sp_found ? 1 : 0;
-    opi_product = sp_found.detach();
-    return S_OK;
+    return onPlatform(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getForeignFileInSession(CATIProduct* ipi_root_product, CATUnicodeString i_file_name,
@@ -203,13 +207,16 @@ HRESULT VornToolsCommon::getForeignFileInSession(CATIProduct* ipi_root_product, 
     if (!ipi_root_product) return frame.badInput("ipi_root_product");
     if (i_file_name.IsNull()) return frame.badInput("i_file_name");
     if (!ip_switcher) return frame.badInput("ip_switcher");
-    const ShapeTest test{NameTest(i_file_name), i_shape_name, *ip_switcher};
-    const auto accepts = [&](CATIProduct& i_product, const ProductPtr& i_reference) {
-        return shows(i_product, i_reference, test);
+    const auto work = [&]() -> HRESULT {
+        const ShapeTest test{NameTest(i_file_name), i_shape_name, *ip_switcher};
+        const auto accepts = [&](CATIProduct& i_product, const ProductPtr& i_reference) {
+            return shows(i_product, i_reference, test);
+        };
+        ProductPtr sp_found;
+        if (FAILED(findBelow(frame, *ipi_root_product, accepts, sp_found))) return E_FAIL;
+        o_found = sp_found ? 1 : 0;
+        opi_product = sp_found.detach();
+        return S_OK;
     };
-    ProductPtr sp_found;
-    if (FAILED(findBelow(frame, *ipi_root_product, accepts, sp_found))) return E_FAIL;
-    o_found = sp_found ? 1 : 0;
-    opi_product = sp_found.detach();
-    return S_OK;
+    return onPlatform(work, E_FAIL);
 }

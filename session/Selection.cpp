@@ -1,6 +1,7 @@
 #include "VornToolsCommon.h"
 
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 
@@ -18,6 +19,8 @@
 #include <cstring>
 #include <iterator>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 using namespace vorntools;
 
@@ -140,146 +143,177 @@ bool hasFileName(const JournalFrame& i_frame, CATIProduct* ipi_product, const CA
 HRESULT VornToolsCommon::getCSO(CATCSO*& op_cso) {
     const JournalFrame frame(_CteCLASS_NAME, "getCSO");
     op_cso = nullptr;
-    CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
-    if (!p_form_editor) return E_FAIL;
-    op_cso = p_form_editor->GetCSO();
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
+        if (!p_form_editor) return E_FAIL;
+        op_cso = p_form_editor->GetCSO();
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getSelectedProduct(CATPathElement* ip_path_element, CATIProduct*& opi_product) {
     const JournalFrame frame(_CteCLASS_NAME, "getSelectedProduct");
     opi_product = nullptr;
-    CATBaseUnknown* const p_last = ip_path_element ? lastObject(*ip_path_element) : nullptr;
-    if (!p_last) return E_FAIL;
-    auto sp_product = queryInterface<CATIProduct>(p_last);
-    if (!sp_product &&
-        (findOnPath<CATIMechanicalFeature>(*ip_path_element) || isBelowVisualisationFile(*ip_path_element)))
-        sp_product = findOnPath<CATIProduct>(*ip_path_element);
-    opi_product = sp_product.detach();
-    return opi_product ? S_OK : E_FAIL;
+    const auto work = [&]() -> HRESULT {
+        CATBaseUnknown* const p_last = ip_path_element ? lastObject(*ip_path_element) : nullptr;
+        if (!p_last) return E_FAIL;
+        auto sp_product = queryInterface<CATIProduct>(p_last);
+        if (!sp_product &&
+            (findOnPath<CATIMechanicalFeature>(*ip_path_element) || isBelowVisualisationFile(*ip_path_element)))
+            sp_product = findOnPath<CATIProduct>(*ip_path_element);
+        opi_product = sp_product.detach();
+        return opi_product ? S_OK : E_FAIL;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getSelectedElement(CATIProduct*& opi_selected_catiproduct) {
     const JournalFrame frame(_CteCLASS_NAME, "getSelectedElement");
     opi_selected_catiproduct = nullptr;
-    CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
-    if (!p_form_editor) return frame.missing("p_form_editor");
-    CATCSO* const p_cso = p_form_editor->GetCSO();
-    if (!p_cso) return frame.callFailed("GetCSO");
-    CATPathElement* const p_path_element = onlyElement(frame, *p_cso);
-    if (!p_path_element) return E_FAIL;
-    if (p_path_element->GetSize() == 0) return frame.callFailed("p_path_element->GetSize");
+    const auto work = [&]() -> HRESULT {
+        CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
+        if (!p_form_editor) return frame.missing("p_form_editor");
+        CATCSO* const p_cso = p_form_editor->GetCSO();
+        if (!p_cso) return frame.callFailed("GetCSO");
+        CATPathElement* const p_path_element = onlyElement(frame, *p_cso);
+        if (!p_path_element) return E_FAIL;
+        if (p_path_element->GetSize() == 0) return frame.callFailed("p_path_element->GetSize");
 
-    opi_selected_catiproduct = productOf(p_path_element).detach();
-    if (opi_selected_catiproduct) return S_OK;
-    frame.missing("opi_selected_catiproduct");
-    VornIHMMessageDialog::showError(kErrorLevel, kNothingSelected, "");
-    return E_FAIL;
+        opi_selected_catiproduct = productOf(p_path_element).detach();
+        if (opi_selected_catiproduct) return S_OK;
+        frame.missing("opi_selected_catiproduct");
+        VornIHMMessageDialog::showError(kErrorLevel, kNothingSelected, "");
+        return E_FAIL;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getSelectedProducts(CATListPtrCATBaseUnknown& o_products) {
     const JournalFrame frame(_CteCLASS_NAME, "getSelectedProducts");
     o_products.RemoveAll();
-    CATCSO* const p_cso = currentSelection();
-    if (!p_cso) return E_FAIL;
-    // Different interface pointers may show one object.
-    std::unordered_set<const CATBaseUnknown*> listed;
-    forEachElement(*p_cso, [&](CATPathElement& i_element) {
-        auto sp_product = productOf(&i_element);
-        if (sp_product && listed.insert(sp_product->GetImpl()).second) o_products.Append(sp_product.detach());
-        return true;
-    });
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        CATCSO* const p_cso = currentSelection();
+        if (!p_cso) return E_FAIL;
+        // Different interface pointers may show one object.
+        std::unordered_set<const CATBaseUnknown*> listed;
+        std::vector<InterfacePtr<CATIProduct>> products;
+        forEachElement(*p_cso, [&](CATPathElement& i_element) {
+            auto sp_product = productOf(&i_element);
+            if (sp_product && listed.insert(sp_product->GetImpl()).second) products.push_back(std::move(sp_product));
+            return true;
+        });
+        for (auto& sp_product : products) o_products.Append(sp_product.detach());
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getSelectedObjectFromPathElement(CATBaseUnknown*& opi_object) {
     const JournalFrame frame(_CteCLASS_NAME, "getSelectedObjectFromPathElement");
     opi_object = nullptr;
-    CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
-    if (!p_form_editor) return E_FAIL;
-    CATCSO* const p_cso = p_form_editor->GetCSO();
-    if (!p_cso) return S_OK;
-    const CATPathElement* const p_path_element = onlyElement(frame, *p_cso);
-    if (!p_path_element) return E_FAIL;
-    CATBaseUnknown* const p_last = lastObject(*p_path_element);
-    if (!p_last) return frame.callFailed("p_path_element->GetSize");
-    opi_object = InterfacePtr<CATBaseUnknown>::share(p_last).detach();
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        CATFrmEditor* const p_form_editor = CATFrmEditor::GetCurrentEditor();
+        if (!p_form_editor) return E_FAIL;
+        CATCSO* const p_cso = p_form_editor->GetCSO();
+        if (!p_cso) return S_OK;
+        const CATPathElement* const p_path_element = onlyElement(frame, *p_cso);
+        if (!p_path_element) return E_FAIL;
+        CATBaseUnknown* const p_last = lastObject(*p_path_element);
+        if (!p_last) return frame.callFailed("p_path_element->GetSize");
+        opi_object = InterfacePtr<CATBaseUnknown>::share(p_last).detach();
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getAllDocNameFromSelection(CATListValCATUnicodeString& o_names) {
     const JournalFrame frame(_CteCLASS_NAME, "getAllDocNameFromSelection");
     o_names.RemoveAll();
-    CATCSO* const p_cso = currentSelection();
-    if (!p_cso) return E_FAIL;
-    HRESULT code = S_OK;
-    forEachElement(*p_cso, [&](CATPathElement& i_element) {
-        CATUnicodeString name;
-        code = readSelectedName(frame, productOf(&i_element).get(), name);
-        if (!name.IsNull()) code = appendFileName(frame, name, o_names);
-        return true;
-    });
-    return code;
+    const auto work = [&]() -> HRESULT {
+        CATCSO* const p_cso = currentSelection();
+        if (!p_cso) return E_FAIL;
+        HRESULT code = S_OK;
+        forEachElement(*p_cso, [&](CATPathElement& i_element) {
+            CATUnicodeString name;
+            code = readSelectedName(frame, productOf(&i_element).get(), name);
+            if (!name.IsNull()) code = appendFileName(frame, name, o_names);
+            return true;
+        });
+        return code;
+    };
+    return guarded(work, E_FAIL);
 }
 
 unsigned char VornToolsCommon::isSelectedInCatia(CATUnicodeString i_file_name) {
     const JournalFrame frame(_CteCLASS_NAME, "isSelectedInCatia");
-    CATListPtrCATBaseUnknown products;
-    if (FAILED(getSelectedProducts(products))) {
-        frame.callFailed("getCSO");
-        return 0;
-    }
-    if (products.Size() == 0) {
-        frame.write("No object is selected. Stop process.");
-        return 0;
-    }
-    frame.write("Number of selected objet(s) = %d", products.Size());
-    bool is_selected = false;
-    for (int i = 1; i <= products.Size(); ++i) {
-        const auto sp_product = InterfacePtr<CATIProduct>::adopt(static_cast<CATIProduct*>(products[i]));
-        if (!sp_product)
-            frame.missing("pi_prod");
-        else if (hasFileName(frame, sp_product.get(), i_file_name))
-            is_selected = true;
-    }
-    return is_selected ? 1 : 0;
+    const auto work = [&]() -> unsigned char {
+        CATListPtrCATBaseUnknown products;
+        if (FAILED(getSelectedProducts(products))) {
+            frame.callFailed("getCSO");
+            return 0;
+        }
+        if (products.Size() == 0) {
+            frame.write("No object is selected. Stop process.");
+            return 0;
+        }
+        frame.write("Number of selected objet(s) = %d", products.Size());
+        std::vector<InterfacePtr<CATIProduct>> held;
+        for (int i = 1; i <= products.Size(); ++i)
+            held.push_back(InterfacePtr<CATIProduct>::adopt(static_cast<CATIProduct*>(products[i])));
+        bool is_selected = false;
+        for (const auto& sp_product : held) {
+            if (!sp_product)
+                frame.missing("pi_prod");
+            else if (hasFileName(frame, sp_product.get(), i_file_name))
+                is_selected = true;
+        }
+        return is_selected ? 1 : 0;
+    };
+    return guarded(work, static_cast<unsigned char>(0));
 }
 
 unsigned char VornToolsCommon::isCatiaDocumentSelected() {
     const JournalFrame frame(_CteCLASS_NAME, "isCatiaDocumentSelected");
-    CATCSO* const p_cso = currentSelection();
-    if (!p_cso) return 0;
-    bool is_selected = false;
-    forEachElement(*p_cso, [&](const CATPathElement& i_element) {
-        const int size = i_element.GetSize();
-        frame.write("p_current_path_element->GetSize() is : %d", size);
-        if (size == 1) {
-            frame.write("the CATIA document is selected");
-            is_selected = true;
-        }
-        return true;
-    });
-    p_cso->Empty();
-    return is_selected ? 1 : 0;
+    const auto work = [&]() -> unsigned char {
+        CATCSO* const p_cso = currentSelection();
+        if (!p_cso) return 0;
+        bool is_selected = false;
+        forEachElement(*p_cso, [&](const CATPathElement& i_element) {
+            const int size = i_element.GetSize();
+            frame.write("p_current_path_element->GetSize() is : %d", size);
+            if (size == 1) {
+                frame.write("the CATIA document is selected");
+                is_selected = true;
+            }
+            return true;
+        });
+        p_cso->Empty();
+        return is_selected ? 1 : 0;
+    };
+    return guarded(work, static_cast<unsigned char>(0));
 }
 
 unsigned char VornToolsCommon::isElementSelectedInProcessDocument(const char* i_class_name) {
     const JournalFrame frame(_CteCLASS_NAME, "isElementSelectedInProcessDocument");
-    if (!i_class_name) {
-        frame.badInput("i_class_name");
-        return 0;
-    }
-    CATCSO* const p_cso = currentSelection();
-    if (!p_cso) {
-        frame.callFailed("getCSO");
-        return 0;
-    }
-    bool is_selected = false;
-    forEachElement(*p_cso, [&](const CATPathElement& i_element) {
-        const CATBaseUnknown* const p_last = lastObject(i_element);
-        if (!p_last) frame.badInput("p_path_element");
-        is_selected = p_last && p_last->IsAKindOf(i_class_name);
-        return !is_selected;
-    });
-    return is_selected ? 1 : 0;
+    const auto work = [&]() -> unsigned char {
+        if (!i_class_name) {
+            frame.badInput("i_class_name");
+            return 0;
+        }
+        CATCSO* const p_cso = currentSelection();
+        if (!p_cso) {
+            frame.callFailed("getCSO");
+            return 0;
+        }
+        bool is_selected = false;
+        forEachElement(*p_cso, [&](const CATPathElement& i_element) {
+            const CATBaseUnknown* const p_last = lastObject(i_element);
+            if (!p_last) frame.badInput("p_path_element");
+            is_selected = p_last && p_last->IsAKindOf(i_class_name);
+            return !is_selected;
+        });
+        return is_selected ? 1 : 0;
+    };
+    return guarded(work, static_cast<unsigned char>(0));
 }

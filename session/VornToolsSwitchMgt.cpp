@@ -3,6 +3,7 @@
 #include "foundation/FileNames.h"
 #include "foundation/HoldingSwitch.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/PlatformErrors.h"
 #include "session/ProductHelpers.h"
 #include "session/Shapes.h"
 
@@ -130,108 +131,138 @@ HRESULT VornToolsSwitchMgt::add(CATUnicodeString fileName, CATIProduct* product,
 HRESULT VornToolsSwitchMgt::setWorkMode(CATIProduct* ipi_catiproduct, EnumWorkMode newMode, EnumWorkMode originalMode,
                                         CATUnicodeString fileName, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "setWorkMode");
-    if (!force && !m_switchEnabled) {
-        frame.write("Switch desabled");
-        return S_OK;
-    }
-    if (!ipi_catiproduct) {
-        frame.write("ipi_catiproduct is NULL");
-        return S_OK;
-    }
-    if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
-    if (originalMode == Modes::WorkModeUnknown && FAILED(Modes::getWorkMode(ipi_catiproduct, originalMode)))
-        frame.write("VornToolsWorkModeServices::getWorkMode has failed");
+    const auto work = [&]() -> HRESULT {
+        if (!force && !m_switchEnabled) {
+            frame.write("Switch desabled");
+            return S_OK;
+        }
+        if (!ipi_catiproduct) {
+            frame.write("ipi_catiproduct is NULL");
+            return S_OK;
+        }
+        if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
+        if (originalMode == Modes::WorkModeUnknown && FAILED(Modes::getWorkMode(ipi_catiproduct, originalMode)))
+            frame.write("VornToolsWorkModeServices::getWorkMode has failed");
 
-    const HRESULT code = Modes::setWorkMode(ipi_catiproduct, newMode);
-    if (FAILED(code)) frame.write("VornToolsWorkModeServices::setWorkMode has failed");
-    if (code != S_OK || originalMode == Modes::WorkModeUnknown) return code;
-    // The reference may be loaded only now.
-    if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
-    if (!fileName.IsNull() && FAILED(add(fileName, ipi_catiproduct, originalMode)))
-        frame.write("Cannot add document %s to switcher", fileName);
-    return S_OK;
+        const HRESULT code = Modes::setWorkMode(ipi_catiproduct, newMode);
+        if (FAILED(code)) frame.write("VornToolsWorkModeServices::setWorkMode has failed");
+        if (code != S_OK || originalMode == Modes::WorkModeUnknown) return code;
+        // The reference may be loaded only now.
+        if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
+        if (!fileName.IsNull() && FAILED(add(fileName, ipi_catiproduct, originalMode)))
+            frame.write("Cannot add document %s to switcher", fileName);
+        return S_OK;
+    };
+    return onPlatform(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::switchDesign(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchDesign");
-    return perform(frame, *this, {m_switchBack, Modes::WorkModeDesign, lacksDesign}, fileName, product, force);
+    return onPlatform(
+        [&] {
+            return perform(frame, *this, {m_switchBack, Modes::WorkModeDesign, lacksDesign}, fileName, product, force);
+        },
+        E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::switchVisu(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchVisu");
-    return perform(frame, *this, {m_switchBack, Modes::WorkModeVisu, isLoaded}, fileName, product, force);
+    return onPlatform(
+        [&] {
+            return perform(frame, *this, {m_switchBack, Modes::WorkModeVisu, isLoaded}, fileName, product, force);
+        },
+        E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::switchBREP(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchBREP");
-    return perform(frame, *this, {m_switchBack, Modes::WorkModeBrep, lacksGeometry}, fileName, product, force);
+    return onPlatform(
+        [&] {
+            return perform(frame, *this, {m_switchBack, Modes::WorkModeBrep, lacksGeometry}, fileName, product, force);
+        },
+        E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::switchDefault(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchDefault");
-    return perform(frame, *this, {m_switchBack, Modes::WorkModeDefault, isVisualised}, fileName, product, force);
+    return onPlatform(
+        [&] {
+            return perform(frame, *this, {m_switchBack, Modes::WorkModeDefault, isVisualised}, fileName, product,
+                           force);
+        },
+        E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::restore(CATUnicodeString fileName) {
     const JournalFrame frame(_CteCLASS_NAME, "restore");
-    frame.write("restoring %s", fileName);
-    const CATListValCATUnicodeString* const list = firstWith(fileName, {&m_designs, &m_visualisations, &m_defaults});
-    if (!list) return S_FALSE;
-    CATIProduct* p_product = nullptr;
-    if (FAILED(getCATIProduct(fileName, p_product))) {
-        frame.write("Unable to get %s product in session", fileName);
-        return S_FALSE;
-    }
-    // Kept because it is what users see: a part that was in design mode comes back as exact geometry.
-    if (list == &m_designs) return switchBREP(fileName, p_product, kForced);
-    if (list == &m_visualisations) return switchVisu(fileName, p_product, kForced);
-    return currentMode(p_product) == Modes::WorkModeDefault ? S_FALSE : restoreDefault(*this, fileName, p_product);
+    const auto work = [&]() -> HRESULT {
+        frame.write("restoring %s", fileName);
+        const CATListValCATUnicodeString* const list =
+            firstWith(fileName, {&m_designs, &m_visualisations, &m_defaults});
+        if (!list) return S_FALSE;
+        CATIProduct* p_product = nullptr;
+        if (FAILED(getCATIProduct(fileName, p_product))) {
+            frame.write("Unable to get %s product in session", fileName);
+            return S_FALSE;
+        }
+        // Kept because it is what users see: a part that was in design mode comes back as exact geometry.
+        if (list == &m_designs) return switchBREP(fileName, p_product, kForced);
+        if (list == &m_visualisations) return switchVisu(fileName, p_product, kForced);
+        return currentMode(p_product) == Modes::WorkModeDefault ? S_FALSE : restoreDefault(*this, fileName, p_product);
+    };
+    return onPlatform(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::restoreAll(unsigned char skipModeCheck) {
     const JournalFrame frame(_CteCLASS_NAME, "restoreAll");
-    HRESULT code = S_FALSE;
-    const auto restore_each = [&](const CATListValCATUnicodeString& i_names, const char* i_line, auto&& i_restore) {
-        for (int i = 1; i <= i_names.Size(); ++i) {
-            frame.write(i_line, i_names[i]);
-            CATIProduct* p_product = nullptr;
-            if (SUCCEEDED(getCATIProduct(i_names[i], p_product)))
-                i_restore(i_names[i], p_product);
-            else
-                frame.write("Unable to get %s product in session", i_names[i]);
-        }
+    const auto work = [&]() -> HRESULT {
+        HRESULT code = S_FALSE;
+        const auto restore_each = [&](const CATListValCATUnicodeString& i_names, const char* i_line, auto&& i_restore) {
+            for (int i = 1; i <= i_names.Size(); ++i) {
+                frame.write(i_line, i_names[i]);
+                CATIProduct* p_product = nullptr;
+                if (SUCCEEDED(getCATIProduct(i_names[i], p_product)))
+                    i_restore(i_names[i], p_product);
+                else
+                    frame.write("Unable to get %s product in session", i_names[i]);
+            }
+        };
+        restore_each(m_designs, "restoring %s in design", [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
+            code = switchBREP(i_name, ip_product, kForced);
+        });
+        restore_each(m_visualisations, "restoring %s in visu",
+                     [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
+                         code = switchVisu(i_name, ip_product, kForced);
+                     });
+        restore_each(m_defaults, "restoring %s in default/visu",
+                     [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
+                         const bool done = !skipModeCheck && currentMode(ip_product) == Modes::WorkModeDefault;
+                         if (!done) code = restoreDefault(*this, i_name, ip_product);
+                     });
+        return code;
     };
-    restore_each(m_designs, "restoring %s in design", [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
-        code = switchBREP(i_name, ip_product, kForced);
-    });
-    restore_each(m_visualisations, "restoring %s in visu",
-                 [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
-                     code = switchVisu(i_name, ip_product, kForced);
-                 });
-    restore_each(m_defaults, "restoring %s in default/visu",
-                 [&](const CATUnicodeString& i_name, CATIProduct* ip_product) {
-                     const bool done = !skipModeCheck && currentMode(ip_product) == Modes::WorkModeDefault;
-                     if (!done) code = restoreDefault(*this, i_name, ip_product);
-                 });
-    return code;
+    return onPlatform(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::isInVisuMode(CATUnicodeString fileName, unsigned char& visu) {
     const JournalFrame frame(_CteCLASS_NAME, "isInVisuMode");
     visu = 0;
-    if (!isPart(fileName)) return S_OK;
-    if (m_visualisations.Locate(fileName) || m_defaults.Locate(fileName)) {
-        visu = 1;
+    const auto work = [&]() -> HRESULT {
+        if (!isPart(fileName)) return S_OK;
+        if (m_visualisations.Locate(fileName) || m_defaults.Locate(fileName)) {
+            visu = 1;
+            return S_OK;
+        }
+        CATIProduct* p_product = nullptr;
+        if (FAILED(getCATIProduct(fileName, p_product))) {
+            frame.write("Filename %s not found for SwitchDefault", fileName);
+            return E_FAIL;
+        }
+        const EnumWorkMode current = currentMode(p_product);
+        visu = current == Modes::WorkModeVisu || current == Modes::WorkModeDefault ? 1 : 0;
         return S_OK;
-    }
-    CATIProduct* p_product = nullptr;
-    if (FAILED(getCATIProduct(fileName, p_product))) {
-        frame.write("Filename %s not found for SwitchDefault", fileName);
-        return E_FAIL;
-    }
-    const EnumWorkMode current = currentMode(p_product);
-    visu = current == Modes::WorkModeVisu || current == Modes::WorkModeDefault ? 1 : 0;
-    return S_OK;
+    };
+    return onPlatform(work, E_FAIL);
 }
 
 unsigned char VornToolsSwitchMgt::isSwitchEnabled() const {
@@ -248,18 +279,21 @@ HRESULT VornToolsSwitchMgt::getDefaultRepName(CATIProduct* product, CATUnicodeSt
     const JournalFrame frame(_CteCLASS_NAME, "getDefaultRepName");
     name = "";
     if (!product) return frame.badInput("ipi_catiproduct");
-    if (!referenceOf(product)) {
-        EnumWorkMode mode = Modes::WorkModeUnknown;
-        const HRESULT code = Modes::getWorkMode(product, mode);
-        if (mode == Modes::WorkModeVisu && !m_switchEnabled) return code;
-        if (mode == Modes::WorkModeVisu) setWorkMode(product, Modes::WorkModeDefault, Modes::WorkModeVisu, "", 0);
-    }
-    const auto sp_automation = queryInterface<CATIAProduct>(product);
-    if (!sp_automation || FAILED(readDefaultShapeName(*sp_automation.get(), name)))
-        frame.write("GetDefaultRepName failed.");
-    else
-        frame.write("o_default_shape_name : %s", name);
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        if (!referenceOf(product)) {
+            EnumWorkMode mode = Modes::WorkModeUnknown;
+            const HRESULT code = Modes::getWorkMode(product, mode);
+            if (mode == Modes::WorkModeVisu && !m_switchEnabled) return code;
+            if (mode == Modes::WorkModeVisu) setWorkMode(product, Modes::WorkModeDefault, Modes::WorkModeVisu, "", 0);
+        }
+        const auto sp_automation = queryInterface<CATIAProduct>(product);
+        if (!sp_automation || FAILED(readDefaultShapeName(*sp_automation.get(), name)))
+            frame.write("GetDefaultRepName failed.");
+        else
+            frame.write("o_default_shape_name : %s", name);
+        return S_OK;
+    };
+    return onPlatform(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::updateDocumentName(CATUnicodeString oldName, CATUnicodeString newName) {

@@ -1,9 +1,11 @@
 #include "VornToolsCommon.h"
 
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/HoldingSwitch.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/PlatformErrors.h"
 
 #include "CATDocument.h"
 #include "CATFrmEditor.h"
@@ -40,7 +42,8 @@ public:
 
     void set(CATDocument* ip_document) { m_document = ip_document; }
     void unlock() {
-        if (CATDocument* const p_document = std::exchange(m_document, nullptr)) CATUnLockDocument(*p_document);
+        if (CATDocument* const p_document = std::exchange(m_document, nullptr))
+            guarded([p_document] { CATUnLockDocument(*p_document); });
     }
 
 private:
@@ -121,32 +124,35 @@ HRESULT VornToolsCommon::analyzeSingleWindow(CATDocument* ip_root_document, CATU
     const JournalFrame frame(_CteCLASS_NAME, "analyzeSingleWindow");
     opi_product = nullptr;
     o_found = 0;
-    InterfacePtr<CATIProduct> sp_root;
-    sp_root.receive([&](CATIProduct*& o_root) { return getActiveCATIProduct(ip_root_document, o_root); });
-    if (!sp_root) {
-        frame.write("Unable to get CATIProduct for %s", i_file_name);
-        return S_OK;
-    }
-    CATDocument* p_document = nullptr;
-    CATUnicodeString root_name;
-    CATUnicodeString root_file_name;
-    getDocumentFileName(sp_root.get(), p_document, root_name);
-    // The four colons are kept because error lists are searched for this text.
-    if (FAILED(fileNameOf(root_name, root_file_name))) frame.callFailed("UTILFile::::splitPathAndFileName");
-    frame.write("-->document in session [%s]\n", ip_root_document->StorageName());
+    const auto work = [&]() -> HRESULT {
+        InterfacePtr<CATIProduct> sp_root;
+        sp_root.receive([&](CATIProduct*& o_root) { return getActiveCATIProduct(ip_root_document, o_root); });
+        if (!sp_root) {
+            frame.write("Unable to get CATIProduct for %s", i_file_name);
+            return S_OK;
+        }
+        CATDocument* p_document = nullptr;
+        CATUnicodeString root_name;
+        CATUnicodeString root_file_name;
+        getDocumentFileName(sp_root.get(), p_document, root_name);
+        // The four colons are kept because error lists are searched for this text.
+        if (FAILED(fileNameOf(root_name, root_file_name))) frame.callFailed("UTILFile::::splitPathAndFileName");
+        frame.write("-->document in session [%s]\n", ip_root_document->StorageName());
 
-    if (!root_file_name.IsNull() && i_file_name.Compare(root_file_name) != 0) {
-        opi_product = sp_root.detach();
-        o_found = 1;
-        return S_OK;
-    }
-    if (returnDocumentType(i_file_name) == DocumentTypeUnknown) {
-        const HRESULT code =
-            getForeignFileInSession(sp_root.get(), i_file_name, i_shape_name, ip_switcher, opi_product, o_found);
-        return FAILED(code) ? frame.callFailed("VornToolsCommon::getForeignFileInSession") : code;
-    }
-    const HRESULT code = getProductInSession(sp_root.get(), i_file_name, opi_product, o_found);
-    return FAILED(code) ? frame.callFailed("VornToolsCommon::getProductInSession") : code;
+        if (!root_file_name.IsNull() && i_file_name.Compare(root_file_name) != 0) {
+            opi_product = sp_root.detach();
+            o_found = 1;
+            return S_OK;
+        }
+        if (returnDocumentType(i_file_name) == DocumentTypeUnknown) {
+            const HRESULT code =
+                getForeignFileInSession(sp_root.get(), i_file_name, i_shape_name, ip_switcher, opi_product, o_found);
+            return FAILED(code) ? frame.callFailed("VornToolsCommon::getForeignFileInSession") : code;
+        }
+        const HRESULT code = getProductInSession(sp_root.get(), i_file_name, opi_product, o_found);
+        return FAILED(code) ? frame.callFailed("VornToolsCommon::getProductInSession") : code;
+    };
+    return onPlatform(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::analyzeWindowsInSession(CATUnicodeString i_file_name, CATUnicodeString i_shape_name,
@@ -157,29 +163,33 @@ HRESULT VornToolsCommon::analyzeWindowsInSession(CATUnicodeString i_file_name, C
     op_document = nullptr;
     o_found = 0;
     opi_product = nullptr;
-    if (!ip_switcher) {
-        frame.missing("ip_switcher");
-        return S_OK;
-    }
-    frame.write("looking for document in session [%s]", i_file_name);
-    ExaminedDocument examined; // outlives the search: a document must not close below a product that is held
-    WindowSearch search{i_file_name, i_shape_name, *ip_switcher, iop_root_document, {}};
-    HRESULT code = S_OK;
-    if (iop_root_document) {
-        frame.write("-->looking in CATIA windows identified by root document %s", iop_root_document->StorageName());
-        code = searchDocument(frame, iop_root_document, search);
-    } else {
-        frame.write("looking in all CATIA windows");
-        code = searchWindows(frame, examined, search);
-    }
-    if (!search.sp_product) return code;
+    const auto work = [&]() -> HRESULT {
+        if (!ip_switcher) {
+            frame.missing("ip_switcher");
+            return S_OK;
+        }
+        frame.write("looking for document in session [%s]", i_file_name);
+        ExaminedDocument examined; // outlives the search: a document must not close below a product that is held
+        WindowSearch search{i_file_name, i_shape_name, *ip_switcher, iop_root_document, {}};
+        HRESULT code = S_OK;
+        if (iop_root_document) {
+            frame.write("-->looking in CATIA windows identified by root document %s", iop_root_document->StorageName());
+            code = searchDocument(frame, iop_root_document, search);
+        } else {
+            frame.write("looking in all CATIA windows");
+            code = searchWindows(frame, examined, search);
+        }
+        if (!search.sp_product) return code;
 
-    const bool is_foreign = returnDocumentType(i_file_name) == DocumentTypeUnknown;
-    code = is_foreign ? loadForeignDocument(frame, search, op_document) : loadDocument(frame, search, op_document);
-    if (FAILED(code)) return code;
-    // A file of the platform counts as found with its document only; where it is, the other outputs tell all the same.
-    o_found = is_foreign || op_document ? 1 : 0;
-    iop_root_document = search.p_root_document;
-    opi_product = search.sp_product.detach();
-    return code;
+        const bool is_foreign = returnDocumentType(i_file_name) == DocumentTypeUnknown;
+        code = is_foreign ? loadForeignDocument(frame, search, op_document) : loadDocument(frame, search, op_document);
+        if (FAILED(code)) return code;
+        // A file of the platform counts as found with its document only; where it is, the other outputs tell all the
+        // same.
+        o_found = is_foreign || op_document ? 1 : 0;
+        iop_root_document = search.p_root_document;
+        opi_product = search.sp_product.detach();
+        return code;
+    };
+    return onPlatform(work, E_FAIL);
 }

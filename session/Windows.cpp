@@ -1,6 +1,7 @@
 #include "VornToolsCommon.h"
 
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 #include "CATDocument.h"
@@ -55,15 +56,21 @@ HRESULT VornToolsCommon::getDocumentFromWindow(CATFrmWindow* ip_window, CATDocum
     const JournalFrame frame(_CteCLASS_NAME, "getDocumentFromWindow");
     op_document = nullptr;
     if (!ip_window) return frame.badInput("ip_window");
-    op_document = shownDocument(*ip_window);
-    return op_document ? S_OK : E_FAIL;
+    const auto work = [&]() -> HRESULT {
+        op_document = shownDocument(*ip_window);
+        return op_document ? S_OK : E_FAIL;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getDocumentNameFromWindow(CATFrmWindow* ip_window, CATUnicodeString& o_name) {
     const JournalFrame frame(_CteCLASS_NAME, "getDocumentNameFromWindow");
     o_name = "";
-    CATDocument* p_document = nullptr;
-    return readWindow(frame, ip_window, o_name, p_document);
+    const auto work = [&]() -> HRESULT {
+        CATDocument* p_document = nullptr;
+        return readWindow(frame, ip_window, o_name, p_document);
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getDocumentAndNameFromWindow(CATFrmWindow* ip_window, CATUnicodeString& o_name,
@@ -71,82 +78,97 @@ HRESULT VornToolsCommon::getDocumentAndNameFromWindow(CATFrmWindow* ip_window, C
     const JournalFrame frame(_CteCLASS_NAME, "getDocumentAndNameFromWindow");
     o_name = "";
     op_document = nullptr;
-    return readWindow(frame, ip_window, o_name, op_document);
+    return guarded([&] { return readWindow(frame, ip_window, o_name, op_document); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getAllRootDocuments(CATUnicodeString i_name_filter, CATListPtrCATDocument& o_documents,
                                              unsigned char i_keep_duplicates) {
     const JournalFrame frame(_CteCLASS_NAME, "getAllRootDocuments");
     o_documents.RemoveAll();
-    CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
-    if (!p_layout) return frame.badInput("p_layout");
-    const CATListPtrCATFrmWindow windows = windowsOf(*p_layout, kAsTheyCome);
-    HRESULT code = S_OK;
-    for (int i = 1; i <= windows.Size(); ++i) {
-        CATUnicodeString name;
-        CATDocument* p_document = nullptr;
-        code = getDocumentAndNameFromWindow(windows[i], name, p_document);
-        if (FAILED(code) || (!i_name_filter.IsNull() && name.Compare(i_name_filter) == 0)) continue;
-        if (!isDocumentInSessionManagedByMaro(p_document)) continue;
-        if (!i_keep_duplicates && o_documents.Locate(p_document) != 0) continue;
-        frame.write("[%s] is a root document", name);
-        o_documents.Append(p_document);
-    }
-    return o_documents.Size() > 0 ? S_OK : code;
+    const auto work = [&]() -> HRESULT {
+        CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
+        if (!p_layout) return frame.badInput("p_layout");
+        const CATListPtrCATFrmWindow windows = windowsOf(*p_layout, kAsTheyCome);
+        HRESULT code = S_OK;
+        for (int i = 1; i <= windows.Size(); ++i) {
+            CATUnicodeString name;
+            CATDocument* p_document = nullptr;
+            code = getDocumentAndNameFromWindow(windows[i], name, p_document);
+            if (FAILED(code) || (!i_name_filter.IsNull() && name.Compare(i_name_filter) == 0)) continue;
+            if (!isDocumentInSessionManagedByMaro(p_document)) continue;
+            if (!i_keep_duplicates && o_documents.Locate(p_document) != 0) continue;
+            frame.write("[%s] is a root document", name);
+            o_documents.Append(p_document);
+        }
+        return o_documents.Size() > 0 ? S_OK : code;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getAllRootDocNameFromWindows(CATListValCATUnicodeString& o_names) {
     const JournalFrame frame(_CteCLASS_NAME, "getAllRootDocNameFromWindows");
     o_names.RemoveAll();
-    CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
-    if (!p_layout) {
-        frame.badInput("p_layout");
+    const auto work = [&]() -> HRESULT {
+        CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
+        if (!p_layout) {
+            frame.badInput("p_layout");
+            return S_OK;
+        }
+        const CATListPtrCATFrmWindow windows = windowsOf(*p_layout, kNewestFirst);
+        for (int i = 1; i <= windows.Size(); ++i) {
+            CATUnicodeString name;
+            if (SUCCEEDED(getDocumentNameFromWindow(windows[i], name))) o_names.Append(name);
+        }
         return S_OK;
-    }
-    const CATListPtrCATFrmWindow windows = windowsOf(*p_layout, kNewestFirst);
-    for (int i = 1; i <= windows.Size(); ++i) {
-        CATUnicodeString name;
-        if (SUCCEEDED(getDocumentNameFromWindow(windows[i], name))) o_names.Append(name);
-    }
-    return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }
 
 unsigned char VornToolsCommon::isADocumentWindowOpened() {
     const JournalFrame frame(_CteCLASS_NAME, "isADocumentWindowOpened");
-    CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
-    if (!p_layout) return 0;
-    const CATListPtrCATFrmWindow windows = windowsOf(*p_layout, kAsTheyCome);
-    for (int i = 1; i <= windows.Size(); ++i) {
-        CATDocument* const p_document = windows[i] ? shownDocument(*windows[i]) : nullptr;
-        if (p_document && isDocumentInSessionManagedByMaro(p_document)) return 1;
-    }
-    return 0;
+    const auto work = [&]() -> unsigned char {
+        CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
+        if (!p_layout) return 0;
+        const CATListPtrCATFrmWindow windows = windowsOf(*p_layout, kAsTheyCome);
+        for (int i = 1; i <= windows.Size(); ++i) {
+            CATDocument* const p_document = windows[i] ? shownDocument(*windows[i]) : nullptr;
+            if (p_document && isDocumentInSessionManagedByMaro(p_document)) return 1;
+        }
+        return 0;
+    };
+    return guarded(work, static_cast<unsigned char>(0));
 }
 
 HRESULT VornToolsCommon::desktopIsActiveWindow(unsigned char& o_is_desktop) {
     const JournalFrame frame(_CteCLASS_NAME, "desktopIsActiveWindow");
     o_is_desktop = 0;
-    CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
-    const CATFrmWindow* const p_window = p_layout ? p_layout->GetCurrentWindow() : nullptr;
-    if (p_window && std::strcmp(p_window->IsA(), kDesk) == 0) o_is_desktop = 1;
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
+        const CATFrmWindow* const p_window = p_layout ? p_layout->GetCurrentWindow() : nullptr;
+        if (p_window && std::strcmp(p_window->IsA(), kDesk) == 0) o_is_desktop = 1;
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::activateWindowInCATIA(CATUnicodeString i_file_name) {
     const JournalFrame frame(_CteCLASS_NAME, "activateWindowInCATIA");
-    CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
-    if (!p_layout) return frame.badInput("p_layout");
-    const CATListPtrCATFrmWindow windows = windowsOf(*p_layout, kAsTheyCome);
-    for (int i = 1; i <= windows.Size(); ++i) {
-        CATUnicodeString name;
-        if (FAILED(getDocumentNameFromWindow(windows[i], name))) {
-            frame.platformFailed("getDocumentNameFromWindow");
-            continue;
+    const auto work = [&]() -> HRESULT {
+        CATFrmLayout* const p_layout = CATFrmLayout::GetCurrentLayout();
+        if (!p_layout) return frame.badInput("p_layout");
+        const CATListPtrCATFrmWindow windows = windowsOf(*p_layout, kAsTheyCome);
+        for (int i = 1; i <= windows.Size(); ++i) {
+            CATUnicodeString name;
+            if (FAILED(getDocumentNameFromWindow(windows[i], name))) {
+                frame.platformFailed("getDocumentNameFromWindow");
+                continue;
+            }
+            if (!UTILFile::filesAreEqual(name, i_file_name)) continue;
+            frame.write("Activing [%s]", name);
+            p_layout->SetCurrentWindow(windows[i]);
+            return S_OK;
         }
-        if (!UTILFile::filesAreEqual(name, i_file_name)) continue;
-        frame.write("Activing [%s]", name);
-        p_layout->SetCurrentWindow(windows[i]);
-        return S_OK;
-    }
-    return E_FAIL;
+        return E_FAIL;
+    };
+    return guarded(work, E_FAIL);
 }

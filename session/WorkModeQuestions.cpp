@@ -2,6 +2,7 @@
 
 #include "cache/DatLines.h"
 #include "foundation/JournalFrame.h"
+#include "foundation/PlatformErrors.h"
 
 #include "CATDocument.h"
 #include "CATDocumentsInSession.h"
@@ -36,28 +37,34 @@ bool holds(const CATUnicodeString& i_text, const CATUnicodeString& i_part) {
 
 HRESULT VornToolsCommon::isCATPartInVisuModeAnActivateNode(CATIProduct* ipi_product, unsigned char& o_is_active) {
     const JournalFrame frame(_CteCLASS_NAME, "isCATPartInVisuModeAnActivateNode");
-    VornToolsWorkModeServices::EnumWorkMode mode = VornToolsWorkModeServices::WorkModeUnknown;
-    o_is_active = SUCCEEDED(VornToolsWorkModeServices::getWorkModeCAA(ipi_product, mode)) ? 1 : 0;
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        VornToolsWorkModeServices::EnumWorkMode mode = VornToolsWorkModeServices::WorkModeUnknown;
+        o_is_active = SUCCEEDED(VornToolsWorkModeServices::getWorkModeCAA(ipi_product, mode)) ? 1 : 0;
+        return S_OK;
+    };
+    return onPlatform(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::isFileNameInVisu(CATUnicodeString i_file_name, unsigned char& o_is_in_visu) {
     const JournalFrame frame(_CteCLASS_NAME, "isFileNameInVisu");
     o_is_in_visu = 1;
-    frame.write("input file name %s", i_file_name);
-    const CATListPtrCATDocument* const p_documents = ListDocuments();
-    const int count = p_documents ? p_documents->Size() : 0;
-    for (int i = 1; i <= count && o_is_in_visu; ++i) {
-        if (!(*p_documents)[i]) continue;
-        const CATUnicodeString name = (*p_documents)[i]->StorageName();
-        frame.write("-->%d: %s\n", i, name);
-        if (!holds(name, i_file_name)) continue;
-        frame.write("file name match with input file name");
-        if (holds(name, "cgr")) continue;
-        frame.write("file name does not contain cgr");
-        o_is_in_visu = 0;
-    }
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        frame.write("input file name %s", i_file_name);
+        const CATListPtrCATDocument* const p_documents = ListDocuments();
+        const int count = p_documents ? p_documents->Size() : 0;
+        for (int i = 1; i <= count && o_is_in_visu; ++i) {
+            if (!(*p_documents)[i]) continue;
+            const CATUnicodeString name = (*p_documents)[i]->StorageName();
+            frame.write("-->%d: %s\n", i, name);
+            if (!holds(name, i_file_name)) continue;
+            frame.write("file name match with input file name");
+            if (holds(name, "cgr")) continue;
+            frame.write("file name does not contain cgr");
+            o_is_in_visu = 0;
+        }
+        return S_OK;
+    };
+    return onPlatform(work, E_FAIL);
 }
 
 unsigned char VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(CATUnicodeString i_file_name, CATDocument* ip_document,

@@ -68,7 +68,7 @@ public:
         oManager = filled ? handleOf<CATISamAnalysisManager_var>(
                                 static_cast<CATISamAnalysisManager*>(&extensionOf<AnalysisManager>(feature)))
                           : CATISamAnalysisManager_var();
-        return flavour == FaultFlavour::none || flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        return flavour == FaultFlavour::none ? S_OK : Failures::get().codeOf(flavour);
     }
 
 private:

@@ -76,7 +76,7 @@ HRESULT CATGetDLNameList(int (*iCriterion)(CATUnicodeString*, CATUnicodeString*)
     *oCount = 0;
     *oNames = nullptr;
     const FaultFlavour flavour = Failures::get().ask("CATGetDLNameList");
-    if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
     std::vector<std::unique_ptr<CATUnicodeString>> kept;
     for (const auto& name : Session::current().environment().logicalNames) {
         auto text = std::make_unique<CATUnicodeString>(toText(name.first));

@@ -15,7 +15,7 @@ HRESULT __stdcall ApplicationFrameObject::get_Name(CATBSTR& oName) {
 
 HRESULT __stdcall ApplicationFrameObject::StartCommand(const CATBSTR& iCommandId) {
     const FaultFlavour flavour = called("CATIAApplication::StartCommand");
-    if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
     const std::string command = fromAutomationText(iCommandId);
     const auto isTitle = [&command](const auto& message) { return message.second == command; };
     if (std::none_of(m_data.messages.begin(), m_data.messages.end(), isTitle)) return E_FAIL;

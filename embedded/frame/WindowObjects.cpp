@@ -100,7 +100,7 @@ CATCafCenterGraph::CATCafCenterGraph() = default;
 HRESULT CATCafCenterGraph::CenterGraph(const CATString& iType, CATNavigBox* iNavigBox) {
     using namespace embedded;
     const FaultFlavour flavour = Failures::get().ask("CATCafCenterGraph::CenterGraph");
-    if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
     if (const auto* const box = dynamic_cast<const NavigationBoxObject*>(iNavigBox))
         FrameData::get().centred.push_back(std::string(iType.ConvertToChar()) + " " + box->shownName());
     return S_OK;

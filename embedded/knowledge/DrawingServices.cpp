@@ -19,11 +19,8 @@ public:
         const FaultFlavour flavour = called("CATIDftDocumentServices::GetDrawing");
         FeatureNode& drawing = KnowledgeData::get().feature(owner(), FeatureNode::kDrawing, "Drawing");
         *oDrawing = flavour == FaultFlavour::codeWithOutput ? drawing.unknown() : nullptr;
-        if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
-        CATBaseUnknown* const asked = handOut(drawing.unknown());
-        const HRESULT code = asked->QueryInterface(iIID, oDrawing);
-        asked->Release();
-        return code;
+        if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
+        return handleOf<CATBaseUnknown_var>(drawing.unknown())->QueryInterface(iIID, oDrawing);
     }
 
 private:

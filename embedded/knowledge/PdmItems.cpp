@@ -23,7 +23,7 @@ HRESULT VornCATxPDMTools::getPDMItem(CATIProduct* iProduct, VornCATIxPDMItem*& o
     ProductNode* const node = product ? referenceNodeOf(*product) : nullptr;
     if (flavour != FaultFlavour::none) {
         if (flavour == FaultFlavour::codeWithOutput && node) oItem = &node->item;
-        return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        return Failures::get().codeOf(flavour);
     }
     if (!node || !Session::current().environment().platformPdmConnection) return E_FAIL;
     oItem = handOut<VornCATIxPDMItem>(&node->item);

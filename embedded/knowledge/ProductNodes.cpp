@@ -68,7 +68,7 @@ HRESULT ProductObject::GetUserProperties(CATIParmPublisher*& oPublisher, CATBool
     ProductNode* const node = referenceNodeOf(*this);
     if (flavour != FaultFlavour::none) {
         if (flavour == FaultFlavour::codeWithOutput && node) oPublisher = node->userProperties;
-        return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        return Failures::get().codeOf(flavour);
     }
     if (!node || (!node->userProperties && !iCreate)) return E_FAIL;
     oPublisher = handOut<CATIParmPublisher>(&KnowledgeData::get().userProperties(*node));

@@ -23,7 +23,7 @@ inline std::string toBytes(const CATUnicodeString& text) { return TextBytes::of(
 template <class Output>
 HRESULT failedAnswer(FaultFlavour flavour, Output& output, const Output& cleared, const Output& stale) {
     output = flavour == FaultFlavour::codeWithOutput ? stale : cleared;
-    return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    return Failures::get().codeOf(flavour);
 }
 
 /** Ends a call that gives a text: the value, or what the flavour demands ("stale" for a filled output). */

@@ -34,7 +34,7 @@ HRESULT __stdcall EnumerationObject::Next(ULONG iCount, CATVariant* oItems, ULON
         if (flavour != FaultFlavour::code && oFetched) *oFetched = iCount;
         if (flavour == FaultFlavour::codeWithOutput && m_next < m_objects.size())
             std::fill_n(oItems, iCount, variantOf(m_objects[m_next]));
-        return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        return Failures::get().codeOf(flavour);
     }
     ULONG fetched = 0;
     for (; fetched < iCount && m_next < m_objects.size(); ++fetched, ++m_next) {

@@ -42,8 +42,7 @@ HRESULT __stdcall ScenePositionObject::get_Name(CATBSTR& oName) {
 HRESULT __stdcall ScenePositionObject::GetComponents(CATSafeArrayVariant& oComponents) {
     const FaultFlavour flavour = called("CATIAPosition::GetComponents");
     if (flavour == FaultFlavour::codeWithOutput) std::fill(oComponents.values.begin(), oComponents.values.end(), 47.11);
-    if (flavour != FaultFlavour::none || !m_product.components)
-        return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    if (flavour != FaultFlavour::none || !m_product.components) return Failures::get().codeOf(flavour);
     if (oComponents.values.size() != m_product.components->size()) return E_INVALIDARG;
     std::copy(m_product.components->begin(), m_product.components->end(), oComponents.values.begin());
     return S_OK;

@@ -35,7 +35,7 @@ public:
         oDirectories.RemoveAll();
         const FaultFlavour flavour = Failures::get().ask("ENVManager::getReleaseCacheDirectories");
         if (flavour == FaultFlavour::codeWithOutput) oDirectories.Append("stale");
-        if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
         for (const std::string& directory : environment().releaseCacheDirectories)
             oDirectories.Append(toText(directory));
         return S_OK;
@@ -76,7 +76,7 @@ public:
         oNames.RemoveAll();
         const FaultFlavour flavour = Failures::get().ask("ENVManager::getReadOnlyPropertiesOnCreate");
         if (flavour == FaultFlavour::codeWithOutput) oNames.Append("stale");
-        if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
         for (const std::string& name : environment().propertiesReadOnlyOnCreate) oNames.Append(toText(name));
         return S_OK;
     }

@@ -22,13 +22,13 @@ public:
     unsigned char isOpen() override { return !fails("SKManager::isOpen") && hostedClient().open ? 1 : 0; }
     HRESULT openWindow() override {
         const FaultFlavour flavour = Failures::get().ask("SKManager::openWindow");
-        if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
         hostedClient().open = true;
         return S_OK;
     }
     HRESULT toFront() override {
         const FaultFlavour flavour = Failures::get().ask("SKManager::toFront");
-        if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+        if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
         ++hostedClient().broughtToFront;
         return S_OK;
     }

@@ -49,7 +49,7 @@ HRESULT __stdcall ProductObject::GetMasterShapeRepresentation(CAT_VARIANT_BOOL i
     const FaultFlavour flavour = called("CATIAProduct::GetMasterShapeRepresentation");
     if (!m_representation) m_representation = std::make_unique<RepresentationObject>(*this);
     if (flavour == FaultFlavour::codeWithOutput) oRep = m_representation.get();
-    if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
     if (!m_reference || m_reference->masterShape.empty()) return E_FAIL;
     if (iLoadIfNecessary && isVisualised()) setWorkMode(1);
     oRep = handOut<CATBaseDispatch>(m_representation.get());

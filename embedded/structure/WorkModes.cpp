@@ -54,7 +54,7 @@ HRESULT CATPrsWorkModeServices::GetWorkMode(const CATIProduct_var& iProduct, Wor
     const FaultFlavour flavour = Failures::get().ask("CATPrsWorkModeServices::GetWorkMode");
     if (flavour == FaultFlavour::codeWithOutput) oCurrentMode = WM_DESIGN;
     // An answer without a mode leaves what was there.
-    if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
     const ProductObject* const product = productBehind(iProduct);
     if (!product || !product->reference()) return E_FAIL;
     oCurrentMode = static_cast<WorkMode>(product->workMode());
@@ -63,7 +63,7 @@ HRESULT CATPrsWorkModeServices::GetWorkMode(const CATIProduct_var& iProduct, Wor
 
 HRESULT CATPrsWorkModeServices::SetWorkMode(const CATIProduct_var& iProduct, WorkMode iNewMode) {
     const FaultFlavour flavour = Failures::get().ask("CATPrsWorkModeServices::SetWorkMode");
-    if (flavour != FaultFlavour::none) return flavour == FaultFlavour::nullOutput ? S_OK : E_FAIL;
+    if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
     ProductObject* const product = productBehind(iProduct);
     if (!product || !product->reference()) return E_FAIL;
     SessionWorkModes& modes = SessionWorkModes::get();

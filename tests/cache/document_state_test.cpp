@@ -123,11 +123,13 @@ TEST_F(DocumentStateTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepFailures(
         {"VornToolsCommon::isDocumentInSessionManagedByMaro",
          [&] { return SweepOutcome{VornToolsCommon::isDocumentInSessionManagedByMaro(part.get()) ? S_OK : E_FAIL}; }});
+    environment().usesLogicalNames = false;
     sweepFailures({"VornToolsCommon::isModifiedStatusInCATIA", [&] {
                        unsigned char answer = 7;
                        const HRESULT code = VornToolsCommon::isModifiedStatusInCATIA(file.c_str(), answer);
                        return SweepOutcome{code, answer == 0};
                    }});
+    environment().usesLogicalNames = true;
     sweepFailures({"VornToolsCommon::isDocumentToBeSaved",
                    [&] {
                        unsigned char answer = 7;

@@ -1,6 +1,9 @@
 #include "foundation/Guarded.h"
 
+#include "CATError.h"
 #include "CATErrorDef.h"
+#include "embedded/Accounting.h"
+#include "foundation/PlatformErrors.h"
 
 #include <gtest/gtest.h>
 
@@ -39,6 +42,23 @@ TEST(GuardedTest, AnAnswerIsThatOfTheWorkOrTheOther) {
     EXPECT_EQ(guarded(work, E_FAIL), E_FAIL);
     EXPECT_EQ(guarded([&] { return std::make_unique<int>(3); }, nullptr) != nullptr, true);
     EXPECT_EQ(guarded([&]() -> std::unique_ptr<int> { throw 1; }, nullptr), nullptr);
+}
+
+/** An error of the platform is released by whoever catches it. */
+TEST(GuardedTest, AnErrorOfThePlatformIsAFailure) {
+    const long before = embedded::Accounting::get().live().objects;
+    bool is_foreign = false;
+    const auto work = [&]() -> HRESULT {
+        if (is_foreign) throw 5;
+        throw static_cast<CATError*>(new CATInternalError("Fault", "CATFailures"));
+    };
+    EXPECT_EQ(guarded(work, E_FAIL), E_FAIL);
+    EXPECT_EQ(vorntools::onPlatform(work, E_FAIL), E_FAIL);
+    EXPECT_EQ(vorntools::onPlatform([] { return S_FALSE; }, E_FAIL), S_FALSE);
+    EXPECT_EQ(embedded::Accounting::get().live().objects, before);
+    is_foreign = true;
+    EXPECT_EQ(guarded(work, E_FAIL), E_FAIL);
+    EXPECT_THROW(vorntools::onPlatform(work, E_FAIL), int) << "what is none passes";
 }
 
 } // namespace

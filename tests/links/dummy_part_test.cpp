@@ -213,7 +213,11 @@ TEST_F(DummyPartTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepFailures(
         {"VornToolsDummyPart::isADummyPart", [&] { return answer(tester().isADummyPart(dummy.get(), 0)); }, forget});
     sweepFailures({"VornToolsDummyPart::isADummyPart",
-                   [&] { return answer(tester().isADummyPart(component.get(), 0)); }, forget});
+                   [&] { return answer(tester().isADummyPart(component.get(), 0)); },
+                   forget,
+                   {},
+                   {},
+                   "a component is no dummy part"});
     CATListValCATUnicodeString files;
     files.Append("d.CATPart");
     sweepFailures({"VornToolsDummyPart::listOfFilesContainsADummyPart",

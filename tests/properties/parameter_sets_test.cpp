@@ -116,13 +116,18 @@ TEST_F(ParameterSetsTest, FaultsOfThePlatformAreMet) {
                    },
                    [&] { empty(bare); }});
     for (const Publisher& feature : {part, parametersOf(session().product("/w/P.CATProduct").root())})
-        sweepFailures({kClass + "getParameterSet", [&] {
+        sweepFailures({kClass + "getParameterSet",
+                       [&] {
                            CATICkeParameterSet* result = set.set();
                            const HRESULT code = service->getParameterSet(feature.get(), result);
                            const bool empty = !result;
                            if (result) result->Release();
                            return SweepOutcome{code, empty};
-                       }});
+                       },
+                       {},
+                       {},
+                       {},
+                       feature.get() == part.get() ? "" : "a new product has no set"});
     sweepFailures({kClass + "redrawParametersNode", [&] {
                        return SweepOutcome{Service::redrawParametersNode(set.set()), true};
                    }});

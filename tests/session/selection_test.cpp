@@ -15,6 +15,8 @@ using embedded::SelectionPath;
 using embedded::Windows;
 
 const std::string kCommon = "VornToolsCommon::";
+/** Why a question counts as failing in a sweep. */
+constexpr const char* kNoCode = "it has no code: what counts is the answer";
 
 /** r.CATProduct, shown in a window, holds g.1 (g.CATProduct with the component c.1, which holds p.1) and v.1, which a
  * visualisation file shows. */
@@ -342,15 +344,31 @@ TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         return SweepOutcome{code, list.Locate("before") == 0};
     });
     const auto runQuestion = [](const char* name, auto question, std::function<void()> restore = {}) {
-        sweepFailures({kCommon + name, [=] { return SweepOutcome{E_FAIL, true, question()}; }, restore, {}, {0}});
+        sweepFailures({kCommon + name,
+                       [=] {
+                           return SweepOutcome{E_FAIL, true, question()};
+                       },
+                       restore,
+                       {},
+                       {0},
+                       kNoCode});
+    };
+    const auto runYes = [](const char* name, std::function<int()> question) {
+        sweepFailures({kCommon + name,
+                       [=] {
+                           return SweepOutcome{E_FAIL, true, question()};
+                       },
+                       {},
+                       {},
+                       {0, 1},
+                       kNoCode});
     };
     runQuestion("isSelectedInCatia", [] { return VornToolsCommon::isSelectedInCatia("none.CATPart"); });
     runQuestion("isElementSelectedInProcessDocument",
                 [] { return VornToolsCommon::isElementSelectedInProcessDocument("PPRActivity"); });
-    run("isSelectedInCatia", [] { return SweepOutcome{E_FAIL, true, VornToolsCommon::isSelectedInCatia("v.cgr")}; });
-    run("isElementSelectedInProcessDocument", [] {
-        return SweepOutcome{E_FAIL, true, VornToolsCommon::isElementSelectedInProcessDocument("Face")};
-    });
+    runYes("isSelectedInCatia", [] { return VornToolsCommon::isSelectedInCatia("v.cgr"); });
+    runYes("isElementSelectedInProcessDocument",
+           [] { return VornToolsCommon::isElementSelectedInProcessDocument("Face"); });
     run("centerGraphOnSelection", [] { return SweepOutcome{VornToolsCommon::centerGraphOnSelection()}; });
     run("reframeOn", [] { return SweepOutcome{VornToolsCommon::reframeOn()}; });
     for (const embedded::Product& selected : {part, root})
@@ -363,7 +381,8 @@ TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                            windows().select(selected);
                        },
                        {},
-                       selected == root ? std::vector<int>{0, 1} : std::vector<int>{0}});
+                       selected == root ? std::vector<int>{0, 1} : std::vector<int>{0},
+                       kNoCode});
 }
 
 } // namespace

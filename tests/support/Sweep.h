@@ -14,6 +14,8 @@ struct SweepOutcome {
     bool outputsEmpty = true;
     /** Of a question: what it answers. */
     int answer = 0;
+    /** Text of the outputs, for comparing what a run hands out in spite of a fault; may be empty. */
+    std::string outputs = {};
 };
 
 /** What the sweep runs. */
@@ -29,15 +31,19 @@ struct SweepCase {
     /** Of a question: the answers it may give when it met a fault. With the right answer "no" and only that allowed, no
      * fault may invent a yes. Empty: nobody looks at the answer. */
     std::vector<int> answersUnderFault = {};
+    /** Why the undisturbed operation fails; empty: it does not. */
+    std::string whyItFails = {};
 };
 
 /**
  * Runs the operation with the n-th platform call failing, n = 1, 2, ... until none fires: once only and from n on, in
- * every flavour. After each run: references and lists as before, journal frames closed, no rule broken, outputs empty
- * when the code is negative, answers those that are allowed, stored state unchanged or completely changed, and the next
- * undisturbed call gives the first one's code and answer again. "Fault met, success returned" must stand on
- * tests/support/tolerated_faults.txt as the line "METHOD: CALL". Sets googletest failures. @return the number of
- * platform calls that the undisturbed operation makes
+ * every flavour that the call can have. After each run: references and lists as before, journal frames closed, no rule
+ * broken, outputs empty when the code is negative, answers those that are allowed, stored state unchanged or completely
+ * changed, and the next undisturbed call makes the first one's calls and gives its code and answer again.
+ *
+ * "Fault met, success returned" must stand on tests/support/tolerated_faults.txt, which also says what may then differ
+ * from the undisturbed run; a line there that a run of the whole suite does not need fails it. Sets googletest
+ * failures. @return the number of platform calls that the undisturbed operation makes
  */
 int sweepFailures(const SweepCase& sweep);
 

@@ -1,6 +1,7 @@
 #ifndef EMBEDDED_FAILURES_H
 #define EMBEDDED_FAILURES_H
 
+#include "CATErrorDef.h"
 #include "ExportedByCatia.h"
 
 #include <string>
@@ -14,8 +15,13 @@ enum class FaultFlavour {
     code,           ///< failing code, outputs cleared
     codeWithOutput, ///< failing code, the output left non-null or filled: it carries no reference and must not be used
     nullOutput,     ///< success, but the output is null or empty
-    shortRead       ///< a file call gives less than there is; every other call fails as `code`
+    shortRead,      ///< a file call gives less than there is; every other call fails as `code`
+    falseAnswer,    ///< S_FALSE, outputs cleared; a call without a result code fails as `code`
+    thrown          ///< a CATError is thrown; a call of a companion library, which throws nothing, is left alone
 };
+
+/** Whether a call is the platform's own and no companion library's. */
+ExportedByCatia bool isOfPlatform(const char* site);
 
 /**
  * Failure points: every method of the platform and of the companion libraries that can fail asks here before it acts.
@@ -32,7 +38,13 @@ public:
     /** Name of the call that failed first since arm(). */
     const std::string& firedAt() const { return m_firedAt; }
     /** Questions asked since arm(). */
-    int calls() const { return m_calls; }
+    int calls() const { return static_cast<int>(m_sites.size()); }
+    /** Names of the calls since arm(), in their order. */
+    const std::vector<const char*>& sites() const { return m_sites; }
+    /** Whether a call answered S_FALSE, as the flavour demands, since arm(). */
+    bool answeredFalse() const { return m_answeredFalse; }
+    /** What a call with a result code answers when it fails in a flavour. */
+    HRESULT codeOf(FaultFlavour flavour);
 
     /** What the call named `site` is to do. Free of cost while nothing is armed. */
     FaultFlavour ask(const char* site) { return m_armed ? answer(site) : FaultFlavour::none; }
@@ -43,10 +55,11 @@ private:
     bool m_armed = false;
     bool m_persistent = false;
     bool m_fired = false;
+    bool m_answeredFalse = false;
     int m_nth = 0;
-    int m_calls = 0;
     FaultFlavour m_flavour = FaultFlavour::none;
     std::string m_firedAt;
+    std::vector<const char*> m_sites;
 };
 
 /** For calls that only answer or not: true when the call is to fail, in whatever flavour. */
