@@ -2,6 +2,7 @@
 
 #include "embedded/Session.h"
 #include "embedded/documents/SessionData.h"
+#include "embedded/text/TextBytes.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -44,6 +45,16 @@ const std::vector<Profile>& allProfiles() {
     static const auto& all = *new std::vector<Profile>{{kUsual, {}}, {"unkind", unkind()}, {"resolving", resolving()}};
     return all;
 }
+
+/** Texts may be made before there is a session. A name of no profile is told when one is asked for. */
+bool useCodePageOfEnvironment() {
+    const char* const name = std::getenv(kVariable);
+    const std::optional<Switches> given = name ? switchesOf(name) : std::nullopt;
+    if (given) TextBytes::useCodePage(given->codePage != CodePage::utf8);
+    return given.has_value();
+}
+
+[[maybe_unused]] const bool codePageKnown = useCodePageOfEnvironment();
 
 std::string profileOfEnvironment() {
     const char* const name = std::getenv(kVariable);
