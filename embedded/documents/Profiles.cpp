@@ -26,6 +26,10 @@ Switches unkind() {
     switches.dimensionMark = DecimalMark::session;
     switches.selectingWritesTables = true;
     switches.sheetSelectsFirstConfiguration = true;
+    switches.picturesAreSilent = true;
+    switches.rootsRefuseInstanceName = true;
+    switches.childlessGiveNoList = true;
+    switches.oddNamesAreRefused = true;
     return switches;
 }
 

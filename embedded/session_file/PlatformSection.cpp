@@ -20,6 +20,10 @@ constexpr SwitchField kSwitches[] = {
     {"selecting_writes_tables", &Switches::selectingWritesTables},
     {"sheet_selects_first_configuration", &Switches::sheetSelectsFirstConfiguration},
     {"row_zero_is_taken", &Switches::rowZeroIsTaken},
+    {"pictures_are_silent", &Switches::picturesAreSilent},
+    {"roots_refuse_instance_name", &Switches::rootsRefuseInstanceName},
+    {"childless_give_no_list", &Switches::childlessGiveNoList},
+    {"odd_names_are_refused", &Switches::oddNamesAreRefused},
 };
 constexpr std::array<const char*, 3> kFolderOrders = {"system", "names", "reversed"};
 constexpr std::array<const char*, 2> kCodePages = {"utf-8", "windows-1252"};
@@ -29,7 +33,9 @@ constexpr int kMostDecimals = 15;
 void readPlatform(const JsonField& field, const SectionReader&) {
     field.expectKeys({"profile", "services_know_logical_names", "entry_with_end_of_folder", "path_lists",
                       "numbers_end_texts", "selecting_writes_tables", "sheet_selects_first_configuration",
-                      "row_zero_is_taken", "folder_order", "code_page", "dimension_mark", "shown_decimals"});
+                      "row_zero_is_taken", "pictures_are_silent", "roots_refuse_instance_name",
+                      "childless_give_no_list", "odd_names_are_refused", "folder_order", "code_page", "dimension_mark",
+                      "shown_decimals"});
     Switches read = switches();
     if (const auto name = field.optional("profile")) {
         const auto known = switchesOf(name->text());

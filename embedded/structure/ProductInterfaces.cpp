@@ -1,5 +1,5 @@
 // A product as the platform shows it; its shapes, scenes and knowledgeware stand with those topics.
-#include "embedded/ProductHabits.h"
+#include "embedded/Profile.h"
 #include "embedded/documents/SessionData.h"
 #include "embedded/structure/Products.h"
 
@@ -25,7 +25,7 @@ bool isTypeable(const std::string& name) {
     return !name.empty() && name.back() != ' ' && name.find_first_of("!:") == std::string::npos;
 }
 
-bool isAllowed(const std::string& name) { return !productHabits().oddNamesAreRefused || isTypeable(name); }
+bool isAllowed(const std::string& name) { return !switches().oddNamesAreRefused || isTypeable(name); }
 
 } // namespace
 
@@ -62,7 +62,7 @@ void ProductObject::SetPartNumber(const CATUnicodeString& iPartNumber) {
 
 HRESULT ProductObject::GetPrdInstanceName(CATUnicodeString& oName) {
     const FaultFlavour flavour = called("CATIProduct::GetPrdInstanceName");
-    const bool refused = isReference() && productHabits().rootsRefuseInstanceName;
+    const bool refused = isReference() && switches().rootsRefuseInstanceName;
     return textAnswer(refused && flavour == FaultFlavour::none ? FaultFlavour::code : flavour, instanceName(), oName);
 }
 
@@ -78,7 +78,7 @@ CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) co
                                                                     {"CATIAProduct", &IID_CATIAProduct},
                                                                     {"CATISpecObject", &IID_CATISpecObject}};
     if (failing("CATIProduct::GetChildren")) return nullptr;
-    if (childCount() == 0 && productHabits().childlessGiveNoList) return nullptr;
+    if (childCount() == 0 && switches().childlessGiveNoList) return nullptr;
     const auto* const wanted = std::find_if(std::begin(interfaces), std::end(interfaces), [iIntfId](const auto& entry) {
         return std::strcmp(entry.first, iIntfId ? iIntfId : "CATIProduct") == 0;
     });

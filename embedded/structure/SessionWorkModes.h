@@ -1,7 +1,6 @@
 #ifndef EMBEDDED_STRUCTURE_SESSION_WORK_MODES_H
 #define EMBEDDED_STRUCTURE_SESSION_WORK_MODES_H
 
-#include "embedded/ProductHabits.h"
 #include "embedded/WorkModes.h"
 #include "embedded/documents/SessionData.h"
 
@@ -10,8 +9,8 @@
 
 namespace embedded {
 
-/** What becomes of switches of the work mode in the session, and other habits of products. The modes themselves stay
- * with the products. */
+/** What becomes of switches of the work mode in the session. The modes themselves stay with the
+ * products. */
 class SessionWorkModes final : public SessionPart {
 public:
     static constexpr const char* kName = "work_modes";
@@ -23,7 +22,6 @@ public:
     SessionData& session;
     SwitchOutcome outcome = SwitchOutcome::switched;
     std::size_t switches = 0;
-    ProductHabits habits;
 };
 
 } // namespace embedded

@@ -1,5 +1,5 @@
 // The shape representations of a product.
-#include "embedded/ProductHabits.h"
+#include "embedded/Profile.h"
 #include "embedded/documents/SessionData.h"
 #include "embedded/files/FileNames.h"
 #include "embedded/structure/Products.h"
@@ -32,9 +32,7 @@ HRESULT __stdcall RepresentationObject::get_Name(CATBSTR& oName) {
     return automationTextAnswer(called("CATIABase::get_Name"), name, oName);
 }
 
-bool ProductObject::tellsShapes() const {
-    return m_reference && (!isVisualised() || !productHabits().picturesAreSilent);
-}
+bool ProductObject::tellsShapes() const { return m_reference && (!isVisualised() || !switches().picturesAreSilent); }
 
 HRESULT __stdcall ProductObject::HasAMasterShapeRepresentation(CAT_VARIANT_BOOL& oHas) {
     const FaultFlavour flavour = called("CATIAProduct::HasAMasterShapeRepresentation");

@@ -42,8 +42,6 @@ void setUnknownWorkMode(const Product& product, int number) {
 
 std::size_t workModeSwitches() { return SessionWorkModes::get().switches; }
 
-ProductHabits& productHabits() { return SessionWorkModes::get().habits; }
-
 void setSwitchOutcome(SwitchOutcome outcome) { SessionWorkModes::get().outcome = outcome; }
 
 } // namespace embedded

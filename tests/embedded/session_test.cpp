@@ -9,10 +9,10 @@
 #include "CATIProduct.h"
 #include "CATISpecObject.h"
 #include "CATSessionServices.h"
-#include "embedded/ProductHabits.h"
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 #include "tests/support/Fixture.h"
+#include "tests/support/Switches.h"
 #include "tests/support/Utf8.h"
 
 #include <memory>
@@ -101,7 +101,7 @@ TEST_F(SessionTest, ProductsLeadToTheirFatherAndReference) {
         {"Group/Sub.3", "Group", "Sub", "Sub.3", "Sub", 2},
         {"Root/Lost.1", "Root", "", "Lost.1", "", 0},
     };
-    embedded::productHabits().rootsRefuseInstanceName = false;
+    choose(&embedded::Switches::rootsRefuseInstanceName, false);
     for (const auto& test : cases) {
         SCOPED_TRACE(test.product);
         CATIProduct* const product = place(test.product).get();
@@ -412,7 +412,7 @@ TEST_F(SessionTest, InVisualisationAProductTellsNothingOfItsReference) {
     EXPECT_EQ(textOf([&](auto& text) { return product->GetPrdInstanceName(text); }), "Bolt.1");
     CATBSTR text = nullptr;
     for (const bool silent : {false, true}) {
-        embedded::productHabits().picturesAreSilent = silent;
+        choose(&embedded::Switches::picturesAreSilent, silent);
         const HRESULT expected = silent ? E_FAIL : S_OK;
         EXPECT_EQ(automation->GetMasterShapeRepresentationPathName(text), expected);
         CATFreeString(text);
@@ -429,13 +429,13 @@ TEST_F(SessionTest, InVisualisationAProductTellsNothingOfItsReference) {
 TEST_F(SessionTest, ProductsRefuseWhatOnlySomePlatformsGive) {
     CATIProduct* const product = place("Root/Sub.1/Bolt.1").get();
     CATUnicodeString text;
-    embedded::productHabits() = {false, false, false, false};
+    chooseForProducts(false);
     EXPECT_EQ(root.get()->GetPrdInstanceName(text), S_OK);
     EXPECT_EQ(product->SetPrdInstanceName("a:b"), S_OK);
     const std::unique_ptr<CATListValCATBaseUnknown_var> none(product->GetChildren());
     ASSERT_TRUE(none);
     EXPECT_EQ(none->Size(), 0);
-    embedded::productHabits() = {true, true, true, true};
+    chooseForProducts(true);
     EXPECT_EQ(root.get()->GetPrdInstanceName(text), E_FAIL);
     EXPECT_EQ(product->GetChildren(), nullptr);
     EXPECT_EQ(product->GetChildrenCount(), 0);

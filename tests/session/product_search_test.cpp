@@ -1,12 +1,12 @@
 #include "tests/session/FailingCall.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Switches.h"
 
 #include "CATIProduct.h"
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
 #include "VornToolsWorkModeServices.h"
-#include "embedded/ProductHabits.h"
 #include "embedded/WorkModes.h"
 
 #include <algorithm>
@@ -115,7 +115,7 @@ TEST_F(ProductSearchTest, ForeignFilesAreFoundByTheShapesOfTheirProducts) {
 }
 
 TEST_F(ProductSearchTest, WhatIsOutOfReachAtOnePlaceIsLookedForAtTheNext) {
-    embedded::productHabits().picturesAreSilent = false;
+    choose(&embedded::Switches::picturesAreSilent, false);
     auto root = session().product("/w/a.CATProduct").root();
     const auto group = session().product("/w/g.CATProduct");
     const auto middle = session().product("/w/m.CATProduct");
@@ -198,7 +198,7 @@ TEST_F(SeenPartsTest, ASearchWithoutHitLeavesEveryPlaceAsItWas) {
 }
 
 TEST_F(SeenPartsTest, NothingIsLoadedForWhatAPictureTells) {
-    embedded::productHabits().picturesAreSilent = false;
+    choose(&embedded::Switches::picturesAreSilent, false);
     for (embedded::Product& part : parts) part.shape("low", "/w/" + part.partNumber() + ".cgr");
     EXPECT_EQ(foreign(root, "none.cgr"), nullptr);
     EXPECT_EQ(foreign(root, "p77.cgr"), places[154].get());
@@ -208,7 +208,7 @@ TEST_F(SeenPartsTest, NothingIsLoadedForWhatAPictureTells) {
     EXPECT_EQ(remembered(), Texts());
 
     // Where pictures tell nothing, the parts are loaded as far as need be, and the one that is found stays so.
-    embedded::productHabits().picturesAreSilent = true;
+    choose(&embedded::Switches::picturesAreSilent, true);
     EXPECT_EQ(foreign(root, "p77.cgr"), places[154].get());
     EXPECT_EQ(embedded::workModeSwitches(), 155U * 2);
     EXPECT_EQ(embedded::workMode(places[154]), WorkMode::standard);
@@ -275,7 +275,7 @@ protected:
 };
 
 TEST_F(SilentPictureTest, AHitStaysLoadedAndHeldUntilTheSwitcherIsReleased) {
-    embedded::productHabits().picturesAreSilent = false;
+    choose(&embedded::Switches::picturesAreSilent, false);
     places[0].reference().shape("low", "/w/low.cgr");
     CATIProduct* found = nullptr;
     const auto holders = [] { return embedded::Accounting::get().holders(); };
@@ -359,7 +359,7 @@ TEST_F(ProductSearchTest, ChildrenThatAreCountedAndNotToldAreAFailure) {
 }
 
 TEST_F(ProductSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
-    embedded::productHabits() = {false, false, false, false};
+    chooseForProducts(false);
     auto root = session().product("/w/a.CATProduct").root();
     const auto part = root.add(session().part("/w/p.CATPart"), "p.1");
     root.addComponent("bolt", "b.1").shape("low", "/w/low.cgr");

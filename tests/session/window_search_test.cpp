@@ -1,12 +1,12 @@
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
+#include "tests/support/Switches.h"
 
 #include "CATDocument.h"
 #include "CATIProduct.h"
 #include "VornToolsCommon.h"
 #include "VornToolsSwitchMgt.h"
 #include "VornToolsWorkModeServices.h"
-#include "embedded/ProductHabits.h"
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 
@@ -169,7 +169,7 @@ TEST_F(WindowSearchTest, AForeignFileIsFoundByItsShapeAndLoaded) {
 }
 
 TEST_F(WindowSearchTest, APartThatShowsAForeignFileIsLoadedForAMoment) {
-    embedded::productHabits().picturesAreSilent = false;
+    choose(&embedded::Switches::picturesAreSilent, false);
     VornToolsWorkModeServices::setCatiaCacheActivated(1);
     windows().open(second);
     const embedded::Product part = second.root().at({"q.1"});
@@ -264,7 +264,7 @@ TEST_F(WindowSearchTest, EveryExaminedDocumentIsUnlockedOnce) {
 }
 
 TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
-    embedded::productHabits() = {false, false, false, false};
+    chooseForProducts(false);
     windows().open(first);
     windows().open(second);
     const auto run = [](const char* name, std::function<SweepOutcome()> operation) {

@@ -50,12 +50,23 @@ struct Switches {
     bool sheetSelectsFirstConfiguration = false;
     /** A design table can be left without a current configuration. */
     bool rowZeroIsTaken = false;
+    /** In visualisation a product tells neither names nor paths of its shapes, that of the master shape included. */
+    bool picturesAreSilent = false;
+    /** A root product has no instance name to tell; otherwise an empty one. */
+    bool rootsRefuseInstanceName = false;
+    /** A product without children gives no list of them; otherwise an empty one. */
+    bool childlessGiveNoList = false;
+    /** Instance names and part numbers that users may not type are refused: empty ones, those with "!" or ":", those
+     * that end with a blank. */
+    bool oddNamesAreRefused = false;
 
     friend bool operator==(const Switches& a, const Switches& b) { return a.asTuple() == b.asTuple(); }
     friend bool operator!=(const Switches& a, const Switches& b) { return !(a == b); }
 
 private:
-    std::tuple<bool, FolderOrder, bool, bool, CodePage, bool, int, DecimalMark, bool, bool, bool> asTuple() const {
+    std::tuple<bool, FolderOrder, bool, bool, CodePage, bool, int, DecimalMark, bool, bool, bool, bool, bool, bool,
+               bool>
+    asTuple() const {
         return {servicesKnowLogicalNames,
                 folderOrder,
                 entryWithEndOfFolder,
@@ -66,7 +77,11 @@ private:
                 dimensionMark,
                 selectingWritesTables,
                 sheetSelectsFirstConfiguration,
-                rowZeroIsTaken};
+                rowZeroIsTaken,
+                picturesAreSilent,
+                rootsRefuseInstanceName,
+                childlessGiveNoList,
+                oddNamesAreRefused};
     }
 };
 
