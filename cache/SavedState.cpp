@@ -1,7 +1,7 @@
 #include "cache/SavedState.h"
-#include "foundation/Guarded.h"
 
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
 

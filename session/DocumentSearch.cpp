@@ -121,7 +121,9 @@ HRESULT VornToolsCommon::getDocumentsInSession(CATListPtrCATDocument& o_document
         if (o_documents.Size() == 0) frame.write("There is not valid document in session");
         return S_OK;
     };
-    return guarded(work, E_FAIL);
+    const HRESULT code = guarded(work, E_FAIL);
+    if (FAILED(code)) o_documents.RemoveAll();
+    return code;
 }
 
 HRESULT VornToolsCommon::getDocumentInSession(CATUnicodeString i_name, CATDocument*& op_document,

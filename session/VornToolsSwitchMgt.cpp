@@ -31,11 +31,14 @@ bool isPart(const CATUnicodeString& i_file_name) {
  * @return the code of splitting its name, which the journal tells */
 HRESULT readFileName(const JournalFrame& i_frame, CATIProduct* ipi_product, CATUnicodeString& o_file_name) {
     o_file_name = "";
-    const CATDocument* const p_document = documentOf(referenceOf(ipi_product));
-    if (!p_document) return S_OK;
-    const HRESULT code = fileNameOf(p_document->StorageName(), o_file_name);
-    if (FAILED(code)) i_frame.write("UTILFile::splitPathAndFileName has failed");
-    return code;
+    const auto read = [&]() -> HRESULT {
+        const CATDocument* const p_document = documentOf(referenceOf(ipi_product));
+        if (!p_document) return S_OK;
+        const HRESULT code = fileNameOf(p_document->StorageName(), o_file_name);
+        if (FAILED(code)) i_frame.write("UTILFile::splitPathAndFileName has failed");
+        return code;
+    };
+    return onPlatform(read, S_OK); // a product that was switched is switched, whether it tells its name or not
 }
 
 bool isVisualised(Modes::EnumWorkMode i_mode) { return i_mode == Modes::WorkModeVisu; }
@@ -121,7 +124,8 @@ HRESULT VornToolsSwitchMgt::add(CATUnicodeString fileName, CATIProduct* product,
     if (hasGeometry(originalMode)) p_list = &m_designs;
     if (!p_list || !isPart(fileName) || m_products->contains(fileName)) return S_OK;
     m_products->insert(fileName, product, kMapName);
-    if (product->IsReference() == S_OK)
+    // Only the journal wants to know: the product is remembered whatever becomes of the question.
+    if (onPlatform([product] { return product->IsReference(); }, E_FAIL) == S_OK)
         frame.write("WARNING : the product added to the switcher is a reference product");
     frame.write("Document %s has been added, its original work mode is %d", fileName, static_cast<int>(originalMode));
     if (!p_list->Locate(fileName)) p_list->Append(fileName);

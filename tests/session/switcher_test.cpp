@@ -1,4 +1,5 @@
 #include "tests/session/WorkModesFixture.h"
+#include "tests/support/FaultAt.h"
 
 #include "VornToolsSwitchMgt.h"
 
@@ -209,6 +210,21 @@ TEST_F(SwitcherTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        return {code, name.IsNull() != 0};
                    },
                    [&] { embedded::setWorkMode(bolt, WorkMode::visualisation); }});
+}
+
+TEST_F(SwitcherTest, WhatWasSwitchedIsPutBackWhateverThePlatformThrowsThen) {
+    WorkMode there = WorkMode::visualisation;
+    const auto there_and_back = [&] {
+        embedded::setWorkMode(bolt, WorkMode::visualisation);
+        VornToolsSwitchMgt switcher{1};
+        switcher.switchDesign("Bolt.CATPart", bolt.get(), 0);
+        there = embedded::workMode(bolt);
+        switcher.restoreAll(0);
+    };
+    EXPECT_TRUE(failAt("CATIProduct::IsReference", 1, there_and_back, embedded::FaultFlavour::thrown));
+    EXPECT_EQ(there, WorkMode::design);
+    EXPECT_EQ(embedded::workMode(bolt), WorkMode::visualisation);
+    reports();
 }
 
 TEST_F(SwitcherTest, NoFaultLeavesAnythingBehindWhenSwitching) {

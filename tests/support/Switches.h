@@ -12,9 +12,8 @@ inline void choose(bool embedded::Switches::*behaviour, bool value) {
 
 /** The same for all four that concern products. */
 inline void chooseForProducts(bool value) {
-    for (const auto behaviour :
-         {&embedded::Switches::picturesAreSilent, &embedded::Switches::rootsRefuseInstanceName,
-          &embedded::Switches::childlessGiveNoList, &embedded::Switches::oddNamesAreRefused})
+    for (const auto behaviour : {&embedded::Switches::picturesAreSilent, &embedded::Switches::rootsRefuseInstanceName,
+                                 &embedded::Switches::childlessGiveNoList, &embedded::Switches::oddNamesAreRefused})
         choose(behaviour, value);
 }
 

@@ -50,8 +50,10 @@ public:
     /** A document without automation interface / that gives no roots when asked for them. */
     Document& withoutAutomation();
     Document& withoutRoots();
-    /** Whether the platform has the document loaded: not while every place of it in the open structures is in
-     * visualisation and nobody else keeps it. The session knows it all the same. */
+    /** Whether the platform has the document loaded: the document of a product always, any other not while every place
+     * of it in the open structures is in visualisation and neither a window nor a lock keeps it. The session knows it
+     * all the same; pointers to it and to what is in it are good for being released only, even once it is loaded
+     * again. */
     bool loaded() const;
     /** The document's root product. Parts, products, shapes and neutral geometry have one; none for every other type,
      * such as a drawing. */
@@ -70,8 +72,8 @@ public:
     explicit Product(ProductObject* object = nullptr) : m_object(object) {}
     explicit operator bool() const { return m_object != nullptr; }
     friend bool operator==(const Product& a, const Product& b) { return a.m_object == b.m_object; }
-    /** The platform's pointer, borrowed: no reference is added, and from now on the object may be called without one.
-     * Every other object must be called only while somebody holds a reference. */
+    /** The platform's pointer, borrowed: no reference is added, and from now on it may be used without one. Every other
+     * pointer, those to the same object's other interfaces included, only while somebody holds a reference on it. */
     CATIProduct* get() const;
     ProductObject* object() const { return m_object; }
 
