@@ -3,6 +3,7 @@
 #   format words layers platform registered share  the sources
 #   linux sanitize windows plain       build and test (windows: cross-compiled, under Wine)
 #   profiles                           the native tests on kinder platforms than the other stages have
+#   swept                              every exported method goes through the failure sweep, or says why not
 #   state exports                      what the built library keeps and exports against their lists
 #   install                            projects built against the installed tree, the packages
 #   workstation                        the library built against a made-up seat, and laid out as a framework for one
@@ -21,8 +22,8 @@ not_run=77 # exit status of a stage that lacks something which not every machine
 passed=0
 failed=0
 
-default_stages=(format words layers platform registered share linux profiles state exports page browser sanitize windows
-    plain install workstation)
+default_stages=(format words layers platform registered share linux profiles swept state exports page browser sanitize
+    windows plain install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
@@ -46,6 +47,10 @@ stage_profiles() {
         wait "$profile" || failed=1
     done
     return $failed
+}
+stage_swept() {
+    [ -x build/linux/bin/vorntools_tests ] || build linux || return
+    cmake/check_swept.sh build/linux/bin/vorntools_tests build/linux/lib/libVornTools.so
 }
 stage_state() {
     [ -f build/linux/lib/libVornTools.so ] || build linux || return
@@ -188,7 +193,7 @@ main() {
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
-            sed -n '2,14s/^# \?//p' "$root/test.sh" >&2
+            sed -n '2,15s/^# \?//p' "$root/test.sh" >&2
             exit 2
         fi
     done

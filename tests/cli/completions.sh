@@ -28,8 +28,13 @@ complete_zsh() {
         zpty -w inner "echo READY\$((1 + 1))"
         zpty -r inner seen "*READY2*"
         zpty -n -w inner "$1"$'"'\\t'"'
-        zpty -w inner $'"'\\x15'"'"echo DONE\$((1 + 1))"
-        zpty -r inner seen "*DONE2*"
+        seen= rounds=0
+        while (( rounds++ < 100 )); do # ten seconds, or until nothing has come behind the matches for a while
+            sleep 0.1
+            before=$seen
+            while zpty -rt inner line; do seen+=$line; done
+            [[ $seen == *MATCH* && $seen == $before ]] && break
+        done
         print -r -- "$seen"
         zpty -d inner' zsh "$1" | tr -d '\r' | sed -n 's/.*MATCH //p' | sort -u
 }

@@ -44,14 +44,14 @@ TEST_F(ReportCommandTest, TheDataOfTheExample) {
     EXPECT_EQ(data["name"].dump(), R"(["DriveGear.CATPart","GearPump.CATDrawing","GearPump.CATProduct","Key.CATPart",)"
                                    "\"Shaft.CATPart\",\"Cover.CATPart\",\"Dichtung_\xC3\x96l.CATPart\","
                                    "\"Housing.CATPart\"]");
-    EXPECT_EQ(data["states"][data["state"][3].get<int>()].dump(), R"(["new","no DAT file"])");
+    EXPECT_EQ(data["states"][data["state"][3].get<std::size_t>()].dump(), R"(["new","no DAT file"])");
     EXPECT_EQ(data["item_revision"].dump(), R"(["REV-1002","REV-1003","REV-1000","","REV-1001","A","REV-1004","B"])");
     EXPECT_EQ(data["size"][2], std::filesystem::file_size(path("workspace/GearPump.CATProduct")));
     EXPECT_EQ(data["versions"].dump(), R"(["V5 R27 SP2"])");
     // The product points to Shaft, DriveGear, Housing and one behind the eight that is missing.
     EXPECT_EQ(data["links"]["count"].dump(), "[0,2,4,0,2,0,0,0]");
     EXPECT_EQ(data["links"]["to"].dump(), "[2,4,4,0,7,8,0,2]");
-    EXPECT_EQ(data["hows"][data["links"]["how"][0].get<int>()].dump(),
+    EXPECT_EQ(data["hows"][data["links"]["how"][0].get<std::size_t>()].dump(),
               R"(["context product, MMLDrawing","moved along with the document",3,0])");
     EXPECT_EQ(data["others"].dump(), R"({"name":["D:\\projects\\gear pump\\Relief_Valve.CATPart"],"there":[],)"
                                      R"("count":[0],"total":[0],"to":[],"agree":[]})");
