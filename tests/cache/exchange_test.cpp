@@ -345,6 +345,17 @@ TEST_F(ExchangeTest, OnlyAHighlightFileThatWasReadIsDeleted) {
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::readHighlightFile 9002 p_env"}));
 }
 
+/** However far the file was read, a read that fails is told as one, not as a wrong format. */
+TEST_F(ExchangeTest, AReadThatFailsIsNoWrongFormat) {
+    write("highlight_v01.txt", kBoth + kBoth);
+    int nth = 1;
+    for (; failAt("UTILFile::readLine", nth, [] { Highlight(true); }); ++nth) {
+        const Texts told = embedded::Journal::get().messages();
+        EXPECT_TRUE(told.size() == 1 && told[0].find("Failed to read ") == 0) << nth << testing::PrintToString(told);
+    }
+    EXPECT_GT(nth, 14);
+}
+
 TEST_F(ExchangeTest, ASelectionIsReadFromItsLines) {
     const std::string noEnd = "ERROR : There is no end balise.";
     const std::string empty = "ERROR : filename and partnumber are empty.";
