@@ -65,7 +65,7 @@ VornToolsString* read(const JournalFrame& i_frame, const CATUnicodeString& i_fil
     }
     sp_bytes.get()[count] = '\0';
     auto* const p_image = new VornToolsString(static_cast<int>(length), sp_bytes.get());
-    sp_bytes.release();
+    static_cast<void>(sp_bytes.release()); // the string's from now on
     return p_image;
 }
 

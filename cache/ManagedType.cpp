@@ -47,7 +47,7 @@ unsigned char VornToolsCommon::isDocumentInSessionManagedByMaro(CATDocument* ip_
             return 0;
         }
         const std::string_view text(type.ConvertToChar(), static_cast<std::size_t>(type.GetLengthInByte()));
-        const auto found = std::find(std::begin(kManagedTypes), std::end(kManagedTypes), text);
+        const auto* const found = std::find(std::begin(kManagedTypes), std::end(kManagedTypes), text);
         return found != std::end(kManagedTypes) ? 1 : 0;
     };
     return guarded(work, static_cast<unsigned char>(0));

@@ -93,7 +93,7 @@ HRESULT VornCache::addDocument(CATUnicodeString name, CATDocument* doc) {
             Fields sp_fields(new TextMap);
             readDataInDATFile(name, sp_fields.get(), doc);
             m_cacheMap->insert(name, sp_fields.get(), kFieldMapClass);
-            sp_fields.release();
+            static_cast<void>(sp_fields.release());
         }
         if (doc) m_documentMap->insert(name, doc, kDocumentClass);
     };

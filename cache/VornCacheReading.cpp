@@ -31,7 +31,7 @@ constexpr DatTag kBlocks[] = {DatTag::Configuration,     DatTag::LinkedDocs,    
 template <class Value>
 void store(TextMap& io_map, const CATUnicodeString& i_key, std::unique_ptr<Value> isp_value, const char* i_class) {
     io_map.insert(i_key, isp_value.get(), i_class);
-    isp_value.release();
+    static_cast<void>(isp_value.release());
 }
 
 void storeText(TextMap& io_fields, const CATUnicodeString& i_tag, const CATUnicodeString& i_value) {

@@ -13,7 +13,7 @@ inline std::string utf8Of(const CATUnicodeString& i_text) {
     const int room = 4 * i_text.GetLengthInChar() + i_text.GetLengthInByte();
     std::string bytes(static_cast<std::size_t>(room) + 1, '\0');
     std::size_t count = bytes.size();
-    i_text.ConvertToUTF8(&bytes[0], &count);
+    i_text.ConvertToUTF8(bytes.data(), &count);
     bytes.resize(count);
     return bytes;
 }

@@ -13,14 +13,14 @@ namespace {
 using namespace std::string_view_literals;
 
 /** A file that is no longer is read in one go: that costs less than the ways to its parts. */
-constexpr std::uint64_t kSmallFile = 32 * 1024;
+constexpr std::uint64_t kSmallFile = std::uint64_t{32} * 1024;
 /** Of a file that is no longer more is read at both ends than header and directory: the platform writes what links are
  * read from right behind the one and right before the other. Larger ones hold too much beside it. */
-constexpr std::uint64_t kMiddleFile = 512 * 1024;
+constexpr std::uint64_t kMiddleFile = std::uint64_t{512} * 1024;
 /** The header, and as a rule what stands right behind it. */
 constexpr std::uint64_t kFirstRead = 4096;
 constexpr std::uint64_t kFirstReadOfMiddle = 8192;
-constexpr std::uint64_t kBeforeDirectory = 12 * 1024;
+constexpr std::uint64_t kBeforeDirectory = std::uint64_t{12} * 1024;
 
 FileRange rangeOf(const StreamPiece& i_piece) { return {i_piece.offset, i_piece.length}; }
 
@@ -78,6 +78,7 @@ bool DocumentFile::fetch(const Streams& i_streams) {
 }
 
 bool DocumentFile::knows(const DirectoryEntry& i_stream) const {
+    // NOLINTNEXTLINE(readability-use-anyofallof): the iterators of pieces are none of the standard library's
     for (const StreamPiece piece : i_stream.pieces)
         if (!m_reader.knows(rangeOf(piece))) return false;
     return true;

@@ -174,6 +174,7 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithPub(VornToolsSt
         const std::size_t names = findMarker(viewOf(*image), marker::containerName, 0);
         const std::vector<std::string> references = publishedReferences(viewOf(*image), names);
         std::vector<FoundLink> found;
+        found.reserve(references.size());
         for (const std::string& reference : references) found.push_back({kReferenceLink, {}, reference});
         links = linksOf(found);
     });

@@ -38,7 +38,7 @@ public:
     void insert(const CATUnicodeString& i_part_number, const CATUnicodeString& i_file_name) {
         auto sp_file_name = std::make_unique<CATUnicodeString>(i_file_name);
         m_map.insert(i_part_number, sp_file_name.get(), kFileNameClass);
-        sp_file_name.release();
+        static_cast<void>(sp_file_name.release()); // the map's from now on
     }
     TYPMapCATUnicodeStringPVoid* get() { return &m_map; }
 

@@ -34,7 +34,7 @@ CATUnicodeString inMksUnit(const JournalFrame& i_frame, double i_value) {
 } // namespace
 
 CATUnicodeString vorntools::exactText(const CATICkeUnit_var& i_unit, double i_mks) {
-    const CATUnicodeString shown = i_unit->Show(i_mks);
+    CATUnicodeString shown = i_unit->Show(i_mks);
     double number = 0.0;
     if (readReal(shown, number) && areEqual(i_unit->Convert(number), i_mks)) return shown;
     const double exact = i_unit->Value(i_mks);

@@ -165,7 +165,7 @@ HRESULT Valuation::setDimension(CATICkeMagnitude* ipi_magnitude, const CATUnicod
 }
 
 CATUnicodeString Valuation::present() const {
-    const CATUnicodeString shown = m_parameter->Show();
+    CATUnicodeString shown = m_parameter->Show();
     const auto sp_magnitude = m_kind == ParameterKind::Dimension ? magnitude() : InterfacePtr<CATICkeMagnitude>();
     const CATICkeUnit_var sp_unit = sp_magnitude ? sp_magnitude->CurrentUnit() : CATICkeUnit_var();
     const CATICkeInst_var sp_kept = m_parameter->Value();
