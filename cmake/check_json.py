@@ -172,6 +172,13 @@ def example_lines(program, folder):
         yield arguments + " --json", printed.stdout.split(b"\n")[:-1]
 
 
+def commands_of(program):
+    """The words of each command that takes --json, out of its completions."""
+    text = subprocess.check_output([program, "--generate", "fish"], text=True)
+    return [" ".join(re.findall(r"__fish_seen_subcommand_from ([\w-]+)", line))
+            for line in text.split("\n") if " -l json " in line]
+
+
 def title_for(arguments, schemas):
     """Title of the schema for what a command prints; empty when there is none, None when it was not asked for JSON."""
     words = shlex.split(arguments)
@@ -234,6 +241,11 @@ class Check:
                 if known.setdefault(name, definition) != definition:
                     self.problems.append(f"{file_of(title)}: {name} is not what it is elsewhere")
 
+    def commands(self, program):
+        for command in commands_of(program):
+            if not any((title + " ").startswith(command + " ") for title in self.schemas):
+                self.problems.append(f"{command} takes --json and has no schema")
+
     def unseen(self):
         for title, schema in self.schemas.items():
             missing = [path for path, _ in keys_of(schema, schema) if path not in self.seen[title]]
@@ -247,6 +259,7 @@ def check(tests, program):
         return NOT_RUN
     schemas = read_schemas()
     checked = Check(schemas)
+    checked.commands(program)
     checked.definitions(subprocess.check_output([program, "--json-version"], text=True).strip())
     with tempfile.TemporaryDirectory() as folder:
         for arguments, lines in kept_lines(tests, Path(folder)):
