@@ -5,6 +5,7 @@
 #   profiles                           the native tests on kinder platforms than the other stages have
 #   swept                              every exported method goes through the failure sweep, or says why not
 #   state exports                      what the built library keeps and exports against their lists
+#   json                               what --json prints and docs/json.md against the schemas
 #   install                            projects built against the installed tree, the packages
 #   workstation                        the library built against a made-up seat, and laid out as a framework for one
 #   page browser                       the report's page: its files and model, and all of it in real browsers; not run
@@ -22,8 +23,8 @@ not_run=77 # exit status of a stage that lacks something which not every machine
 passed=0
 failed=0
 
-default_stages=(format words layers platform registered share linux profiles swept state exports page browser sanitize
-    windows plain install workstation)
+default_stages=(format words layers platform registered share linux profiles swept state exports json page browser
+    sanitize windows plain install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
@@ -59,6 +60,10 @@ stage_state() {
 stage_exports() {
     [ -f build/linux/lib/libVornTools.so ] || build linux || return
     cmake/check_exported_symbols.sh build/linux/lib/libVornTools.so
+}
+stage_json() {
+    [ -x build/linux/bin/vorntools_tests ] || build linux || return
+    cmake/check_json.py build/linux/bin/vorntools_tests build/linux/bin/vorntools
 }
 stage_page() { tests/page/run.sh check; }
 stage_browser() {
@@ -177,7 +182,7 @@ run_stage() {
         tail -n 200 "$log"
         echo "$stage FAILED after $((SECONDS - begin)) s (whole log: $log)"
     else
-        grep -hE 'tests passed, |^Test share|inputs replayed|^# counted|^not run' "$log"
+        grep -hE 'tests passed, |^Test share|inputs replayed|^# counted|^not run|lines meet ' "$log"
         echo "$stage passed in $((SECONDS - begin)) s"
     fi
     count "$log" $code
@@ -193,7 +198,7 @@ main() {
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
-            sed -n '2,15s/^# \?//p' "$root/test.sh" >&2
+            sed -n '2,16s/^# \?//p' "$root/test.sh" >&2
             exit 2
         fi
     done

@@ -60,6 +60,8 @@ TEST_F(CommandLineTest, HelpIsThereHoweverItIsAskedFor) {
         EXPECT_EQ(content("out").find("vorntools 1."), 0u);
         EXPECT_TRUE(has(content("out"), "in-memory platform")) << content("out");
     }
+    EXPECT_EQ(run("--json-version"), 0);
+    EXPECT_EQ(content("out"), "1.0\n");
 }
 
 TEST_F(CommandLineTest, OptionsMayStandAnywhere) {

@@ -13,14 +13,16 @@
 class ProgramTest : public PlatformTest {
 protected:
     /** The program's exit code; what it says is then the content of "out" and "err". */
-    int run(const std::string& arguments) { return runShell(program() + " " + arguments); }
+    int run(const std::string& arguments) { return runAfter("", arguments); }
     /** The same, started in a folder. */
     int runIn(const std::string& name, const std::string& arguments) {
-        return runShell("cd " + quoted(name) + " && " + program() + " " + arguments);
+        return runAfter("cd " + quoted(name) + " && ", arguments);
     }
     /** The same, behind other commands of the shell. */
     int runAfter(const std::string& commands, const std::string& arguments) {
-        return runShell(commands + program() + " " + arguments);
+        const int code = runShell(commands + program() + " " + arguments);
+        keepLines(arguments);
+        return code;
     }
     /** The same, with one terminal for everything that it says: the content of "out", line ends as the terminal has
      * them. */
@@ -47,6 +49,12 @@ private:
         const std::string line = "{ " + command + "; } > " + quoted("out") + " 2> " + quoted("err");
         const int status = std::system(line.c_str());
         return status > 255 ? status / 256 : status;
+    }
+    /** Adds what was printed to the file that the environment names, for cmake/check_json.py. */
+    void keepLines(const std::string& arguments) {
+        const char* const file = std::getenv("VORNTOOLS_JSON_LINES");
+        if (file && arguments.find("--json") != std::string::npos)
+            std::ofstream(file, std::ios::binary | std::ios::app) << "# " << arguments << "\n" << content("out");
     }
 };
 

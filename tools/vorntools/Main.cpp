@@ -11,9 +11,13 @@
 
 namespace {
 
+/** Of what --json prints, as docs/json.md promises it: a second number for what was added since the first one. */
+constexpr const char* kJsonVersion = "1.0";
+
 /** What is asked of the program itself. */
 struct ProgramOptions {
     bool version = false;
+    bool jsonVersion = false;
     std::string color = "auto";
     std::string generated; ///< kind of text
 };
@@ -27,6 +31,8 @@ std::string versionText() {
 int runWithoutCommand(const Command& program, const ProgramOptions& options) {
     if (options.version) {
         print(versionText());
+    } else if (options.jsonVersion) {
+        print(kJsonVersion + std::string("\n"));
     } else if (!options.generated.empty()) {
         print(generateText(program, options.generated));
     } else {
@@ -43,6 +49,7 @@ int run(const std::vector<std::string>& arguments) {
     Command program("vorntools", "What the PDM knows of CATIA V5 documents",
                     [&] { return runWithoutCommand(program, options); });
     program.flag("-V,--version", "Print the program's version, its build and its platform, and exit", options.version);
+    program.flag("--json-version", "Print the version of what --json prints, and exit", options.jsonVersion);
     program.value("--color", "WHEN", "Colour what needs attention: auto (on a terminal), always, never", &options.color)
         .oneOf({"auto", "always", "never"});
     program.value("--generate", "KIND", "Text about the program itself", &options.generated)
