@@ -20,7 +20,7 @@ struct CatalogueOptions {
 };
 
 /** Why a catalogue must not be written to a file, or of a name; empty when it may. */
-std::string refusalOf(const CatalogueOptions& options) {
+std::string refusalToCatalogue(const CatalogueOptions& options) {
     std::error_code error;
     const fs::path file = fs::u8path(options.output);
     if (options.output.empty() || (fs::exists(file, error) && !fs::is_regular_file(file, error)))
@@ -34,7 +34,7 @@ std::string refusalOf(const CatalogueOptions& options) {
 
 int runCatalogue(CatalogueOptions& options) {
     if (!options.common.completeNames()) return ExitUnusable;
-    const std::string refusal = refusalOf(options);
+    const std::string refusal = refusalToCatalogue(options);
     if (!refusal.empty()) {
         complain(refusal);
         return ExitUnusable;

@@ -40,7 +40,7 @@ void printTable(const Archive& archive, const DuplicateGroup& group) {
 }
 
 /** Fills the archive from the folders or catalogues. @return false, said on standard error, when not all can be read */
-bool fill(Archive& archive, const CommonOptions& options, JournalFile& journal, bool withLinks) {
+bool fillToCompare(Archive& archive, const CommonOptions& options, JournalFile& journal, bool withLinks) {
     if (!options.catalogues.empty()) {
         CatalogueSet catalogues(options.catalogues);
         catalogues.fill(archive);
@@ -57,7 +57,7 @@ int runDuplicates(CommonOptions& options) {
     if (!options.completeNames()) return ExitUnusable;
     JournalFile journal(options.journal);
     Archive archive;
-    const bool complete = fill(archive, options, journal, false);
+    const bool complete = fillToCompare(archive, options, journal, false);
     const std::vector<DuplicateGroup> groups = findDuplicates(archive);
     std::size_t documents = 0;
     for (const DuplicateGroup& group : groups) {
@@ -76,7 +76,7 @@ int runOrphans(CommonOptions& options) {
     if (!options.completeNames() || !options.loadSession()) return ExitUnusable;
     JournalFile journal(options.journal);
     Archive archive;
-    bool usable = fill(archive, options, journal, true);
+    bool usable = fillToCompare(archive, options, journal, true);
     for (Index i = 0; i < archive.documents().size(); ++i) {
         if (!archive.document(i).isUnreadable) continue;
         complain(archive.nameOf(i) + " cannot be read");

@@ -275,7 +275,7 @@ void printMissing(const Archive& archive, const MissingTarget& missing, bool jso
 }
 
 /** @return false, said on standard error, when not all can be read */
-bool fill(Archive& archive, const LinksOptions& options, JournalFile& journal) {
+bool fillWithLinks(Archive& archive, const LinksOptions& options, JournalFile& journal) {
     if (!options.common.catalogues.empty()) {
         CatalogueSet catalogues(options.common.catalogues);
         catalogues.fill(archive);
@@ -294,7 +294,7 @@ bool fill(Archive& archive, const LinksOptions& options, JournalFile& journal) {
 int runMissing(const LinksOptions& options) {
     JournalFile journal(options.common.journal);
     Archive archive;
-    bool usable = fill(archive, options, journal);
+    bool usable = fillWithLinks(archive, options, journal);
     Summary summary;
     for (Index i = 0; i < archive.documents().size(); ++i) {
         const ArchiveDocument& document = archive.document(i);
@@ -316,9 +316,9 @@ int runMissing(const LinksOptions& options) {
 }
 
 /** Shows one document after the other and counts what they amount to. */
-class Listing {
+class LinksListing {
 public:
-    Listing(const Surroundings& surroundings, const LinksOptions& options)
+    LinksListing(const Surroundings& surroundings, const LinksOptions& options)
         : m_surroundings(surroundings), m_options(options), m_files(surroundings) {
         if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
     }
@@ -360,7 +360,7 @@ int listFolders(const LinksOptions& options) {
                                            return files;
                                        }};
     LinkMemory memory;
-    Listing listing(surroundings, options);
+    LinksListing listing(surroundings, options);
     {
         Progress progress(documents.size(), "documents");
         for (const std::string& document : documents) {
@@ -377,7 +377,7 @@ int listCatalogues(const LinksOptions& options) {
     CatalogueSet catalogues(options.common.catalogues);
     const Surroundings surroundings = {[](const std::string& name) { return name; },
                                        [&] { return catalogues.walkedFiles(); }};
-    Listing listing(surroundings, options);
+    LinksListing listing(surroundings, options);
     catalogues.forEach([&](const DocumentFacts& facts) {
         if (facts.links) listing.add(facts.found.fullName, *facts.links);
     });

@@ -176,7 +176,7 @@ bool readTree(const TreeOptions& options, DocumentTree::Direction direction, Jou
 }
 
 /** Why the question cannot be asked; empty when it can. */
-std::string refusalOf(const TreeOptions& options, DocumentTree::Direction direction) {
+std::string refusalToAsk(const TreeOptions& options, DocumentTree::Direction direction) {
     if (!options.common.catalogues.empty())
         return options.common.names.empty() ? "" : "name folders, or catalogues, not both";
     if (direction == DocumentTree::UsedBy && options.common.names.empty()) return "name folders or a catalogue";
@@ -187,7 +187,7 @@ std::string refusalOf(const TreeOptions& options, DocumentTree::Direction direct
 }
 
 int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
-    const std::string refusal = refusalOf(options, direction);
+    const std::string refusal = refusalToAsk(options, direction);
     if (!refusal.empty()) {
         complain(refusal);
         return ExitUnusable;

@@ -35,9 +35,9 @@ Reader::Reader(Database& database)
           "service_pack, saved_path, identity, save, saved, status, reason, dat, layout, item_revision, dataset, "
           "named_reference, load_type, linked, unresolved, design_table, tells_links "
           "FROM documents JOIN document_names ON document = id WHERE id = ?"),
-      m_links(database, "SELECT stored, coalesce(found_as, name), uses FROM links "
-                        "LEFT JOIN document_names ON document_names.document = target "
-                        "WHERE links.document = ? ORDER BY position"),
+      m_links(database, "SELECT stored, coalesce(found_as, folders.name || files.name), uses FROM links "
+                        "LEFT JOIN files ON files.id = target LEFT JOIN folders ON folders.id = files.folder "
+                        "WHERE document = ? ORDER BY position"),
       m_elements(database, "SELECT link, list, kind, reference, tag_found, uses FROM elements "
                            "WHERE document = ? ORDER BY position"),
       m_ghosts(database, "SELECT name FROM ghosts WHERE document = ? ORDER BY position"),

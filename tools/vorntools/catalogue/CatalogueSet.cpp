@@ -14,7 +14,7 @@ using catalogue::FileId;
 
 /** Statements are made once the file is known for a catalogue. */
 struct CatalogueSet::Opened {
-    explicit Opened(const std::string& file) : database(fullNameOf(file), Database::Read, file) {
+    explicit Opened(const std::string& file) : database(fullNameOf(file), file) {
         catalogue::checkIsCatalogue(database);
         database.execute("BEGIN"); // one answer, whatever another program writes meanwhile
         reader.emplace(database);
@@ -81,7 +81,7 @@ void CatalogueSet::fill(Archive& archive) {
 bool CatalogueSet::fillTree(Archive& archive, const std::string& fullName, DocumentTree::Direction direction) {
     if (!(direction == DocumentTree::Uses ? addUses(archive, fullName) : addUsers(archive, fullName))) return false;
     std::vector<std::string> others;
-    addNamesakes(archive, others);
+    addNamesakes(archive, direction == DocumentTree::Uses, others);
     archive.finish(others, asItIs);
     return true;
 }
@@ -137,11 +137,11 @@ bool CatalogueSet::addUsers(Archive& archive, const std::string& fullName) {
     return isKnown;
 }
 
-/** Files among which a target was chosen by its name, and those that a missing one may mean. */
-void CatalogueSet::addNamesakes(Archive& archive, std::vector<std::string>& others) {
+/** Files among which a target was chosen by its name, and, if wanted, those that a missing one may mean. */
+void CatalogueSet::addNamesakes(Archive& archive, bool ofMissing, std::vector<std::string>& others) {
     std::unordered_set<std::string> names;
     for (const ArchiveLink& link : archive.links())
-        if (link.rule == LinkRule::ByName || link.rule == LinkRule::NotFound)
+        if (link.rule == LinkRule::ByName || (ofMissing && link.rule == LinkRule::NotFound))
             names.insert(folded(lastName(archive.text(link.stored))));
     for (const auto& opened : m_opened)
         for (const std::string& name : names)

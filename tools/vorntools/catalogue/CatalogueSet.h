@@ -48,7 +48,7 @@ private:
     bool addUses(Archive& archive, const std::string& fullName);
     bool addUsers(Archive& archive, const std::string& fullName);
     static void addPlainFile(Archive& archive, const std::string& fullName);
-    void addNamesakes(Archive& archive, std::vector<std::string>& others);
+    void addNamesakes(Archive& archive, bool ofMissing, std::vector<std::string>& others);
 
     std::vector<std::unique_ptr<Opened>> m_opened;
 };

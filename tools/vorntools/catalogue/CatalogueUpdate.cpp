@@ -266,7 +266,7 @@ Changes create(const UpdateOptions& options, const DocumentSearch& search, Journ
     if (!file.stream()) throw DatabaseError(options.file + " cannot be written");
     Changes changes;
     {
-        Database database(file.part().u8string(), Database::Write, options.file);
+        Database database(file.part().u8string(), options.file);
         database.execute("PRAGMA journal_mode = OFF; PRAGMA application_id = " + std::to_string(kApplication) +
                          "; PRAGMA user_version = " + std::to_string(kVersion));
         database.execute(kSchema);
@@ -280,7 +280,7 @@ Changes create(const UpdateOptions& options, const DocumentSearch& search, Journ
 
 Changes update(const UpdateOptions& options, const DocumentSearch& search, JournalFile& journal) {
     if (!isThere(std::filesystem::u8path(options.file))) return create(options, search, journal);
-    Database database(fullNameOf(options.file), Database::Write, options.file);
+    Database database(fullNameOf(options.file), options.file);
     return updateIn(database, options, search, journal);
 }
 

@@ -18,8 +18,6 @@ const Sqlite* sqliteFor(const std::string& file) {
     return get();
 }
 
-int flagsOf(Database::Access access) { return access == Database::Read ? Sqlite::OpenReadOnly : Sqlite::OpenReadWrite; }
-
 int lengthOf(std::string_view bytes) {
     if (bytes.size() > INT_MAX) throw DatabaseError("a text is too long for a catalogue");
     return static_cast<int>(bytes.size());
@@ -27,9 +25,9 @@ int lengthOf(std::string_view bytes) {
 
 } // namespace
 
-Database::Database(const std::string& file, Access access, const std::string& name)
-    : m_name(name), m_sqlite(sqliteFor(name)) {
-    const int code = m_sqlite->open(file.c_str(), &m_database, flagsOf(access), nullptr);
+Database::Database(const std::string& file, const std::string& name) : m_name(name), m_sqlite(sqliteFor(name)) {
+    // Whoever only reads has to undo what a killed writer left as well; a protected file is opened for reading.
+    const int code = m_sqlite->open(file.c_str(), &m_database, Sqlite::OpenReadWrite, nullptr);
     if (code != Sqlite::Good) {
         m_sqlite->close(m_database);
         m_database = nullptr;

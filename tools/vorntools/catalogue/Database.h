@@ -19,10 +19,9 @@ public:
  * when the object goes. */
 class Database {
 public:
-    enum Access { Read, Write };
     /** @param file that is there. @param name by which messages call it
      * @throws DatabaseError, also where SQLite is not built in */
-    Database(const std::string& file, Access access, const std::string& name);
+    Database(const std::string& file, const std::string& name);
     ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
