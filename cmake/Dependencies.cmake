@@ -46,6 +46,19 @@ function(vorntools_find_zip_package)
     endif()
 endfunction()
 
+# Catalogues are written and read where SQLite is found. Sets VORNTOOLS_WRITES_CATALOGUES.
+function(vorntools_find_sqlite_package)
+    set(VORNTOOLS_WRITES_CATALOGUES OFF PARENT_SCOPE)
+    if(NOT CMAKE_CROSSCOMPILING AND NOT WIN32)
+        find_path(SQLITE_INCLUDE_DIR sqlite3.h)
+        find_library(SQLITE_LIBRARY sqlite3)
+        mark_as_advanced(SQLITE_INCLUDE_DIR SQLITE_LIBRARY)
+        if(SQLITE_INCLUDE_DIR AND SQLITE_LIBRARY)
+            set(VORNTOOLS_WRITES_CATALOGUES ON PARENT_SCOPE)
+        endif()
+    endif()
+endfunction()
+
 # Spreadsheets of design tables: xlsx and xlsm are read where the packages for them are found, the others always. Sets
 # VORNTOOLS_READS_XLSX.
 function(vorntools_find_spreadsheet_packages)

@@ -7,7 +7,7 @@
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache nlohmann-json3-dev libcli11-dev libgtest-dev
-    libzip-dev libpugixml-dev)
+    libzip-dev libpugixml-dev libsqlite3-dev)
 case ${1:-build} in
     test)
         packages+=(clang libclang-rt-14-dev llvm clang-format clang-tidy g++-mingw-w64-x86-64-posix googletest wine wine64

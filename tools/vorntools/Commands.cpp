@@ -38,8 +38,14 @@ bool CommonOptions::completeNames() {
     if (namesFromInput)
         for (std::string& name : splitAtNul(host::readInput())) names.push_back(std::move(name));
     const bool given = !names.empty() || namesFromInput;
-    if (!given) complain("name files or folders");
-    return given;
+    if (given && !catalogues.empty()) complain("name files and folders, or catalogues, not both");
+    if (!given && catalogues.empty()) complain("name files or folders");
+    return given == catalogues.empty();
+}
+
+Option& CommonOptions::addCatalogueTo(Command& command) {
+    return command.value("--catalogue", "FILE", "Ask this catalogue instead of folders; several are asked as one",
+                         &catalogues);
 }
 
 bool CommonOptions::search(DocumentSearch& documents) const {

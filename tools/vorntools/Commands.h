@@ -9,15 +9,18 @@
 
 /** What many commands share. Names are UTF-8. */
 struct CommonOptions {
-    std::vector<std::string> names;    ///< files and folders
-    std::vector<std::string> excluded; ///< patterns of files and folders to leave out
-    bool namesFromInput = false;       ///< more names stand on standard input, each ended by a NUL
+    std::vector<std::string> names;      ///< files and folders
+    std::vector<std::string> excluded;   ///< patterns of files and folders to leave out
+    std::vector<std::string> catalogues; ///< that are asked instead of names
+    bool namesFromInput = false;         ///< more names stand on standard input, each ended by a NUL
     bool json = false;
     std::string session; ///< session file, empty for none
     std::string journal; ///< file that receives the journal, empty for none
 
     /** Adds the names as an operand that takes any number of them, "--exclude" and "--null". */
     void addNamesTo(Command& command, const std::string& operand, const std::string& help);
+    /** Adds "--catalogue". */
+    Option& addCatalogueTo(Command& command);
     /** Adds "--json", "--session" and "--journal". */
     void addTo(Command& command);
     /** Adds "--json" and "--journal". */
@@ -26,7 +29,8 @@ struct CommonOptions {
     void addSessionTo(Command& command);
     /** Loads the session, if one is given. @return false, said on standard error, when it cannot be loaded */
     bool loadSession() const;
-    /** Adds the names that stand on standard input. @return false, said on standard error, when none is given at all */
+    /** Adds the names that stand on standard input. @return false, said on standard error, when none is given at all,
+     * neither name nor catalogue, and when both are */
     bool completeNames();
     /** Searches the names. @return as DocumentSearch::search */
     bool search(DocumentSearch& documents) const;
@@ -41,6 +45,7 @@ void addDuplicatesCommand(Command& program);
 void addOrphansCommand(Command& program);
 void addPackCommand(Command& program);
 void addReportCommand(Command& program);
+void addCatalogueCommand(Command& program);
 void addContentsCommand(Command& program);
 void addPreviewCommand(Command& program);
 void addExchangeCommand(Command& program);

@@ -1,5 +1,6 @@
 #include "tools/vorntools/Commands.h"
 #include "tools/vorntools/DocumentCondition.h"
+#include "tools/vorntools/DocumentContents.h"
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
@@ -8,20 +9,10 @@
 #include "VornToolsLinks.h"
 
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <utility>
 
 namespace {
-
-struct Entry {
-    std::string name;
-    int parent = 0; ///< its number, from 1; 0 for none
-    bool isStream = false;
-    unsigned int size = 0;
-    int pieces = 0;
-    std::array<std::string, 3> dates;
-};
 
 /** What a document's file is made of. */
 struct Contents {
@@ -29,22 +20,8 @@ struct Contents {
     unsigned long long size = 0;
     DocumentCondition condition;
     int version = 0, release = 0, servicePack = 0;
-    std::vector<Entry> entries;
+    std::vector<ContentsEntry> entries;
 };
-
-Entry entryOf(VornToolsDocumentFile& file, int index) {
-    Entry entry;
-    CATUnicodeString text;
-    unsigned char isStream = 0;
-    file.getEntry(index, text, entry.parent, isStream, entry.size, entry.pieces);
-    entry.name = bytesOf(text);
-    entry.isStream = isStream != 0;
-    for (std::size_t i = 0; i < entry.dates.size(); ++i) {
-        file.getEntryDate(index, static_cast<int>(i) + 1, text);
-        entry.dates[i] = bytesOf(text);
-    }
-    return entry;
-}
 
 Contents readContents(const std::string& document) {
     Contents contents;
@@ -56,11 +33,11 @@ Contents readContents(const std::string& document) {
     if (!contents.read) return contents;
     contents.condition = conditionOf(file, document);
     if (image) VornToolsLinks::getVersion(image.get(), contents.version, contents.release, contents.servicePack);
-    for (int i = 1; i <= file.getEntryCount(); ++i) contents.entries.push_back(entryOf(file, i));
+    contents.entries = entriesOf(file);
     return contents;
 }
 
-Json jsonOf(const Entry& entry) {
+Json jsonOf(const ContentsEntry& entry) {
     Json dates = Json::array();
     for (const std::string& date : entry.dates) dates.push_back(textOrNull(date));
     return Json::object({{"name", entry.name},
@@ -74,7 +51,7 @@ Json jsonOf(const Entry& entry) {
 Json jsonOf(const std::string& document, const Contents& contents) {
     if (!contents.read) return Json::object({{"document", document}, {"error", "cannot be read"}});
     Json entries = Json::array();
-    for (const Entry& entry : contents.entries) entries.push_back(jsonOf(entry));
+    for (const ContentsEntry& entry : contents.entries) entries.push_back(jsonOf(entry));
     return Json::object({{"document", document},
                          {"condition", contents.condition.json()},
                          {"version", Json::array({contents.version, contents.release, contents.servicePack})},
@@ -85,7 +62,7 @@ Json jsonOf(const std::string& document, const Contents& contents) {
 /** Prints the entries as a tree. Those that a damaged directory puts below each other in a circle stand at its end. */
 class Tree {
 public:
-    explicit Tree(const std::vector<Entry>& entries)
+    explicit Tree(const std::vector<ContentsEntry>& entries)
         : m_entries(entries), m_below(entries.size() + 1), m_isShown(entries.size() + 1) {
         for (std::size_t i = 1; i <= entries.size(); ++i)
             m_below[static_cast<std::size_t>(entries[i - 1].parent)].push_back(i);
@@ -114,13 +91,13 @@ private:
         }
     }
 
-    void add(const Entry& entry, std::size_t depth) {
+    void add(const ContentsEntry& entry, std::size_t depth) {
         m_table.add({std::string(2 * std::min(depth, kDeepest), ' ') + entry.name,
                      entry.isStream ? std::to_string(entry.size) : "",
                      entry.pieces > 1 ? std::to_string(entry.pieces) : "", entry.dates.front()});
     }
 
-    const std::vector<Entry>& m_entries;
+    const std::vector<ContentsEntry>& m_entries;
     std::vector<std::vector<std::size_t>> m_below; ///< numbers of entries by that of their parent, from 1
     std::vector<bool> m_isShown;
     Table m_table{{{"NAME"}, {"BYTES", Table::Kind::number}, {"PIECES", Table::Kind::number}, {"DATE"}}};

@@ -6,6 +6,7 @@
 #include "tools/vorntools/archive/ArchiveReader.h"
 #include "tools/vorntools/archive/Duplicates.h"
 #include "tools/vorntools/archive/Orphans.h"
+#include "tools/vorntools/catalogue/CatalogueSet.h"
 
 #include <memory>
 
@@ -38,13 +39,25 @@ void printTable(const Archive& archive, const DuplicateGroup& group) {
     print("\n");
 }
 
+/** Fills the archive from the folders or catalogues. @return false, said on standard error, when not all can be read */
+bool fillToCompare(Archive& archive, const CommonOptions& options, JournalFile& journal, bool withLinks) {
+    if (!options.catalogues.empty()) {
+        CatalogueSet catalogues(options.catalogues);
+        catalogues.fill(archive);
+        return catalogues.isComplete();
+    }
+    ArchiveReader reader(archive, journal, {});
+    const bool complete = reader.walk(options.names, options.excluded);
+    if (withLinks) reader.readAll();
+    reader.finish();
+    return complete;
+}
+
 int runDuplicates(CommonOptions& options) {
     if (!options.completeNames()) return ExitUnusable;
     JournalFile journal(options.journal);
     Archive archive;
-    ArchiveReader reader(archive, journal, {});
-    const bool complete = reader.walk(options.names, options.excluded);
-    reader.finish();
+    const bool complete = fillToCompare(archive, options, journal, false);
     const std::vector<DuplicateGroup> groups = findDuplicates(archive);
     std::size_t documents = 0;
     for (const DuplicateGroup& group : groups) {
@@ -63,10 +76,7 @@ int runOrphans(CommonOptions& options) {
     if (!options.completeNames() || !options.loadSession()) return ExitUnusable;
     JournalFile journal(options.journal);
     Archive archive;
-    ArchiveReader reader(archive, journal, {});
-    bool usable = reader.walk(options.names, options.excluded);
-    reader.readAll();
-    reader.finish();
+    bool usable = fillToCompare(archive, options, journal, true);
     for (Index i = 0; i < archive.documents().size(); ++i) {
         if (!archive.document(i).isUnreadable) continue;
         complain(archive.nameOf(i) + " cannot be read");
@@ -104,6 +114,7 @@ void addDuplicatesCommand(Command& program) {
                                        [options] { return runDuplicates(*options); });
     options->addNamesTo(command, "folder", "Folders, searched with all below them, and documents");
     options->addOutputTo(command);
+    options->addCatalogueTo(command);
 }
 
 void addOrphansCommand(Command& program) {
@@ -112,4 +123,5 @@ void addOrphansCommand(Command& program) {
                                        [options] { return runOrphans(*options); });
     options->addNamesTo(command, "folder", "Folders, searched with all below them, and documents");
     options->addTo(command);
+    options->addCatalogueTo(command).excludes("--session");
 }

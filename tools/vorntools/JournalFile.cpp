@@ -10,11 +10,13 @@ JournalFile::JournalFile(const std::string& name) : m_name(name) {
     if (!m_name.empty()) m_stream.open(std::filesystem::u8path(m_name), std::ios::binary);
 }
 
-void JournalFile::take() {
+std::string JournalFile::takeLines() {
     embedded::Journal& journal = embedded::Journal::get();
-    for (std::size_t i = 0; !m_name.empty() && i < journal.size(); ++i) m_stream << journal.line(i) << '\n';
+    std::string lines;
+    for (std::size_t i = 0; !m_name.empty() && i < journal.size(); ++i) lines.append(journal.line(i)) += '\n';
     journal.clear();
     embedded::ErrorReports::get().take();
+    return lines;
 }
 
 bool JournalFile::finish() {

@@ -10,7 +10,10 @@ public:
     /** @param name empty for none */
     explicit JournalFile(const std::string& name);
     /** Takes what was written since the last call. */
-    void take();
+    void take() { add(takeLines()); }
+    /** The same as text for whoever adds it later; empty when no file is wanted. */
+    std::string takeLines();
+    void add(const std::string& lines) { m_stream << lines; }
     /** False, and said on standard error, when the file could not be written. */
     bool finish();
 

@@ -6,8 +6,10 @@
 #include "tools/vorntools/archive/ArchiveOutput.h"
 #include "tools/vorntools/archive/ArchiveReader.h"
 #include "tools/vorntools/archive/Paths.h"
+#include "tools/vorntools/catalogue/CatalogueSet.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <unordered_set>
@@ -36,10 +38,16 @@ struct Summary {
     }
 };
 
+/** How a full name is written, and which files there are. */
+struct Surroundings {
+    std::function<std::string(const std::string&)> asGiven;
+    std::function<std::vector<std::string>()> files; ///< full names of all that were walked
+};
+
 /** The files that were walked, by their names. Put in order when something is missing or was chosen among several. */
 class WalkedFiles {
 public:
-    explicit WalkedFiles(const DocumentSearch& search) : m_search(search) {}
+    explicit WalkedFiles(const Surroundings& surroundings) : m_surroundings(surroundings) {}
 
     /** @param document full name of the one that has the target */
     ShownTarget shown(Target target, const std::string& document) {
@@ -47,9 +55,9 @@ public:
         if (target.isMissing()) {
             result.name = target.stored;
             result.candidates = ::shown(index().candidates(target.stored, document),
-                                        [this](Index file) { return m_search.asGiven(nameOfFile(file)); });
+                                        [this](Index file) { return m_surroundings.asGiven(m_files[file]); });
         } else {
-            result.name = m_search.asGiven(target.found);
+            result.name = m_surroundings.asGiven(target.found);
             const std::size_t count = target.rule == LinkRule::ByName ? index().count(target.found) : 0;
             result.chosenAmong = count > 1 ? count : 0;
         }
@@ -58,33 +66,27 @@ public:
     }
 
 private:
-    /** Documents first. */
-    const std::string& nameOfFile(Index file) const {
-        const auto& documents = m_search.found();
-        return file < documents.size() ? documents[file].fullName : m_search.others()[file - documents.size()];
-    }
     const NameIndex& index() {
         if (m_index) return *m_index;
         m_index.emplace();
-        const std::size_t documents = m_search.found().size();
-        for (std::size_t i = 0; i < documents + m_search.others().size(); ++i)
-            if (i >= documents || m_search.found()[i].exists)
-                m_index->add(nameOfFile(static_cast<Index>(i)), static_cast<Index>(i));
+        m_files = m_surroundings.files();
+        for (std::size_t i = 0; i < m_files.size(); ++i) m_index->add(m_files[i], static_cast<Index>(i));
         m_index->sort();
         return *m_index;
     }
 
-    const DocumentSearch& m_search;
+    const Surroundings& m_surroundings;
+    std::vector<std::string> m_files;
     std::optional<NameIndex> m_index;
 };
 
 /** What a document points to, with its names as the command line writes them. */
 class Listed {
 public:
-    Listed(const DocumentSearch& search, WalkedFiles& files, const std::string& document, const LinksOptions& options,
-           LinkMemory& memory)
-        : m_search(search), m_options(options), m_document(search.asGiven(document)),
-          m_links(readDocumentLinks(document, options.type, memory)) {
+    Listed(const Surroundings& surroundings, WalkedFiles& files, const std::string& document, DocumentLinks links,
+           const LinksOptions& options)
+        : m_surroundings(surroundings), m_options(options), m_document(surroundings.asGiven(document)),
+          m_links(std::move(links)) {
         for (Target& target : targetsOf(m_links, document))
             m_targets.push_back(files.shown(std::move(target), document));
     }
@@ -116,7 +118,7 @@ private:
     void printTable() const;
     void printDot() const;
 
-    const DocumentSearch& m_search;
+    const Surroundings& m_surroundings;
     const LinksOptions& m_options;
     const std::string m_document;
     const DocumentLinks m_links;
@@ -132,13 +134,13 @@ Json textsOf(const std::vector<std::string>& texts) {
 Json Listed::jsonOf(const std::vector<NamedDocument>& documents) const {
     Json array = Json::array();
     for (const NamedDocument& document : documents)
-        array.push_back(Json::object({{"name", m_search.asGiven(document.name)}, {"exists", document.exists}}));
+        array.push_back(Json::object({{"name", m_surroundings.asGiven(document.name)}, {"exists", document.exists}}));
     return array;
 }
 
 Json Listed::jsonOf(const OtherNamed& other) const {
     return Json::object({{"kind", other.kind},
-                         {"name", m_search.asGiven(other.document.name)},
+                         {"name", m_surroundings.asGiven(other.document.name)},
                          {"exists", other.document.exists},
                          {"uses", other.uses}});
 }
@@ -147,7 +149,7 @@ Json Listed::jsonOf(const OtherNamed& other) const {
 Json Listed::jsonOf(const TypedLink& link) const {
     const bool named = !link.document.name.empty();
     return Json::object({{"type", link.type},
-                         {"name", named ? Json(m_search.asGiven(link.document.name)) : Json()},
+                         {"name", named ? Json(m_surroundings.asGiven(link.document.name)) : Json()},
                          {"exists", named ? Json(link.document.exists) : Json()},
                          {"reference", link.reference},
                          {"tag_found", link.tagFound}});
@@ -272,17 +274,27 @@ void printMissing(const Archive& archive, const MissingTarget& missing, bool jso
     printJson(object);
 }
 
+/** @return false, said on standard error, when not all can be read */
+bool fillWithLinks(Archive& archive, const LinksOptions& options, JournalFile& journal) {
+    if (!options.common.catalogues.empty()) {
+        CatalogueSet catalogues(options.common.catalogues);
+        catalogues.fill(archive);
+        return catalogues.isComplete();
+    }
+    ArchiveReader::What what;
+    what.linkType = options.type;
+    ArchiveReader reader(archive, journal, what);
+    const bool complete = reader.walk(options.common.names, options.common.excluded);
+    reader.readAll();
+    reader.finish();
+    return complete;
+}
+
 /** The list turned round: each missing document with those that want it, the most wanted first. */
 int runMissing(const LinksOptions& options) {
     JournalFile journal(options.common.journal);
     Archive archive;
-    ArchiveReader::What what;
-    what.linkType = options.type;
-    ArchiveReader reader(archive, journal, what);
-    bool usable = reader.walk(options.common.names, options.common.excluded);
-    reader.readAll();
-    reader.finish();
-
+    bool usable = fillWithLinks(archive, options, journal);
     Summary summary;
     for (Index i = 0; i < archive.documents().size(); ++i) {
         const ArchiveDocument& document = archive.document(i);
@@ -303,36 +315,80 @@ int runMissing(const LinksOptions& options) {
     return summary.missing + summary.damaged > 0 ? ExitFindings : ExitFine;
 }
 
-int runLinks(LinksOptions& options) {
-    if (!options.common.completeNames() || !options.common.loadSession()) return ExitUnusable;
-    if (options.missing) return runMissing(options);
+/** Shows one document after the other and counts what they amount to. */
+class LinksListing {
+public:
+    LinksListing(const Surroundings& surroundings, const LinksOptions& options)
+        : m_surroundings(surroundings), m_options(options), m_files(surroundings) {
+        if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
+    }
+
+    void add(const std::string& document, DocumentLinks links) {
+        const Listed listed(m_surroundings, m_files, document, std::move(links), m_options);
+        listed.show();
+        listed.addTo(m_summary);
+        m_findings = m_findings || listed.links().anyMissing() || listed.links().condition.isFinding;
+    }
+    ExitCode finish() const {
+        if (m_options.dot)
+            print("}\n");
+        else if (!m_options.common.json)
+            m_summary.say();
+        if (m_summary.unreadable > 0) return ExitUnusable;
+        return m_findings ? ExitFindings : ExitFine;
+    }
+
+private:
+    const Surroundings& m_surroundings;
+    const LinksOptions& m_options;
+    WalkedFiles m_files;
+    Summary m_summary;
+    bool m_findings = false;
+};
+
+int listFolders(const LinksOptions& options) {
     DocumentSearch search(!options.dot);
-    bool usable = options.common.search(search);
+    const bool complete = options.common.search(search);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
     JournalFile journal(options.common.journal);
+    const Surroundings surroundings = {[&](const std::string& name) { return search.asGiven(name); },
+                                       [&] {
+                                           std::vector<std::string> files;
+                                           for (const FoundDocument& found : search.found())
+                                               if (found.exists) files.push_back(found.fullName);
+                                           files.insert(files.end(), search.others().begin(), search.others().end());
+                                           return files;
+                                       }};
     LinkMemory memory;
-    WalkedFiles files(search);
-    Summary summary;
-    bool findings = false;
-    if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
+    LinksListing listing(surroundings, options);
     {
         Progress progress(documents.size(), "documents");
         for (const std::string& document : documents) {
-            const Listed listed(search, files, document, options, memory);
-            listed.show();
-            listed.addTo(summary);
-            usable = usable && listed.links().read;
-            findings = findings || listed.links().anyMissing() || listed.links().condition.isFinding;
+            listing.add(document, readDocumentLinks(document, options.type, memory));
             journal.take();
             progress.step();
         }
     }
-    if (options.dot)
-        print("}\n");
-    else if (!options.common.json)
-        summary.say();
-    if (!journal.finish() || !usable) return ExitUnusable;
-    return findings ? ExitFindings : ExitFine;
+    const ExitCode code = listing.finish();
+    return journal.finish() && complete ? code : ExitUnusable;
+}
+
+int listCatalogues(const LinksOptions& options) {
+    CatalogueSet catalogues(options.common.catalogues);
+    const Surroundings surroundings = {[](const std::string& name) { return name; },
+                                       [&] { return catalogues.walkedFiles(); }};
+    LinksListing listing(surroundings, options);
+    catalogues.forEach([&](const DocumentFacts& facts) {
+        if (facts.links) listing.add(facts.found.fullName, *facts.links);
+    });
+    const ExitCode code = listing.finish();
+    return catalogues.isComplete() ? code : ExitUnusable;
+}
+
+int runLinks(LinksOptions& options) {
+    if (!options.common.completeNames() || !options.common.loadSession()) return ExitUnusable;
+    if (options.missing) return runMissing(options);
+    return options.common.catalogues.empty() ? listFolders(options) : listCatalogues(options);
 }
 
 } // namespace
@@ -355,4 +411,5 @@ void addLinksCommand(Command& program) {
         .excludes("--dot");
     command.flag("--ghosts", "Also documents that the file names but nothing uses any more", options->ghosts);
     options->common.addTo(command);
+    options->common.addCatalogueTo(command).excludes("--type");
 }

@@ -64,6 +64,7 @@ int run(const std::vector<std::string>& arguments) {
     addOrphansCommand(program);
     addPackCommand(program);
     addReportCommand(program);
+    addCatalogueCommand(program);
     addContentsCommand(program);
     addPreviewCommand(program);
     addExchangeCommand(program);

@@ -18,6 +18,8 @@ public:
 
     /** Bad when the file cannot be made or a write was refused. */
     std::ofstream& stream() { return m_stream; }
+    /** The file until it is put into its place, for those that write it by other means. */
+    const std::filesystem::path& part() const { return m_part; }
     /** Closes the file and puts it into its place. @return whether all of it is there now */
     bool commit();
 

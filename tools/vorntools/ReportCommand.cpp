@@ -1,19 +1,21 @@
 #include "tools/vorntools/Commands.h"
+#include "tools/vorntools/DocumentContents.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/OutputFile.h"
 #include "tools/vorntools/archive/ArchiveReader.h"
+#include "tools/vorntools/catalogue/CatalogueSet.h"
 #include "tools/vorntools/page/Page.h"
 #include "tools/vorntools/page/PageData.h"
 #include "tools/vorntools/page/PagePictures.h"
 
 #include "VornToolsDocumentFile.h"
-#include "VornToolsString.h"
 
 #include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <system_error>
 
@@ -23,8 +25,8 @@ namespace {
 
 /** A larger page is hard to mail and slow to open. */
 constexpr std::uintmax_t kLargePage = 50'000'000;
-/** No picture that the platform stores with a document is nearly as large. */
-constexpr std::size_t kLargestPicture = 1U << 20U;
+
+constexpr const char* kIncomplete = "folders that are not there or cannot be read";
 
 struct ReportOptions {
     CommonOptions common;
@@ -53,27 +55,24 @@ std::string refusalToWrite(const std::string& name) {
     return isCatiaDocument(name) ? "is a CATIA document" : "";
 }
 
-/** Empty for a document without one, and for bytes that are no JPEG. */
 std::string pictureOf(const std::string& fullName) {
     VornToolsDocumentFile file;
-    if (FAILED(file.open(textOf(fullName)))) return {};
-    const std::unique_ptr<VornToolsString> picture(file.readPreview());
-    if (!picture || picture->size() > kLargestPicture) return {};
-    std::string bytes(picture->bytes(), picture->size());
-    return bytes.compare(0, 2, "\xFF\xD8") == 0 ? bytes : std::string();
+    return FAILED(file.open(textOf(fullName))) ? std::string() : pictureOf(file);
 }
 
+/** Gives the picture of a document by its full name; empty for none. */
+using FindPicture = std::function<std::string(const std::string&)>;
+
 bool addPictures(PagePictures& pictures, const std::ostream& page, const Archive& archive,
-                 const std::vector<Index>& listed, JournalFile& journal) {
+                 const std::vector<Index>& listed, const FindPicture& findPicture) {
     if (!pictures.areWanted()) return true;
     Progress progress(listed.size(), "previews");
     for (std::size_t i = 0; i < listed.size(); ++i) {
         const ArchiveDocument& document = archive.document(listed[i]);
         if (document.exists && document.hasLinks) {
-            const std::string picture = pictureOf(std::string(archive.text(document.fullName)));
+            const std::string picture = findPicture(std::string(archive.text(document.fullName)));
             if (!picture.empty() && !pictures.add(i, picture)) return false;
             if (!page) return false;
-            journal.take();
         }
         progress.step();
     }
@@ -81,7 +80,8 @@ bool addPictures(PagePictures& pictures, const std::ostream& page, const Archive
 }
 
 /** Writes the page, which is put into its place when all of it is there. */
-bool writePage(const ReportOptions& options, const Archive& archive, const PageOrigin& origin, JournalFile& journal) {
+bool writePage(const ReportOptions& options, const Archive& archive, const PageOrigin& origin,
+               const FindPicture& findPicture) {
     const std::string refusal = refusalToWrite(options.output);
     if (!refusal.empty()) {
         complain(options.output + " " + refusal);
@@ -96,7 +96,7 @@ bool writePage(const ReportOptions& options, const Archive& archive, const PageO
     file.stream() << pageHead() << "<script type=\"application/json\" id=\"data\">";
     writePageData(file.stream(), archive, listed, origin);
     file.stream() << "</script>\n";
-    const bool isComplete = addPictures(pictures, file.stream(), archive, listed, journal);
+    const bool isComplete = addPictures(pictures, file.stream(), archive, listed, findPicture);
     pictures.finish();
     file.stream() << pageTail();
     if (!isComplete || !file.commit()) {
@@ -126,8 +126,7 @@ bool isAnyUnread(const Archive& archive) {
                        [](const ArchiveDocument& document) { return document.isUnreadable; });
 }
 
-int runReport(ReportOptions& options) {
-    if (!options.common.completeNames() || !options.common.loadSession()) return ExitUnusable;
+int reportOnFolders(const ReportOptions& options) {
     const auto begin = std::chrono::steady_clock::now();
     PageOrigin origin;
     origin.date = dateNow();
@@ -139,13 +138,39 @@ int runReport(ReportOptions& options) {
     what.recorded = true;
     ArchiveReader reader(archive, journal, what);
     const bool complete = reader.walk(options.common.names, options.common.excluded);
-    if (!complete) origin.complaints.push_back("folders that are not there or cannot be read");
+    if (!complete) origin.complaints.push_back(kIncomplete);
     reader.readAll();
     reader.finish();
     origin.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    if (!writePage(options, archive, origin, journal)) return ExitUnusable;
+    const FindPicture findPicture = [&](const std::string& document) {
+        std::string picture = pictureOf(document);
+        journal.take();
+        return picture;
+    };
+    if (!writePage(options, archive, origin, findPicture)) return ExitUnusable;
     if (!journal.finish() || !complete || isAnyUnread(archive)) return ExitUnusable;
     return hasFindings(archive) ? ExitFindings : ExitFine;
+}
+
+int reportOnCatalogues(const ReportOptions& options) {
+    const auto begin = std::chrono::steady_clock::now();
+    CatalogueSet catalogues(options.common.catalogues);
+    PageOrigin origin;
+    origin.date = dateNow();
+    origin.lookedAt = catalogues.lookedAt();
+    const bool complete = catalogues.isComplete();
+    if (!complete) origin.complaints.push_back(kIncomplete);
+    Archive archive;
+    catalogues.fill(archive);
+    origin.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    const FindPicture findPicture = [&](const std::string& document) { return catalogues.previewOf(document); };
+    if (!writePage(options, archive, origin, findPicture) || !complete || isAnyUnread(archive)) return ExitUnusable;
+    return hasFindings(archive) ? ExitFindings : ExitFine;
+}
+
+int runReport(ReportOptions& options) {
+    if (!options.common.completeNames() || !options.common.loadSession()) return ExitUnusable;
+    return options.common.catalogues.empty() ? reportOnFolders(options) : reportOnCatalogues(options);
 }
 
 } // namespace
@@ -165,4 +190,5 @@ void addReportCommand(Command& program) {
                &options->previews)
         .oneOf({"embed", "folder", "none"});
     options->common.addSessionTo(command);
+    options->common.addCatalogueTo(command).excludes("--session");
 }

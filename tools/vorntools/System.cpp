@@ -21,9 +21,13 @@
 #else
 #include <dlfcn.h>
 #include <sys/ioctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <cstring>
+#include <exception>
 #endif
 
 namespace host {
@@ -57,10 +61,19 @@ FileState stateOf(const std::string& file) {
     struct _stat64 state {};
     const std::filesystem::path path = std::filesystem::u8path(file);
     if (_wstat64(path.c_str(), &state) != 0) return {};
-    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
+    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime), 0, 0};
 }
 
 WriteZip* zipWriter() { return nullptr; }
+
+GetSqlite* sqlite() { return nullptr; }
+
+// Only what is not built in on this system asks for them.
+Helpers::Helpers(std::size_t, const std::function<void(std::size_t, const Send&)>&) {}
+
+Helpers::~Helpers() = default;
+
+bool Helpers::receive(std::size_t, char*, std::size_t) { return false; }
 
 bool outputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
 
@@ -88,16 +101,92 @@ std::vector<std::string> arguments(int count, char** values) {
 FileState stateOf(const std::string& file) {
     struct stat state {};
     if (::stat(file.c_str(), &state) != 0) return {};
-    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime)};
+    return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime),
+            static_cast<std::int64_t>(state.st_mtim.tv_nsec), static_cast<std::uint64_t>(state.st_ino)};
 }
 
-WriteZip* zipWriter() {
-    void* const library = ::dlopen("libVornToolsZip.so", RTLD_NOW | RTLD_LOCAL);
-    void* const found = library ? ::dlsym(library, "vornToolsWriteZip") : nullptr;
-    WriteZip* writer = nullptr;
-    static_assert(sizeof writer == sizeof found, "both are the address of a function");
-    std::memcpy(&writer, &found, sizeof writer);
-    return writer;
+namespace {
+
+/** A function of a library that the program does not need to start; null where it is not there. */
+template <class Function>
+Function* functionOf(const char* library, const char* name) {
+    void* const loaded = ::dlopen(library, RTLD_NOW | RTLD_LOCAL);
+    void* const found = loaded ? ::dlsym(loaded, name) : nullptr;
+    Function* function = nullptr;
+    static_assert(sizeof function == sizeof found, "both are the address of a function");
+    std::memcpy(&function, &found, sizeof function);
+    return function;
+}
+
+} // namespace
+
+WriteZip* zipWriter() { return functionOf<WriteZip>("libVornToolsZip.so", "vornToolsWriteZip"); }
+
+GetSqlite* sqlite() { return functionOf<GetSqlite>("libVornToolsCatalogue.so", "vornToolsSqlite"); }
+
+namespace {
+
+void sendAll(int pipe, const std::string& bytes) {
+    for (std::size_t at = 0; at < bytes.size();) {
+        const ssize_t sent = ::write(pipe, bytes.data() + at, bytes.size() - at);
+        if (sent < 0 && errno == EINTR) continue;
+        if (sent <= 0) ::_exit(1); // nobody listens any more
+        at += static_cast<std::size_t>(sent);
+    }
+}
+
+/** The life of a helper. Nothing of this process is finished twice: neither its output nor its open files. */
+[[noreturn]] void runHelper(std::size_t number, int pipe,
+                            const std::function<void(std::size_t, const Helpers::Send&)>& work) {
+    try {
+        work(number, [pipe](const std::string& bytes) { sendAll(pipe, bytes); });
+    } catch (const std::exception&) { // whoever waits finds the pipe ended
+        ::_exit(1);
+    }
+    ::_exit(0);
+}
+
+} // namespace
+
+Helpers::Helpers(std::size_t count, const std::function<void(std::size_t, const Send&)>& work) {
+    std::fflush(nullptr);
+    for (std::size_t i = 0; i < count; ++i) {
+        int ends[2];
+        if (::pipe(ends) != 0) break;
+        const pid_t process = ::fork();
+        if (process == 0) {
+            // A pipe that another helper holds open would not end with this process.
+            for (const Process& other : m_processes) ::close(other.pipe);
+            ::close(ends[0]);
+            runHelper(i, ends[1], work);
+        }
+        ::close(ends[1]);
+        if (process < 0) {
+            ::close(ends[0]);
+            break;
+        }
+        m_processes.push_back({process, ends[0]});
+    }
+}
+
+Helpers::~Helpers() {
+    for (const Process& helper : m_processes) {
+        ::close(helper.pipe);
+        ::kill(helper.process, SIGKILL);
+        ::waitpid(helper.process, nullptr, 0);
+    }
+}
+
+bool Helpers::receive(std::size_t helper, char* bytes, std::size_t count) {
+    if (helper >= m_processes.size()) return false;
+    while (count > 0) {
+        const ssize_t received = ::read(m_processes[helper].pipe, bytes, count);
+        if (received < 0 && errno == EINTR) continue;
+        if (received <= 0) return false;
+        bytes += received;
+        count -= static_cast<std::size_t>(received);
+    }
+    return true;
 }
 
 bool outputIsTerminal() { return ::isatty(STDOUT_FILENO) != 0; }

@@ -1,9 +1,12 @@
 #ifndef TOOLS_VORNTOOLS_SYSTEM_H
 #define TOOLS_VORNTOOLS_SYSTEM_H
 
+#include "tools/vorntools/sqlite/Sqlite.h"
 #include "tools/vorntools/zip/ZipWriter.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,12 +23,39 @@ void prepareOutput();
 struct FileState {
     bool isThere = false;
     std::uint64_t size = 0;
-    std::int64_t modified = 0; ///< seconds since 1970
+    std::int64_t modified = 0;    ///< seconds since 1970
+    std::int64_t nanoseconds = 0; ///< since that second
+    std::uint64_t identity = 0;   ///< another one for a file that took the other's place; 0 where the system has none
 };
 FileState stateOf(const std::string& file);
 
 /** Writes ZIP files, in a library that is only loaded when it is wanted; null where it is not built in. */
 WriteZip* zipWriter();
+/** SQLite, in the same way. */
+GetSqlite* sqlite();
+
+/**
+ * Processes that are this one over again, each with a pipe to it. They end with their work, and when this object goes.
+ */
+class Helpers {
+public:
+    using Send = std::function<void(const std::string& bytes)>;
+    /** @param work of each, by its number from 0; what it sends can be received here. Nothing else that it does is
+     * seen */
+    Helpers(std::size_t count, const std::function<void(std::size_t, const Send&)>& work);
+    ~Helpers();
+    Helpers(const Helpers&) = delete;
+    Helpers& operator=(const Helpers&) = delete;
+
+    /** Waits for bytes of one of them. @return false when it has ended before it sent as many */
+    bool receive(std::size_t helper, char* bytes, std::size_t count);
+
+private:
+    struct Process {
+        int process = 0, pipe = -1;
+    };
+    std::vector<Process> m_processes;
+};
 
 bool outputIsTerminal();
 bool errorIsTerminal();

@@ -76,6 +76,22 @@ std::string printable(const std::string& bytes) {
     return result.append(bytes, plain, std::string::npos);
 }
 
+std::string bytesOfPrintable(const std::string& text) {
+    const auto valueOf = [](unsigned int digit) { return digit <= '9' ? digit - '0' : (digit | 0x20U) - 'a' + 10; };
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const unsigned int high = byteAt(text, at + 1), low = byteAt(text, at + 2);
+        if (text[at] == '%' && isHexDigit(high) && isHexDigit(low)) {
+            bytes += static_cast<char>(valueOf(high) << 4U | valueOf(low));
+            at += 2;
+        } else {
+            bytes += text[at];
+        }
+    }
+    return bytes;
+}
+
 std::size_t widthOf(const std::string& text) {
     return static_cast<std::size_t>(std::count_if(
         text.begin(), text.end(), [](char byte) { return !continues(static_cast<unsigned char>(byte)); }));

@@ -17,6 +17,8 @@ std::string fileNameOf(const std::string& name);
  * decoding the escapes gives exactly the bytes again.
  */
 std::string printable(const std::string& bytes);
+/** The bytes of a printable text. */
+std::string bytesOfPrintable(const std::string& text);
 
 /** Characters of a printable text, which is columns for all but a few scripts. */
 std::size_t widthOf(const std::string& text);

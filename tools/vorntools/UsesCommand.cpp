@@ -6,6 +6,7 @@
 #include "tools/vorntools/archive/ArchiveOutput.h"
 #include "tools/vorntools/archive/ArchiveReader.h"
 #include "tools/vorntools/archive/DocumentTree.h"
+#include "tools/vorntools/catalogue/CatalogueSet.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -159,26 +160,54 @@ ExitCode judge(const Archive& archive, const DocumentTree& tree) {
     return code;
 }
 
-int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
-    if (!options.common.loadSession()) return ExitUnusable;
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(std::filesystem::u8path(options.file), ignored)) {
-        complain("no such file: " + options.file);
-        return ExitUnusable;
-    }
-    JournalFile journal(options.common.journal);
-    Archive archive;
+/** Reads what the question takes, from the folders. @return false, said on standard error, when it cannot all be read
+ */
+bool readTree(const TreeOptions& options, DocumentTree::Direction direction, JournalFile& journal, Archive& archive) {
     ArchiveReader reader(archive, journal, {});
     std::vector<std::string> names = options.common.names;
     names.push_back(options.file);
-    bool complete = reader.walk(names);
+    const bool complete = reader.walk(names);
     if (direction == DocumentTree::Uses)
         reader.readNeeded({fullNameOf(options.file)});
     else
         reader.readAll();
     reader.finish();
+    return complete;
+}
 
-    const Index top = archive.find(fullNameOf(options.file));
+/** Why the question cannot be asked; empty when it can. */
+std::string refusalToAsk(const TreeOptions& options, DocumentTree::Direction direction) {
+    if (!options.common.catalogues.empty())
+        return options.common.names.empty() ? "" : "name folders, or catalogues, not both";
+    if (direction == DocumentTree::UsedBy && options.common.names.empty()) return "name folders or a catalogue";
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(std::filesystem::u8path(options.file), ignored)
+               ? ""
+               : "no such file: " + options.file;
+}
+
+int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
+    const std::string refusal = refusalToAsk(options, direction);
+    if (!refusal.empty()) {
+        complain(refusal);
+        return ExitUnusable;
+    }
+    if (!options.common.loadSession()) return ExitUnusable;
+    JournalFile journal(options.common.journal);
+    Archive archive;
+    bool complete = true;
+    const std::string file = fullNameOf(options.file);
+    if (options.common.catalogues.empty()) {
+        complete = readTree(options, direction, journal, archive);
+    } else {
+        CatalogueSet catalogues(options.common.catalogues);
+        complete = catalogues.isComplete();
+        if (!catalogues.fillTree(archive, file, direction)) {
+            complain("no catalogue has " + options.file);
+            return ExitUnusable;
+        }
+    }
+    const Index top = archive.find(file);
     TreePrinter(archive, top, direction, options).print();
     if (!journal.finish() || !complete) return ExitUnusable;
     return judge(archive, DocumentTree(archive, top, direction, static_cast<unsigned int>(options.depth)));
@@ -194,14 +223,13 @@ void addTreeCommand(Command& program, const char* name, const char* description,
                       "them",
                       &options->common.names);
     else
-        command
-            .value("folder", "FOLDER", "Folders with all below them, and documents, that may use it",
-                   &options->common.names)
-            .required();
+        command.value("folder", "FOLDER", "Folders with all below them, and documents, that may use it",
+                      &options->common.names);
     command.value("--depth", "N", "Levels below the document; 0: all", &options->depth).between(0, 1000000);
     command.flag("--flat", "Every document once, by its level, instead of a tree", options->flat).excludes("--dot");
     command.flag("--dot", "A graph for Graphviz", options->dot).excludes("--json");
     options->common.addTo(command);
+    options->common.addCatalogueTo(command).excludes("--session");
 }
 
 } // namespace

@@ -38,6 +38,12 @@ Index Archive::add(const DocumentFacts& facts) {
         document.size = facts.size;
         document.modified = facts.modified;
     }
+    if (facts.identity && !document.hasIdentity) {
+        document.hasIdentity = true;
+        document.uuid = m_texts.add(facts.identity->uuid);
+        document.save = m_texts.add(facts.identity->save);
+        document.saved = m_texts.add(facts.identity->saved);
+    }
     if (facts.status && !document.hasStatus) addStatus(document, *facts.status);
     if (facts.links && !document.hasLinks) addLinks(number, *facts.links, facts.recorded);
     return number;

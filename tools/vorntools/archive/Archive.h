@@ -4,6 +4,7 @@
 #include "tools/vorntools/DocumentLinks.h"
 #include "tools/vorntools/DocumentStatus.h"
 #include "tools/vorntools/Files.h"
+#include "tools/vorntools/archive/DocumentIdentity.h"
 #include "tools/vorntools/archive/LinkRule.h"
 #include "tools/vorntools/archive/NameIndex.h"
 #include "tools/vorntools/archive/RecordedLinks.h"
@@ -46,7 +47,9 @@ struct ArchiveDocument {
     Index dat = 0, layout = 0, itemRevision = 0, dataset = 0, namedReference = 0, loadType = 0;
     int linked = 0, unresolved = 0; ///< documents in the DAT file
     RowRange links, references, ghosts, recorded, differences;
-    bool isFinding = false; ///< of the state
+    bool isFinding = false;              ///< of the state
+    bool hasIdentity = false;            ///< the fields from uuid on are known
+    Index uuid = 0, save = 0, saved = 0; ///< as in DocumentIdentity
 };
 
 /** Everything about one document, wherever it comes from: what Archive::add takes. */
@@ -61,6 +64,8 @@ struct DocumentFacts {
     std::optional<DocumentLinks> links;
     /** What the DAT file tells of other documents; taken together with the links. */
     std::optional<RecordedLinks> recorded;
+    /** None: whoever wants it reads it. */
+    std::optional<DocumentIdentity> identity;
 };
 
 /** One document pointed to, with all kinds of links that lead there. */

@@ -59,9 +59,12 @@ struct Entry {
 } // namespace
 
 DocumentIdentity readIdentity(const std::string& fullName) {
-    DocumentIdentity identity;
     VornToolsDocumentFile file;
-    if (FAILED(file.open(textOf(fullName)))) return identity;
+    return FAILED(file.open(textOf(fullName))) ? DocumentIdentity() : readIdentity(file);
+}
+
+DocumentIdentity readIdentity(VornToolsDocumentFile& file) {
+    DocumentIdentity identity;
     int top = 0, root = 0; // all of a document stands below one storage below the one on top
     for (int i = 1; i <= file.getEntryCount(); ++i) {
         Entry entry;

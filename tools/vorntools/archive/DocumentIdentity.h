@@ -3,6 +3,8 @@
 
 #include <string>
 
+class VornToolsDocumentFile;
+
 /** Where a document comes from, as its file tells: docs/document-file.md. Texts are empty when it does not. */
 struct DocumentIdentity {
     std::string uuid;  ///< that the document has had since it was new, "d55320d9_c94_5c0eb0cc_85"; copies keep it
@@ -12,5 +14,7 @@ struct DocumentIdentity {
 
 /** @param fullName of a file; one that cannot be read has no identity */
 DocumentIdentity readIdentity(const std::string& fullName);
+/** Of one that is open. */
+DocumentIdentity readIdentity(VornToolsDocumentFile& file);
 
 #endif

@@ -124,6 +124,13 @@ private:
     unsigned int m_contents = 0;
 };
 
+DocumentIdentity identityOf(const Archive& archive, Index number) {
+    const ArchiveDocument& document = archive.document(number);
+    const auto text = [&](Index at) { return std::string(archive.text(at)); };
+    if (!document.hasIdentity) return readIdentity(text(document.fullName));
+    return {text(document.uuid), text(document.save), text(document.saved)};
+}
+
 DuplicateGroup::Relation relationOf(const std::vector<Duplicate>& documents) {
     unsigned int contents = 0, origins = 0;
     for (const Duplicate& document : documents) {
@@ -154,7 +161,7 @@ std::vector<DuplicateGroup> findDuplicates(const Archive& archive) {
         for (const Index file : files) {
             const std::string_view fullName = archive.text(archive.document(file).fullName);
             if (group.name.empty()) group.name = lastName(fullName);
-            group.documents.push_back({file, readIdentity(std::string(fullName))});
+            group.documents.push_back({file, identityOf(archive, file)});
         }
         Comparison(archive, group.documents).run();
         group.relation = relationOf(group.documents);

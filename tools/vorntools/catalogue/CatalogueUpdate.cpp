@@ -1,0 +1,287 @@
+#include "tools/vorntools/catalogue/CatalogueUpdate.h"
+
+#include "tools/vorntools/Output.h"
+#include "tools/vorntools/OutputFile.h"
+#include "tools/vorntools/System.h"
+#include "tools/vorntools/archive/Paths.h"
+#include "tools/vorntools/catalogue/CatalogueFile.h"
+#include "tools/vorntools/catalogue/EntrySource.h"
+#include "tools/vorntools/catalogue/Schema.h"
+
+#include <filesystem>
+#include <system_error>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace catalogue {
+
+namespace {
+
+enum class Role { Document, Other, Elsewhere };
+
+const char* roleName(Role role) {
+    if (role == Role::Document) return "document";
+    return role == Role::Other ? "other" : "elsewhere";
+}
+
+Role roleOf(const std::string& text) {
+    if (text == "document") return Role::Document;
+    return text == "other" ? Role::Other : Role::Elsewhere;
+}
+
+Stamp stampOf(const std::string& file) {
+    constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+    const host::FileState state = host::stateOf(file);
+    return {static_cast<std::int64_t>(state.size), state.modified * kNanosecondsPerSecond + state.nanoseconds,
+            static_cast<std::int64_t>(state.identity)};
+}
+
+/** A file as the catalogue has it, and whether it was met. */
+struct KnownFile {
+    FileId id = 0;
+    Role role = Role::Elsewhere;
+    bool isThere = true, hasDat = false, isMet = false;
+    Stamp stamp, dat;
+};
+
+/** A document that was found. */
+struct Found {
+    const FoundDocument* document;
+    KnownFile* file;
+    Stamp stamp, dat;
+    bool isWanted; ///< it has to be read
+};
+
+class Update {
+public:
+    Update(Database& database, const UpdateOptions& options, const DocumentSearch& search, JournalFile& journal)
+        : m_database(database), m_options(options), m_search(search), m_journal(journal), m_writer(database) {}
+
+    Changes run() {
+        loadKnown();
+        for (const FoundDocument& document : m_search.found()) meet(document);
+        for (const std::string& file : m_search.others()) meetOther(file);
+        if (m_options.isComplete) findGone();
+        findElsewhere();
+        wantThoseThatName();
+        readWanted();
+        removeUnnamed();
+        setPlaces();
+        tellAbout();
+        return m_changes;
+    }
+
+private:
+    void loadKnown();
+    void meet(const FoundDocument& document);
+    void meetOther(const std::string& file);
+    KnownFile& add(const std::string& fullName, Role role);
+    void findGone();
+    void findElsewhere();
+    void wantThoseThatName();
+    void readWanted();
+    void write(const Found& found, const CatalogueEntry& entry);
+    TargetFile fileOf(const std::string& found);
+    void removeUnnamed();
+    void setPlaces();
+    void tellAbout();
+    /** Those who name such a file may find another one now. */
+    void hasComeOrGone(const std::string& fullName) { m_names.insert(folded(lastName(fullName))); }
+
+    Database& m_database;
+    const UpdateOptions& m_options;
+    const DocumentSearch& m_search;
+    JournalFile& m_journal;
+    Writer m_writer;
+    std::unordered_map<std::string, KnownFile> m_known; ///< by full name
+    std::vector<Found> m_found;
+    std::unordered_map<FileId, std::size_t> m_foundOf; ///< place in m_found
+    std::unordered_set<std::string> m_names;           ///< of files that have come or gone
+    bool m_hasChanged = false;
+    Changes m_changes;
+};
+
+void Update::loadKnown() {
+    Statement row(m_database,
+                  "SELECT folders.name || files.name, files.id, role, coalesce(is_there, 1), "
+                  "coalesce(has_dat, 0), size, modified, file_identity, dat_size, dat_modified, dat_identity "
+                  "FROM files JOIN folders ON folders.id = files.folder "
+                  "LEFT JOIN documents ON documents.id = files.id");
+    while (row.next()) {
+        KnownFile& file = m_known[row.text(0)];
+        file.id = row.number(1);
+        file.role = roleOf(row.text(2));
+        file.isThere = row.flag(3);
+        file.hasDat = row.flag(4);
+        file.stamp = {row.number(5), row.number(6), row.number(7)};
+        file.dat = {row.number(8), row.number(9), row.number(10)};
+    }
+}
+
+KnownFile& Update::add(const std::string& fullName, Role role) {
+    KnownFile& file = m_known[fullName];
+    file.id = m_writer.addFile(fullName, roleName(role));
+    file.role = role;
+    m_hasChanged = true;
+    return file;
+}
+
+void Update::meet(const FoundDocument& document) {
+    const auto known = m_known.find(document.fullName);
+    const bool isNew = known == m_known.end();
+    KnownFile& file = isNew ? add(document.fullName, Role::Document) : known->second;
+    const Stamp stamp = document.exists ? stampOf(document.fullName) : Stamp();
+    const Stamp dat = document.hasDat ? stampOf(document.fullName + ".dat") : Stamp();
+    const bool hasChanged = isNew || file.role != Role::Document || file.isThere != document.exists ||
+                            file.hasDat != document.hasDat || !(file.stamp == stamp) || !(file.dat == dat);
+    if (isNew ? document.exists : file.isThere != document.exists) hasComeOrGone(document.fullName);
+    if (file.role != Role::Document) m_writer.setRole(file.id, roleName(Role::Document));
+    file.role = Role::Document;
+    file.isMet = true;
+    m_foundOf.emplace(file.id, m_found.size());
+    m_found.push_back({&document, &file, stamp, dat, hasChanged});
+}
+
+void Update::meetOther(const std::string& fullName) {
+    const auto known = m_known.find(fullName);
+    if (known == m_known.end()) hasComeOrGone(fullName);
+    KnownFile& file = known == m_known.end() ? add(fullName, Role::Other) : known->second;
+    file.isMet = true;
+    if (file.role == Role::Other) return;
+    if (file.role == Role::Document) m_writer.removeDocument(file.id); // its DAT file has gone
+    if (!file.isThere) hasComeOrGone(fullName);
+    m_writer.setRole(file.id, roleName(Role::Other));
+    file.role = Role::Other;
+    m_hasChanged = true;
+}
+
+/** What is not found any more may still be there, outside the folders: then it stays as long as somebody names it. */
+void Update::findGone() {
+    for (auto& [name, file] : m_known) {
+        if (file.isMet || file.role == Role::Elsewhere) continue;
+        if (file.isThere) hasComeOrGone(name);
+        if (file.role == Role::Document) {
+            m_writer.removeDocument(file.id);
+            ++m_changes.removed;
+        }
+        m_writer.setRole(file.id, roleName(Role::Elsewhere));
+        file.role = Role::Elsewhere;
+        m_hasChanged = true;
+    }
+}
+
+/** Files outside the folders are looked at one by one: they are few. */
+void Update::findElsewhere() {
+    for (const auto& [name, file] : m_known)
+        if (!file.isMet && file.role == Role::Elsewhere && !host::stateOf(name).isThere) hasComeOrGone(name);
+}
+
+void Update::wantThoseThatName() {
+    Statement naming(m_database, "SELECT DISTINCT document FROM links WHERE folded = ?");
+    for (const std::string& name : m_names)
+        for (naming.with(name); naming.next();) {
+            const auto found = m_foundOf.find(naming.number(0));
+            if (found != m_foundOf.end()) m_found[found->second].isWanted = true;
+        }
+}
+
+void Update::readWanted() {
+    std::vector<const FoundDocument*> wanted;
+    std::vector<const Found*> rows;
+    for (const Found& found : m_found) {
+        if (!found.isWanted) continue;
+        rows.push_back(&found);
+        wanted.push_back(found.document);
+    }
+    EntrySource source(wanted, m_options.jobs, m_journal);
+    Progress progress(rows.size(), "documents");
+    for (const Found* const row : rows) {
+        write(*row, source.next());
+        progress.step();
+    }
+    m_changes.documents = m_found.size();
+    m_changes.read = rows.size();
+    m_hasChanged = m_hasChanged || !rows.empty();
+}
+
+void Update::write(const Found& found, const CatalogueEntry& entry) {
+    std::vector<Target> targets;
+    std::vector<TargetFile> files;
+    if (entry.facts.links) targets = targetsOf(*entry.facts.links, found.document->fullName);
+    for (const Target& target : targets) files.push_back(target.isMissing() ? TargetFile() : fileOf(target.found));
+    m_writer.write(found.file->id, entry, targets, files, found.stamp, found.dat);
+    m_changes.unreadable += entry.facts.links && !entry.facts.links->read ? 1 : 0;
+}
+
+TargetFile Update::fileOf(const std::string& found) {
+    auto known = m_known.find(found);
+    if (known != m_known.end()) return {known->second.id, false};
+    const std::string fullName = fullNameOf(found);
+    known = m_known.find(fullName);
+    return {known != m_known.end() ? known->second.id : add(fullName, Role::Elsewhere).id, fullName != found};
+}
+
+void Update::removeUnnamed() {
+    if (!m_hasChanged) return;
+    m_database.execute("DELETE FROM files WHERE role = 'elsewhere' AND id NOT IN "
+                       "(SELECT target FROM links WHERE target IS NOT NULL);"
+                       "DELETE FROM folders WHERE id NOT IN (SELECT folder FROM files)");
+}
+
+void Update::setPlaces() {
+    if (!m_hasChanged) return;
+    std::string last;
+    std::int64_t place = 0;
+    std::unordered_set<std::string> placed;
+    for (const Found& found : m_found) {
+        std::string folder = splitName(found.document->fullName).folder;
+        if (folder == last) continue;
+        if (placed.insert(folder).second) m_writer.setPlace(folder, place++);
+        last = std::move(folder);
+    }
+}
+
+void Update::tellAbout() {
+    Statement about(m_database, "INSERT INTO about VALUES(?, ?) ON CONFLICT DO UPDATE SET value = excluded.value");
+    about.run("complete", m_options.isComplete);
+    m_database.execute("INSERT INTO about VALUES('finished', strftime('%Y-%m-%dT%H:%M:%SZ')) "
+                       "ON CONFLICT DO UPDATE SET value = excluded.value;"
+                       "DELETE FROM looked_at");
+    Statement lookedAt(m_database, "INSERT INTO looked_at(folder) VALUES(?)");
+    for (const std::string& folder : m_options.lookedAt) lookedAt.run(folder);
+}
+
+Changes updateIn(Database& database, const UpdateOptions& options, const DocumentSearch& search, JournalFile& journal) {
+    Transaction transaction(database);
+    checkIsCatalogue(database);
+    const Changes changes = Update(database, options, search, journal).run();
+    transaction.commit();
+    return changes;
+}
+
+/** Nobody sees a new catalogue before it is whole, and half of it is worth nothing: SQLite needs no journal. */
+Changes create(const UpdateOptions& options, const DocumentSearch& search, JournalFile& journal) {
+    OutputFile file(std::filesystem::u8path(options.file));
+    if (!file.stream()) throw DatabaseError(options.file + " cannot be written");
+    Changes changes;
+    {
+        Database database(file.part().u8string(), options.file);
+        database.execute("PRAGMA journal_mode = OFF; PRAGMA application_id = " + std::to_string(kApplication) +
+                         "; PRAGMA user_version = " + std::to_string(kVersion));
+        database.execute(kSchema);
+        changes = updateIn(database, options, search, journal);
+    }
+    if (!file.commit()) throw DatabaseError(options.file + " cannot be written");
+    return changes;
+}
+
+} // namespace
+
+Changes update(const UpdateOptions& options, const DocumentSearch& search, JournalFile& journal) {
+    if (!isThere(std::filesystem::u8path(options.file))) return create(options, search, journal);
+    Database database(fullNameOf(options.file), options.file);
+    return updateIn(database, options, search, journal);
+}
+
+} // namespace catalogue
