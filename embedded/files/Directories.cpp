@@ -162,7 +162,7 @@ const char* CATFindPath(const char* iFilename, const char* iPaths) {
         const std::string path = joinedName(folder, fromEightBit(iFilename));
         FileFacts facts;
         if (!examineFile(path, facts) || !facts.isFile) continue;
-        found = toEightBit(path);
+        found = toEightBit(absoluteName(path));
         return found.c_str();
     }
     return nullptr;

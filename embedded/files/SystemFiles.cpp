@@ -1,6 +1,10 @@
 #include "embedded/files/SystemFiles.h"
 #include "embedded/Accounting.h"
 
+#include <filesystem>
+#include <string>
+#include <system_error>
+
 #if defined(_WIN32)
 #define WIN32_LEAN_AND_MEAN
 #if !defined(NOMINMAX)
@@ -9,14 +13,11 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <string>
 #else
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 #endif
 
@@ -194,5 +195,11 @@ const char* systemSeparator() { return "/"; }
 char systemListSeparator() { return ':'; }
 
 #endif
+
+std::string absoluteName(const std::string& name) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(std::filesystem::u8path(name), error);
+    return error ? name : absolute.u8string();
+}
 
 } // namespace embedded

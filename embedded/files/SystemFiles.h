@@ -2,6 +2,7 @@
 #define EMBEDDED_FILES_SYSTEM_FILES_H
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace embedded {
@@ -48,6 +49,8 @@ bool renameFileOnDisk(std::string_view name, std::string_view newName);
 /** Deletes a file, read-only or not; a folder stays. */
 bool deleteFileOnDisk(std::string_view name);
 
+/** A name as seen from the current folder. */
+std::string absoluteName(const std::string& name);
 /** The system's separator, and that of its lists of folders. */
 const char* systemSeparator();
 char systemListSeparator();

@@ -57,7 +57,9 @@ CATUnicodeString ProductObject::GetPartNumber() const {
 void ProductObject::SetPartNumber(const CATUnicodeString& iPartNumber) {
     const bool fails = failing("CATIProduct::SetPartNumber");
     const std::string name = toBytes(iPartNumber);
-    if (!fails && isReference() && isAllowed(name)) m_reference->partNumber = name;
+    if (fails || !isReference() || !isAllowed(name)) return;
+    m_reference->partNumber = name;
+    m_reference->document->written();
 }
 
 HRESULT ProductObject::GetPrdInstanceName(CATUnicodeString& oName) {
@@ -69,7 +71,9 @@ HRESULT ProductObject::GetPrdInstanceName(CATUnicodeString& oName) {
 HRESULT ProductObject::SetPrdInstanceName(const CATUnicodeString iName) {
     const bool fails = failing("CATIProduct::SetPrdInstanceName");
     const std::string name = toBytes(iName);
-    return fails || !isAllowed(name) || !rename(name) ? E_FAIL : S_OK;
+    if (fails || !isAllowed(name) || !rename(name)) return E_FAIL;
+    storedIn().written();
+    return S_OK;
 }
 
 CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) const {
@@ -102,18 +106,18 @@ HRESULT ProductObject::GetDescriptionInst(CATUnicodeString& oDescription) {
 HRESULT ProductObject::SetDescriptionInst(const CATUnicodeString& iDescription) {
     if (failing("CATIPrdProperties::SetDescriptionInst") || isReference()) return E_FAIL;
     setDescription(toBytes(iDescription));
+    storedIn().written();
     return S_OK;
 }
 
 HRESULT ProductObject::SetDescriptionRef(const CATUnicodeString& iDescription) {
     if (failing("CATIPrdProperties::SetDescriptionRef") || !tellsReference()) return E_FAIL;
     m_reference->description = toBytes(iDescription);
+    m_reference->document->written();
     return S_OK;
 }
 
-CATDocument* ProductObject::GetDocument() {
-    return failing("CATILinkableObject::GetDocument") || !m_reference ? nullptr : m_reference->document;
-}
+CATDocument* ProductObject::GetDocument() { return failing("CATILinkableObject::GetDocument") ? nullptr : &storedIn(); }
 
 CATBoolean ProductObject::IsUpToDate(CATIDomain_var) const {
     return !failing("CATISpecObject::IsUpToDate") && m_reference && m_reference->document->upToDate ? TRUE : FALSE;

@@ -70,6 +70,10 @@ bool ProductObject::rename(const std::string& instanceName) {
     return true;
 }
 
+DocumentObject& ProductObject::storedIn() const {
+    return *(m_instance ? m_instance->m_father : this)->m_reference->document;
+}
+
 void ProductObject::setWorkMode(int mode) {
     const bool wasVisualised = std::exchange(m_workMode, mode) == 0;
     if (!m_reference) return;
@@ -93,7 +97,7 @@ std::string ProductObject::description() const {
 
 bool ProductObject::answers(const IID& iid) const {
     if (iid == IID_CATIPrdProperties) return m_hasProperties;
-    if (iid == IID_CATILinkableObject) return isReference() && m_reference->linkable;
+    if (iid == IID_CATILinkableObject) return !isReference() || m_reference->linkable;
     if (iid == IID_CATISpecObject) return m_reference != nullptr;
     return true;
 }

@@ -105,6 +105,8 @@ public:
     bool isVisualised() const { return m_workMode == 0; }
     /** Whether what the reference keeps can be told or changed here: in visualisation only the picture is loaded. */
     bool tellsReference() const { return m_reference && (isReference() || !isVisualised()); }
+    /** That of a reference; of an instance the assembly's, wherever the place of it stands. */
+    DocumentObject& storedIn() const;
 
     HRESULT __stdcall get_Name(CATBSTR& oName) override;
     CATIProduct_var GetReferenceProduct() override;

@@ -4,6 +4,8 @@
 #include "CATGetEnvValue.h"
 #include "CATICkeParmFactory.h"
 #include "CATIParmPublisher.h"
+#include "CATIPrdProperties.h"
+#include "CATIProduct.h"
 #include "CATISpecAttrAccess.h"
 #include "CATLib.h"
 #include "JNLManager.h"
@@ -16,6 +18,8 @@
 #include "tests/support/Utf8.h"
 
 #include <cstdlib>
+#include <filesystem>
+#include <utility>
 
 using embedded::CodePage;
 using embedded::FolderOrder;
@@ -149,6 +153,12 @@ TEST_F(ProfileTest, FilesAreLookedForInOneFolderOrInAList) {
     EXPECT_EQ(std::string(found), inSecond) << "the first folder that has it";
     EXPECT_EQ(CATFindPath("b.txt", list.c_str()), nullptr);
     ASSERT_NE(CATFindPath("a.txt", path("two").c_str()), nullptr);
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder());
+    const char* const relative = CATFindPath("a.txt", "two");
+    std::filesystem::current_path(before);
+    ASSERT_NE(relative, nullptr);
+    EXPECT_EQ(std::string(relative), inSecond) << "the answer is absolute";
 }
 
 TEST_F(ProfileTest, TextsOfBytesAreInTheCodePage) {
@@ -290,6 +300,33 @@ TEST_F(ProfileTest, WhatIsWrittenMakesItsDocumentUnsavedAndOutOfDate) {
     EXPECT_TRUE(isTouched());
     text.get()->SetUserAccess(CATICkeParm::ReadOnly);
     EXPECT_TRUE(isTouched());
+}
+
+TEST_F(ProfileTest, WhatIsWrittenInTheStructureBelongsToTheAssemblyOrToTheReference) {
+    auto part = session().part("/w/A.CATPart"), assembly = session().product("/w/B.CATProduct");
+    const auto instance = assembly.root().add(part, "A.1");
+    const CATIProduct_var place(instance.get()), reference = place->GetReferenceProduct();
+    const CATIPrdProperties_var properties(instance.get());
+    using Touched = std::pair<bool, bool>;
+    const auto touched = [&] {
+        const Touched result(!part.saved() && !part.upToDate(), !assembly.saved() && !assembly.upToDate());
+        for (auto* const document : {&part, &assembly}) document->saved(true).upToDate(true);
+        return result;
+    };
+    const Touched nothing(false, false), thePart(true, false), theAssembly(false, true);
+    EXPECT_EQ(touched(), nothing) << "by the builder";
+    set([](Switches& one) { one.oddNamesAreRefused = true; });
+    EXPECT_EQ(place->SetPrdInstanceName("a!b"), E_FAIL);
+    reference->SetPartNumber("");
+    EXPECT_EQ(touched(), nothing) << "what is refused";
+    EXPECT_EQ(place->SetPrdInstanceName("A.2"), S_OK);
+    EXPECT_EQ(touched(), theAssembly);
+    EXPECT_EQ(properties->SetDescriptionInst("left"), S_OK);
+    EXPECT_EQ(touched(), theAssembly);
+    EXPECT_EQ(properties->SetDescriptionRef("a bolt"), S_OK);
+    EXPECT_EQ(touched(), thePart);
+    reference->SetPartNumber("A-1");
+    EXPECT_EQ(touched(), thePart);
 }
 
 TEST_F(ProfileTest, ASessionFileTellsHowThePlatformBehaves) {

@@ -187,10 +187,12 @@ TEST_F(SessionTest, DescriptionsBelongToTheInstanceUntilAnOccurrenceHasItsOwn) {
     EXPECT_FALSE(CATIPrdProperties_var(place("Root/Sub.2").get()) == NULL_var);
 }
 
-TEST_F(SessionTest, OnlyReferencesLiveInADocument) {
+TEST_F(SessionTest, AReferenceLivesInItsDocumentAndAnInstanceInTheAssembly) {
     EXPECT_EQ(CATILinkableObject_var(sub.root().get())->GetDocument(), sub.get());
     EXPECT_EQ(CATILinkableObject_var(component.get())->GetDocument(), session().find("/w/root.catproduct").get());
-    EXPECT_TRUE(CATILinkableObject_var(place("Root/Sub.1").get()) == NULL_var);
+    EXPECT_EQ(CATILinkableObject_var(place("Root/Sub.1").get())->GetDocument(),
+              session().find("/w/root.catproduct").get());
+    EXPECT_EQ(CATILinkableObject_var(place("Root/Sub.1/Bolt.1").get())->GetDocument(), sub.get());
     EXPECT_TRUE(CATILinkableObject_var(bolt.root().withoutLinkableObject().get()) == NULL_var);
 }
 
