@@ -172,11 +172,11 @@ def example_lines(program, folder):
         yield arguments + " --json", printed.stdout.split(b"\n")[:-1]
 
 
-def commands_of(program):
-    """The words of each command that takes --json, out of its completions."""
+def commands_of(program, option):
+    """The words of each command that takes an option, out of its completions."""
     text = subprocess.check_output([program, "--generate", "fish"], text=True)
     return [" ".join(re.findall(r"__fish_seen_subcommand_from ([\w-]+)", line))
-            for line in text.split("\n") if " -l json " in line]
+            for line in text.split("\n") if f" -l {option} " in line]
 
 
 def title_for(arguments, schemas):
@@ -203,6 +203,7 @@ class Check:
         self.schemas = schemas
         self.validators = {title: jsonschema.Draft202012Validator(schema) for title, schema in schemas.items()}
         self.seen = {title: set() for title in schemas}
+        self.from_catalogues = set()
         self.count = 0
         self.problems = []
 
@@ -220,6 +221,8 @@ class Check:
 
     def run(self, arguments, lines):
         title = title_for(arguments, self.schemas)
+        if title and lines and "--catalogue" in arguments:
+            self.from_catalogues.add(title)
         values = []
         for line in lines if title is not None else []:
             try:
@@ -242,11 +245,14 @@ class Check:
                     self.problems.append(f"{file_of(title)}: {name} is not what it is elsewhere")
 
     def commands(self, program):
-        for command in commands_of(program):
+        for command in commands_of(program, "json"):
             if not any((title + " ").startswith(command + " ") for title in self.schemas):
                 self.problems.append(f"{command} takes --json and has no schema")
 
-    def unseen(self):
+    def unseen(self, program):
+        for command in commands_of(program, "catalogue"):
+            if command in self.schemas and command not in self.from_catalogues:
+                self.problems.append(f"{command} --catalogue --json was not run")
         for title, schema in self.schemas.items():
             missing = [path for path, _ in keys_of(schema, schema) if path not in self.seen[title]]
             if missing:
@@ -270,7 +276,7 @@ def check(tests, program):
             names.update(urllib.parse.unquote_to_bytes(value["document"]) for value in values if "document" in value)
             if not values:
                 checked.problems.append(f"{arguments}: printed nothing")
-    checked.unseen()
+    checked.unseen(program)
     if ODD_NAME not in names:
         checked.problems.append(f"no name can be turned back into {ODD_NAME}")
     if PAGE.read_text("utf-8") != page(schemas):

@@ -38,7 +38,7 @@ protected:
         document("w/sub/%41\xE9\n<b>.CATPart", "", {});
         document("w/other/q/GONE.catpart", "", {});
         document("w/other/Bolt.CATPart", "D:\\o\\other\\Bolt.CATPart",
-                 {ImageRecord::unloadable(path("outside/Pins.xls"))});
+                 {product("..\\sub\\deep\\B.CATProduct"), ImageRecord::unloadable(path("outside/Pins.xls"))});
         write("outside/Pins.xls", "1");
         document("w/a.b/Lonely.CATPart", "", {});
         write("w/a.b/Cut.CATPart", "V5_CFV2");
@@ -74,7 +74,8 @@ protected:
         EXPECT_EQ(content("err"), err) << command;
     }
     void expectSameAnswers(const std::string& names, const std::string& catalogues) {
-        for (const char* const form : {"", " --json", " --dot", " --flat", " --depth 1"})
+        for (const char* const form :
+             {"", " --json", " --dot", " --flat", " --depth 1 --json", " --depth 2", " --flat --depth 2"})
             for (const char* const document : {"w/Top.CATProduct", "w/sub/A.CATProduct", "w/other/Bolt.CATPart"})
                 for (const char* const question : {"uses", "used-by"})
                     expectSame(question + std::string(form) + " " + quoted(document), names, catalogues);
@@ -139,7 +140,7 @@ TEST_F(CatalogueTest, OnlyWhatHasChangedIsReadAgain) {
         {"a document goes", [&] { std::filesystem::remove(path("w/sub/Bolt.CATPart")); },
          "10 documents, 2 read, 1 removed"},
         {"a folder is renamed", [&] { std::filesystem::rename(path("w/sub/deep"), path("w/sub/flat")); },
-         "10 documents, 2 read, 1 removed"},
+         "10 documents, 3 read, 1 removed"},
         {"another file of the same size and time",
          [&] {
              const auto time = std::filesystem::last_write_time(path("w/a.b/Cut.CATPart"));

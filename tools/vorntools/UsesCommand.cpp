@@ -168,7 +168,7 @@ bool readTree(const TreeOptions& options, DocumentTree::Direction direction, Jou
     names.push_back(options.file);
     const bool complete = reader.walk(names);
     if (direction == DocumentTree::Uses)
-        reader.readNeeded({fullNameOf(options.file)});
+        reader.readNeeded({fullNameOf(options.file)}, static_cast<unsigned int>(options.depth));
     else
         reader.readAll();
     reader.finish();
@@ -202,7 +202,7 @@ int runTree(const TreeOptions& options, DocumentTree::Direction direction) {
     } else {
         CatalogueSet catalogues(options.common.catalogues);
         complete = catalogues.isComplete();
-        if (!catalogues.fillTree(archive, file, direction)) {
+        if (!catalogues.fillTree(archive, file, direction, static_cast<unsigned int>(options.depth))) {
             complain("no catalogue has " + options.file);
             return ExitUnusable;
         }

@@ -37,12 +37,17 @@ void ArchiveReader::readAll() {
     }
 }
 
-void ArchiveReader::readNeeded(const std::vector<std::string>& fullNames) {
+void ArchiveReader::readNeeded(const std::vector<std::string>& fullNames, unsigned int depth) {
     std::unordered_map<std::string, const FoundDocument*> walked;
     for (const FoundDocument& found : m_search.found()) walked.emplace(fileKey(found.fullName), &found);
     std::unordered_set<std::string> known(fullNames.begin(), fullNames.end());
     std::vector<std::string> wanted = fullNames;
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
+    unsigned int level = 0;
+    for (std::size_t i = 0, nextLevel = wanted.size(); i < wanted.size(); ++i) {
+        if (i == nextLevel) {
+            ++level;
+            nextLevel = wanted.size();
+        }
         const std::string fullName = fullNameOf(wanted[i]);
         if (m_archive.has(fullName)) continue;
         const auto found = walked.find(fileKey(fullName));
@@ -52,7 +57,7 @@ void ArchiveReader::readNeeded(const std::vector<std::string>& fullNames) {
         if (found == walked.end()) facts.role = ArchiveDocument::Named;
         read(facts, i < fullNames.size());
         m_archive.add(facts);
-        if (!facts.links) continue;
+        if (!facts.links || (depth > 0 && level == depth)) continue;
         for (const Target& target : targetsOf(*facts.links, fullName))
             if (!target.isMissing() && known.insert(target.found).second) wanted.push_back(target.found);
     }

@@ -38,8 +38,9 @@ public:
     }
     /** Reads every document that was walked, in their order. */
     void readAll();
-    /** Reads documents, and whatever they need, to any depth; the other ones that were walked stay unread. */
-    void readNeeded(const std::vector<std::string>& fullNames);
+    /** Reads documents and whatever they need; the other ones that were walked stay unread.
+     * @param depth levels below the documents; 0: all */
+    void readNeeded(const std::vector<std::string>& fullNames, unsigned int depth = 0);
     /** Also adds the walked documents that were not read. */
     void finish();
 

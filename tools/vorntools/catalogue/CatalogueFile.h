@@ -71,6 +71,22 @@ private:
     std::int64_t m_lastFolderId = 0;
 };
 
+/** A link by its document and its position in it. */
+struct Pointer {
+    FileId document = 0;
+    std::int64_t position = 0;
+};
+
+/** Where the walk meets a document. */
+struct Place {
+    std::int64_t folder = 0;
+    std::string file; ///< of a DAT file without its document that of the DAT file
+
+    bool operator<(const Place& other) const {
+        return folder != other.folder ? folder < other.folder : file < other.file;
+    }
+};
+
 /** Reads entries. */
 class Reader {
 public:
@@ -78,17 +94,23 @@ public:
 
     /** Documents in the order of the walk. */
     std::vector<FileId> documents();
-    /** The same order for some of them. */
-    std::vector<FileId> inOrder(const std::vector<FileId>& documents);
     /** 0 for a name that the catalogue does not have. */
     FileId find(const std::string& fullName);
     std::string nameOf(FileId file);
     /** Whether the file is one of the documents. */
     bool isDocument(FileId file);
-    /** With its links; without them it is a file of which nothing else is asked. */
-    DocumentFacts facts(FileId document, bool withLinks = true);
-    /** Documents that point to a file. */
-    std::vector<FileId> usersOf(FileId file);
+    /** All that is known of a document. */
+    DocumentFacts facts(FileId document);
+    /** Its name, condition and links. */
+    DocumentFacts linkFacts(FileId document);
+    /** The same with no links but those of some positions, in their order. @param place if wanted */
+    DocumentFacts linkFacts(FileId document, const std::vector<std::int64_t>& positions, Place* place = nullptr);
+    /** Its name alone. */
+    DocumentFacts nameFacts(FileId document);
+    /** Where documents point to a file. @param most so many are enough; -1: all */
+    std::vector<Pointer> pointersTo(FileId file, std::int64_t most = -1);
+    /** What a document points to. */
+    std::vector<FileId> targetsOf(FileId document);
     /** Files that were walked of a last name, letter case aside. */
     std::vector<FileId> filesOfName(const std::string& path);
     std::vector<FileId> unreadable();
@@ -102,13 +124,15 @@ public:
     bool isComplete();
 
 private:
-    void readLinks(FileId document, DocumentFacts& facts);
+    Statement& rowOf(FileId document);
+    void readLinks(FileId document, DocumentLinks& links);
+    void readLink(FileId document, std::int64_t position, DocumentLinks& links);
     static std::vector<FileId> numbers(Statement& statement);
     static std::vector<std::string> texts(Statement& statement);
 
     Database& m_database;
-    Statement m_find, m_name, m_isDocument, m_document, m_links, m_elements, m_ghosts, m_recorded, m_users, m_ofName,
-        m_preview;
+    Statement m_find, m_name, m_isDocument, m_document, m_links, m_link, m_elements, m_elementsOfLink, m_ghosts,
+        m_recorded, m_pointers, m_targets, m_ofName, m_preview;
 };
 
 } // namespace catalogue

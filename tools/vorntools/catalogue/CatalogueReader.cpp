@@ -2,8 +2,7 @@
 #include "tools/vorntools/catalogue/CatalogueFile.h"
 
 #include <algorithm>
-#include <map>
-#include <tuple>
+#include <utility>
 
 namespace catalogue {
 
@@ -22,6 +21,69 @@ RecordedName::Kind recordedKindOf(const std::string& text) {
     return text == "linked" ? RecordedName::Linked : RecordedName::DesignTableFile;
 }
 
+const std::string kLinks = "SELECT stored, coalesce(found_as, folders.name || files.name), uses FROM links "
+                           "LEFT JOIN files ON files.id = target LEFT JOIN folders ON folders.id = files.folder "
+                           "WHERE document = ?";
+const std::string kElements = "SELECT link, list, kind, reference, tag_found, uses FROM elements WHERE document = ?";
+
+NamedDocument targetOf(const Statement& link) {
+    const bool isFound = !link.isNull(1);
+    std::string stored = link.text(0), name = isFound ? link.text(1) : stored;
+    return {std::move(name), isFound, std::move(stored), link.integer(2)};
+}
+
+/** @param target an empty one for an element that names no document */
+void addElement(const Statement& element, NamedDocument target, DocumentLinks& links) {
+    target.uses = element.integer(5);
+    const std::string list = element.text(1);
+    if (list == "part_files")
+        links.partFiles.push_back(std::move(target));
+    else if (list == "context_products")
+        links.contextProducts.push_back(std::move(target));
+    else if (list == "context_parts")
+        links.contextParts.push_back(std::move(target));
+    else if (list == "other_documents") {
+        const std::int32_t uses = target.uses;
+        links.others.push_back({element.text(2), std::move(target), uses});
+    } else if (list == "links")
+        links.links.push_back({element.text(2), std::move(target), element.text(3), element.flag(4)});
+    else
+        links.externalReferences.push_back(element.text(3));
+}
+
+/** A DAT file without its document stands where the DAT file does. */
+std::string fileOfPlace(const std::string& name, bool isThere) { return isThere ? name : name + ".dat"; }
+
+void takeFound(const Statement& row, DocumentFacts& facts) {
+    const std::string name = row.text(0);
+    facts.found = {name, name, row.flag(1), row.flag(2)};
+}
+
+/** What the row tells of the links; nothing of what is no CATIA document. */
+void takeLinks(const Statement& row, DocumentFacts& facts) {
+    if (row.isNull(5)) return;
+    DocumentLinks& links = facts.links.emplace();
+    links.read = row.flag(5);
+    links.condition = {row.text(6), row.flag(7)};
+    links.version = row.integer(8);
+    links.release = row.integer(9);
+    links.servicePack = row.integer(10);
+    links.savedPath = row.text(11);
+}
+
+void takeStatus(const Statement& row, DocumentFacts& facts) {
+    DocumentStatus& status = facts.status.emplace();
+    status.document = facts.found.name;
+    std::string* const texts[] = {&status.status,         &status.reason,       &status.dat,
+                                  &status.layout,         &status.itemRevision, &status.dataset,
+                                  &status.namedReference, &status.loadType};
+    int column = 15;
+    for (std::string* const text : texts) *text = row.text(column++);
+    status.linked = row.integer(23);
+    status.unresolved = row.integer(24);
+    status.designTable = row.flag(25);
+}
+
 } // namespace
 
 Reader::Reader(Database& database)
@@ -31,18 +93,18 @@ Reader::Reader(Database& database)
       m_isDocument(database, "SELECT 1 FROM files WHERE id = ? AND role = 'document'"),
       m_document(
           database,
-          "SELECT name, is_there, has_dat, size, modified, is_read, condition, is_damaged, version, release, "
+          "SELECT folders.name || files.name, is_there, has_dat, size, modified, is_read, condition, is_damaged, version, release, "
           "service_pack, saved_path, identity, save, saved, status, reason, dat, layout, item_revision, dataset, "
-          "named_reference, load_type, linked, unresolved, design_table, tells_links "
-          "FROM documents JOIN document_names ON document = id WHERE id = ?"),
-      m_links(database, "SELECT stored, coalesce(found_as, folders.name || files.name), uses FROM links "
-                        "LEFT JOIN files ON files.id = target LEFT JOIN folders ON folders.id = files.folder "
-                        "WHERE document = ? ORDER BY position"),
-      m_elements(database, "SELECT link, list, kind, reference, tag_found, uses FROM elements "
-                           "WHERE document = ? ORDER BY position"),
+          "named_reference, load_type, linked, unresolved, design_table, tells_links, folders.place "
+          "FROM documents JOIN files USING (id) JOIN folders ON folders.id = files.folder WHERE documents.id = ?"),
+      m_links(database, (kLinks + " ORDER BY position").c_str()),
+      m_link(database, (kLinks + " AND position = ?").c_str()),
+      m_elements(database, (kElements + " ORDER BY position").c_str()),
+      m_elementsOfLink(database, (kElements + " AND link = ? ORDER BY position").c_str()),
       m_ghosts(database, "SELECT name FROM ghosts WHERE document = ? ORDER BY position"),
       m_recorded(database, "SELECT kind, name FROM recorded WHERE document = ? ORDER BY position"),
-      m_users(database, "SELECT DISTINCT document FROM links WHERE target = ?"),
+      m_pointers(database, "SELECT document, position FROM links WHERE target = ? LIMIT ?"),
+      m_targets(database, "SELECT target FROM links WHERE document = ? AND target IS NOT NULL ORDER BY position"),
       m_ofName(database, "SELECT id FROM files WHERE folded = ? AND role <> 'elsewhere'"),
       m_preview(database, "SELECT jpeg FROM previews WHERE document = ?") {}
 
@@ -61,23 +123,16 @@ std::vector<std::string> Reader::texts(Statement& statement) {
 }
 
 std::vector<FileId> Reader::documents() {
-    Statement statement(m_database, "SELECT id FROM documents");
-    return inOrder(numbers(statement));
-}
-
-std::vector<FileId> Reader::inOrder(const std::vector<FileId>& documents) {
-    // A DAT file without its document stands where the DAT file does.
-    Statement statement(m_database, "SELECT folders.place, files.name, is_there FROM documents "
-                                    "JOIN files ON files.id = documents.id JOIN folders ON folders.id = files.folder "
-                                    "WHERE documents.id = ?");
-    std::vector<std::tuple<std::int64_t, std::string, FileId>> rows;
-    for (const FileId document : documents) {
-        if (!statement.with(document).next()) continue;
-        rows.emplace_back(statement.number(0), statement.text(1) + (statement.flag(2) ? "" : ".dat"), document);
-    }
+    Statement statement(m_database, "SELECT documents.id, folders.place, files.name, is_there FROM documents "
+                                    "JOIN files USING (id) JOIN folders ON folders.id = files.folder");
+    std::vector<std::pair<Place, FileId>> rows;
+    while (statement.next())
+        rows.emplace_back(Place{statement.number(1), fileOfPlace(statement.text(2), statement.flag(3))},
+                          statement.number(0));
     std::sort(rows.begin(), rows.end());
     std::vector<FileId> result;
-    for (const auto& row : rows) result.push_back(std::get<2>(row));
+    result.reserve(rows.size());
+    for (const auto& row : rows) result.push_back(row.second);
     return result;
 }
 
@@ -100,76 +155,84 @@ bool Reader::isDocument(FileId file) {
     return isOne;
 }
 
-DocumentFacts Reader::facts(FileId document, bool withLinks) {
+Statement& Reader::rowOf(FileId document) {
+    if (!m_document.with(document).next()) throw DatabaseError(m_database.name() + " is damaged");
+    return m_document;
+}
+
+DocumentFacts Reader::facts(FileId document) {
     DocumentFacts facts;
-    Statement& row = m_document;
-    if (!row.with(document).next()) throw DatabaseError(m_database.name() + " is damaged");
-    const std::string name = row.text(0);
-    facts.found = {name, name, row.flag(1), row.flag(2)};
+    Statement& row = rowOf(document);
+    takeFound(row, facts);
     facts.size = static_cast<std::uint64_t>(row.number(3));
     facts.modified = secondsOf(row.number(4));
-    const bool isRead = row.number(5) != 0, wasAsked = !row.isNull(5) && withLinks;
-    if (wasAsked) {
-        DocumentLinks& links = facts.links.emplace();
-        links.read = isRead;
-        links.condition = {row.text(6), row.flag(7)};
-        links.version = row.integer(8);
-        links.release = row.integer(9);
-        links.servicePack = row.integer(10);
-        links.savedPath = row.text(11);
-    }
+    takeLinks(row, facts);
     facts.identity = DocumentIdentity{row.text(12), row.text(13), row.text(14)};
-    DocumentStatus& status = facts.status.emplace();
-    status.document = name;
-    std::string* const texts[] = {&status.status,         &status.reason,       &status.dat,
-                                  &status.layout,         &status.itemRevision, &status.dataset,
-                                  &status.namedReference, &status.loadType};
-    int column = 15;
-    for (std::string* const text : texts) *text = row.text(column++);
-    status.linked = row.integer(23);
-    status.unresolved = row.integer(24);
-    status.designTable = row.flag(25);
-    const bool hasRecorded = !row.isNull(26) && wasAsked;
-    if (hasRecorded) facts.recorded.emplace().tellsLinks = row.flag(26);
+    takeStatus(row, facts);
+    if (!row.isNull(26) && facts.links) facts.recorded.emplace().tellsLinks = row.flag(26);
     row.finish();
-    if (wasAsked) readLinks(document, facts);
-    if (hasRecorded)
+    if (!facts.links) return facts;
+    readLinks(document, *facts.links);
+    for (m_ghosts.with(document); m_ghosts.next();) facts.links->ghosts.push_back(m_ghosts.text(0));
+    if (facts.recorded)
         for (m_recorded.with(document); m_recorded.next();)
             facts.recorded->names.push_back({recordedKindOf(m_recorded.text(0)), m_recorded.text(1)});
     return facts;
 }
 
-void Reader::readLinks(FileId document, DocumentFacts& facts) {
-    DocumentLinks& links = *facts.links;
+DocumentFacts Reader::nameFacts(FileId document) {
+    DocumentFacts facts;
+    Statement& row = rowOf(document);
+    takeFound(row, facts);
+    row.finish();
+    return facts;
+}
+
+DocumentFacts Reader::linkFacts(FileId document) {
+    DocumentFacts facts = linkFacts(document, {});
+    if (facts.links) readLinks(document, *facts.links);
+    return facts;
+}
+
+DocumentFacts Reader::linkFacts(FileId document, const std::vector<std::int64_t>& positions, Place* place) {
+    DocumentFacts facts;
+    Statement& row = rowOf(document);
+    takeFound(row, facts);
+    takeLinks(row, facts);
+    if (place) *place = {row.number(27), fileOfPlace(splitName(facts.found.name).name, facts.found.exists)};
+    row.finish();
+    if (facts.links)
+        for (const std::int64_t position : positions) readLink(document, position, *facts.links);
+    return facts;
+}
+
+void Reader::readLinks(FileId document, DocumentLinks& links) {
     std::vector<NamedDocument> targets;
-    for (m_links.with(document); m_links.next();) {
-        const bool isFound = !m_links.isNull(1);
-        const std::string stored = m_links.text(0);
-        targets.push_back({isFound ? m_links.text(1) : stored, isFound, stored, m_links.integer(2)});
-    }
+    for (m_links.with(document); m_links.next();) targets.push_back(targetOf(m_links));
     for (m_elements.with(document); m_elements.next();) {
         const std::size_t target = static_cast<std::size_t>(m_elements.number(0));
         if (target > targets.size()) throw DatabaseError(m_database.name() + " is damaged");
-        NamedDocument named = target == 0 ? NamedDocument() : targets[target - 1];
-        named.uses = m_elements.integer(5);
-        const std::string list = m_elements.text(1);
-        if (list == "part_files")
-            links.partFiles.push_back(std::move(named));
-        else if (list == "context_products")
-            links.contextProducts.push_back(std::move(named));
-        else if (list == "context_parts")
-            links.contextParts.push_back(std::move(named));
-        else if (list == "other_documents")
-            links.others.push_back({m_elements.text(2), named, named.uses});
-        else if (list == "links")
-            links.links.push_back({m_elements.text(2), std::move(named), m_elements.text(3), m_elements.flag(4)});
-        else
-            links.externalReferences.push_back(m_elements.text(3));
+        addElement(m_elements, target == 0 ? NamedDocument() : targets[target - 1], links);
     }
-    for (m_ghosts.with(document); m_ghosts.next();) links.ghosts.push_back(m_ghosts.text(0));
 }
 
-std::vector<FileId> Reader::usersOf(FileId file) { return numbers(m_users.with(file)); }
+void Reader::readLink(FileId document, std::int64_t position, DocumentLinks& links) {
+    if (!m_link.with(document, position).next()) return;
+    const NamedDocument target = targetOf(m_link);
+    m_link.finish();
+    for (m_elementsOfLink.with(document, position); m_elementsOfLink.next();)
+        addElement(m_elementsOfLink, target, links);
+}
+
+std::vector<Pointer> Reader::pointersTo(FileId file, std::int64_t most) {
+    std::vector<Pointer> pointers;
+    for (m_pointers.with(file, most); m_pointers.next();)
+        pointers.push_back({m_pointers.number(0), m_pointers.number(1)});
+    m_pointers.finish();
+    return pointers;
+}
+
+std::vector<FileId> Reader::targetsOf(FileId document) { return numbers(m_targets.with(document)); }
 
 std::vector<FileId> Reader::filesOfName(const std::string& path) {
     return numbers(m_ofName.with(folded(lastName(path))));

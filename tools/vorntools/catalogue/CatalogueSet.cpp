@@ -3,6 +3,7 @@
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/archive/Paths.h"
 #include "tools/vorntools/catalogue/CatalogueFile.h"
+#include "tools/vorntools/catalogue/CatalogueTree.h"
 
 #include <filesystem>
 #include <optional>
@@ -78,63 +79,16 @@ void CatalogueSet::fill(Archive& archive) {
     archive.finish(otherFiles(), asItIs);
 }
 
-bool CatalogueSet::fillTree(Archive& archive, const std::string& fullName, DocumentTree::Direction direction) {
-    if (!(direction == DocumentTree::Uses ? addUses(archive, fullName) : addUsers(archive, fullName))) return false;
+bool CatalogueSet::fillTree(Archive& archive, const std::string& fullName, DocumentTree::Direction direction,
+                            unsigned int depth) {
+    std::vector<catalogue::Reader*> readers;
+    for (const auto& opened : m_opened) readers.push_back(&*opened->reader);
+    catalogue::TreeFiller filler(archive, std::move(readers), depth);
+    if (!(direction == DocumentTree::Uses ? filler.addUses(fullName) : filler.addUsers(fullName))) return false;
     std::vector<std::string> others;
     addNamesakes(archive, direction == DocumentTree::Uses, others);
     archive.finish(others, asItIs);
     return true;
-}
-
-/** The document and what it needs, to any depth. */
-bool CatalogueSet::addUses(Archive& archive, const std::string& fullName) {
-    std::vector<std::string> wanted = {fullName};
-    std::unordered_set<std::string> known = {fullName};
-    bool isKnown = false;
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
-        const std::string name = wanted[i]; // the list grows meanwhile
-        for (const auto& opened : m_opened) {
-            const FileId file = opened->reader->find(name);
-            isKnown = isKnown || file != 0;
-            if (file == 0 || !opened->reader->isDocument(file)) continue;
-            const DocumentFacts facts = opened->reader->facts(file);
-            archive.add(facts);
-            if (!facts.links) continue;
-            for (const Target& target : targetsOf(*facts.links, name))
-                if (!target.isMissing() && known.insert(target.found).second) wanted.push_back(target.found);
-        }
-        if (i == 0 && isKnown && !archive.has(name)) addPlainFile(archive, name);
-    }
-    return isKnown;
-}
-
-/** The file and who needs it, directly or through others; also what cannot be read, since it may be one of them. */
-bool CatalogueSet::addUsers(Archive& archive, const std::string& fullName) {
-    std::vector<std::string> wanted = {fullName};
-    std::unordered_set<std::string> known = {fullName};
-    std::vector<std::vector<FileId>> documents(m_opened.size());
-    bool isKnown = false;
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
-        const std::string name = wanted[i];
-        for (std::size_t k = 0; k < m_opened.size(); ++k) {
-            catalogue::Reader& reader = *m_opened[k]->reader;
-            const FileId file = reader.find(name);
-            if (file == 0) continue;
-            isKnown = true;
-            if (reader.isDocument(file)) documents[k].push_back(file);
-            for (const FileId user : reader.usersOf(file)) {
-                std::string userName = reader.nameOf(user);
-                if (known.insert(userName).second) wanted.push_back(std::move(userName));
-            }
-        }
-    }
-    for (std::size_t k = 0; k < m_opened.size(); ++k) {
-        catalogue::Reader& reader = *m_opened[k]->reader;
-        for (const FileId document : reader.unreadable()) documents[k].push_back(document);
-        for (const FileId document : reader.inOrder(documents[k])) archive.add(reader.facts(document));
-    }
-    if (isKnown && !archive.has(fullName)) addPlainFile(archive, fullName);
-    return isKnown;
 }
 
 /** Files among which a target was chosen by its name, and, if wanted, those that a missing one may mean. */
@@ -147,17 +101,10 @@ void CatalogueSet::addNamesakes(Archive& archive, bool ofMissing, std::vector<st
         for (const std::string& name : names)
             for (const FileId file : opened->reader->filesOfName(name)) {
                 if (opened->reader->isDocument(file))
-                    archive.add(opened->reader->facts(file, false));
+                    archive.add(opened->reader->nameFacts(file));
                 else
                     others.push_back(opened->reader->nameOf(file));
             }
-}
-
-/** A file that is no document and is asked about all the same. */
-void CatalogueSet::addPlainFile(Archive& archive, const std::string& fullName) {
-    DocumentFacts facts;
-    facts.found = {fullName, fullName, true, false};
-    archive.add(facts);
 }
 
 std::string CatalogueSet::previewOf(const std::string& fullName) {

@@ -34,8 +34,9 @@ public:
     std::vector<std::string> walkedFiles();
     /** Fills an archive with everything, and finishes it. */
     void fill(Archive& archive);
-    /** Fills an archive with what is above or below a file, and finishes it. @return false when no catalogue has it */
-    bool fillTree(Archive& archive, const std::string& fullName, DocumentTree::Direction direction);
+    /** Fills an archive with what a tree of some depth shows, 0 for all, and finishes it.
+     * @return false when no catalogue has the file */
+    bool fillTree(Archive& archive, const std::string& fullName, DocumentTree::Direction direction, unsigned int depth);
     /** Empty for none. */
     std::string previewOf(const std::string& fullName);
     /** Full names of the folders that they tell of. */
@@ -45,9 +46,6 @@ private:
     struct Opened;
     /** Each once. */
     std::vector<std::string> namesOf(std::vector<std::string> (catalogue::Reader::*names)());
-    bool addUses(Archive& archive, const std::string& fullName);
-    bool addUsers(Archive& archive, const std::string& fullName);
-    static void addPlainFile(Archive& archive, const std::string& fullName);
     void addNamesakes(Archive& archive, bool ofMissing, std::vector<std::string>& others);
 
     std::vector<std::unique_ptr<Opened>> m_opened;

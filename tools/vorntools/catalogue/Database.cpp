@@ -27,7 +27,8 @@ int lengthOf(std::string_view bytes) {
 
 Database::Database(const std::string& file, const std::string& name) : m_name(name), m_sqlite(sqliteFor(name)) {
     // Whoever only reads has to undo what a killed writer left as well; a protected file is opened for reading.
-    const int code = m_sqlite->open(file.c_str(), &m_database, Sqlite::OpenReadWrite, nullptr);
+    const int code =
+        m_sqlite->open(file.c_str(), &m_database, Sqlite::OpenReadWrite | Sqlite::OpenForOneThread, nullptr);
     if (code != Sqlite::Good) {
         m_sqlite->close(m_database);
         m_database = nullptr;

@@ -44,7 +44,7 @@ struct Sqlite {
         Row = 100,
         Done = 101
     };
-    enum Flag { OpenReadWrite = 2 };
+    enum Flag { OpenReadWrite = 2, OpenForOneThread = 0x8000 };
     enum Type { Null = 5 };
 };
 

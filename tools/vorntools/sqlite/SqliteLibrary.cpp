@@ -7,7 +7,8 @@ static_assert(Sqlite::Good == SQLITE_OK && Sqlite::NoPermission == SQLITE_PERM &
                   Sqlite::InputOutput == SQLITE_IOERR && Sqlite::Corrupt == SQLITE_CORRUPT &&
                   Sqlite::Full == SQLITE_FULL && Sqlite::CannotOpen == SQLITE_CANTOPEN &&
                   Sqlite::NoDatabase == SQLITE_NOTADB && Sqlite::Row == SQLITE_ROW && Sqlite::Done == SQLITE_DONE &&
-                  Sqlite::OpenReadWrite == SQLITE_OPEN_READWRITE && Sqlite::Null == SQLITE_NULL,
+                  Sqlite::OpenReadWrite == SQLITE_OPEN_READWRITE && Sqlite::OpenForOneThread == SQLITE_OPEN_NOMUTEX &&
+                  Sqlite::Null == SQLITE_NULL,
               "SQLite keeps its numbers");
 
 extern "C" __attribute__((visibility("default"))) const Sqlite* vornToolsSqlite() {
