@@ -94,13 +94,8 @@ private:
     void bind(int at, const std::string& text);
     void bind(int at, const char* text) { bind(at, std::string(text)); }
     void bind(int at, Blob blob);
-    template <class Value>
-    void bind(int at, const std::optional<Value>& value) {
-        if (value)
-            bind(at, *value);
-        else
-            bind(at, nullptr);
-    }
+    void bind(int at, const std::optional<std::int64_t>& number);
+    void bind(int at, const std::optional<std::string>& text);
 
     Database& m_database;
     sqlite3_stmt* m_statement = nullptr;
