@@ -125,6 +125,14 @@ TEST_F(LinksCommandTest, NamesOfAnyBytesCanBePrintedAndReadBack) {
     }
 }
 
+TEST_F(LinksCommandTest, WhatJsonEscapesIsReadBackAsItWas) {
+    const std::string file = path("odd") + "/%\"41\\\\\"%4\\1.CATPart";
+    write("odd/plain.txt", "");
+    std::filesystem::copy(path("w/Root.CATProduct"), std::filesystem::path(file));
+    run("links --json " + quoted("odd"));
+    EXPECT_EQ(rows().at(0)["document"], file);
+}
+
 TEST_F(LinksCommandTest, ProgressStandsOnALineOfItsOwnOfATerminal) {
     EXPECT_EQ(run("links " + quoted("w")), 1);
     EXPECT_EQ(content("err"), "3 documents, 3 links: 2 found, 1 missing; 0 damaged\n") << "nobody watches";

@@ -2,18 +2,31 @@
 
 #include "tools/vorntools/Text.h"
 
+#include <array>
+#include <string_view>
+
 namespace {
 
-void writeText(const std::string& bytes, std::string& text) {
-    const std::string letters = printable(bytes);
+/** Whether each byte stands in a text as it is: what is printed is mostly such bytes, so that one look has to do. */
+constexpr std::array<bool, 256> kStandsAsItIs = [] {
+    std::array<bool, 256> stands{};
+    for (char byte = ' '; byte < '\x7F'; ++byte)
+        stands[static_cast<unsigned char>(byte)] = isPlainLetter(byte) && byte != '"' && byte != '\\';
+    return stands;
+}();
+
+/** Between quotation marks. */
+void writeText(std::string_view bytes, std::string& text) {
     text += '"';
-    std::size_t begin = 0; // of what has not been written yet
-    for (std::size_t at = 0; at < letters.size(); ++at) {
-        if (letters[at] != '"' && letters[at] != '\\') continue;
-        text.append(letters, begin, at - begin) += '\\';
-        begin = at;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t begin = at;
+        while (at < bytes.size() && kStandsAsItIs[static_cast<unsigned char>(bytes[at])]) ++at;
+        text.append(bytes.substr(begin, at - begin));
+        if (at == bytes.size()) break;
+        if (bytes[at] == '"' || bytes[at] == '\\') text += '\\';
+        at += appendPrintable(bytes, at, text);
     }
-    text.append(letters, begin, std::string::npos) += '"';
+    text += '"';
 }
 
 } // namespace
@@ -24,7 +37,10 @@ Json Json::array(std::vector<Json> elements) {
     return json;
 }
 
-Json Json::object(std::vector<Member> members) {
+Json Json::object(std::initializer_list<JsonField> fields) {
+    std::vector<Member> members;
+    members.reserve(fields.size());
+    for (const JsonField& field : fields) members.emplace_back(field.key, std::move(field.value));
     Json json;
     json.m_value = std::move(members);
     return json;

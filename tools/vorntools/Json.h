@@ -3,11 +3,14 @@
 
 #include "CATListOfCATUnicodeString.h"
 
+#include <initializer_list>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
+
+struct JsonField;
 
 /** A value that is printed: null, a truth value, a number, a text, a list, or an object whose members keep their order.
  */
@@ -22,7 +25,7 @@ public:
     Json(std::string text) : m_value(std::move(text)) {}
     Json(const char* text) : m_value(std::string(text)) {}
     static Json array(std::vector<Json> elements = {});
-    static Json object(std::vector<Member> members = {});
+    static Json object(std::initializer_list<JsonField> fields = {});
 
     bool isNull() const { return std::holds_alternative<std::monostate>(m_value); }
     /** Adds to a list. */
@@ -46,6 +49,13 @@ private:
     void write(std::string& text) const;
 
     std::variant<std::monostate, bool, long long, std::string, std::vector<Json>, std::vector<Member>> m_value;
+};
+
+/** What a member of an object is made from. Lists in braces hand out what they hold only as constants: a value that may
+ * be moved out of one all the same is not copied at each depth of an object. */
+struct JsonField {
+    const char* key;
+    mutable Json value;
 };
 
 Json arrayOf(const CATListValCATUnicodeString& list);

@@ -213,8 +213,8 @@ std::string readInput() {
 }
 
 void prepareOutput() {
-    constexpr std::size_t kBuffer = std::size_t(1) << 16U;
-    std::setvbuf(stdout, nullptr, _IOFBF, kBuffer);
+    static char buffer[1U << 16U]; // given none, not every system takes as many
+    std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
 #if defined(_WIN32)
     SetConsoleOutputCP(CP_UTF8);
 #endif

@@ -6,7 +6,7 @@ namespace {
 
 constexpr unsigned char kDelete = 0x7F;
 
-unsigned int byteAt(const std::string& bytes, std::size_t at) {
+unsigned int byteAt(std::string_view bytes, std::size_t at) {
     return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0U;
 }
 
@@ -17,7 +17,7 @@ bool isHexDigit(unsigned int byte) {
 bool continues(unsigned int byte) { return (byte & 0xC0U) == 0x80U; }
 
 /** Bytes of the character of several bytes at a place; 0 when they are no UTF-8 or a control character. */
-std::size_t wideCharacterAt(const std::string& bytes, std::size_t at) {
+std::size_t wideCharacterAt(std::string_view bytes, std::size_t at) {
     const unsigned int first = byteAt(bytes, at), second = byteAt(bytes, at + 1);
     if (!continues(second)) return 0;
     if (first >= 0xC2U && first <= 0xDFU) return first == 0xC2U && second < 0xA0U ? 0 : 2;
@@ -33,11 +33,8 @@ std::size_t wideCharacterAt(const std::string& bytes, std::size_t at) {
     return overlong || beyond ? 0 : 4;
 }
 
-/** Most letters are: looking at one byte tells that it can stand as it is. */
-bool isPlainLetter(char byte) { return byte >= ' ' && byte < '\x7F' && byte != '%'; }
-
 /** Bytes of the character at a place that can stand as it is; 0 when it has to be escaped. */
-std::size_t plainAt(const std::string& bytes, std::size_t at) {
+std::size_t plainAt(std::string_view bytes, std::size_t at) {
     const unsigned int byte = byteAt(bytes, at);
     if (byte >= 0x80U) return wideCharacterAt(bytes, at);
     const bool looksEscaped = byte == '%' && isHexDigit(byteAt(bytes, at + 1)) && isHexDigit(byteAt(bytes, at + 2));
@@ -54,26 +51,28 @@ CATUnicodeString textOf(const std::string& bytes) { return CATUnicodeString(byte
 
 std::string fileNameOf(const std::string& name) { return name.substr(name.find_last_of("/\\") + 1); }
 
-std::string printable(const std::string& bytes) {
+std::size_t appendPrintable(std::string_view bytes, std::size_t at, std::string& text) {
     constexpr char kDigits[] = "0123456789ABCDEF";
+    const std::size_t length = plainAt(bytes, at);
+    if (length > 0) {
+        text.append(bytes.substr(at, length));
+        return length;
+    }
+    const unsigned int byte = byteAt(bytes, at);
+    text += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+    return 1;
+}
+
+std::string printable(const std::string& bytes) {
     std::string result;
     result.reserve(bytes.size());
-    std::size_t plain = 0; // begin of what can stand as it is
     for (std::size_t at = 0; at < bytes.size();) {
-        if (isPlainLetter(bytes[at])) {
-            ++at;
-            continue;
-        }
-        const std::size_t length = plainAt(bytes, at);
-        if (length == 0) {
-            const unsigned int byte = byteAt(bytes, at);
-            result.append(bytes, plain, at - plain);
-            result += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
-            plain = at + 1;
-        }
-        at += std::max<std::size_t>(length, 1);
+        const std::size_t begin = at;
+        while (at < bytes.size() && isPlainLetter(bytes[at])) ++at;
+        result.append(bytes, begin, at - begin);
+        if (at < bytes.size()) at += appendPrintable(bytes, at, result);
     }
-    return result.append(bytes, plain, std::string::npos);
+    return result;
 }
 
 std::string bytesOfPrintable(const std::string& text) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 std::string bytesOf(const CATUnicodeString& text);
 CATUnicodeString textOf(const std::string& bytes);
@@ -17,6 +18,10 @@ std::string fileNameOf(const std::string& name);
  * decoding the escapes gives exactly the bytes again.
  */
 std::string printable(const std::string& bytes);
+/** Whether a byte is a character by itself that printable() leaves as it is, as most are: looking at it tells. */
+constexpr bool isPlainLetter(char byte) { return byte >= ' ' && byte < '\x7F' && byte != '%'; }
+/** Appends what printable() makes of the character at a place. @return its bytes, at least 1 */
+std::size_t appendPrintable(std::string_view bytes, std::size_t at, std::string& text);
 /** The bytes of a printable text. */
 std::string bytesOfPrintable(const std::string& text);
 
