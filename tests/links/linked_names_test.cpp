@@ -71,6 +71,15 @@ TEST_F(LinksTest, SearchesReadAtMost260Entries) {
     EXPECT_EQ(VornToolsLinks::findFileInPath(nullptr, "x"), nullptr);
     EXPECT_EQ(reports(), Texts({"VornToolsLinks::findFileInPath 9001 ip_directory",
                                 "VornToolsLinks::findFileInPath 9001 ip_file_name"}));
+
+    embedded::Switches by_name;
+    by_name.folderOrder = embedded::FolderOrder::names; // "." and ".." among them
+    embedded::setSwitches(by_name);
+    const std::string last = write("edge/z/last.CATPart", "x");
+    for (int i = 0; i < 257; ++i) write("edge/" + std::to_string(i), "x");
+    EXPECT_EQ(located("", path("edge/own"), "\\gone\\last.CATPart"), last) << "in the 260th";
+    write("edge/more", "x");
+    EXPECT_EQ(located("", path("edge/own"), "\\gone\\last.CATPart"), "\\gone\\last.CATPart") << "in the 261st";
 }
 
 TEST_F(LinksTest, TheCountStandsAtWhatTheLastResolutionRead) {
