@@ -1,6 +1,7 @@
 #include "cache/FileBackup.h"
 
 #include "foundation/OpenFile.h"
+#include "foundation/Texts.h"
 
 #include "UTILFile.h"
 
@@ -54,7 +55,7 @@ CATUnicodeString copyNameOf(const CATUnicodeString& i_file) {
     constexpr int end = 4;
     const int length = i_file.GetLengthInChar();
     const int front = length > end ? length - end : 0;
-    return i_file.SubString(0, front) + "_tmp" + i_file.SubString(front, length - front);
+    return i_file.SubString(0, front) + "_tmp" + behind(i_file, front);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "foundation/FileNames.h"
+#include "foundation/Utf8.h"
 
+#include "embedded/Profile.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 
@@ -23,6 +25,13 @@ TEST_F(FileNamesTest, AFailedSplitGivesNeitherPart) {
         EXPECT_EQ(code, E_FAIL);
         EXPECT_TRUE(directory.IsNull() && name.IsNull());
     }
+}
+
+TEST_F(FileNamesTest, NamesKeepEveryByte) {
+    embedded::setSwitches({}); // whose texts may hold what is no character
+    for (const char* const bytes : {"", "a", "\xE2\x82\xAC\xE2\x82\xAC\xE2\x82\xAC\xE2\x82\xAC",
+                                    "\xF0\x9F\x98\x80\xF0\x9F\x98\x80", "\x80\x80\x80\x80\x80"})
+        EXPECT_EQ(utf8Of(bytes), bytes);
 }
 
 } // namespace

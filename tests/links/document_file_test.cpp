@@ -11,6 +11,7 @@
 #include "VornToolsFolderMemory.h"
 #include "VornToolsLinks.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -179,6 +180,35 @@ TEST_F(DocumentFileTest, ListsStoragesAndStreams) {
     EXPECT_EQ(stream(5, 13, 1), "");
     EXPECT_EQ(stream(5, 0xFFFFFFFF, 0xFFFFFFFF), "");
     EXPECT_EQ(stream(4, 0, 9), "") << "a storage";
+}
+
+TEST_F(DocumentFileTest, DatesAreThoseOfTheCalendar) {
+    const struct {
+        long long seconds; ///< since 1970
+        const char* text;
+    } cases[] = {{-11644473599, "1601-01-01 00:00:01"},
+                 {-8520336001, "1699-12-31 23:59:59"},
+                 {-8515324800, "1700-02-28 00:00:00"},
+                 {-8515238400, "1700-03-01 00:00:00"},
+                 {0, "1970-01-01 00:00:00"},
+                 {951868799, "2000-02-29 23:59:59"},
+                 {951868800, "2000-03-01 00:00:00"},
+                 {1612088430, "2021-01-31 10:20:30"},
+                 {1703980800, "2023-12-31 00:00:00"},
+                 {253402300799, "9999-12-31 23:59:59"}};
+    const std::string made = Container().bytes();
+    const std::size_t at = made.find(Container::bigEndian(0x6F73C420) + Container::bigEndian(0x01D73778));
+    ASSERT_NE(at, std::string::npos);
+    for (const auto& c : cases) {
+        const auto ticks = static_cast<std::uint64_t>(c.seconds + 11644473600) * 10000000 + 9999999;
+        const std::string date = Container::bigEndian(static_cast<std::uint32_t>(ticks)) +
+                                 Container::bigEndian(static_cast<std::uint32_t>(ticks >> 32));
+        VornToolsDocumentFile document;
+        ASSERT_EQ(document.open(write("d", std::string(made).replace(at, date.size(), date)).c_str()), S_OK);
+        CATUnicodeString text;
+        EXPECT_EQ(document.getEntryDate(1, 1, text), S_OK);
+        EXPECT_EQ(bytesOf(text), c.text);
+    }
 }
 
 TEST_F(DocumentFileTest, IndicesOutsideAndFilesThatAreNotThereAreReported) {
@@ -364,13 +394,12 @@ TEST_F(DocumentFileTest, ContainersThatTellNoClassAreRead) {
     const PartStreams part;
     Container file;
     file.stream("Data", part.data).container("", part.product).container("CGMGeom", kGeometry);
-    file.container("CATXDocLinkCont", part.imports);
+    // A class of eight letters has a form of its own.
+    file.container("CGMGeoms", kGeometry).container("CATXDocLinkCont", part.imports);
     const std::string bytes = file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
     const Read found = read(bytes);
     EXPECT_EQ(found.links, linksOfWhole(bytes));
     EXPECT_LT(found.image.size(), 4000U);
-    // A class of eight letters has a form of its own; it is none of those that count.
-    EXPECT_LT(read(part.container().bytes()).image.size(), 4000U);
 }
 
 // Classes of containers are asked one by one: what is found first must not hide what stands elsewhere.
@@ -523,6 +552,12 @@ TEST_F(DocumentFileTest, ADirectoryWithAnythingThatDoesNotFitIsNotBelieved) {
         ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
         EXPECT_EQ(document.getEntryCount(), 0);
     }
+    // Without a name it is none, whatever its numbers make it look like.
+    std::string changed = directory;
+    changed.insert(directory.size() - 12, Container::bigEndian(86) + Container::bigEndian(1) + std::string(78, '\0'));
+    VornToolsDocumentFile nameless;
+    ASSERT_EQ(nameless.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
+    EXPECT_EQ(nameless.getEntryCount(), 0);
     for (const std::size_t length : {std::size_t{0}, std::size_t{15}, std::size_t{70}, first, stream, rest + 90,
                                      directory.size() - 12, directory.size() - 1}) {
         VornToolsDocumentFile document;

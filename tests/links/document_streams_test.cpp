@@ -147,7 +147,7 @@ TEST_F(LinksTest, IdentifiersFollowTheirKey) {
         Texts identifiers;
     } cases[] = {
         {"key" + second + first + "x" + first + end, {"abcde", "abcde", "pqrst"}},
-        {"key" + first + "\0\0\xE8\0\x12\x01"s + first + end, {"abcde"}},
+        {"in front of the key" + first + "\0\0\xE8\0\x12\x01"s + first + end, {"abcde"}},
         {end + "key" + first, {}},
         {first + "key" + end + first, {}},
         {"\xD3\xB5key"

@@ -18,7 +18,8 @@ protected:
                                       {"BOLTS", "/data/lib/bolts/"},
                                       {"DRIVE", "C:\\lib"},
                                       {"NET", "\\\\srv\\lib"},
-                                      {"REL", "LIB"}};
+                                      {"REL", "LIB"},
+                                      {"SHELF", "store/shelf"}};
         environment().usesLogicalNames = true;
     }
     /** Storage name of the document found; "" when none. */
@@ -40,6 +41,7 @@ TEST_F(DocumentTest, PathsAreLookedUpByLogicalDirectory) {
         {"/data/lib/sub/p.CATPart", "\x01\x02\\LIB/sub/p.CATPart", "/data/lib/sub/p.CATPart"},
         {"/data/lib/bolts/p.CATPart", "\x01\x02\\BOLTS/p.CATPart", "/data/lib/bolts/p.CATPart"},
         {"LIB\\q.CATPart", "\x01\x02\\LIB/q.CATPart", "/data/lib/q.CATPart"},
+        {"store/shelf/s.CATPart", "\x01\x02\\SHELF/s.CATPart", "store/shelf/s.CATPart"},
     };
     for (const auto& c : cases) {
         session().part(c.logical);
@@ -53,7 +55,8 @@ TEST_F(DocumentTest, PathsAreLookedUpByLogicalDirectory) {
 }
 
 TEST_F(DocumentTest, OtherNamesAreLookedUpAsTheyAre) {
-    for (const char* name : {"/data/library/p.CATPart", "C:\\lib\\p.CATPart", "\\\\srv\\lib\\p.CATPart", "p.CATPart"}) {
+    for (const char* name :
+         {"/data/library/p.CATPart", "C:\\lib\\p.CATPart", "\\\\srv\\lib\\p.CATPart", "p.CATPart", "LIB"}) {
         session().part(name);
         EXPECT_EQ(find(name), name);
     }

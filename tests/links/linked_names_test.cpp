@@ -23,6 +23,7 @@ TEST_F(LinksTest, PathsMoveWithTheDocument) {
     for (const char* name : {"copy/asm/own.CATProduct", "copy/asm/sub/a.CATPart", "copy/parts/b.CATPart",
                              "copy/asm/x/y/c.CATPart", "copy/asm/.hidden/d.CATPart", "stored.CATPart"})
         write(name, "x");
+    const std::string in_long = write("copy/asm/" + std::string(100, 'x') + "/e.CATPart", "x");
     const std::string file = path("copy/asm/own.CATProduct"), stored = path("stored.CATPart");
     const struct {
         std::string own, linked, found;
@@ -35,6 +36,7 @@ TEST_F(LinksTest, PathsMoveWithTheDocument) {
         {"C:\\proj\\asm\\own.CATProduct", ".\\sub\\a.CATPart", path("copy/asm/sub/a.CATPart")},
         {"C:\\proj\\asm\\own.CATProduct", "C:\\proj\\asm\\d.CATPart", "C:\\proj\\asm\\d.CATPart"},
         {"C:\\proj\\asm\\own.CATProduct", "C:\\proj\\asm\\sub\\", "C:\\proj\\asm\\sub\\"},
+        {"", "\\\\srv\\share\\e.CATPart", in_long},
         {"C:\\pro\\asm\\own.CATProduct", "C:\\proj\\e\\f.CATPart", "C:\\proj\\e\\f.CATPart"},
         {path("copy/own.CATProduct"), path("copy/sub/a.CATPart"), path("copy/asm/sub/a.CATPart")},
         {path("copy/asm2/own.CATProduct"), path("copy/asm2/sub/a.CATPart"), path("copy/asm/sub/a.CATPart")},
@@ -71,6 +73,15 @@ TEST_F(LinksTest, SearchesReadAtMost260Entries) {
     EXPECT_EQ(VornToolsLinks::findFileInPath(nullptr, "x"), nullptr);
     EXPECT_EQ(reports(), Texts({"VornToolsLinks::findFileInPath 9001 ip_directory",
                                 "VornToolsLinks::findFileInPath 9001 ip_file_name"}));
+
+    embedded::Switches by_name;
+    by_name.folderOrder = embedded::FolderOrder::names; // "." and ".." among them
+    embedded::setSwitches(by_name);
+    const std::string last = write("edge/z/last.CATPart", "x");
+    for (int i = 0; i < 257; ++i) write("edge/" + std::to_string(i), "x");
+    EXPECT_EQ(located("", path("edge/own"), "\\gone\\last.CATPart"), last) << "in the 260th";
+    write("edge/more", "x");
+    EXPECT_EQ(located("", path("edge/own"), "\\gone\\last.CATPart"), "\\gone\\last.CATPart") << "in the 261st";
 }
 
 TEST_F(LinksTest, TheCountStandsAtWhatTheLastResolutionRead) {

@@ -285,6 +285,7 @@ TEST_F(InstancePropertiesTest, OnlyInstancesStoredBesideTheirReferenceTakeProper
 
 TEST_F(InstancePropertiesTest, MappingLinesStayAtTheHeadOfTheDescription) {
     EXPECT_EQ(mapped(frame, "KETO_ID_7\r\nBBPC_ID_3\r\nuser\nmore", "m"), "KETO_ID_7\nBBPC_ID_3\nm");
+    EXPECT_EQ(mapped(frame, "KETO_ID_7\nBBPC_ID_3", "m"), "KETO_ID_7\nBBPC_ID_3\nm");
     EXPECT_EQ(mapped(frame, "KETO_ID_7\nuser\nBBPC_ID_3", "m"), "KETO_ID_7\nm");
     EXPECT_EQ(mapped(frame, "BBPC_ID_3\nBBPC_ID_4", ""), "BBPC_ID_3");
     EXPECT_EQ(mapped(frame, "BrokenIcon\nBBPC_ID_4", "m\nn"), "BrokenIcon\nm\nn");

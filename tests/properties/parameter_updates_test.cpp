@@ -262,6 +262,34 @@ TEST_F(ParameterUpdatesTest, TheKindOfTheKeptListDecidesHowValuesAreRead) {
     EXPECT_EQ(messages(), (Texts{line, line, "multiple integer values", line}));
 }
 
+TEST_F(ParameterUpdatesTest, TheJournalTellsWhatAKeptListHolds) {
+    const auto told = [&] {
+        clearJournal();
+        CATListValCATUnicodeString list;
+        properties().appendAttributesWithParamsList(set.set(), "X", list);
+        return messages();
+    };
+    const std::string none = "Unable to concat values of parameter ", by_one = "Multiple value but empty list\n";
+    const auto check = [&](Parameter parameter, auto values, const std::string& call, const std::string& kind,
+                           const std::string& kind_of_empty) {
+        const std::string read = "CATISpecAttrAccess::GetList" + call, name = parameter.role();
+        parameter.list("ListOfValues", values);
+        EXPECT_TRUE(failAt(read.c_str(), 1, told));
+        EXPECT_EQ(messages(), (Texts{"Cannot get " + kind_of_empty + " values list", none + name, by_one}));
+        EXPECT_EQ(told(), (Texts{"multiple " + kind + " values"}));
+        values.clear();
+        parameter.list("ListOfValues", values);
+        Texts expected = {"multiple " + kind_of_empty + " values but empty list", none + name, by_one};
+        if (kind_of_empty == "physical") expected.insert(expected.begin() + 1, "Cannot get physical values list");
+        EXPECT_EQ(told(), expected);
+        empty(set);
+    };
+    check(set.add("S", "a"), Texts{"a"}, "String", "String", "String");
+    check(set.add("I", 7), std::vector<int>{7}, "Integer", "integer", "integer");
+    check(set.add("R", 0.5), std::vector<double>{0.5}, "Double", "double", "double");
+    check(set.add("Length", "L", 1.0), std::vector<double>{7.0}, "Double", "double", "physical");
+}
+
 TEST_F(ParameterUpdatesTest, NumbersAreReadAndWrittenInTheSessionsNotation) {
     for (const char mark : {'.', ','}) {
         SCOPED_TRACE(mark);

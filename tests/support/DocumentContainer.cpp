@@ -6,7 +6,10 @@ namespace {
 
 constexpr std::size_t kHeader = 16;
 
-std::string text(const std::string& value) { return "\x34"s + static_cast<char>(value.size()) + value; }
+/** A text of eight bytes has a tag of its own in the place of a length. */
+std::string text(const std::string& value) {
+    return value.size() == 8 ? "\x20" + value : "\x34"s + static_cast<char>(value.size()) + value;
+}
 
 } // namespace
 
