@@ -1,31 +1,84 @@
 #!/usr/bin/env python3
 """Changes one place of the library at a time and looks whether a test notices.
 
-    run.py [--seed SEED] [N]
+    run.py [--seed SEED] [--again] [N]
 
-Draws N changes (default 40) by lot over all files of the library, in a copy of the tree below build/mutants, builds
-what each one touches and runs the native tests until one fails. What does not compile is not counted. A run with the
-same seed goes on where the last one was stopped. Survivors are printed with file, line and change; those that
-accepted.txt lists with a reason, by file and change, are told apart. Status 1 when another one survived.
+Draws N changes (default 40) by lot over all files of the library and tries each in a copy of the tree below
+build/mutants: builds what it touches and runs the tests that reach it until one fails. Which ones do is found out first,
+by running each test once in a library that records the lines it reaches; cheap ones go first. What does not compile, or
+compiles to the same program, is not counted; what no test reaches survives.
+
+The lot depends on the seed and the changed lines alone: an edit elsewhere leaves it as it is. A run with the same seed
+goes on where the last one was stopped, and with --again tries the survivors once more. Survivors are printed with file,
+line and change; those that accepted.txt lists with a reason, by file and change, are told apart. Status 1 when another
+one survived.
 """
 
 import argparse
+import bisect
+import hashlib
 import json
 import os
-import random
 import re
+import resource
 import shutil
+import signal
 import subprocess
 import sys
 import time
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-COPY = ROOT / "build" / "mutants" / "tree"
-BUILD = ROOT / "build" / "mutants" / "build"
+WORK = ROOT / "build" / "mutants"
+COPY = WORK / "tree"
+BUILD = WORK / "build"
+LIBRARY = BUILD / "lib" / "libVornTools.so"
+TESTS = BUILD / "bin" / "vorntools_tests"
 FOLDERS = ["foundation", "cache", "session", "links", "properties"]
 ACCEPTED = Path(__file__).with_name("accepted.txt")
-TEST_SECONDS = 300
+MEMORY = 8 << 30  # of a test run: a changed loop may never end
+
+# Linked into each module that holds code of the library. The compiler calls it at each block of instructions; the
+# offsets of those that were reached go to a file of the process and module in the folder VORNTOOLS_REACH.
+RECORDER = r"""
+#define _GNU_SOURCE
+#include <dlfcn.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <unistd.h>
+
+extern const char __ehdr_start[] __attribute__((visibility("hidden")));
+static char reached[1 << 25];
+
+__attribute__((visibility("hidden"))) void __sanitizer_cov_trace_pc(void) {
+    unsigned long offset = (unsigned long)((const char*)__builtin_return_address(0) - __ehdr_start);
+    if (offset < sizeof reached) reached[offset] = 1;
+}
+
+__attribute__((destructor)) static void write_reached(void) {
+    const char* folder = getenv("VORNTOOLS_REACH");
+    Dl_info module;
+    char name[4096];
+    if (!folder || !dladdr(__ehdr_start, &module)) return;
+    snprintf(name, sizeof name, "%s/%d.%s", folder, (int)getpid(), strrchr(module.dli_fname, '/') + 1);
+    FILE* file = fopen(name, "w");
+    for (unsigned long offset = 0; file && offset < sizeof reached; ++offset)
+        if (reached[offset]) fprintf(file, "%lx\n", offset);
+    if (file) fclose(file);
+}
+"""
+# Changed code may draw warnings. Tests are not linked again for another library.
+CONFIGURATION = """
+set(CMAKE_LINK_DEPENDS_NO_SHARED ON)
+function(record_reach)
+    set_property(SOURCE ${library_sources} DIRECTORY ${PROJECT_SOURCE_DIR} TARGET_DIRECTORY vorntools_tests
+        APPEND PROPERTY COMPILE_OPTIONS -w -fsanitize-coverage=trace-pc)
+    target_link_libraries(VornTools PRIVATE @RECORDER@)
+    target_link_libraries(vorntools_tests PRIVATE @RECORDER@)
+endfunction()
+cmake_language(DEFER CALL record_reach)
+"""
 
 
 def code_mask(text):
@@ -132,13 +185,34 @@ def changes_of_lines(name, text, mask):
 
 
 def all_changes():
+    """(key, line, change) of every change in the copy. The key is the change itself: file, lines, where and what."""
     found = []
     for folder in FOLDERS:
-        for path in sorted((ROOT / folder).rglob("*")):
-            if path.suffix in (".cpp", ".h"):
-                name = str(path.relative_to(ROOT))
-                found += changes_of(name, path.read_text(encoding="utf-8"))
+        for path in sorted((COPY / folder).rglob("*")):
+            if path.suffix not in (".cpp", ".h"):
+                continue
+            text = path.read_text(encoding="utf-8")
+            seen = {}
+            for change in changes_of(str(path.relative_to(COPY)), text):
+                told = describe(text, change)
+                same = (told["file"], told["old"], told["new"], change[1] - text.rfind("\n", 0, change[1]))
+                seen[same] = seen.get(same, 0) + 1
+                found.append(("|".join(map(str, (*same, seen[same]))), change))
     return found
+
+
+def drawn(seed, changes):
+    return sorted(changes, key=lambda pair: hashlib.sha256(f"{seed}|{pair[0]}".encode()).digest())
+
+
+def describe(text, change):
+    name, begin, end, new, kind = change
+    line = text.count("\n", 0, begin) + 1
+    first = text.rfind("\n", 0, begin) + 1
+    last = text.find("\n", end)
+    old_line = " ".join(text[first:last].split())
+    new_line = " ".join((text[first:begin] + new + text[end:last]).split())
+    return {"file": name, "line": line, "kind": kind, "old": old_line, "new": new_line}
 
 
 def run(command, **options):
@@ -160,69 +234,183 @@ def prepare():
         if path.is_file() and str(path.relative_to(COPY)) not in wanted:
             path.unlink()
     if not (BUILD / "build.ninja").exists():
-        configured = run(["cmake", "-S", COPY, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
-                          "-DCMAKE_CXX_FLAGS=-O0 -w", "-DCMAKE_CXX_COMPILER=g++"])
-        if configured.returncode:
-            sys.exit(configured.stdout)
-    built = build()
+        configure()
+    built = build("vorntools_program")
     if built.returncode:
         sys.exit(built.stdout[-4000:])
 
 
-def build():
-    return run(["ninja", "-C", BUILD, "vorntools_tests", "vorntools_program"])
+def configure():
+    recorder = WORK / "recorder"
+    recorder.with_suffix(".c").write_text(RECORDER)
+    recorder.with_suffix(".cmake").write_text(CONFIGURATION.replace("@RECORDER@", f"{recorder}.o"))
+    done = run(["gcc", "-O2", "-fPIC", "-c", f"{recorder}.c", "-o", f"{recorder}.o"])
+    if not done.returncode:
+        done = run(["cmake", "-S", COPY, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
+                    "-DCMAKE_CXX_FLAGS=-O0 -g1", "-DCMAKE_CXX_COMPILER=g++",
+                    f"-DCMAKE_PROJECT_VornTools_INCLUDE={recorder}.cmake"])
+    if done.returncode:
+        sys.exit(done.stdout)
 
 
-def suites_near(name):
-    """Suites of the test files in the folder that mirrors the changed file's, those of the same topic first."""
-    suites = {}
-    words = set(re.findall(r"[a-z]+", re.sub(r"([A-Z])", r" \1", Path(name).stem).lower())) - {"vorn", "tools"}
-    for path in sorted((ROOT / "tests" / name.split("/")[0]).glob("*_test.cpp")):
-        near = len(words & set(re.findall(r"[a-z]+", re.sub(r"([A-Z])", r" \1", path.stem).lower())))
-        for suite in re.findall(r"^TEST(?:_F|_P)?\((\w+),", path.read_text(encoding="utf-8"), re.M):
-            suites[suite] = max(near, suites.get(suite, 0))
-    return [suite for suite, _ in sorted(suites.items(), key=lambda pair: -pair[1])]
+def build(*more):
+    return run(["ninja", "-C", BUILD, "vorntools_tests", *more])
 
 
-def passes(arguments):
-    tests = BUILD / "bin" / "vorntools_tests"
+def program():
+    """What tells two programs apart: their bytes without the lines they come from."""
+    digest = hashlib.sha256()
+    for module in (LIBRARY, TESTS):
+        bare = WORK / "bare"
+        subprocess.run(["objcopy", "-S", module, bare], check=True)
+        digest.update(bare.read_bytes())
+    return digest.hexdigest()
+
+
+def test_names():
+    names = []
+    for line in run([TESTS, "--gtest_list_tests"]).stdout.split("\n"):
+        if line.startswith("  "):
+            names.append(suite + line.split("#")[0].strip())
+        else:
+            suite = line.split("#")[0].strip()
+    return names
+
+
+def run_tests(tests, seconds, environment=None):
+    """Whether they pass within a time."""
+    def limit():
+        resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+    process = subprocess.Popen(
+        [TESTS, "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=" + ":".join(tests)], cwd=BUILD,
+        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, env=environment,
+        start_new_session=True, preexec_fn=limit)
     try:
-        done = run([tests, "--gtest_fail_fast", "--gtest_brief=1", *arguments], timeout=TEST_SECONDS, cwd=BUILD)
+        return process.wait(seconds) == 0
     except subprocess.TimeoutExpired:
         return False
-    return done.returncode == 0
+    finally:
+        # What a test started may outlive it.
+        try:
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+        process.wait()
 
 
-def survives(name):
-    near = suites_near(name)
-    if near:
-        selected = ":".join(f"{suite}.*:*/{suite}.*" for suite in near)
-        if not passes([f"--gtest_filter={selected}"]):
-            return False
-        return passes([f"--gtest_filter=-{selected}"])
-    return passes([])
+def lines_of_blocks(module):
+    """Offset of a block -> the lines of the library, as (file, line), that its instructions come from."""
+    listing = subprocess.Popen(["objdump", "-d", "-l", "--no-show-raw-insn", module], stdout=subprocess.PIPE, text=True,
+                               errors="replace")
+    place = re.compile(r".*?/((?:%s)/[^/:]+):(\d+)" % "|".join(FOLDERS))
+    blocks, lines, line, starts = {}, set(), None, False
+    for row in listing.stdout:
+        if row[0] in " \t":
+            if starts:
+                lines = blocks[row.split(":")[0].strip()] = set()
+            starts = "call" in row and "<__sanitizer_cov_trace_pc>" in row
+            if line:
+                lines.add(line)
+        elif row.endswith(">:\n"):
+            lines = set()
+        elif ":" in row:
+            match = place.match(row)
+            line = (match.group(1), int(match.group(2))) if match and "/tests/" not in row else None
+    return blocks
 
 
-def describe(text, change):
-    name, begin, end, new, kind = change
-    line = text.count("\n", 0, begin) + 1
-    first = text.rfind("\n", 0, begin) + 1
-    last = text.find("\n", end)
-    old_line = " ".join(text[first:last].split())
-    new_line = " ".join((text[first:begin] + new + text[end:last]).split())
-    return {"file": name, "line": line, "kind": kind, "old": old_line, "new": new_line}
+class Reach:
+    """Which tests reach which line, how long each takes; kept for as long as library and tests are the same."""
+
+    def __init__(self):
+        kept = WORK / "reach.json"
+        now = program()
+        known = json.loads(kept.read_text()) if kept.exists() else {}
+        if known.get("program") != now:
+            known = {"program": now, **self.record()}
+            kept.write_text(json.dumps(known))
+        self.seconds = known["seconds"]
+        self.lines = known["lines"]
+
+    @staticmethod
+    def record():
+        print("Which test reaches what", flush=True)
+        folder = WORK / "reached"
+        blocks = {module.name: lines_of_blocks(module) for module in (LIBRARY.resolve(), TESTS)}
+        blocks["libVornTools.so.1"] = blocks[LIBRARY.resolve().name]
+        lines = {f"{name}:{line}": [] for of_module in blocks.values() for at in of_module.values() for name, line in at}
+        seconds = {}
+        for test in test_names():
+            shutil.rmtree(folder, ignore_errors=True)
+            folder.mkdir()
+            begin = time.monotonic()
+            if not run_tests([test], 300, {**os.environ, "VORNTOOLS_REACH": str(folder)}):
+                sys.exit(f"{test} fails in the unchanged library")
+            seconds[test] = time.monotonic() - begin
+            reached = set()
+            for path in folder.iterdir():
+                of_module = blocks[path.name.split(".", 1)[1]]
+                for offset in path.read_text().split():
+                    reached |= of_module.get(offset, set())
+            for name, line in reached:
+                lines[f"{name}:{line}"].append(test)
+        return {"seconds": seconds, "lines": lines}
+
+    def tests_of(self, text, change):
+        """The tests that can see a change, as lists to be run in this order."""
+        name, begin, end, _, _ = change
+        first, last = statement_around(text, begin, end)
+        with_code = [self.lines[f"{name}:{line}"] for line in range(first, last + 1) if f"{name}:{line}" in self.lines]
+        if not with_code:
+            # A constant, a declaration: seen by what uses it.
+            with_code = [tests for line, tests in self.lines.items() if line.startswith(name + ":")]
+        reaching = {test for tests in with_code for test in tests}
+        parts = self.batches(reaching)
+        if name.endswith(".h"):
+            # The tests may hold code of their own that comes from it.
+            parts += self.batches(self.seconds.keys() - reaching)
+        return parts
+
+    def batches(self, tests):
+        """The cheapest tests first, in parts of growing length."""
+        parts, spent, most = [], 0, 0
+        for test in sorted(tests, key=lambda test: self.seconds[test]):
+            if not parts or spent > most:
+                most, spent = 2 * most + 0.5, 0
+                parts.append([])
+            parts[-1].append(test)
+            spent += self.seconds[test]
+        return parts
+
+    def notices(self, text, change):
+        return any(not run_tests(part, 20 + 10 * sum(self.seconds[test] for test in part))
+                   for part in self.tests_of(text, change))
 
 
-def try_change(change):
-    """None when the change does not compile, else its description with whether it survived."""
+def statement_around(text, begin, end):
+    """First and last line of the statement, or the statements, that a change stands in."""
+    mask = code_mask(text)
+    ends = [i for i, letter in enumerate(text) if letter in ";{}" and mask[i]]
+    at = bisect.bisect_left(ends, begin)
+    first = ends[at - 1] + 1 if at else 0
+    at = bisect.bisect_left(ends, end - 1)
+    last = ends[at] if at < len(ends) else len(text)
+    first += len(text[first:begin]) - len(text[first:begin].lstrip())
+    return text.count("\n", 0, first) + 1, text.count("\n", 0, last) + 1
+
+
+def try_change(change, reach, unchanged):
+    """What became of it: "noticed", "survived", or why it does not count."""
     name, begin, end, new, _ = change
-    text = (ROOT / name).read_text(encoding="utf-8")
     target = COPY / name
+    text = target.read_text(encoding="utf-8")
     target.write_text(text[:begin] + new + text[end:], encoding="utf-8")
     try:
         if build().returncode:
-            return None
-        return {**describe(text, change), "survived": survives(name)}
+            return "does not compile"
+        if program() == unchanged:
+            return "same program"
+        return "noticed" if reach.notices(text, change) else "survived"
     finally:
         target.write_text(text, encoding="utf-8")
 
@@ -238,7 +426,7 @@ def reason_for(result):
 
 
 def report(seed, results):
-    survivors = [result for result in results if result["survived"]]
+    survivors = [result for result in results if result["outcome"] == "survived"]
     unexplained = 0
     for result in survivors:
         reason = reason_for(result)
@@ -254,23 +442,30 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("count", nargs="?", type=int, default=40, metavar="N")
     parser.add_argument("--seed", type=int, default=None)
+    parser.add_argument("--again", action="store_true", help="try the survivors once more")
     options = parser.parse_args()
     seed = options.seed if options.seed is not None else int(time.time())
-    state = ROOT / "build" / "mutants" / f"{seed}.json"
-    results, drawn = json.loads(state.read_text()) if state.exists() else ([], 0)
-    print(f"Seed {seed}" + (f", going on behind {len(results)}" if results else ""), flush=True)
+    WORK.mkdir(parents=True, exist_ok=True)
+    state = WORK / f"{seed}.json"
+    outcomes = json.loads(state.read_text()) if state.exists() else {}
+    print(f"Seed {seed}" + (f", {len(outcomes)} known" if outcomes else ""), flush=True)
+    os.nice(19)
     prepare()
-    changes = all_changes()
-    random.Random(seed).shuffle(changes)
-    while len(results) < options.count and drawn < len(changes):
-        result = try_change(changes[drawn])
-        drawn += 1
-        if result is None:
-            continue
-        results.append(result)
-        state.write_text(json.dumps([results, drawn]))
-        if result["survived"]:
-            print(f"survived: {result['file']}:{result['line']}: {result['kind']}: {result['new']}", flush=True)
+    unchanged = program()
+    reach = Reach()
+    results = []
+    again = {key for key, outcome in outcomes.items() if options.again and outcome == "survived"}
+    for key, change in drawn(seed, all_changes()):
+        if len(results) == options.count:
+            break
+        if key not in outcomes or key in again:
+            outcomes[key] = try_change(change, reach, unchanged)
+            state.write_text(json.dumps(outcomes, indent=0))
+        if outcomes[key] in ("noticed", "survived"):
+            results.append({**describe((COPY / change[0]).read_text(encoding="utf-8"), change), "outcome": outcomes[key]})
+            if outcomes[key] == "survived":
+                told = results[-1]
+                print(f"{len(results)}: survived: {told['file']}:{told['line']}: {told['kind']}: {told['new']}", flush=True)
     sys.exit(1 if report(seed, results) else 0)
 
 

@@ -40,6 +40,7 @@ protected:
         CATDocument* document = nullptr;
         CATDocument* root = nullptr;
         CATIProduct* product = nullptr;
+        SweepOutcome outcome;
     };
     Found search(const char* file, const char* shape = "", CATDocument* root = nullptr) {
         Found result;
@@ -49,6 +50,7 @@ protected:
         result.code = VornToolsCommon::analyzeWindowsInSession(file, shape, &switcher, result.document, found,
                                                                result.root, result.product);
         result.found = found;
+        result.outcome = outcomeOf(result.code, result.document, result.product, result.root, found);
         if (result.product) result.product->Release();
         return result;
     }
@@ -275,16 +277,11 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         unsigned char found = 7;
         const HRESULT code =
             VornToolsCommon::analyzeSingleWindow(second.get(), "low.cgr", "", &switcher, product, found);
-        const SweepOutcome outcome{code, !product && !found};
+        const SweepOutcome outcome = outcomeOf(code, product, found);
         if (product) product->Release();
         return outcome;
     });
-    const auto analyze = [this](const char* file) {
-        return [this, file] {
-            const Found result = search(file);
-            return SweepOutcome{result.code, !result.document && !result.product && !result.root && !result.found};
-        };
-    };
+    const auto analyze = [this](const char* file) { return [this, file] { return search(file).outcome; }; };
     run("analyzeWindowsInSession", analyze("q.CATPart"));
     run("analyzeWindowsInSession", analyze("low.cgr"));
 
