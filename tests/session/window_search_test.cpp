@@ -1,3 +1,4 @@
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 #include "tests/support/Switches.h"
@@ -297,6 +298,46 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
             embedded::setWorkMode(part, embedded::WorkMode::design);
             return outcome;
         });
+    VornToolsWorkModeServices::setCatiaCacheActivated(0);
+}
+
+TEST_F(WindowSearchTest, WithoutMemoryACallFailsAndWhatItSwitchedCanBePutBack) {
+    VornToolsWorkModeServices::setCatiaCacheActivated(1);
+    const std::string name = "/w/" + std::string(200000, 'n') + "/n";
+    const embedded::Product part = second.root().add(session().part(name + ".CATPart"), "n.1");
+    part.reference().masterShape(name + ".CATPart").shape("foreign", name + ".cgr");
+    windows().open(second);
+    const auto sweep = [&](const char* method, const std::function<HRESULT(CATIProduct*&)>& search) {
+        sweepAllocations(method, [&]() -> SweepOutcome {
+            embedded::setWorkMode(part, embedded::WorkMode::visualisation);
+            CATIProduct* product = nullptr;
+            const HRESULT code = search(product);
+            if (product) product->Release();
+            switcher.restoreAll(0);
+            EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::visualisation);
+            switcher.release();
+            return {code, !product};
+        });
+    };
+    unsigned char found = 7;
+    CATDocument* document = nullptr;
+    for (const CATUnicodeString& file :
+         {CATUnicodeString((name + ".CATPart").c_str()), CATUnicodeString((name + ".cgr").c_str())}) {
+        sweep("getProductInSession", [&](auto& product) {
+            return VornToolsCommon::getProductInSession(second.root().get(), file, product, found);
+        });
+        sweep("getForeignFileInSession", [&](auto& product) {
+            return VornToolsCommon::getForeignFileInSession(second.root().get(), file, "foreign", &switcher, product,
+                                                            found);
+        });
+        sweep("analyzeSingleWindow", [&](auto& product) {
+            return VornToolsCommon::analyzeSingleWindow(second.get(), file, "", &switcher, product, found);
+        });
+        sweep("analyzeWindowsInSession", [&](auto& product) {
+            CATDocument* root = nullptr;
+            return VornToolsCommon::analyzeWindowsInSession(file, "", &switcher, document, found, root, product);
+        });
+    }
     VornToolsWorkModeServices::setCatiaCacheActivated(0);
 }
 
