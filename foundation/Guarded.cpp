@@ -5,12 +5,25 @@
 
 #include "foundation/PlatformErrors.h"
 
+#include <new>
+#include <stdexcept>
+
 namespace vorntools {
 
 bool runGuarded(void (*ip_work)(void*), void* ip_argument) {
     try {
         return runOnPlatform(ip_work, ip_argument);
     } catch (...) {
+        return false;
+    }
+}
+
+bool runGuardedButForeign(void (*ip_work)(void*), void* ip_argument) {
+    try {
+        return runOnPlatform(ip_work, ip_argument);
+    } catch (const std::bad_alloc&) {
+        return false;
+    } catch (const std::length_error&) {
         return false;
     }
 }

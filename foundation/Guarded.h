@@ -27,6 +27,9 @@ bool guarded(Work&& i_work) {
     return runGuarded(run, const_cast<void*>(static_cast<const void*>(std::addressof(i_work))));
 }
 
+/** As runGuarded, but what is neither an error of the platform nor the want of memory passes through. */
+bool runGuardedButForeign(void (*ip_work)(void*), void* ip_argument);
+
 /**
  * The same for work with an answer.
  *
@@ -39,6 +42,27 @@ auto guarded(Work&& i_work, Otherwise&& i_otherwise) -> std::decay_t<decltype(i_
     std::decay_t<decltype(i_work())> answer(std::forward<Otherwise>(i_otherwise));
     guarded([&] { answer = i_work(); });
     return answer;
+}
+
+/**
+ * The same for work that may switch a work mode: what a switch throws that is no error of the platform is passed on.
+ *
+ * @return what the work answers, i_otherwise when it did not come to its end
+ */
+template <class Work, class Otherwise>
+auto guardedButForeign(Work&& i_work, Otherwise&& i_otherwise) -> std::decay_t<decltype(i_work())> {
+    using Answer = std::decay_t<decltype(i_work())>;
+    struct Call {
+        std::remove_reference_t<Work>& work;
+        Answer answer;
+    } call{i_work, Answer(std::forward<Otherwise>(i_otherwise))};
+    runGuardedButForeign(
+        [](void* ip_call) {
+            auto& io_call = *static_cast<Call*>(ip_call);
+            io_call.answer = io_call.work();
+        },
+        &call);
+    return call.answer;
 }
 
 } // namespace vorntools

@@ -42,13 +42,10 @@ HRESULT HoldingSwitch::getDefaultRepName(CATIProduct* ipi_product, CATUnicodeStr
     return holding([&] { return m_switcher.getDefaultRepName(ipi_product, o_name); });
 }
 
-void releaseProducts(TYPMapCATUnicodeStringPVoid& io_products) {
-    while (const int count = io_products.size()) {
-        auto* const pi_product = static_cast<CATIProduct*>(io_products.valueAt(count - 1));
-        const bool holds = std::strcmp(io_products.classNameAt(count - 1), kHolding) == 0;
-        io_products.erase(CATUnicodeString(io_products.keyAt(count - 1)));
-        if (holds) pi_product->Release();
-    }
+void releaseProducts(const TYPMapCATUnicodeStringPVoid& i_products) {
+    for (int i = 0; i < i_products.size(); ++i)
+        if (std::strcmp(i_products.classNameAt(i), kHolding) == 0)
+            static_cast<CATIProduct*>(i_products.valueAt(i))->Release();
 }
 
 } // namespace vorntools

@@ -29,8 +29,9 @@ private:
     VornToolsSwitchMgt& m_switcher;
 };
 
-/** Empties the products of a switcher and gives back what they hold. */
-void releaseProducts(TYPMapCATUnicodeStringPVoid& io_products);
+/** Gives back what the products of a switcher hold; afterwards their map is good for nothing but its end. Needs no
+ * memory. */
+void releaseProducts(const TYPMapCATUnicodeStringPVoid& i_products);
 
 } // namespace vorntools
 

@@ -12,8 +12,8 @@ namespace vorntools {
 bool runOnPlatform(void (*ip_work)(void*), void* ip_argument);
 
 /**
- * Makes an error that the platform throws a failure, and lets everything else pass: for calls that must not hide what
- * is no error of the platform, such as a switch of the work mode. Otherwise as guarded, which does this as well.
+ * Makes an error that the platform throws a failure, and lets everything else pass: for single calls of the platform.
+ * The work of exported methods is guarded, which does this as well.
  *
  * @return what the work answers, i_otherwise when it did not come to its end
  */

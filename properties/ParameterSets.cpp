@@ -109,12 +109,16 @@ bool holdsNoSet(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key) {
 
 namespace vorntools {
 
+bool contains(const CATListValCATISpecObject_var& i_objects, CATISpecObject* ipi_object) {
+    for (int i = i_objects.Size(); i >= 1; --i)
+        if (i_objects[i] != nullptr && i_objects[i]->IsEqual(ipi_object)) return true;
+    return false;
+}
+
 bool hasChild(CATIParmPublisher* ipi_publisher, CATClassId i_class, CATISpecObject* ipi_object) {
     CATListValCATISpecObject_var children;
     ipi_publisher->GetDirectChildren(i_class, children);
-    for (int i = children.Size(); i >= 1; --i)
-        if (children[i]->IsEqual(ipi_object)) return true;
-    return false;
+    return contains(children, ipi_object);
 }
 
 HRESULT findSetBelow(CATIParmPublisher* ipi_publisher, InterfacePtr<CATICkeParameterSet>& o_set) {

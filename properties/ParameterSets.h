@@ -63,6 +63,9 @@ inline void listParameters(CATIParmPublisher* ipi_publisher, CATListValCATISpecO
     ipi_publisher->GetDirectChildren(CATICkeParm::ClassName(), o_members);
 }
 
+/** Whether an object is in a list, whatever interface of it. */
+bool contains(const CATListValCATISpecObject_var& i_objects, CATISpecObject* ipi_object);
+
 /** Whether an object stands directly below a publisher. Appending has no result code: this tells whether it was done.
  * @param i_class one that lists the object */
 bool hasChild(CATIParmPublisher* ipi_publisher, CATClassId i_class, CATISpecObject* ipi_object);

@@ -176,9 +176,13 @@ HRESULT ParametersByShortName::checkNames(const JournalFrame& i_frame) const {
 HRESULT ParametersByShortName::removeMember(const JournalFrame& i_frame, const Member& i_member) const {
     const auto sp_holder = holderOf(i_member);
     if (!sp_holder) return i_frame.missing("pi_parm_publisher");
+    CATListValCATISpecObject_var before, after;
+    listParameters(sp_holder.get(), before);
     sp_holder->RemoveChild(i_member.object);
-    return hasChild(sp_holder.get(), CATICkeParm::ClassName(), i_member.object) ? i_frame.callFailed("RemoveChild")
-                                                                                : S_OK;
+    // A list that shows nothing more at all proves nothing.
+    listParameters(sp_holder.get(), after);
+    return after.Size() == before.Size() - 1 && !contains(after, i_member.object) ? S_OK
+                                                                                  : i_frame.callFailed("RemoveChild");
 }
 
 /** The publisher that a member stands directly below: only that one can remove it. */

@@ -8,7 +8,6 @@
 #include "foundation/Guarded.h"
 #include "foundation/HoldingSwitch.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/PlatformErrors.h"
 #include "session/DescriptionText.h"
 #include "session/ProductHelpers.h"
 
@@ -183,5 +182,5 @@ HRESULT VornToolsCommon::getAndSwitchdocument(CATIProduct* ipi_the_product, Vorn
         }
         return readDocument(frame, sp_reference, op_document);
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }

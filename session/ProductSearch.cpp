@@ -1,9 +1,9 @@
 #include "VornToolsCommon.h"
 
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/HoldingSwitch.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/PlatformErrors.h"
 #include "foundation/WorkModes.h"
 #include "session/ProductHelpers.h"
 #include "session/Shapes.h"
@@ -155,11 +155,16 @@ CATUnicodeString shapePath(CATIProduct& i_product, CATUnicodeString i_shape_name
 bool showsWhenLoaded(CATIProduct& i_product, const ShapeTest& i_test) {
     if (!i_test.switcher.isSwitchEnabled()) return false;
     Modes::setWorkMode(&i_product, Modes::WorkModeDefault);
-    const bool shows = i_test.file_name.accepts(shapePath(i_product, i_test.shape_name));
+    // Whatever keeps it from telling, it is put back.
+    const bool shows =
+        guarded([&] { return i_test.file_name.accepts(shapePath(i_product, i_test.shape_name)); }, false);
     if (isOnlySeen(i_product)) return shows;
     if (!shows && Modes::setWorkMode(&i_product, Modes::WorkModeVisu) == S_OK) return false;
-    HoldingSwitch(i_test.switcher).setWorkMode(&i_product, Modes::WorkModeDefault, Modes::WorkModeVisu, 0);
-    return shows;
+    const HRESULT kept =
+        HoldingSwitch(i_test.switcher).setWorkMode(&i_product, Modes::WorkModeDefault, Modes::WorkModeVisu, 0);
+    if (SUCCEEDED(kept)) return shows;
+    Modes::setWorkMode(&i_product, Modes::WorkModeVisu); // nobody else would
+    return false;
 }
 
 /** Whether a product that is only seen tells of the representation, be it that there is none of that name. */
@@ -195,7 +200,7 @@ HRESULT VornToolsCommon::getProductInSession(CATIProduct* ipi_root_product, CATU
         opi_product = sp_found.detach();
         return S_OK;
     };
-    return onPlatform(work, E_FAIL);
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::getForeignFileInSession(CATIProduct* ipi_root_product, CATUnicodeString i_file_name,
@@ -218,5 +223,5 @@ HRESULT VornToolsCommon::getForeignFileInSession(CATIProduct* ipi_root_product, 
         opi_product = sp_found.detach();
         return S_OK;
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }

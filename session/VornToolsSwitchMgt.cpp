@@ -1,6 +1,7 @@
 #include "VornToolsSwitchMgt.h"
 
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/HoldingSwitch.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/PlatformErrors.h"
@@ -12,6 +13,8 @@
 #include "UTILFile.h"
 
 #include <initializer_list>
+#include <memory>
+#include <utility>
 
 using namespace vorntools;
 
@@ -102,17 +105,22 @@ VornToolsSwitchMgt::VornToolsSwitchMgt(unsigned char switchBack)
     : m_products(new TYPMapCATUnicodeStringPVoid), m_switchBack(switchBack), m_switchEnabled(1) {}
 
 VornToolsSwitchMgt::~VornToolsSwitchMgt() {
-    release();
+    if (FAILED(release())) releaseProducts(*m_products);
     delete m_products;
 }
 
 HRESULT VornToolsSwitchMgt::release() {
     const JournalFrame frame(_CteCLASS_NAME, "release");
-    releaseProducts(*m_products);
-    m_designs.RemoveAll();
-    m_defaults.RemoveAll();
-    m_visualisations.RemoveAll();
-    return S_OK;
+    const auto work = [&]() -> HRESULT {
+        auto sp_none = std::make_unique<TYPMapCATUnicodeStringPVoid>();
+        releaseProducts(*m_products);
+        delete std::exchange(m_products, sp_none.release());
+        m_designs.RemoveAll();
+        m_defaults.RemoveAll();
+        m_visualisations.RemoveAll();
+        return S_OK;
+    };
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::add(CATUnicodeString fileName, CATIProduct* product, EnumWorkMode originalMode) {
@@ -123,12 +131,12 @@ HRESULT VornToolsSwitchMgt::add(CATUnicodeString fileName, CATIProduct* product,
     if (originalMode == Modes::WorkModeDefault) p_list = &m_defaults;
     if (hasGeometry(originalMode)) p_list = &m_designs;
     if (!p_list || !isPart(fileName) || m_products->contains(fileName)) return S_OK;
+    if (!p_list->Locate(fileName)) p_list->Append(fileName);
     m_products->insert(fileName, product, kMapName);
     // Only the journal wants to know: the product is remembered whatever becomes of the question.
     if (onPlatform([product] { return product->IsReference(); }, E_FAIL) == S_OK)
         frame.write("WARNING : the product added to the switcher is a reference product");
     frame.write("Document %s has been added, its original work mode is %d", fileName, static_cast<int>(originalMode));
-    if (!p_list->Locate(fileName)) p_list->Append(fileName);
     return S_OK;
 }
 
@@ -151,18 +159,20 @@ HRESULT VornToolsSwitchMgt::setWorkMode(CATIProduct* ipi_catiproduct, EnumWorkMo
         const HRESULT code = Modes::setWorkMode(ipi_catiproduct, newMode);
         if (FAILED(code)) frame.write("VornToolsWorkModeServices::setWorkMode has failed");
         if (code != S_OK || originalMode == Modes::WorkModeUnknown) return code;
-        // The reference may be loaded only now.
-        if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
-        if (!fileName.IsNull() && FAILED(add(fileName, ipi_catiproduct, originalMode)))
-            frame.write("Cannot add document %s to switcher", fileName);
+        const auto remember = [&]() -> HRESULT {
+            // The reference may be loaded only now.
+            if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
+            return fileName.IsNull() ? S_OK : add(fileName, ipi_catiproduct, originalMode);
+        };
+        if (FAILED(guarded(remember, E_FAIL))) frame.write("Cannot add document %s to switcher", fileName);
         return S_OK;
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::switchDesign(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchDesign");
-    return onPlatform(
+    return guardedButForeign(
         [&] {
             return perform(frame, *this, {m_switchBack, Modes::WorkModeDesign, lacksDesign}, fileName, product, force);
         },
@@ -171,7 +181,7 @@ HRESULT VornToolsSwitchMgt::switchDesign(CATUnicodeString fileName, CATIProduct*
 
 HRESULT VornToolsSwitchMgt::switchVisu(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchVisu");
-    return onPlatform(
+    return guardedButForeign(
         [&] {
             return perform(frame, *this, {m_switchBack, Modes::WorkModeVisu, isLoaded}, fileName, product, force);
         },
@@ -180,7 +190,7 @@ HRESULT VornToolsSwitchMgt::switchVisu(CATUnicodeString fileName, CATIProduct* p
 
 HRESULT VornToolsSwitchMgt::switchBREP(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchBREP");
-    return onPlatform(
+    return guardedButForeign(
         [&] {
             return perform(frame, *this, {m_switchBack, Modes::WorkModeBrep, lacksGeometry}, fileName, product, force);
         },
@@ -189,7 +199,7 @@ HRESULT VornToolsSwitchMgt::switchBREP(CATUnicodeString fileName, CATIProduct* p
 
 HRESULT VornToolsSwitchMgt::switchDefault(CATUnicodeString fileName, CATIProduct* product, unsigned char force) {
     const JournalFrame frame(_CteCLASS_NAME, "switchDefault");
-    return onPlatform(
+    return guardedButForeign(
         [&] {
             return perform(frame, *this, {m_switchBack, Modes::WorkModeDefault, isVisualised}, fileName, product,
                            force);
@@ -214,7 +224,7 @@ HRESULT VornToolsSwitchMgt::restore(CATUnicodeString fileName) {
         if (list == &m_visualisations) return switchVisu(fileName, p_product, kForced);
         return currentMode(p_product) == Modes::WorkModeDefault ? S_FALSE : restoreDefault(*this, fileName, p_product);
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::restoreAll(unsigned char skipModeCheck) {
@@ -245,7 +255,7 @@ HRESULT VornToolsSwitchMgt::restoreAll(unsigned char skipModeCheck) {
                      });
         return code;
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::isInVisuMode(CATUnicodeString fileName, unsigned char& visu) {
@@ -266,7 +276,7 @@ HRESULT VornToolsSwitchMgt::isInVisuMode(CATUnicodeString fileName, unsigned cha
         visu = current == Modes::WorkModeVisu || current == Modes::WorkModeDefault ? 1 : 0;
         return S_OK;
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }
 
 unsigned char VornToolsSwitchMgt::isSwitchEnabled() const {
@@ -297,7 +307,7 @@ HRESULT VornToolsSwitchMgt::getDefaultRepName(CATIProduct* product, CATUnicodeSt
             frame.write("o_default_shape_name : %s", name);
         return S_OK;
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }
 
 HRESULT VornToolsSwitchMgt::updateDocumentName(CATUnicodeString oldName, CATUnicodeString newName) {

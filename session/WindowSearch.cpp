@@ -5,7 +5,6 @@
 #include "foundation/HoldingSwitch.h"
 #include "foundation/InterfacePtr.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/PlatformErrors.h"
 
 #include "CATDocument.h"
 #include "CATFrmEditor.h"
@@ -152,7 +151,7 @@ HRESULT VornToolsCommon::analyzeSingleWindow(CATDocument* ip_root_document, CATU
         const HRESULT code = getProductInSession(sp_root.get(), i_file_name, opi_product, o_found);
         return FAILED(code) ? frame.callFailed("VornToolsCommon::getProductInSession") : code;
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::analyzeWindowsInSession(CATUnicodeString i_file_name, CATUnicodeString i_shape_name,
@@ -191,5 +190,5 @@ HRESULT VornToolsCommon::analyzeWindowsInSession(CATUnicodeString i_file_name, C
         opi_product = search.sp_product.detach();
         return code;
     };
-    return onPlatform(work, E_FAIL);
+    return guardedButForeign(work, E_FAIL);
 }

@@ -1,8 +1,8 @@
 #include "VornToolsCommon.h"
 
 #include "cache/DatLines.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
-#include "foundation/PlatformErrors.h"
 
 #include "CATDocument.h"
 #include "CATDocumentsInSession.h"
@@ -42,7 +42,7 @@ HRESULT VornToolsCommon::isCATPartInVisuModeAnActivateNode(CATIProduct* ipi_prod
         o_is_active = SUCCEEDED(VornToolsWorkModeServices::getWorkModeCAA(ipi_product, mode)) ? 1 : 0;
         return S_OK;
     };
-    return onPlatform(work, E_FAIL);
+    return guarded(work, E_FAIL);
 }
 
 HRESULT VornToolsCommon::isFileNameInVisu(CATUnicodeString i_file_name, unsigned char& o_is_in_visu) {
@@ -64,7 +64,7 @@ HRESULT VornToolsCommon::isFileNameInVisu(CATUnicodeString i_file_name, unsigned
         }
         return S_OK;
     };
-    return onPlatform(work, E_FAIL);
+    return guarded(work, E_FAIL);
 }
 
 unsigned char VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(CATUnicodeString i_file_name, CATDocument* ip_document,

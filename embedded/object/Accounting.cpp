@@ -19,6 +19,13 @@ std::vector<std::string> Accounting::holders() const {
     return result;
 }
 
+std::string Accounting::nameOf(const CATBaseUnknown& object) {
+    const CATBaseUnknown* const identity = const_cast<CATBaseUnknown&>(object).GetImpl();
+    for (Object* known = Object::s_first; known; known = known->m_next)
+        if (known->implementation() == identity) return known->objectName();
+    return object.IsA();
+}
+
 void Accounting::breach(const std::string& what) { m_breaches.push_back(what); }
 
 std::vector<std::string> Accounting::takeBreaches() { return std::exchange(m_breaches, {}); }

@@ -61,6 +61,16 @@ int statusIn(VornCache& cache, const std::string& name) {
     return flag;
 }
 
+/** What a cache knows of a document. */
+std::string textOfCache(VornCache& cache, const CATUnicodeString& name) {
+    VornCache::EnumModifiedFlag flag = VornCache::ModifiedFlagNew;
+    CATUnicodeString revision, dataset;
+    cache.getModifiedStatus(name, flag);
+    cache.getItemRevUID(name, revision);
+    cache.getDatasetUID(name, dataset);
+    return textOfOutputs(cache.isInCache(name), flag, revision, dataset);
+}
+
 std::string tagged(const std::string& date) {
     return "<DatFileVersion>\n2\n</DatFileVersion>\n<ItemRevUID>\nrev1\n</ItemRevUID>\n<DatasetUID>\nset1\n"
            "</DatasetUID>\n<LocalLastModDate>\n" +
@@ -580,7 +590,10 @@ TEST_F(VornCacheTest, Sweep) {
         return SweepCase{"VornCache::addDocument",
                          [=] {
                              VornCache cache;
-                             return SweepOutcome{cache.addDocument(file.c_str(), doc), true};
+                             const CATUnicodeString key(file.c_str());
+                             const HRESULT code = cache.addDocument(key, doc);
+                             embedded::Failures::get().disarm();
+                             return SweepOutcome{code, true, 0, textOfCache(cache, key)};
                          },
                          {},
                          {}};
@@ -597,7 +610,7 @@ TEST_F(VornCacheTest, Sweep) {
                            CATListValCATUnicodeString list;
                            list.Append("stale");
                            const HRESULT code = (cache.*getter)(name.c_str(), "/elsewhere", list);
-                           return SweepOutcome{code, list.Size() == 0};
+                           return outcomeOf(code, list);
                        },
                        {},
                        {}});
@@ -614,14 +627,16 @@ TEST_F(VornCacheTest, Sweep) {
     sweepFailures({"VornCache::getAttributeList",
                    [&] {
                        CATListValCATUnicodeString list;
-                       return SweepOutcome{cache.getAttributeList(name.c_str(), list), true};
+                       const HRESULT code = cache.getAttributeList(name.c_str(), list);
+                       return SweepOutcome{code, true, 0, textOfOutputs(list)};
                    },
                    {},
                    {}});
     sweepFailures({"VornCache::getLocalLastModifiedDate",
                    [&] {
                        CATUnicodeString value;
-                       return SweepOutcome{cache.getLocalLastModifiedDate(name.c_str(), value), true};
+                       const HRESULT code = cache.getLocalLastModifiedDate(name.c_str(), value);
+                       return SweepOutcome{code, true, 0, textOfOutputs(value)};
                    },
                    {},
                    {}});

@@ -79,7 +79,7 @@ TEST_F(CgrFileNameTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        CATUnicodeString result("stale");
                        const HRESULT code = VornToolsCommon::extractFileNameFromCacheFileName(
                            "E:\\one\\cgr\\#2\\m\\a.CATPart.cgr", result);
-                       return SweepOutcome{code, result.IsNull() != 0};
+                       return outcomeOf(code, result);
                    }});
     CATUnicodeString result("stale");
     HRESULT code = S_OK;

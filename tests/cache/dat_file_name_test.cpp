@@ -105,14 +105,14 @@ TEST_F(DatFileNameTest, Sweep) {
                    [] {
                        CATUnicodeString name("stale");
                        const HRESULT code = VornToolsCommon::getDatFileFullFileName("p.CATPart", name);
-                       return SweepOutcome{code, name.IsNull() != 0};
+                       return outcomeOf(code, name);
                    },
                    {},
                    {}});
     sweepFailures({"VornToolsCommon::isAOvElement", [&] {
                        CATUnicodeString name("stale");
                        const bool is = VornToolsCommon::isAOvElement(made.get(), "made.CATPart", name) != 0;
-                       return SweepOutcome{is ? S_OK : E_FAIL, is || name.IsNull()};
+                       return outcomeOf(is ? S_OK : E_FAIL, name);
                    }});
 }
 

@@ -247,7 +247,7 @@ TEST_F(DatFileTest, Sweep) {
                              CATListValCATUnicodeString lines;
                              lines.Append("stale");
                              const HRESULT code = VornToolsCommon::readDatTools(name.c_str(), uuid.c_str(), lines);
-                             return SweepOutcome{code, lines.Size() == 0};
+                             return outcomeOf(code, lines);
                          },
                          {},
                          {}};
@@ -264,7 +264,7 @@ TEST_F(DatFileTest, Sweep) {
                              unsigned char answer = 1;
                              const std::string file = embedded::Document(document).name();
                              const HRESULT code = question(file.c_str(), document.get(), answer);
-                             return SweepOutcome{code, answer == 0};
+                             return outcomeOf(code, answer);
                          },
                          {},
                          {}};

@@ -127,7 +127,7 @@ TEST_F(DocumentStateTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepFailures({"VornToolsCommon::isModifiedStatusInCATIA", [&] {
                        unsigned char answer = 7;
                        const HRESULT code = VornToolsCommon::isModifiedStatusInCATIA(file.c_str(), answer);
-                       return SweepOutcome{code, answer == 0};
+                       return outcomeOf(code, answer);
                    }});
     environment().usesLogicalNames = true;
     sweepFailures({"VornToolsCommon::isDocumentToBeSaved",

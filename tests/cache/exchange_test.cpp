@@ -578,19 +578,20 @@ TEST_F(ExchangeTest, FailuresOfThePlatformAreMet) {
     sweepFailures({"VornToolsCommon::readResultFileAndGetClient",
                    [&] {
                        const Client client;
-                       return SweepOutcome{client.code, client.text() == "0,0"};
+                       return outcomeOf(client.code, client.ok, client.hosted);
                    },
                    restore});
     sweepFailures({"VornToolsCommon::getResultInfo",
                    [&] {
                        const ResultInfo info;
-                       return SweepOutcome{info.code, info.status == -1 && info.lines.size() == 0};
+                       return SweepOutcome{info.code, info.status == -1 && info.lines.size() == 0, info.status,
+                                           textOfOutputs(texts(info.lines))};
                    },
                    restore});
     sweepFailures({"VornToolsCommon::getResultStatus",
                    [&] {
                        const int status = VornToolsCommon::getResultStatus();
-                       return SweepOutcome{status < 0 ? E_FAIL : S_OK, true};
+                       return SweepOutcome{status < 0 ? E_FAIL : S_OK, true, status};
                    },
                    restore});
     sweepFailures({"VornToolsCommon::writeCADFilesInSessionFile",
@@ -602,14 +603,15 @@ TEST_F(ExchangeTest, FailuresOfThePlatformAreMet) {
     sweepFailures({"VornToolsCommon::readHighlightFile",
                    [&] {
                        const Highlight highlight(true);
-                       return SweepOutcome{highlight.code, highlight.parts.Size() == highlight.files.Size()};
+                       return SweepOutcome{highlight.code, highlight.parts.Size() == highlight.files.Size(), 0,
+                                           textOfOutputs(highlight.contexts, highlight.parts, highlight.files)};
                    },
                    restore, [&] { return content("highlight_v01.txt"); }});
     sweepFailures({"VornToolsCommon::readBinaryFile",
                    [&] {
                        const std::unique_ptr<VornToolsString> sp_read(
                            VornToolsCommon::readBinaryFile(CATUnicodeString(file.data(), file.size())));
-                       return SweepOutcome{sp_read ? S_OK : E_FAIL, true};
+                       return outcomeOf(sp_read ? S_OK : E_FAIL, sp_read.get());
                    },
                    restore});
 }

@@ -144,13 +144,13 @@ TEST_F(RecordedIdentityTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        VornCache cache;
                        Identity identity;
                        const HRESULT code = identity.ofFile(managed, &cache);
-                       return SweepOutcome{code, identity.empty()};
+                       return SweepOutcome{code, identity.empty(), 0, identity.text()};
                    }});
     sweepFailures({"VornToolsCommon::getOrvaneInformations", [&] {
                        VornCache cache;
                        Identity identity;
                        const HRESULT code = identity.ofProduct(instance.get(), &cache);
-                       return SweepOutcome{code, identity.empty()};
+                       return SweepOutcome{code, identity.empty(), 0, identity.text()};
                    }});
 }
 

@@ -38,7 +38,7 @@ TEST_F(UuidsTest, Sweep) {
                    [&] {
                        CATUnicodeString text;
                        const HRESULT code = VornToolsCommon::getDocUUID(document.get(), text);
-                       return SweepOutcome{code, text.Compare("0_0_0_0") == 2};
+                       return SweepOutcome{code, text.Compare("0_0_0_0") == 2, 0, textOfOutputs(text)};
                    },
                    {},
                    {}});

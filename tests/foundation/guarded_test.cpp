@@ -54,11 +54,15 @@ TEST(GuardedTest, AnErrorOfThePlatformIsAFailure) {
     };
     EXPECT_EQ(guarded(work, E_FAIL), E_FAIL);
     EXPECT_EQ(vorntools::onPlatform(work, E_FAIL), E_FAIL);
+    EXPECT_EQ(vorntools::guardedButForeign(work, E_FAIL), E_FAIL);
     EXPECT_EQ(vorntools::onPlatform([] { return S_FALSE; }, E_FAIL), S_FALSE);
     EXPECT_EQ(embedded::Accounting::get().live().objects, before);
     is_foreign = true;
     EXPECT_EQ(guarded(work, E_FAIL), E_FAIL);
     EXPECT_THROW(vorntools::onPlatform(work, E_FAIL), int) << "what is none passes";
+    EXPECT_THROW(vorntools::guardedButForeign(work, E_FAIL), int);
+    EXPECT_EQ(vorntools::guardedButForeign([]() -> HRESULT { throw std::bad_alloc(); }, E_FAIL), E_FAIL);
+    EXPECT_EQ(vorntools::guardedButForeign([]() -> HRESULT { throw std::length_error("too long"); }, E_FAIL), E_FAIL);
 }
 
 } // namespace

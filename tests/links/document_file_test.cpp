@@ -648,8 +648,9 @@ TEST_F(DocumentFileTest, SurvivesFailingCalls) {
                        const std::unique_ptr<VornToolsString> image(document.readLinkImage());
                        const std::unique_ptr<VornToolsString> stream(document.readStream(3));
                        const std::unique_ptr<VornToolsString> picture(document.readPreview());
-                       return SweepOutcome{code, document.getEntryCount() == 0,
-                                           static_cast<int>(image ? image->size() : 0) + document.getCondition()};
+                       return SweepOutcome{
+                           code, document.getEntryCount() == 0, document.getCondition(),
+                           textOfOutputs(document.getEntryCount(), image.get(), stream.get(), picture.get())};
                    }});
 }
 
@@ -663,8 +664,8 @@ TEST_F(DocumentFileTest, ReadingAtOnceSurvivesFailingCalls) {
                        document.getDocuments(documents);
                        document.getLinks(links);
                        document.getExternalReferences(references);
-                       return SweepOutcome{code, documents + links + references == 0,
-                                           static_cast<int>(documents + 10 * links + 100 * references)};
+                       return SweepOutcome{code, documents + links + references == 0, 0,
+                                           textOfOutputs(DocumentAnswers::of(document))};
                    }});
 }
 

@@ -85,7 +85,7 @@ TEST_F(DocumentTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepFailures({"VornToolsDocument::getDocumentInSession", [&] {
                        CATDocument* document = nullptr;
                        const HRESULT code = VornToolsDocument::getDocumentInSession("/data/lib/p.CATPart", document);
-                       return SweepOutcome{code, document == nullptr};
+                       return outcomeOf(code, document);
                    }});
 }
 
@@ -96,7 +96,7 @@ TEST_F(DocumentTest, WithoutMemoryACallFails) {
     sweepAllocations("getDocumentInSession", [&] {
         CATDocument* document = reinterpret_cast<CATDocument*>(16);
         const HRESULT code = VornToolsDocument::getDocumentInSession(name, document);
-        return SweepOutcome{code, document == nullptr};
+        return outcomeOf(code, document);
     });
 }
 

@@ -321,12 +321,12 @@ TEST_F(IgnoreNodesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         sweepFailures({"VornToolsIgnoreNodes::isAnIgnoreNode", [&] {
                            unsigned char result = 7;
                            const HRESULT code = nodes.isAnIgnoreNode(part.get(), "CD.CATPart", mode, result);
-                           return SweepOutcome{code, result == 0};
+                           return outcomeOf(code, result);
                        }});
     sweepFailures({"VornToolsIgnoreNodes::hasAnIgnoreNode", [&] {
                        unsigned char result = 7;
                        const HRESULT code = nodes.hasAnIgnoreNode(part.get(), result);
-                       return SweepOutcome{code, result == 0};
+                       return outcomeOf(code, result);
                    }});
     auto instance = root.at({"i.1"});
     sweepFailures({"VornToolsIgnoreNodes::updateInstanceDescription",
@@ -347,12 +347,12 @@ TEST_F(IgnoreNodesTest, WithoutMemoryACallFails) {
         sweepAllocations("isAnIgnoreNode", [&] {
             unsigned char result = 7;
             const HRESULT code = nodes.isAnIgnoreNode(instance.get(), "g.CATProduct", mode, result);
-            return SweepOutcome{code, result == 0};
+            return outcomeOf(code, result);
         });
     sweepAllocations("hasAnIgnoreNode", [&] {
         unsigned char result = 7;
         const HRESULT code = nodes.hasAnIgnoreNode(root.at({"g" + text, "p.1"}).get(), result);
-        return SweepOutcome{code, result == 0};
+        return outcomeOf(code, result);
     });
     sweepAllocations("updateInstanceDescription", [&] {
         instance.description(text);
@@ -363,7 +363,7 @@ TEST_F(IgnoreNodesTest, WithoutMemoryACallFails) {
         const HRESULT code = nodes.initClassVariables();
         unsigned char result = 7;
         nodes.isAnIgnoreNode(part.get(), "xp.CATPart", 0, result);
-        return SweepOutcome{code, result == 0};
+        return outcomeOf(code, result);
     });
 }
 

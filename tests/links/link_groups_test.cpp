@@ -173,12 +173,11 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     VornToolsString bytes = stringOf(image.bytes()), name = stringOf(file), linked = stringOf("C:\\x\\a.CATPart");
     const CATUnicodeString directory(folder().u8string().c_str());
     const int property = image.propertyPosition();
-    const auto sweep = [&](const char* method, const std::function<void()>& operation) {
+    const auto sweep = [&](const char* method, const std::function<std::string()>& operation) {
         const auto startCountAnew = [&] { located("", path("none/own"), "\\none\\none"); };
         sweepFailures({"VornToolsLinks::"s + method,
                        [&] {
-                           operation();
-                           return SweepOutcome();
+                           return SweepOutcome{S_OK, true, 0, operation()};
                        },
                        startCountAnew});
     };
@@ -192,20 +191,25 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         for (const auto& list : lists) EXPECT_EQ(list.Size(), static_cast<int>(count));
         EXPECT_TRUE(count == 0 || count == 3);
         EXPECT_EQ(flags.size(), static_cast<unsigned int>(count));
+        return textOfOutputs(lists[0], lists[1], lists[2], lists[3], lists[4], flags, missing);
     });
     sweep("getLinks", [&] {
         unsigned char missing = 0;
-        EXPECT_EQ(VornToolsLinks::getLinks(&bytes, "", &name, directory, missing).size(), 3U);
+        const auto links = VornToolsLinks::getLinks(&bytes, "", &name, directory, missing);
+        EXPECT_EQ(links.size(), 3U);
+        return textOfOutputs(textsOf(links), missing);
     });
     sweep("getLinkedDocName", [&] {
         Strings lists[4];
         VornToolsLinks::getLinkedDocName(&bytes, property, &name, directory, lists[0], lists[1], lists[2], lists[3]);
         for (const auto& list : lists) EXPECT_EQ(list.size(), 1U);
+        return textOfOutputs(lists[0], lists[1], lists[2], lists[3]);
     });
     sweep("getMmlDocuments", [&] {
         Strings documents;
         VornToolsLinks::getMmlDocuments(&bytes, 21, image.applicationPosition(), property, &name, directory, documents);
         EXPECT_EQ(documents.size(), 1U);
+        return textOfOutputs(documents);
     });
     sweep("getOtherDocuments", [&] {
         Strings names, of_what;
@@ -215,6 +219,7 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         EXPECT_EQ(names.size(), 1U);
         EXPECT_EQ(of_what.size(), 1U);
         EXPECT_EQ(uses.size(), 1U);
+        return textOfOutputs(names, of_what, uses);
     });
     using OneKind = VornToolsVector<VornToolsLink> (*)(VornToolsString*, VornToolsString*, CATUnicodeString);
     const std::tuple<const char*, OneKind, unsigned int> kinds[] = {
@@ -227,8 +232,11 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         {"getMMLDrawingLinks", VornToolsLinks::getMMLDrawingLinks, 2},
     };
     for (const auto& [method, operation, count] : kinds)
-        sweep(method,
-              [&, &run = operation, &expected = count] { EXPECT_EQ(run(&bytes, &name, directory).size(), expected); });
+        sweep(method, [&, &run = operation, &expected = count] {
+            const auto links = run(&bytes, &name, directory);
+            EXPECT_EQ(links.size(), expected);
+            return textOfOutputs(textsOf(links));
+        });
     using Resolution = VornToolsString* (*)(VornToolsString*, VornToolsString*, VornToolsString*, CATUnicodeString);
     for (const auto& [method, resolve] :
          {std::pair<const char*, Resolution>{"realLinkedDocPath", VornToolsLinks::realLinkedDocPath},
@@ -236,8 +244,12 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         sweep(method, [&, &run = resolve] {
             const std::unique_ptr<VornToolsString> found(run(nullptr, &name, &linked, directory));
             EXPECT_TRUE(bytesOf(*found) == bytesOf(linked) || bytesOf(*found) == path("deep/er/a.CATPart"));
+            return textOfOutputs(found.get());
         });
-    sweep("findFileInPath", [&] { VornToolsLinks::findFileInPath("a.CATPart", directory.ConvertToChar()); });
+    sweep("findFileInPath", [&] {
+        const char* const found = VornToolsLinks::findFileInPath("a.CATPart", directory.ConvertToChar());
+        return std::string(found ? found : "null");
+    });
 }
 
 } // namespace

@@ -473,7 +473,8 @@ TEST_F(ScenesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        IEnumVARIANT* walk = nullptr;
                        long count = 7;
                        const HRESULT code = VornToolsScenes::getAllScenesOnRoot(top, walk, count);
-                       const SweepOutcome outcome{code, walk == nullptr && count == 0};
+                       const SweepOutcome outcome{code, walk == nullptr && count == 0, static_cast<int>(count),
+                                                  textOfOutputs(walk != nullptr)};
                        if (walk) walk->Release();
                        return outcome;
                    }});
@@ -481,7 +482,7 @@ TEST_F(ScenesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         sweepFailures({kScenes + name, [=] {
                            CATListValCATUnicodeString list = toList({"before"});
                            const HRESULT code = read(list);
-                           return SweepOutcome{code, list.Size() == 0};
+                           return outcomeOf(code, list);
                        }});
     };
     sweepList("readScenesNamesInAssy", [=](auto& list) { return VornToolsScenes::readScenesNamesInAssy(top, list); });
@@ -492,7 +493,7 @@ TEST_F(ScenesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        CATUnicodeString text("before");
                        unsigned char answer = 7;
                        const HRESULT code = VornToolsScenes::getParentsWithComponents(lowest, text, answer);
-                       return SweepOutcome{code, text.IsNull() && answer == 0};
+                       return outcomeOf(code, text, answer);
                    }});
     const CATListValCATUnicodeString list = toList({"c.1!g.1!", "F", "", "TRUE", "g.1!", "F", "", "TRUE"});
     const auto isFalse = [](const CATUnicodeString& text) { return text == CATUnicodeString("FALSE"); };
@@ -501,12 +502,13 @@ TEST_F(ScenesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        CATUnicodeString byComponent("before");
                        const HRESULT code =
                            VornToolsScenes::hasParentHideInScene(lowest, list, "F", byParent, byComponent);
-                       return SweepOutcome{code, isFalse(byParent) && isFalse(byComponent)};
+                       return SweepOutcome{code, isFalse(byParent) && isFalse(byComponent), 0,
+                                           textOfOutputs(byParent, byComponent)};
                    }});
     sweepFailures({kScenes + "hasParentComponentHideInScene", [&] {
                        CATUnicodeString answer("before");
                        const HRESULT code = VornToolsScenes::hasParentComponentHideInScene(lowest, list, "F", answer);
-                       return SweepOutcome{code, isFalse(answer) != 0};
+                       return SweepOutcome{code, isFalse(answer) != 0, 0, textOfOutputs(answer)};
                    }});
 }
 
@@ -519,7 +521,7 @@ TEST_F(ScenesTest, WithoutMemoryACallFails) {
     sweepAllocations("readScenesNamesInAssy", [&] {
         CATListValCATUnicodeString list = toList({"before"});
         const HRESULT code = VornToolsScenes::readScenesNamesInAssy(root.get(), list);
-        return SweepOutcome{code, list.Size() == 0};
+        return outcomeOf(code, list);
     });
     for (const char* file : {"/w/r.a.CATProduct", ""})
         sweepAllocations("readScenesDataInAssy", [&] {

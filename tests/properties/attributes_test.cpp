@@ -47,7 +47,7 @@ TEST_F(DocumentAttributesTest, EveryFailureOfTheSettersIsMet) {
         service();
         sweepFailures({kClass + "setMechanicalPartParameters",
                        [&] {
-                           return SweepOutcome{setPart(part, entries, needUpdate), true};
+                           return SweepOutcome{setPart(part, entries, needUpdate), true, needUpdate};
                        },
                        [&] { reset(partValues, "Old"); }});
         sweepFailures({kClass + "setReferenceProductParameters",
@@ -63,7 +63,7 @@ TEST_F(DocumentAttributesTest, EveryFailureOfTheSettersIsMet) {
     unsigned char needUpdate = 0;
     sweepFailures({kClass + "setMechanicalPartParameters",
                    [&] {
-                       return SweepOutcome{setPart(bare, {}, needUpdate), true};
+                       return SweepOutcome{setPart(bare, {}, needUpdate), true, needUpdate};
                    },
                    [&] { reset(bare, ""); }});
     const Publisher root = begin(kKinds[0]).keepIn("UserParameters");
@@ -80,7 +80,7 @@ TEST_F(DocumentAttributesTest, EveryFailureOfTheReadersIsMet) {
         sweepFailures({kClass + name, [&] {
                            CATListValCATUnicodeString list = column({{"left over", "", ""}}, 0);
                            const HRESULT code = retrieve(document.get(), list);
-                           return SweepOutcome{code, list.Size() == 0};
+                           return outcomeOf(code, list);
                        }});
     };
     const auto fill = [](const Publisher& values) {

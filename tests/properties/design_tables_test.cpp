@@ -618,7 +618,7 @@ TEST_F(DesignTablesTest, Sweep) {
         return [call, document]() -> SweepOutcome {
             CATListValCATISpecObject_var tables;
             const HRESULT code = call(document.get(), &tables);
-            return {code, tables.Size() == 0};
+            return outcomeOf(code, tables);
         };
     };
     sweepFailures({"VornToolsCommon::getDesignTableInAnalysisDocument",
@@ -643,13 +643,14 @@ TEST_F(DesignTablesTest, Sweep) {
         sweepFailures({read.first, [&]() -> SweepOutcome {
                            CATUnicodeString text("stale");
                            const HRESULT code = read.second(table.get(), text);
-                           return {code, text.IsNull() != 0};
+                           return outcomeOf(code, text);
                        }});
     for (const auto& document : {bolt, top})
         sweepFailures({"VornToolsCommon::getDesignTableSheet", [&]() -> SweepOutcome {
                            Sheets read;
                            const HRESULT code = read.read(document);
-                           return {code, read.paths.Size() + read.sheets.Size() + read.names.Size() == 0};
+                           return outcomeOf(code, read.paths, read.files, read.sheets, read.configurations, read.texts,
+                                            read.associated, read.names);
                        }});
     sweepFailures({"VornToolsCommon::readDesignTableInformation", [&]() -> SweepOutcome {
                        CATUnicodeString path("stale"), fileName, text, associated, tableName;
@@ -658,22 +659,24 @@ TEST_F(DesignTablesTest, Sweep) {
                        const HRESULT code = VornToolsCommon::readDesignTableInformation(
                            CATISpecObject_var(table.specObject()), "", nullptr, path, fileName, sheet, configuration,
                            text, associated, tableName);
-                       return {code, path.IsNull() && text.IsNull() && sheet == 0 && configuration == 0};
+                       return outcomeOf(code, path, fileName, sheet, configuration, text, associated, tableName);
                    }});
     sweepFailures({"VornToolsCommon::getAllProductsAndDesignTablesNames", [&]() -> SweepOutcome {
                        CATListValCATUnicodeString names, files;
                        CATListPtrCATIProduct products;
                        const HRESULT code = VornToolsCommon::getAllProductsAndDesignTablesNames(top.get(), nullptr, 1,
                                                                                                 names, products, files);
+                       const SweepOutcome outcome = outcomeOf(code, names, products, files);
                        for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
-                       return {code, names.Size() + products.Size() + files.Size() == 0};
+                       return outcome;
                    }});
     sweepFailures({"VornToolsCommon::getSelectedProductsAndDesignTables", [&]() -> SweepOutcome {
                        CATListPtrCATBaseUnknown products;
                        CATListValCATUnicodeString files;
                        const HRESULT code = VornToolsCommon::getSelectedProductsAndDesignTables(products, files);
+                       const SweepOutcome outcome = outcomeOf(code, products, files);
                        for (int i = 1; i <= products.Size(); ++i) products[i]->Release();
-                       return {code, products.Size() + files.Size() == 0};
+                       return outcome;
                    }});
 }
 

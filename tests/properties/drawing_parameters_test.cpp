@@ -167,13 +167,13 @@ TEST_F(DrawingParametersTest, FaultsOfThePlatformAreMet) {
                        CATListValCATISpecObject_var parameters;
                        const HRESULT code =
                            VornToolsCommon::getDrawingParameters(document.get(), pointer(), parameters);
-                       return SweepOutcome{code, parameters.Size() == 0};
+                       return outcomeOf(code, parameters);
                    }});
     sweepFailures({kCommon + "getDrawingParametersAndParameterSets", [&] {
                        CATListValCATISpecObject_var parameters, sets;
                        const HRESULT code = VornToolsCommon::getDrawingParametersAndParameterSets(
                            document.get(), pointer(), parameters, sets);
-                       return SweepOutcome{code, parameters.Size() + sets.Size() == 0};
+                       return outcomeOf(code, parameters, sets);
                    }});
     sweep("setDrawingParameters", [&] { return set(document, {"A"}, {"y"}, {"s"}); });
     sweep("removeDrawingParameter", [&] { return remove("A"); });

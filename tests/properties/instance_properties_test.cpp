@@ -448,8 +448,9 @@ TEST_F(InstancePropertiesTest, EveryPlatformCallMayFail) {
     sweepFailures({"VornToolsInstanceProperty::createMaroInstanceProperty",
                    [this] {
                        unsigned char created = 7;
-                       return SweepOutcome{Service::createMaroInstanceProperty(frame.get(), Service::PropertyString,
-                                                                               "A", "y", 0, created)};
+                       const HRESULT code = Service::createMaroInstanceProperty(frame.get(), Service::PropertyString,
+                                                                                "A", "y", 0, created);
+                       return SweepOutcome{code, true, created};
                    },
                    reset});
     sweepFailures({"VornToolsInstanceProperty::updateMaroInstanceProperty",
@@ -465,13 +466,13 @@ TEST_F(InstancePropertiesTest, EveryPlatformCallMayFail) {
                        Type type = Service::PropertyBoolean;
                        CATUnicodeString value("before");
                        const HRESULT code = Service::getAttribute(frame.get(), "R", found, type, value);
-                       return SweepOutcome{code, !found && type == Service::PropertyString && value.IsNull()};
+                       return outcomeOf(code, found, type, value);
                    }});
     sweepFailures({"VornToolsInstanceProperty::getAllMaroInstancePropertiesNamesAndValues", [this] {
                        CATListValCATUnicodeString names = list({"before"}), values = list({"before"});
                        const HRESULT code =
                            Service::getAllMaroInstancePropertiesNamesAndValues(frame.get(), names, values);
-                       return SweepOutcome{code, names.Size() == 0 && values.Size() == 0};
+                       return outcomeOf(code, names, values);
                    }});
     for (const auto& [name, method] :
          {std::pair("VornToolsInstanceProperty::getAllMaroInstanceProperties", &Service::getAllMaroInstanceProperties),
@@ -481,9 +482,8 @@ TEST_F(InstancePropertiesTest, EveryPlatformCallMayFail) {
         sweepFailures({name, [this, call] {
                            CATListValCATBaseUnknown_var* p_list = nullptr;
                            const HRESULT code = call(frame.get(), p_list);
-                           const bool none = !p_list;
-                           delete p_list;
-                           return SweepOutcome{code, none};
+                           const std::unique_ptr<CATListValCATBaseUnknown_var> owned(p_list);
+                           return outcomeOf(code, p_list);
                        }});
     }
     sweepFailures({"VornToolsInstanceProperty::updateDescriptionInstMapping",
@@ -495,13 +495,12 @@ TEST_F(InstancePropertiesTest, EveryPlatformCallMayFail) {
     embedded::userProperties(bolt).add("MaroAssyConfigDatasetUID", "d");
     sweepFailures({"VornToolsAssyConfig::hasMaroAssyConfigProperty", [this] {
                        CATUnicodeString texts[4];
-                       VornToolsAssyConfig::hasMaroAssyConfigProperty(bolt.get(), texts[0], texts[1], texts[2],
-                                                                      texts[3]);
-                       return SweepOutcome{};
+                       const int has = VornToolsAssyConfig::hasMaroAssyConfigProperty(bolt.get(), texts[0], texts[1],
+                                                                                      texts[2], texts[3]);
+                       return SweepOutcome{S_OK, true, has, textOfOutputs(texts[0], texts[1], texts[2], texts[3])};
                    }});
     sweepFailures({"VornToolsAssyConfig::isAssyConfigRootProduct", [this] {
-                       VornToolsAssyConfig::isAssyConfigRootProduct(bolt.get());
-                       return SweepOutcome{};
+                       return SweepOutcome{S_OK, true, VornToolsAssyConfig::isAssyConfigRootProduct(bolt.get())};
                    }});
 }
 

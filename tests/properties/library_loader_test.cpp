@@ -109,7 +109,7 @@ TEST_F(LibraryLoaderTest, TheFunctionIsCalledForParts) {
     sweepFailures({"VornToolsCADDOCProperties::getElectricalParameters", [&] {
                        CATListValCATUnicodeString list;
                        const HRESULT code = VornToolsCADDOCProperties::getElectricalParameters(part.get(), list);
-                       return SweepOutcome{code, list.Size() == 0};
+                       return outcomeOf(code, list);
                    }});
     session().part("/w/Bare.CATPart").withoutRoots();
     EXPECT_EQ(parameters(session().find("/w/Bare.CATPart"), E_FAIL), Texts());

@@ -142,7 +142,7 @@ TEST_F(MasksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                    [=] {
                        int mask = 7;
                        const HRESULT code = VornToolsMask::getMask(product, &mask);
-                       return SweepOutcome{code, mask == 0};
+                       return outcomeOf(code, mask);
                    },
                    [this] { embedded::setMask(bolt, 3); }});
     const auto sweepSetting = [&](int before, int mask) {

@@ -110,9 +110,9 @@ TEST_F(ParameterSetsTest, FaultsOfThePlatformAreMet) {
                    [&] {
                        CATICkeParameterSet* made = set.set();
                        const HRESULT code = Service::createParameterSet(bare.get(), made);
-                       const bool empty = !made;
+                       const SweepOutcome outcome = outcomeOf(code, made);
                        if (made) made->Release();
-                       return SweepOutcome{code, empty};
+                       return outcome;
                    },
                    [&] { empty(bare); }});
     for (const Publisher& feature : {part, parametersOf(session().product("/w/P.CATProduct").root())})
@@ -120,9 +120,9 @@ TEST_F(ParameterSetsTest, FaultsOfThePlatformAreMet) {
                        [&] {
                            CATICkeParameterSet* result = set.set();
                            const HRESULT code = service->getParameterSet(feature.get(), result);
-                           const bool empty = !result;
+                           const SweepOutcome outcome = outcomeOf(code, result);
                            if (result) result->Release();
-                           return SweepOutcome{code, empty};
+                           return outcome;
                        },
                        {},
                        {},
@@ -136,13 +136,13 @@ TEST_F(ParameterSetsTest, FaultsOfThePlatformAreMet) {
                        CATListValCATBaseUnknown_var* list = nullptr;
                        const HRESULT code = service->getListOfParameters(set.set(), list, names, values, types, flags);
                        const std::unique_ptr<CATListValCATBaseUnknown_var> owned(list);
-                       return SweepOutcome{code, !list && names.Size() + values.Size() + types.Size() == 0};
+                       return outcomeOf(code, list, names, values, types, flags);
                    }});
-    sweepFailures(
-        {kClass + "appendAttributesWithParamsList", [&] {
-             CATListValCATUnicodeString list;
-             return SweepOutcome{service->appendAttributesWithParamsList(set.set(), "X", list), list.Size() == 0};
-         }});
+    sweepFailures({kClass + "appendAttributesWithParamsList", [&] {
+                       CATListValCATUnicodeString list;
+                       const HRESULT code = service->appendAttributesWithParamsList(set.set(), "X", list);
+                       return outcomeOf(code, list);
+                   }});
     reports();
 }
 

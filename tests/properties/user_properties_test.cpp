@@ -279,7 +279,7 @@ TEST_F(UserPropertiesTest, FaultsOfThePlatformAreMet) {
     sweepFailures({kCommon + "getUserProperties", [&] {
                        CATListValCATUnicodeString names, values;
                        const HRESULT code = VornToolsCommon::getUserProperties(bolt.get(), names, values);
-                       return SweepOutcome{code, names.Size() + values.Size() == 0};
+                       return outcomeOf(code, names, values);
                    }});
     sweep("setUserProperties", [&] { return set(bolt, {"A"}, {"y"}, {"s"}); });
     environment().createsProperties = true;
@@ -290,7 +290,7 @@ TEST_F(UserPropertiesTest, FaultsOfThePlatformAreMet) {
     sweepFailures({kCommon + "getNameProperty", [&] {
                        CATUnicodeString name;
                        const HRESULT code = VornToolsCommon::getNameProperty(CATICkeParm_var(text.get()), name);
-                       return SweepOutcome{code, name.IsNull() != 0};
+                       return outcomeOf(code, name);
                    }});
     reports();
 }

@@ -282,7 +282,7 @@ TEST_F(DocumentsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         sweepFailures({kCommon + name, [=] {
                            CATDocument* document = nullptr;
                            const HRESULT code = question(document);
-                           return SweepOutcome{code, document == nullptr};
+                           return outcomeOf(code, document);
                        }});
     };
     const auto search = [](const char* name) {
@@ -295,7 +295,8 @@ TEST_F(DocumentsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     runForDocument("getDocumentInSession", search("/w/p.CATPart"));
     sweepFailures({kCommon + "getDocumentsInSession", [] {
                        CATListPtrCATDocument list;
-                       return SweepOutcome{VornToolsCommon::getDocumentsInSession(list, "")};
+                       const HRESULT code = VornToolsCommon::getDocumentsInSession(list, "");
+                       return outcomeOf(code, list);
                    }});
     CATIProduct* const pi = instance.get();
     CATDocument* const pd = part.get();
@@ -312,7 +313,7 @@ TEST_F(DocumentsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     sweepFailures({kCommon + "getActiveCATIProduct", [=] {
                        CATIProduct* found = nullptr;
                        const HRESULT code = VornToolsCommon::getActiveCATIProduct(pd, found);
-                       const SweepOutcome outcome{code, found == nullptr};
+                       const SweepOutcome outcome = outcomeOf(code, found);
                        if (found) found->Release();
                        return outcome;
                    }});
@@ -324,7 +325,7 @@ TEST_F(DocumentsTest, NoFaultLeavesAnythingBehindWhenOpening) {
     const auto open = [] {
         CATDocument* document = nullptr;
         const HRESULT code = VornToolsCommon::openDocument("/w/p.CATPart", document);
-        return SweepOutcome{code, document == nullptr};
+        return outcomeOf(code, document);
     };
     const auto closeWindows = [] {
         Windows windows = Windows::current();

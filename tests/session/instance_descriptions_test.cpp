@@ -205,7 +205,7 @@ TEST_F(InstanceDescriptionsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         sweepFailures({kCommon + name, [this, call = method] {
                            CATUnicodeString text("before");
                            const HRESULT code = call(occurrence.get(), text);
-                           return SweepOutcome{code, text.IsNull() != 0};
+                           return outcomeOf(code, text);
                        }});
     const auto reset = [this](const char* description) { return [=] { direct.description(description); }; };
     sweepFailures({kCommon + "setInstanceDescription",
@@ -213,7 +213,8 @@ TEST_F(InstanceDescriptionsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                    reset("old")});
     sweepFailures({kCommon + "cleanInstanceDescription", [] {
                        CATUnicodeString text("KETO_ID_7\nmy text");
-                       return SweepOutcome{VornToolsCommon::cleanInstanceDescription(text)};
+                       const HRESULT code = VornToolsCommon::cleanInstanceDescription(text);
+                       return SweepOutcome{code, true, 0, textOfOutputs(text)};
                    }});
     sweepFailures({kCommon + "cleanDescriptionForRelativeOccUnderComponent",
                    [this] {

@@ -131,7 +131,7 @@ TEST_F(PrimaryDocumentTest, NoFaultLeavesAnythingBehind) {
                        CATUnicodeString text("before");
                        CATIProduct* result = nullptr;
                        const HRESULT code = VornToolsCommon::getPrimaryDocument(low.get(), &cache, text, result);
-                       const SweepOutcome outcome{code, !result && text.IsNull()};
+                       const SweepOutcome outcome = outcomeOf(code, result, text);
                        if (result) result->Release();
                        return outcome;
                    }});

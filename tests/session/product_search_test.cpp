@@ -370,7 +370,8 @@ TEST_F(ProductSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                            CATIProduct* found = nullptr;
                            unsigned char flag = 7;
                            const HRESULT code = question(found, flag);
-                           const SweepOutcome outcome{code, !found && !flag, flag};
+                           SweepOutcome outcome = outcomeOf(code, found, flag);
+                           outcome.answer = flag;
                            if (found) found->Release();
                            return outcome;
                        },

@@ -198,14 +198,14 @@ TEST_F(ProductStructureTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         sweepFailures({kCommon + name, [=] {
                            CATUnicodeString text("before");
                            const HRESULT code = question(text);
-                           return SweepOutcome{code, text.IsNull() != 0};
+                           return outcomeOf(code, text);
                        }});
     };
     const auto sweepProduct = [](const char* name, auto question) {
         sweepFailures({kCommon + name, [=] {
                            CATIProduct* product = nullptr;
                            const HRESULT code = question(product);
-                           const SweepOutcome outcome{code, product == nullptr};
+                           const SweepOutcome outcome = outcomeOf(code, product);
                            if (product) product->Release();
                            return outcome;
                        }});

@@ -310,7 +310,7 @@ TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         run(name, [=] {
             CATIProduct* found = nullptr;
             const HRESULT code = method(found);
-            const SweepOutcome outcome{code, found == nullptr};
+            const SweepOutcome outcome = outcomeOf(code, found);
             if (found) found->Release();
             return outcome;
         });
@@ -320,20 +320,20 @@ TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     run("getSelectedObjectFromPathElement", [] {
         CATBaseUnknown* found = nullptr;
         const HRESULT code = VornToolsCommon::getSelectedObjectFromPathElement(found);
-        const SweepOutcome outcome{code, found == nullptr};
+        const SweepOutcome outcome = outcomeOf(code, found);
         if (found) found->Release();
         return outcome;
     });
     run("getCSO", [] {
         CATCSO* found = nullptr;
         const HRESULT code = VornToolsCommon::getCSO(found);
-        return SweepOutcome{code, found == nullptr};
+        return outcomeOf(code, found);
     });
     windows().select(component);
     run("getSelectedProducts", [] {
         CATListPtrCATBaseUnknown list;
         const HRESULT code = VornToolsCommon::getSelectedProducts(list);
-        const SweepOutcome outcome{code, list.Size() == 0};
+        const SweepOutcome outcome = outcomeOf(code, list);
         for (int i = 1; i <= list.Size(); ++i) list[i]->Release();
         return outcome;
     });
@@ -341,7 +341,7 @@ TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         CATListValCATUnicodeString list;
         list.Append("before");
         const HRESULT code = VornToolsCommon::getAllDocNameFromSelection(list);
-        return SweepOutcome{code, list.Locate("before") == 0};
+        return SweepOutcome{code, list.Locate("before") == 0, 0, textOfOutputs(list)};
     });
     const auto runQuestion = [](const char* name, auto question, std::function<void()> restore = {}) {
         sweepFailures({kCommon + name,

@@ -207,7 +207,7 @@ TEST_F(SwitcherTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        VornToolsSwitchMgt switcher{1};
                        CATUnicodeString name("stale");
                        const HRESULT code = switcher.getDefaultRepName(bolt.get(), name);
-                       return {code, name.IsNull() != 0};
+                       return outcomeOf(code, name);
                    },
                    [&] { embedded::setWorkMode(bolt, WorkMode::visualisation); }});
 }

@@ -1,3 +1,4 @@
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 #include "tests/support/Switches.h"
@@ -40,6 +41,7 @@ protected:
         CATDocument* document = nullptr;
         CATDocument* root = nullptr;
         CATIProduct* product = nullptr;
+        SweepOutcome outcome;
     };
     Found search(const char* file, const char* shape = "", CATDocument* root = nullptr) {
         Found result;
@@ -49,6 +51,7 @@ protected:
         result.code = VornToolsCommon::analyzeWindowsInSession(file, shape, &switcher, result.document, found,
                                                                result.root, result.product);
         result.found = found;
+        result.outcome = outcomeOf(result.code, result.document, result.product, result.root, found);
         if (result.product) result.product->Release();
         return result;
     }
@@ -275,16 +278,11 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
         unsigned char found = 7;
         const HRESULT code =
             VornToolsCommon::analyzeSingleWindow(second.get(), "low.cgr", "", &switcher, product, found);
-        const SweepOutcome outcome{code, !product && !found};
+        const SweepOutcome outcome = outcomeOf(code, product, found);
         if (product) product->Release();
         return outcome;
     });
-    const auto analyze = [this](const char* file) {
-        return [this, file] {
-            const Found result = search(file);
-            return SweepOutcome{result.code, !result.document && !result.product && !result.root && !result.found};
-        };
-    };
+    const auto analyze = [this](const char* file) { return [this, file] { return search(file).outcome; }; };
     run("analyzeWindowsInSession", analyze("q.CATPart"));
     run("analyzeWindowsInSession", analyze("low.cgr"));
 
@@ -300,6 +298,46 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
             embedded::setWorkMode(part, embedded::WorkMode::design);
             return outcome;
         });
+    VornToolsWorkModeServices::setCatiaCacheActivated(0);
+}
+
+TEST_F(WindowSearchTest, WithoutMemoryACallFailsAndWhatItSwitchedCanBePutBack) {
+    VornToolsWorkModeServices::setCatiaCacheActivated(1);
+    const std::string name = "/w/" + std::string(200000, 'n') + "/n";
+    const embedded::Product part = second.root().add(session().part(name + ".CATPart"), "n.1");
+    part.reference().masterShape(name + ".CATPart").shape("foreign", name + ".cgr");
+    windows().open(second);
+    const auto sweep = [&](const char* method, const std::function<HRESULT(CATIProduct*&)>& search) {
+        sweepAllocations(method, [&]() -> SweepOutcome {
+            embedded::setWorkMode(part, embedded::WorkMode::visualisation);
+            CATIProduct* product = nullptr;
+            const HRESULT code = search(product);
+            if (product) product->Release();
+            switcher.restoreAll(0);
+            EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::visualisation);
+            switcher.release();
+            return {code, !product};
+        });
+    };
+    unsigned char found = 7;
+    CATDocument* document = nullptr;
+    for (const CATUnicodeString& file :
+         {CATUnicodeString((name + ".CATPart").c_str()), CATUnicodeString((name + ".cgr").c_str())}) {
+        sweep("getProductInSession", [&](auto& product) {
+            return VornToolsCommon::getProductInSession(second.root().get(), file, product, found);
+        });
+        sweep("getForeignFileInSession", [&](auto& product) {
+            return VornToolsCommon::getForeignFileInSession(second.root().get(), file, "foreign", &switcher, product,
+                                                            found);
+        });
+        sweep("analyzeSingleWindow", [&](auto& product) {
+            return VornToolsCommon::analyzeSingleWindow(second.get(), file, "", &switcher, product, found);
+        });
+        sweep("analyzeWindowsInSession", [&](auto& product) {
+            CATDocument* root = nullptr;
+            return VornToolsCommon::analyzeWindowsInSession(file, "", &switcher, document, found, root, product);
+        });
+    }
     VornToolsWorkModeServices::setCatiaCacheActivated(0);
 }
 

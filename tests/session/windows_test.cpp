@@ -226,24 +226,24 @@ TEST_F(WindowsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     run("getDocumentFromWindow", [=] {
         CATDocument* document = nullptr;
         const HRESULT code = VornToolsCommon::getDocumentFromWindow(window, document);
-        return SweepOutcome{code, document == nullptr};
+        return outcomeOf(code, document);
     });
     run("getDocumentNameFromWindow", [=] {
         CATUnicodeString name("before");
         const HRESULT code = VornToolsCommon::getDocumentNameFromWindow(window, name);
-        return SweepOutcome{code, name.IsNull() != 0};
+        return outcomeOf(code, name);
     });
     run("getDocumentAndNameFromWindow", [=] {
         CATUnicodeString name("before");
         CATDocument* document = nullptr;
         const HRESULT code = VornToolsCommon::getDocumentAndNameFromWindow(window, name, document);
-        return SweepOutcome{code, name.IsNull() && !document};
+        return outcomeOf(code, name, document);
     });
     run("getAllRootDocuments", [] {
         CATListPtrCATDocument list;
         list.Append(nullptr);
         const HRESULT code = VornToolsCommon::getAllRootDocuments("", list, 0);
-        return SweepOutcome{code, list.Size() == 0};
+        return outcomeOf(code, list);
     });
     sweepFailures({kCommon + "isADocumentWindowOpened",
                    [] {
@@ -255,7 +255,8 @@ TEST_F(WindowsTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                    "it has no code: what counts is the answer"});
     run("getAllRootDocNameFromWindows", [] {
         CATListValCATUnicodeString list;
-        return SweepOutcome{VornToolsCommon::getAllRootDocNameFromWindows(list)};
+        const HRESULT code = VornToolsCommon::getAllRootDocNameFromWindows(list);
+        return outcomeOf(code, list);
     });
     run("activateWindowInCATIA", [] { return SweepOutcome{VornToolsCommon::activateWindowInCATIA("b.CATProduct")}; });
 }

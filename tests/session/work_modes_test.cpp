@@ -165,7 +165,7 @@ TEST_F(WorkModesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                  found = Modes::WorkModeDesign;
                  const HRESULT code =
                      platformOnly ? Modes::getWorkModeCAA(bolt.get(), found) : Modes::getWorkMode(bolt.get(), found);
-                 return {code, found == Modes::WorkModeUnknown};
+                 return {code, found == Modes::WorkModeUnknown, found};
              }});
     for (const WorkMode mode : {WorkMode::visualisation, WorkMode::standard}) {
         embedded::setWorkMode(bolt, mode);

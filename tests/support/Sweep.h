@@ -2,6 +2,8 @@
 #define TESTS_SUPPORT_SWEEP_H
 
 #include "CATErrorDef.h"
+#include "embedded/Failures.h"
+#include "tests/support/Outputs.h"
 
 #include <functional>
 #include <string>
@@ -14,9 +16,17 @@ struct SweepOutcome {
     bool outputsEmpty = true;
     /** Of a question: what it answers. */
     int answer = 0;
-    /** Text of the outputs, for comparing what a run hands out in spite of a fault; may be empty. */
+    /** Text of the outputs, for comparing what a run hands out in spite of a fault. */
     std::string outputs = {};
 };
+
+/** How a run ended whose outputs a failure leaves empty. Whoever asks it first needs no more faults: what the test does
+ * with the outputs from then on meets none. */
+template <class... Outputs>
+SweepOutcome outcomeOf(HRESULT code, const Outputs&... outputs) {
+    embedded::Failures::get().disarm();
+    return {code, (isEmptyOutput(outputs) && ...), 0, textOfOutputs(outputs...)};
+}
 
 /** What the sweep runs. */
 struct SweepCase {

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+class CATBaseUnknown;
+
 namespace embedded {
 
 /** What is handed out and not yet given back, by kind. */
@@ -31,6 +33,8 @@ public:
     LiveCounts& live() { return m_live; }
     /** Objects of the session that somebody outside still holds, by name with their counts: for a test's message. */
     std::vector<std::string> holders() const;
+    /** Name of an object for messages; its class when it is none of the session. */
+    static std::string nameOf(const CATBaseUnknown& object);
     /** Records a breach: a double release, a use after the last release, a position outside a list. */
     void breach(const std::string& what);
     /** The breaches since the last call. */
