@@ -18,7 +18,8 @@ class TYPMapCATUnicodeStringPVoid;
  * have any size, a method returns E_FAIL and its outputs are empty. Main thread only. docs/dat-file.md describes the
  * file.
  *
- * @snippet library.cpp VornCache
+ * @par Example
+ * @snippet session.cpp VornCache
  */
 class ExportedByVornTools VornCache {
 public:

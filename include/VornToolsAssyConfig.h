@@ -10,6 +10,7 @@ class CATIProduct;
  * Recognises products that carry an assembly configuration: the user properties "MaroAssyConfigItemRevUID",
  * "MaroAssyConfigDatasetUID", "MaroAssyConfigNamedRefUID" and "MaroAssyConfigFileName". All static.
  *
+ * @par Example
  * @snippet properties.cpp VornToolsAssyConfig
  */
 class ExportedByVornTools VornToolsAssyConfig {

@@ -32,6 +32,7 @@ class CATISpecObject;
  * What was made or changed stays when a later step fails. Null inputs give E_FAIL, reported unless a method says
  * otherwise, and so does want of memory. Every entry in the journal closes with the result code.
  *
+ * @par Example
  * @snippet properties.cpp VornToolsCADDOCProperties
  */
 class ExportedByVornTools VornToolsCADDOCProperties : public CATBaseUnknown {

@@ -3,9 +3,14 @@
 
 #include "VornToolsCADDOCProperties.h"
 
-/** Writes a reference's properties through the product itself. The source is not written.
+/**
+ * Writes a reference's properties through the product itself. The source is not written.
  * VornToolsCADDOCProperties::getInstance makes it where the environment says that the platform has no PDM connection of
- * its own. */
+ * its own.
+ *
+ * @par Example
+ * @snippet properties.cpp VornToolsCADDOCPropertiesDflt
+ */
 class ExportedByVornTools VornToolsCADDOCPropertiesDflt : public VornToolsCADDOCProperties {
 public:
     /** "VornToolsCADDOCPropertiesDflt::", what the journal's names of the methods begin with. */

@@ -3,8 +3,13 @@
 
 #include "VornToolsCADDOCProperties.h"
 
-/** Writes a reference's properties through the item of the platform's own PDM connection, the source included.
- * VornToolsCADDOCProperties::getInstance makes it where the environment says that there is such a connection. */
+/**
+ * Writes a reference's properties through the item of the platform's own PDM connection, the source included.
+ * VornToolsCADDOCProperties::getInstance makes it where the environment says that there is such a connection.
+ *
+ * @par Example
+ * @snippet properties.cpp VornToolsCADDOCPropertiesPX1
+ */
 class ExportedByVornTools VornToolsCADDOCPropertiesPX1 : public VornToolsCADDOCProperties {
 public:
     /** "VornToolsCADDOCPropertiesPX1::", what the journal's names of the methods begin with. */

@@ -36,6 +36,7 @@ class VornToolsSwitchMgt;
  * are reported and give E_FAIL (or the answer 0) unless a method says otherwise; so, unreported, do want of memory and
  * errors that the platform throws. Main thread only.
  *
+ * @par Example
  * @snippet session.cpp VornToolsCommon
  */
 class ExportedByVornTools VornToolsCommon {

@@ -10,6 +10,7 @@ class CATDocument;
 /**
  * Look-up of documents that are loaded in the session.
  *
+ * @par Example
  * @snippet links.cpp VornToolsDocument
  */
 class ExportedByVornTools VornToolsDocument {

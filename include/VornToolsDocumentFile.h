@@ -25,6 +25,7 @@ class VornToolsString;
  * Entries are the storages and streams of the directory, counted from 1 in its order. The directory has 32-bit
  * positions: a file is never larger than 4 GiB. An object serves one file at a time; it is not copied.
  *
+ * @par Example
  * @snippet links.cpp VornToolsDocumentFile
  */
 class ExportedByVornTools VornToolsDocumentFile {

@@ -24,6 +24,7 @@ class VornToolsFolderMemory;
  * getExternalReference, getLinks, getMMLDrawingLinks) on the whole file, in the same order. They belong to the object
  * and last until its next read. An object that has read nothing, or could not, answers with nothing.
  *
+ * @par Example
  * @snippet links.cpp VornToolsDocumentLinks
  */
 class ExportedByVornTools VornToolsDocumentLinks {

@@ -13,7 +13,8 @@ class CATIProduct;
  * Recognises dummy parts: empty files that the PDM hands out instead of real geometry. A file once recognised stays
  * recognised for the life of the one instance. No test fails: whatever goes wrong answers "no".
  *
- * @snippet links.cpp VornToolsDummyPart
+ * @par Example
+ * @snippet nodes.cpp VornToolsDummyPart
  */
 class ExportedByVornTools VornToolsDummyPart : public CATBaseUnknown {
     CATDeclareClass;

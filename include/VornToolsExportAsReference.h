@@ -10,7 +10,8 @@ class CATIProduct;
 /**
  * Recognises export-as-reference components: those whose files come from the reference library.
  *
- * @snippet links.cpp VornToolsExportAsReference
+ * @par Example
+ * @snippet nodes.cpp VornToolsExportAsReference
  */
 class ExportedByVornTools VornToolsExportAsReference {
 public:

@@ -13,6 +13,7 @@ class KnownFolders;
  * which is not there. Folders made or deleted meanwhile are not noticed; files are. Each object remembers for itself,
  * until it goes.
  *
+ * @par Example
  * @snippet links.cpp VornToolsFolderMemory
  */
 class ExportedByVornTools VornToolsFolderMemory {

@@ -15,7 +15,8 @@ class TYPVectorCATUnicodeString;
  *
  * Answers are 1 for yes; an operation on a null product fails. An answer is 0 whenever the code is negative.
  *
- * @snippet links.cpp VornToolsIgnoreNodes
+ * @par Example
+ * @snippet nodes.cpp VornToolsIgnoreNodes
  */
 class ExportedByVornTools VornToolsIgnoreNodes {
 public:

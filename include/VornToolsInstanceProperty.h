@@ -22,6 +22,7 @@ class CATISpecAttrKey;
  * texts as VornToolsCADDOCProperties takes them, several values joined by "@=@". All operations are static, and a null
  * instance gives E_INVALIDARG.
  *
+ * @par Example
  * @snippet properties.cpp VornToolsInstanceProperty
  */
 class ExportedByVornTools VornToolsInstanceProperty : public CATBaseUnknown {

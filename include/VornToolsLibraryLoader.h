@@ -12,6 +12,7 @@ class CATListValCATUnicodeString;
  * Finds the optional library that reads electrical parameters: once a process, also when it is not there. What was
  * loaded stays loaded.
  *
+ * @par Example
  * @snippet properties.cpp VornToolsLibraryLoader
  */
 class ExportedByVornTools VornToolsLibraryLoader {

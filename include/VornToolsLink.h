@@ -8,6 +8,7 @@
 /**
  * A link of a document to another one, as VornToolsLinks finds it. Texts are copied in and out.
  *
+ * @par Example
  * @snippet links.cpp VornToolsLink
  */
 class ExportedByVornTools VornToolsLink : public CATBaseUnknown {

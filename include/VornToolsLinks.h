@@ -23,6 +23,7 @@ class VornToolsFolderMemory;
  * answers as for a document that cannot be read. Nothing is remembered from one call to the next: where an operation
  * takes a VornToolsFolderMemory, that object keeps the folders that were read.
  *
+ * @par Example
  * @snippet links.cpp VornToolsLinks
  */
 class ExportedByVornTools VornToolsLinks {

@@ -11,7 +11,8 @@ class CATIProduct;
  * The mask that a product shows in the tree: a number from 0 (none) to 10, whose bits the integration assigns. All
  * static. docs/masks.md tells what the bits mean.
  *
- * @snippet properties.cpp VornToolsMask
+ * @par Example
+ * @snippet nodes.cpp VornToolsMask
  */
 class ExportedByVornTools VornToolsMask {
 public:

@@ -20,7 +20,8 @@ class CATIProduct;
  *
  * with HIDDEN "TRUE", "FALSE" or empty; docs/scenes.md describes it. A group is shorter when its scene does not answer.
  *
- * @snippet links.cpp VornToolsScenes
+ * @par Example
+ * @snippet nodes.cpp VornToolsScenes
  */
 class ExportedByVornTools VornToolsScenes {
 public:

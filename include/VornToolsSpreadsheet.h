@@ -14,6 +14,7 @@ class UTILFile;
  * menu and the options of each document. docs/import-spreadsheet.md describes it. All static; the environment says
  * where the file is.
  *
+ * @par Example
  * @snippet properties.cpp VornToolsSpreadsheet
  */
 class ExportedByVornTools VornToolsSpreadsheet {

@@ -16,6 +16,7 @@
  *
  * Searches step by `gap + 1` bytes: gap 0 reads plain text, gap 1 the low bytes of 16-bit little-endian text.
  *
+ * @par Example
  * @snippet bytes.cpp VornToolsString
  */
 class ExportedByVornTools VornToolsString : public CATBaseUnknown {

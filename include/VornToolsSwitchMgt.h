@@ -20,6 +20,7 @@ class TYPMapCATUnicodeStringPVoid;
  * that a search or another service of the library switched holds a reference until then. docs/work-modes.md tells the
  * modes and when a switch is possible.
  *
+ * @par Example
  * @snippet session.cpp VornToolsSwitchMgt
  */
 class ExportedByVornTools VornToolsSwitchMgt {

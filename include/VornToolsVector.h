@@ -7,6 +7,7 @@
  * address of an element outlives it. Where memory gives out, std::bad_alloc is thrown and the array stays as it was.
  * @tparam T copied by assignment; made by default for each slot
  *
+ * @par Example
  * @snippet bytes.cpp VornToolsVector
  */
 template <class T>

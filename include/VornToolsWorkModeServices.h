@@ -11,6 +11,7 @@ class CATIProduct;
  * How far the products of the session are loaded. Nothing is switched until the platform's cache is known to be
  * activated. Main thread only. VornToolsSwitchMgt remembers what it switched and puts it back.
  *
+ * @par Example
  * @snippet session.cpp VornToolsWorkModeServices
  */
 class ExportedByVornTools VornToolsWorkModeServices {
