@@ -1,5 +1,8 @@
 # The API reference as HTML: cmake --build <folder> --target reference. Where Doxygen or Python is missing nothing is made.
 
+if(NOT PROJECT_IS_TOP_LEVEL)
+    return()
+endif()
 find_program(VORNTOOLS_DOXYGEN doxygen)
 find_program(VORNTOOLS_PYTHON python3)
 set(reference_dir ${PROJECT_BINARY_DIR}/reference)

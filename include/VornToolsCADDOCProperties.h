@@ -162,8 +162,6 @@ public:
                                            CATListValCATUnicodeString& io_pairs);
 
     // Attributes of documents, by kind of document --------------------------------------------------------------------
-    // What is written comes in three parallel lists: names, values and types. What is read is one list of names and
-    // values by turns, each name once (docs/document-attributes.md).
 
     /**
      * Writes attributes to the parameter set of an analysis document: its own, whatever sets other features have.
@@ -213,21 +211,21 @@ public:
                                           CATListValCATUnicodeString i_names, CATListValCATUnicodeString i_values,
                                           CATListValCATUnicodeString i_types);
     /**
-     * Reads the attributes of an analysis document.
-     * @param o_pairs names and values by turns; empty on failure
+     * Reads the attributes of an analysis document (docs/document-attributes.md).
+     * @param o_pairs names and values by turns, each name once; empty on failure
      * @return S_OK; E_FAIL also for a document of another kind, without a parameter set or with a parameter that cannot
      * be read
      */
     static HRESULT retrieveAnalysisAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);
     /**
      * Reads the attributes of a process document: those of its root process.
-     * @param o_pairs names and values by turns; empty on failure
+     * @param o_pairs names and values by turns, each name once; empty on failure
      * @return as retrieveAnalysisAttributes
      */
     static HRESULT retrieveProcessAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);
     /**
      * Reads the attributes of a drawing document: the parameters of the drawing.
-     * @param o_pairs names and values by turns; empty on failure
+     * @param o_pairs names and values by turns, each name once; empty on failure
      * @return as retrieveAnalysisAttributes
      */
     static HRESULT retrieveDrawingAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);

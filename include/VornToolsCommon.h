@@ -151,7 +151,7 @@ public:
      * @param o_dataset_uid dataset
      * @param o_named_ref_uid named reference
      * @param o_exist_in_ov 1 when a DAT file exists, whatever the code
-     * @return S_OK, also without a DAT file: the identifiers are empty then
+     * @return S_OK, also without a DAT file: the identifiers are empty then; E_FAIL, reported, for an empty name
      */
     static HRESULT getOrvaneInformationsFromDatFile(const CATUnicodeString& i_file_name, VornCache* ip_cache,
                                                     CATUnicodeString& o_item_rev_uid, CATUnicodeString& o_dataset_uid,
@@ -191,8 +191,8 @@ public:
      * Checksums of the configurations of a document's design table (see docs/checksums.md). Sheet and configuration of
      * the table and the bytes of its file are afterwards what they were.
      * @param i_design_table_file full name of the table's file
-     * @param ip_switcher switches a part to design mode; null: it is switched without one
-     * @param i_switch_flag 1 switches also while the switcher is disabled
+     * @param ip_switcher as for getDesignTableList
+     * @param i_switch_flag as for getDesignTableList
      * @param iop_sheets sheet of each entry, decimal numbers from 1; a text that begins with none counts as 0, which is
      * no sheet
      * @param iop_configurations configuration of each entry, decimal numbers from 1; a text that begins with none
@@ -237,11 +237,13 @@ public:
      * Name of the source file of a cached visualisation file.
      * @param i_cache_name with or without directory
      * @param o_file_name a name that is none comes back unchanged; empty on failure
-     * @return S_OK; E_FAIL, reported, when the name cannot be split
+     * @return S_OK; E_FAIL, reported, when the name cannot be split; the environment's code when it does not tell its
+     * caches
      */
     static HRESULT extractFileNameFromCacheFileName(CATUnicodeString i_cache_name, CATUnicodeString& o_file_name);
     /**
      * Whether a document holds changes.
+     * @param ip_document null does not report itself saved; it is no error
      * @param o_to_be_saved 1 unless the document reports itself saved
      * @return S_OK
      */
@@ -349,7 +351,7 @@ public:
     static VornToolsString* readBinaryFile(CATUnicodeString i_file_name);
     /**
      * Writes a text and a line end as the whole result file.
-     * @param i_text in the platform's 8-bit form
+     * @param i_text written in the platform's 8-bit form
      * @return S_OK also when the file cannot be created; E_FAIL, reported, without an environment or when the text
      * cannot be written: then no file is left
      */
@@ -485,7 +487,7 @@ public:
                                       CATIProduct*& opi_primary_product);
     /**
      * The document that a product's reference lies in; a product that is not loaded is switched to design mode first.
-     * @param ip_switcher remembers what it switched and holds the product by a reference
+     * @param ip_switcher remembers what it switched and holds the product by a reference; null is reported
      * @param op_document no reference is added
      * @return S_OK, also without a document when it cannot be loaded, which is reported; E_FAIL when the reference lies
      * in no document
@@ -579,6 +581,7 @@ public:
     static HRESULT activateWindowInCATIA(CATUnicodeString i_file_name);
     /**
      * Looks for a file in the structure of one root document, the root included.
+     * @param ip_root_document null, which is reported, and one without a root product have no structure
      * @param i_file_name without directory, letter case ignored
      * @param i_shape_name see getForeignFileInSession; for files that are no document of the platform
      * @param ip_switcher see getForeignFileInSession
@@ -702,6 +705,7 @@ public:
     /**
      * Whether the platform tells the product's work mode. Kept because callers only ask whether there is one: the mode
      * itself does not matter.
+     * @param ipi_product null is reported
      * @param o_is_active 1 or 0
      * @return S_OK
      */
@@ -790,9 +794,6 @@ public:
 
     // Parameters of drawings ------------------------------------------------------------------------------------------
 
-    // They go by the last segment of their names and may stand at any depth below the drawing. Names, values, types and
-    // results are those of user properties; a document without a drawing gives E_FAIL, reported.
-
     /**
      * The parameters of a drawing, at any depth.
      * @param ipi_drawing that of the document
@@ -812,9 +813,9 @@ public:
                                                         CATListValCATISpecObject_var& o_parameters,
                                                         CATListValCATISpecObject_var& o_parameter_sets);
     /**
-     * Updates parameters by name and, when the environment wants it so, creates those that are missing directly below
-     * the drawing.
-     * @param i_names a name with a backslash in it is the whole name of a parameter
+     * Updates parameters at any depth by name and, when the environment wants it so, creates those that are missing
+     * directly below the drawing.
+     * @param i_names last segments of names; one with a backslash in it is the whole name of a parameter
      * @param i_values parallel to i_names, as VornToolsCADDOCProperties takes them
      * @param i_types parallel to i_names: "s", "i", "b" or "d"
      * @return as setUserProperties; E_FAIL, reported, for a document without a drawing
@@ -838,14 +839,13 @@ public:
 
     // Design tables ---------------------------------------------------------------------------------------------------
 
-    // A part is read in design mode: its root product is switched there, through the switcher when one is given, and
-    // back afterwards. i_switch_flag 1 switches also while the switcher is disabled. A part that goes back to
-    // visualisation takes its tables with it: whoever wants to ask them anything keeps it in design mode meanwhile.
-
     /**
      * Appends a document's design tables. Where they are looked for depends on the suffix of the document's name: that
      * of an analysis, a process, a part, a product or a drawing; other documents have none.
-     * @param ip_switcher switches a part to design mode for the time of the call; null: it is switched without one
+     *
+     * A part is read in design mode: its root product is switched there and back afterwards. A part that goes back to
+     * visualisation takes its tables with it: whoever wants to ask them anything keeps it in design mode meanwhile.
+     * @param ip_switcher switches the part; null: it is switched without one
      * @param i_switch_flag 1 switches also while the switcher is disabled
      * @param iop_design_tables what it holds stays
      * @return S_OK also without a table; E_FAIL, reported, when the document does not lead to them

@@ -60,7 +60,6 @@ public:
      */
     unsigned char get_link_tag_found() const;
 
-    // Each setter answers 0.
     /**
      * Sets the kind of the link.
      * @param type as get_type gives it; any text is taken

@@ -62,10 +62,6 @@ public:
      */
     HRESULT restoreAll(unsigned char skipModeCheck);
 
-    // The four switches. @param product null: the one remembered under the name. @param force 1: also while switching
-    // is disabled. @return E_FAIL for a name that is not remembered and for a file that is no part; else S_OK, whatever
-    // came of the switch
-
     /**
      * Switches a part to design mode, whatever other mode it has.
      * @param fileName without directory; one that is no part's fails
