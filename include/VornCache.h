@@ -53,6 +53,7 @@ public:
     HRESULT addDocument(CATUnicodeString name, CATDocument* doc);
     /**
      * Whether a name was added.
+     * @param name letter case and separators count
      * @param has 1 for a name that was added, whether it has a DAT file or not
      * @return S_OK
      */
@@ -66,6 +67,7 @@ public:
 
     /**
      * The value of a tag that has one line. What is missing is journalled.
+     * @param name as given to addDocument
      * @param tag with its angle brackets, for example "<DatasetUID>"
      * @param value empty for a name or tag that is not there and for a block of several lines or none
      * @return S_OK
@@ -73,24 +75,28 @@ public:
     HRESULT getDataAtLine(CATUnicodeString name, CATUnicodeString tag, CATUnicodeString& value);
     /**
      * The PDM's identifier of the item revision. What is missing is journalled.
+     * @param name as given to addDocument
      * @param value empty when the DAT file records none
      * @return S_OK
      */
     HRESULT getItemRevUID(CATUnicodeString name, CATUnicodeString& value);
     /**
      * The PDM's identifier of the dataset. What is missing is journalled.
+     * @param name as given to addDocument
      * @param value empty when the DAT file records none
      * @return S_OK
      */
     HRESULT getDatasetUID(CATUnicodeString name, CATUnicodeString& value);
     /**
      * Date of the document's file when its DAT file was written; getLocalLastModifiedDate tells the present one.
+     * @param name as given to addDocument
      * @param value decimal seconds since 1970; empty when there was no file yet
      * @return S_OK
      */
     HRESULT getCacheLastModifiedDate(CATUnicodeString name, CATUnicodeString& value);
     /**
      * Date of the product structure when it was loaded.
+     * @param name as given to addDocument
      * @param value as the PDM wrote it; empty when the DAT file records none
      * @return S_OK
      */
@@ -98,42 +104,49 @@ public:
 
     /**
      * The configuration that the document was loaded with.
+     * @param name as given to addDocument
      * @param list the lines of the block, in their order; empty without one
      * @return S_OK
      */
     HRESULT getConfiguration(CATUnicodeString name, CATListValCATUnicodeString& list);
     /**
      * Occurrences that the PDM skipped.
+     * @param name as given to addDocument
      * @param list one a line of the block, in their order; empty without one
      * @return S_OK
      */
     HRESULT getSkippedOccList(CATUnicodeString name, CATListValCATUnicodeString& list);
     /**
      * The sheet of each configuration that the PDM knows; parallel to getDesignTableConfigs and getDesignTableCksums.
+     * @param name as given to addDocument
      * @param list decimal numbers; empty without a block
      * @return S_OK
      */
     HRESULT getDesignTableSheets(CATUnicodeString name, CATListValCATUnicodeString& list);
     /**
      * The number of each configuration that the PDM knows, within its sheet.
+     * @param name as given to addDocument
      * @param list decimal numbers; empty without a block
      * @return S_OK
      */
     HRESULT getDesignTableConfigs(CATUnicodeString name, CATListValCATUnicodeString& list);
     /**
      * The checksum of each configuration when the PDM saw it, see VornToolsCommon::calculateCheckSums.
+     * @param name as given to addDocument
      * @param list 32 hexadecimal digits each, or "ERROR" for one that is to be computed; empty without a block
      * @return S_OK
      */
     HRESULT getDesignTableCksums(CATUnicodeString name, CATListValCATUnicodeString& list);
     /**
      * How columns of design tables are mapped.
+     * @param name as given to addDocument
      * @param list one element a mapping; each of its lines is preceded by "!!!"
      * @return S_OK
      */
     HRESULT getDesignTableMaps(CATUnicodeString name, CATListValCATUnicodeString& list);
     /**
      * Full names of the design tables' files: beside the document when they exist there, else in a given directory.
+     * @param name as given to addDocument
      * @param dir for files that are not beside the document, without separator at its end; whether they exist there is
      * not asked
      * @param list one a line of the block, in their order
@@ -144,6 +157,7 @@ public:
     /**
      * Every linked document, resolved as getDesignTableFiles does. The words in front of an entry ("MML", "MMLAssy",
      * "UNRESOLVED") stay: such a name is that of no file.
+     * @param name as given to addDocument
      * @param dir as in getDesignTableFiles
      * @param list one a line of the block, in their order
      * @return S_OK
@@ -151,6 +165,7 @@ public:
     HRESULT getLinkedDoc(CATUnicodeString name, const CATUnicodeString& dir, CATListValCATUnicodeString& list);
     /**
      * Targets of multi-model links: the entries behind the word "MML".
+     * @param name as given to addDocument
      * @param dir as in getDesignTableFiles
      * @param list full names, in the order of the file
      * @return S_OK
@@ -158,6 +173,7 @@ public:
     HRESULT getLinkedMMLDoc(CATUnicodeString name, const CATUnicodeString& dir, CATListValCATUnicodeString& list);
     /**
      * Multi-model assembly contexts: the entries behind the word "MMLAssy".
+     * @param name as given to addDocument
      * @param dir as in getDesignTableFiles
      * @param list full names, in the order of the file
      * @return S_OK; E_FAIL, reported, when the document's name cannot be split
@@ -165,18 +181,21 @@ public:
     HRESULT getLinkedMMLAssyDoc(CATUnicodeString name, const CATUnicodeString& dir, CATListValCATUnicodeString& list);
     /**
      * The first multi-model assembly context that is a product document.
+     * @param name as given to addDocument
      * @param ctx file name without a directory; empty when there is none
      * @return S_OK
      */
     HRESULT getExistingMMLAssyContextDocName(CATUnicodeString name, CATUnicodeString& ctx);
     /**
      * One empty text for every link that the PDM could not resolve. Kept because callers only count them.
+     * @param name as given to addDocument
      * @param list empty texts
      * @return S_OK
      */
     HRESULT getLinkedUnresolvedDoc(CATUnicodeString name, CATListValCATUnicodeString& list);
     /**
      * Whether the PDM could not resolve a link of the document.
+     * @param name as given to addDocument
      * @param has 1 when getLinkedUnresolvedDoc lists something, which is journalled
      * @return S_OK
      */
@@ -197,6 +216,7 @@ public:
     /**
      * What the PDM wants to be told of a document: names and values of attributes in turn. "PartNumber" is always among
      * them: item and revision joined by "_", else the file name without extension.
+     * @param name as given to addDocument
      * @param list what it holds stays; attributes without a value are left out
      * @return S_OK
      */
@@ -204,30 +224,36 @@ public:
 
     /**
      * What became of the document since its DAT file was written.
+     * @param name as given to addDocument
      * @param flag ModifiedFlagNew also for a name that the cache does not know
      * @return S_OK
      */
     HRESULT getModifiedStatus(CATUnicodeString name, EnumModifiedFlag& flag);
     /**
      * The same, and the document that was recorded.
+     * @param name as given to addDocument
+     * @param flag as without the document
      * @param doc null when none was recorded; no reference is added
      * @return S_OK
      */
     HRESULT getModifiedStatus(CATUnicodeString name, EnumModifiedFlag& flag, CATDocument*& doc);
     /**
      * Whether the PDM does not know the document.
+     * @param name as given to addDocument
      * @param answer 1 for ModifiedFlagNew, also for a name that the cache does not know
      * @return S_OK
      */
     HRESULT isNew(CATUnicodeString name, unsigned char& answer);
     /**
      * Whether the document is as the PDM knows it.
+     * @param name as given to addDocument
      * @param answer 1 for ModifiedFlagNotModified
      * @return S_OK
      */
     HRESULT isOpen(CATUnicodeString name, unsigned char& answer);
     /**
      * Whether the document has changed since the PDM saw it.
+     * @param name as given to addDocument
      * @param answer 1 for ModifiedFlagModified; a new document is not modified
      * @return S_OK
      */
@@ -235,6 +261,7 @@ public:
 
     /**
      * Date of a file's last change, as DAT files record it. The file need not have been added.
+     * @param path full name of the file; a logical name is examined where it lies
      * @param value decimal seconds since 1970; "-1" when the file cannot be examined
      * @return S_OK
      */
@@ -249,6 +276,7 @@ public:
     /**
      * Moves everything known of a document to its new name, after a rename or a save under another name. Of a document
      * that had this name before nothing stays; an unknown old name changes nothing.
+     * @param oldName as given to addDocument
      * @param newName the name to ask for from now on
      * @return S_OK
      */

@@ -20,8 +20,12 @@ public:
 
     /**
      * Reads the configuration that a product carries.
+     * @param ipi_product null, or one that cannot be read, has none
      * @param o_itemrev_uid value of its property, empty without it; so are the other outputs, and all of them for a
      * product that cannot be read
+     * @param o_dataset_uid the dataset, empty without that property
+     * @param o_named_ref_uid the named reference, empty without that property
+     * @param o_file_name the file, empty without that property
      * @return 1 when the product has one of the four properties, else 0
      */
     static unsigned char hasMaroAssyConfigProperty(CATIProduct* ipi_product, CATUnicodeString& o_itemrev_uid,

@@ -55,6 +55,7 @@ public:
 
     /**
      * Makes a set named "Parameters.1" below a feature.
+     * @param ipi_spec_object the feature; null is reported
      * @param opi_set carries a reference for the caller; null on failure
      * @return S_OK with a set that the feature shows, else E_FAIL
      */
@@ -62,6 +63,7 @@ public:
     /**
      * The set that a feature keeps in its attribute "_AttrForLiterals", else "_FtrList", else "UserParameters"; never
      * the one named "ExternalParameterSet".
+     * @param ipi_spec_object the feature; null is reported
      * @param opi_set carries a reference for the caller; null when there is none, whatever the code
      * @return the code of the last look-up: S_OK is possible without a set when there were others to pass over
      */
@@ -79,6 +81,7 @@ public:
      * Makes a parameter and puts it below a publisher.
      * @param ipi_param_factory of the container that the publisher stands in
      * @param ipi_param_publisher a parameter set, for example
+     * @param i_name of the parameter; whether another one has it is not asked
      * @param i_value of its type; several, joined by "@=@", become a list
      * @param i_type "s", "i", "b" or "d"
      * @param i_read_only 1: users cannot change it, whatever i_user_access says
@@ -94,6 +97,7 @@ public:
     /**
      * Gives a parameter another value. A single value for one that keeps several comes in front of those. A dimension
      * takes a number in the unit that users see, or a text with a unit.
+     * @param ipi_parameter null is reported
      * @param i_name for the journal
      * @param i_value of the parameter's type
      * @param i_type letter for the kind of list that several values are kept in
@@ -167,6 +171,7 @@ public:
      * Writes attributes to the parameter set of an analysis document: its own, whatever sets other features have.
      * Parameters that exist are updated; those that lack, and the set, are created when the environment wants it so,
      * each name once.
+     * @param ip_catdocument an analysis; null is reported
      * @param i_names within the set
      * @param i_values parallel to i_names
      * @param i_types parallel to i_names: "s", "i", "b" or "d"
@@ -177,6 +182,7 @@ public:
                                          CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
     /**
      * Writes attributes to the parameter set of the root process of a process document, as setAnalysisParameters does.
+     * @param ip_catdocument a process document; null is reported
      * @param i_names within the set
      * @param i_values parallel to i_names
      * @param i_types parallel to i_names: "s", "i", "b" or "d"
@@ -212,6 +218,7 @@ public:
                                           CATListValCATUnicodeString i_types);
     /**
      * Reads the attributes of an analysis document (docs/document-attributes.md).
+     * @param ip_catdocument an analysis
      * @param o_pairs names and values by turns, each name once; empty on failure
      * @return S_OK; E_FAIL also for a document of another kind, without a parameter set or with a parameter that cannot
      * be read
@@ -219,12 +226,14 @@ public:
     static HRESULT retrieveAnalysisAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);
     /**
      * Reads the attributes of a process document: those of its root process.
+     * @param ip_catdocument a process document
      * @param o_pairs names and values by turns, each name once; empty on failure
      * @return as retrieveAnalysisAttributes
      */
     static HRESULT retrieveProcessAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);
     /**
      * Reads the attributes of a drawing document: the parameters of the drawing.
+     * @param ip_catdocument a drawing
      * @param o_pairs names and values by turns, each name once; empty on failure
      * @return as retrieveAnalysisAttributes
      */
@@ -234,6 +243,7 @@ public:
 
     /**
      * The electrical parameters of a part, from an optional library.
+     * @param ip_document a part
      * @param o_parameters as the library gives them; empty without it, and on failure
      * @return E_INVALIDARG, unreported, for anything but a part; E_FAIL for a part without a product; else the code of
      * the library, or S_OK without it
@@ -282,6 +292,7 @@ protected:
     /**
      * The set behind one attribute.
      * @param ipi_key of the attribute; null is journalled, as is a null ipi_access
+     * @param ipi_access to the object that has the attribute
      * @param opi_set carries a reference for the caller; null when there is none
      * @return as getParameterSet
      */
@@ -289,6 +300,8 @@ protected:
                                          CATICkeParameterSet*& opi_set);
     /**
      * The values that a parameter keeps.
+     * @param ipi_access to the parameter
+     * @param ipi_key of its list of values
      * @param i_parameter_name for the journal
      * @param i_type of the parameter
      * @param i_current_value the value it shows

@@ -17,6 +17,7 @@ public:
 
     /**
      * Writes a part number, then the named properties except "partNumber".
+     * @param ipi_product its item takes the properties; null is reported
      * @param i_part_number written first
      * @param i_names as for setReferenceProperties
      * @param i_values parallel to i_names
@@ -26,6 +27,7 @@ public:
                                  const CATListValCATUnicodeString& i_names, const CATListValCATUnicodeString& i_values);
     /**
      * Writes the named properties except "partNumber".
+     * @param ipi_product its item takes the properties; null is reported
      * @param i_names as for setReferenceProperties
      * @param i_values parallel to i_names
      * @return S_OK; E_FAIL when one of them was refused, which is reported; the others are written all the same

@@ -72,18 +72,21 @@ public:
     /**
      * Reads the description from the instance that carries it: the product itself when its father is a reference, else
      * its instance in the first product parent.
+     * @param ipi_product an instance; a root has none that carries it
      * @param o_description all of it, the integration's lines in front
      * @return S_OK; E_INVALIDARG for a null product, E_FAIL without a carrier; neither is reported
      */
     static HRESULT getInstanceDescription(CATIProduct* ipi_product, CATUnicodeString& o_description);
     /**
      * Writes the description where getInstanceDescription reads it.
+     * @param ipi_product as for getInstanceDescription
      * @param i_description all of it, the integration's lines in front
      * @return as getInstanceDescription
      */
     static HRESULT setInstanceDescription(CATIProduct* ipi_product, const CATUnicodeString& i_description);
     /**
      * Reads the description of exactly the given product.
+     * @param ipi_cati_product the very product that is read
      * @param o_description all of it, the integration's lines in front
      * @return S_OK; E_FAIL, reported, when it cannot be read
      */
@@ -109,6 +112,7 @@ public:
     static HRESULT addSecondaryPartInInstanceDescription(CATIProduct* ipi_cati_product);
     /**
      * Whether the product is a secondary part: marked as one, and unknown to the PDM (no DAT file or no item revision).
+     * @param ipi_product an instance, whose description is read by getInstanceDescription
      * @param i_dat_file_missing 1 when the product's document has no DAT file
      * @param i_item_rev_uid what its DAT file records; empty: nothing
      * @param o_is_secondary_part 1 or 0
@@ -118,6 +122,7 @@ public:
                                           CATUnicodeString i_item_rev_uid, unsigned char& o_is_secondary_part);
     /**
      * The instance name with every CR LF pair removed.
+     * @param ipi_product an instance
      * @param o_name single CR and LF characters stay
      * @return S_OK when one was removed, S_FALSE when there was none, E_FAIL, unreported, for a null product, else the
      * platform's code
@@ -158,6 +163,7 @@ public:
                                                     CATUnicodeString& o_named_ref_uid, unsigned char& o_exist_in_ov);
     /**
      * Identity that the DAT file of the document which a product shows records.
+     * @param ipi_product one without a document goes by the file that shows it
      * @param ip_cache reads the file; without one an existing DAT file gives E_FAIL
      * @param o_item_rev_uid item revision
      * @param o_dataset_uid dataset
@@ -172,6 +178,7 @@ public:
                                          unsigned char& o_exist_in_ov);
     /**
      * Whether the DAT file of a document records an item revision.
+     * @param i_file_name as for readDatTools
      * @param ip_document the file's document, for its identifier; may be null
      * @param o_exists 1 or 0
      * @return the code of reading the file
@@ -181,6 +188,7 @@ public:
     /**
      * Whether the DAT file of a document describes a design table: sheets, configurations and checksums are all
      * recorded.
+     * @param i_file_name as for readDatTools
      * @param ip_document the file's document, for its identifier; may be null
      * @param o_is_design_table 1 or 0
      * @return the code of reading the file
@@ -190,6 +198,7 @@ public:
     /**
      * Checksums of the configurations of a document's design table (see docs/checksums.md). Sheet and configuration of
      * the table and the bytes of its file are afterwards what they were.
+     * @param ip_document where the table is looked for, as getDesignTableList does
      * @param i_design_table_file full name of the table's file
      * @param ip_switcher as for getDesignTableList
      * @param i_switch_flag as for getDesignTableList
@@ -229,6 +238,7 @@ public:
     static unsigned char isDocumentInSessionManagedByMaro(CATDocument* ip_cat_document);
     /**
      * Whether the session holds a file's document with unsaved changes.
+     * @param i_file_name full file name
      * @param o_modified 0 also for a file that is not there and for one whose document is not loaded
      * @return S_OK; the code of the look-up
      */
@@ -251,6 +261,7 @@ public:
     /**
      * Brings a drawing up to date, or queues a message when a part is not: both only when the environment wants it so.
      * Other documents are left alone.
+     * @param ip_document a drawing or a part
      * @param i_document_type an EnumDocumentType, the document's
      * @return S_OK, whatever came of it
      */
@@ -258,6 +269,7 @@ public:
     /**
      * Whether the PDM manages a file: its DAT file exists.
      * @param ip_document null, or the file's document: that of one never saved is looked for in the staging directory
+     * @param i_file_name full file name; of a document that was never saved, its bare name
      * @param o_managed_name the name whose DAT file was found; empty without one
      * @return 1 or 0
      */
@@ -280,6 +292,7 @@ public:
     static int returnDocumentType(CATUnicodeString i_file_name);
     /**
      * File name of the document that a product shows; the product path when no document can be reached.
+     * @param ipi_the_product its reference need not be loaded
      * @param op_document the document; null without a reference, untouched when the reference lies in none
      * @param o_file_name full name
      * @return S_OK whenever a product was given; a null one is journalled, not reported
@@ -288,6 +301,7 @@ public:
                                        CATUnicodeString& o_file_name);
     /**
      * The product one level up.
+     * @param ipi_product an instance, or a root
      * @param opi_parent with a reference for the caller; null at the root, which is S_OK
      * @return S_OK
      */
@@ -295,12 +309,14 @@ public:
     /**
      * The instance that stands for the product directly under the reference of its father: the product itself when its
      * father is a reference.
+     * @param ipi_product an instance
      * @param opi_instance with a reference for the caller
      * @return S_OK; E_FAIL at a root (unreported), and, reported, when there is none
      */
     static HRESULT getInstanceInFirstProductParent(CATIProduct* ipi_product, CATIProduct*& opi_instance);
     /**
      * Whether the product is a component: its reference lies in the same document as its father's.
+     * @param ipi_product an instance, or a root
      * @param o_is_component 1 or 0; 0 for a root and while the reference is not loaded
      * @return S_OK; E_FAIL, reported, when a document cannot be reached
      */
@@ -314,12 +330,14 @@ public:
     static HRESULT isAForeignFile(CATUnicodeString i_file_name, unsigned char& o_is_foreign);
     /**
      * Whether a product is shown by a file that is no document of the platform.
+     * @param ipi_product goes by the file that shows it
      * @param o_is_foreign 1 or 0; 0 for a product that no file shows
      * @return S_OK; E_FAIL, reported, when the product does not tell its file
      */
     static HRESULT isAForeignFile(CATIProduct* ipi_product, unsigned char& o_is_foreign);
     /**
      * Path of the file that shows the product.
+     * @param ipi_product one that no file shows fails
      * @param o_path as the platform tells it
      * @return S_OK; E_FAIL, unreported, when it has no master shape representation, and, reported, when it does not
      * tell
@@ -327,6 +345,7 @@ public:
     static HRESULT getMasterShapeRepresentationPathName(CATIProduct* ipi_product, CATUnicodeString& o_path);
     /**
      * Path of the file behind a named shape representation.
+     * @param ipi_product one that is only seen may not tell
      * @param i_shape_name empty asks for the default one; may be the same text as the output
      * @param o_path as the platform tells it
      * @return S_OK; E_FAIL, reported, when there is no such representation or it does not tell
@@ -335,6 +354,7 @@ public:
                                     CATUnicodeString& o_path);
     /**
      * Names the product by its chain of instances: the root's part number and the instance names down to it.
+     * @param ipi_product an instance, or a root, whose path is its part number
      * @param o_path joined by backslashes whatever the system
      * @return S_OK; E_FAIL, reported, when one of the names cannot be read
      */
@@ -427,6 +447,7 @@ public:
     static unsigned int isLittleEndian(VornToolsString* ip_data, int i_offset);
     /**
      * The decimal number that a text begins with: blanks, a sign, digits.
+     * @param ip_text its bytes are read as ASCII
      * @param op_value 0 when there are no digits, the nearest int when there are too many
      * @return 0; -1, unreported, for a null text or value
      */
@@ -452,6 +473,7 @@ public:
     static HRESULT getDocumentInSession(CATUnicodeString i_name, CATDocument*& op_document, unsigned char& o_found);
     /**
      * The document that a product's reference lies in.
+     * @param ipi_the_product its reference has to be loaded
      * @param op_document no reference is added
      * @return S_OK; E_FAIL, reported, when it cannot be reached
      */
@@ -471,6 +493,7 @@ public:
     static HRESULT getActiveCATDocument(CATDocument*& op_document, unsigned char i_tell_user);
     /**
      * The main root of a document.
+     * @param ip_active_document any document, active or not
      * @param opi_active_product with a reference for the caller; null for a document without roots, which is S_OK
      * @return S_OK; E_FAIL, reported, when the document tells no roots or the first one is no product
      */
@@ -478,6 +501,7 @@ public:
     /**
      * The nearest product above the given one that the PDM knows: not a component, and with an item revision in its DAT
      * file. Passes over secondary parts.
+     * @param ipi_product where the search begins; it does not count itself
      * @param ip_cache reads the DAT files; without one nothing is found
      * @param o_file_name physical file name of that product's document
      * @param opi_primary_product with a reference for the caller
@@ -487,6 +511,7 @@ public:
                                       CATIProduct*& opi_primary_product);
     /**
      * The document that a product's reference lies in; a product that is not loaded is switched to design mode first.
+     * @param ipi_the_product loaded or not
      * @param ip_switcher remembers what it switched and holds the product by a reference; null is reported
      * @param op_document no reference is added
      * @return S_OK, also without a document when it cannot be loaded, which is reported; E_FAIL when the reference lies
@@ -504,6 +529,7 @@ public:
     /**
      * The first product below a root, in the order of the tree, whose document has the given name. A product that is
      * not loaded goes by its picture.
+     * @param ipi_root_product where the search begins; it does not count itself
      * @param i_file_name letter case is ignored; a bare name is compared with file names. An empty one is reported
      * @param opi_product with a reference for the caller; null when there is none
      * @param o_found 1 or 0
@@ -514,6 +540,7 @@ public:
     /**
      * The first product below a root that a file shows, by its shape representation. A product that is only seen and
      * does not tell its representations is loaded for a look and put back at once; the one found stays loaded then.
+     * @param ipi_root_product where the search begins; it does not count itself
      * @param i_file_name letter case is ignored; a bare name is compared with file names. An empty one is reported
      * @param i_shape_name the representation; empty asks for each product's default one
      * @param ip_switcher required: it remembers what stays loaded; while it is disabled nothing is loaded
@@ -544,18 +571,21 @@ public:
     static HRESULT getAllRootDocNameFromWindows(CATListValCATUnicodeString& o_names);
     /**
      * The document that a window shows.
+     * @param ip_window of any kind
      * @param op_document no reference is added
      * @return S_OK; E_FAIL, unreported, when it shows none
      */
     static HRESULT getDocumentFromWindow(CATFrmWindow* ip_window, CATDocument*& op_document);
     /**
      * File name of the document that a window shows.
+     * @param ip_window of any kind
      * @param o_name without directory
      * @return S_OK; E_FAIL when the window shows no document or that has no name
      */
     static HRESULT getDocumentNameFromWindow(CATFrmWindow* ip_window, CATUnicodeString& o_name);
     /**
      * The document that a window shows, and its file name.
+     * @param ip_window of any kind
      * @param o_name without directory
      * @param op_document no reference is added; null for one without a name
      * @return as getDocumentNameFromWindow
@@ -744,6 +774,7 @@ public:
 
     /**
      * The user properties of a product's reference. Properties without a value are left out.
+     * @param ipi_catiproduct its reference has the properties
      * @param o_names without path
      * @param o_values parallel to o_names: a truth value is "1" or "0"; line breaks of other values become blanks and
      * characters 26 "_"
@@ -754,6 +785,7 @@ public:
                                      CATListValCATUnicodeString& o_values);
     /**
      * Updates user properties by name and, when the environment wants it so, creates those that are missing.
+     * @param ipi_catiproduct its reference has the properties
      * @param i_names a name with a backslash in it is the whole name of a property
      * @param i_values parallel to i_names, as VornToolsCADDOCProperties takes them
      * @param i_types parallel to i_names: "s", "i", "b" or "d"
@@ -764,6 +796,7 @@ public:
                                      CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
     /**
      * Removes the first user property of a name.
+     * @param ipi_catiproduct its reference has the properties
      * @param i_name as for setUserProperties
      * @return S_OK; S_FALSE when there is none; E_FAIL, reported, when it may be one that does not tell its name, or is
      * there still
@@ -779,6 +812,7 @@ public:
     static HRESULT removeEBSProperties(CATIProduct* ipi_catiproduct);
     /**
      * Changes who may change a user property.
+     * @param ipi_catiproduct its reference has the properties
      * @param i_name as for setUserProperties
      * @param i_user_access_mode 0 nobody, 1 everybody, 2 everybody, and the property is the users' own
      * @return S_OK; S_FALSE when there is no property of that name, E_FAIL, reported, for another mode, when the
@@ -787,6 +821,7 @@ public:
     static HRESULT changePropertyAccess(CATIProduct* ipi_catiproduct, CATUnicodeString i_name, int i_user_access_mode);
     /**
      * Name of a parameter without its path.
+     * @param i_parameter null is reported
      * @param o_name what stands behind the last backslash
      * @return S_OK; E_FAIL, reported, when the parameter does not tell its name
      */
@@ -796,6 +831,7 @@ public:
 
     /**
      * The parameters of a drawing, at any depth.
+     * @param ip_document of a drawing
      * @param ipi_drawing that of the document
      * @param o_parameters each a CATICkeParm whose name may be a path
      * @return S_OK; E_FAIL, reported, when the drawing has no parameters to ask for
@@ -804,6 +840,7 @@ public:
                                         CATListValCATISpecObject_var& o_parameters);
     /**
      * The parameters of a drawing and its parameter sets, at any depth.
+     * @param ip_document of a drawing
      * @param ipi_drawing that of the document
      * @param o_parameters each a CATICkeParm whose name may be a path
      * @param o_parameter_sets each a CATICkeParameterSet
@@ -815,6 +852,7 @@ public:
     /**
      * Updates parameters at any depth by name and, when the environment wants it so, creates those that are missing
      * directly below the drawing.
+     * @param ip_document of a drawing
      * @param i_names last segments of names; one with a backslash in it is the whole name of a parameter
      * @param i_values parallel to i_names, as VornToolsCADDOCProperties takes them
      * @param i_types parallel to i_names: "s", "i", "b" or "d"
@@ -824,12 +862,14 @@ public:
                                         CATListValCATUnicodeString i_values, CATListValCATUnicodeString i_types);
     /**
      * Removes the first parameter of a name from where it stands.
+     * @param ip_document of a drawing
      * @param i_name as for setDrawingParameters
      * @return as RemoveProperty; E_FAIL, reported, for a document without a drawing
      */
     static HRESULT removeDrawingParameter(CATDocument* ip_document, CATUnicodeString i_name);
     /**
      * Changes who may change a parameter of a drawing.
+     * @param ip_document of a drawing
      * @param i_name as for setDrawingParameters
      * @param i_user_access_mode as for changePropertyAccess
      * @return as changePropertyAccess; E_FAIL, reported, for a document without a drawing
@@ -845,6 +885,7 @@ public:
      *
      * A part is read in design mode: its root product is switched there and back afterwards. A part that goes back to
      * visualisation takes its tables with it: whoever wants to ask them anything keeps it in design mode meanwhile.
+     * @param ip_document its kind follows from its suffix
      * @param ip_switcher switches the part; null: it is switched without one
      * @param i_switch_flag 1 switches also while the switcher is disabled
      * @param iop_design_tables what it holds stays
@@ -854,6 +895,7 @@ public:
                                       unsigned char i_switch_flag, CATListValCATISpecObject_var* iop_design_tables);
     /**
      * Appends the tables that stand directly in a set below the analysis.
+     * @param ip_document an analysis
      * @param iop_design_tables what it holds stays
      * @return as getDesignTableList
      */
@@ -861,6 +903,7 @@ public:
                                                     CATListValCATISpecObject_var* iop_design_tables);
     /**
      * Appends the tables that stand directly in a set below the first process.
+     * @param ip_document a process document
      * @param iop_design_tables what it holds stays
      * @return as getDesignTableList; no process is reported
      */
@@ -868,6 +911,7 @@ public:
                                                    CATListValCATISpecObject_var* iop_design_tables);
     /**
      * Appends the tables among the part's relations, at any depth.
+     * @param ip_document a part
      * @param ip_switcher as for getDesignTableList
      * @param i_switch_flag as for getDesignTableList
      * @param iop_design_tables what it holds stays
@@ -878,18 +922,21 @@ public:
                                                 CATListValCATISpecObject_var* iop_design_tables);
     /**
      * Full name of a table's file as automation tells it.
+     * @param ipi_design_table null is reported
      * @param o_full_file_name it may be a logical name
      * @return S_OK; E_FAIL, reported, when the table does not tell it
      */
     static HRESULT getDesignTableFullFilename(CATIDesignTable* ipi_design_table, CATUnicodeString& o_full_file_name);
     /**
      * The name property of a table's automation object; getDesignTableName tells the name that users see.
+     * @param ipi_design_table null is reported
      * @param o_name as automation tells it
      * @return S_OK; E_FAIL, reported, when the table does not tell it
      */
     static HRESULT getDesignTableNameProperty(CATIDesignTable* ipi_design_table, CATUnicodeString& o_name);
     /**
      * A table's own name: the one that users see in the tree.
+     * @param ipi_design_table null is reported
      * @param o_name never empty on success
      * @return S_OK; E_FAIL, reported, when the table does not tell it
      */
@@ -898,6 +945,7 @@ public:
      * What the PDM has to know of a document's design tables: seven parallel lists, one entry a table that could be
      * read; see readDesignTableInformation. For products and other documents without a place of their own for tables,
      * the files of the parts whose parameters a table sets are told, too.
+     * @param ip_document as for getDesignTableList
      * @param ip_switcher as for getDesignTableList
      * @param i_switch_flag as for getDesignTableList
      * @param o_file_paths on disk
@@ -918,6 +966,7 @@ public:
                                        CATListValCATUnicodeString& o_names);
     /**
      * What the PDM has to know of a design table.
+     * @param isp_design_table what is no design table is reported
      * @param i_document_name its document, for the journal in debug mode
      * @param ip_part_number_to_file_name part number to file name (new CATUnicodeString, class "CATUnicodeString");
      * null leaves the associated files empty
@@ -975,6 +1024,7 @@ public:
      * Sets the name ("InstanceName") and the description ("DescriptionInst") of an instance; other names are passed
      * over. The integration's lines of a description below a component go first; when that fails, which is journalled,
      * the description is written all the same.
+     * @param ipi_catiproduct an instance
      * @param i_names of the two properties
      * @param i_values parallel to i_names
      * @return S_OK; E_FAIL when one of them was refused or a product below a component has no parent, which is

@@ -37,6 +37,7 @@ public:
     HRESULT isAnExportAsReference(CATUnicodeString fullFileName, unsigned char& result);
     /**
      * Whether an ancestor of a product comes from the reference library; the product itself does not count.
+     * @param product null is reported
      * @param result 1 or 0; 0 on failure
      * @return S_OK; E_FAIL, reported, for a null product; else the code of what failed on the way to the root
      */

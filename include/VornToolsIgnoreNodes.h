@@ -47,6 +47,7 @@ public:
     /**
      * Whether a product is an ignore node. While neither prefixes nor descriptions count nothing is, be the product
      * null.
+     * @param product null is reported
      * @param fileName file name of the product's document, without directory
      * @param mode an EnumNodeKind: which of the product's texts are looked at
      * @param result 1 or 0
@@ -55,6 +56,7 @@ public:
     HRESULT isAnIgnoreNode(CATIProduct* product, CATUnicodeString fileName, int mode, unsigned char& result);
     /**
      * Whether an ancestor of a product is an ignore node; the product itself does not count.
+     * @param product null is reported
      * @param result 1 or 0
      * @return S_OK; E_FAIL, reported, for a null product; else the code of what failed on the way to the root
      */

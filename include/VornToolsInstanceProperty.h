@@ -47,7 +47,9 @@ public:
 
     /**
      * Makes a property, or updates the one that exists.
+     * @param ipi_instance null gives E_INVALIDARG, unreported
      * @param i_type how the value is to be read
+     * @param i_name letter case included
      * @param i_value as VornToolsCADDOCProperties takes it
      * @param i_create_if_empty 0: an empty value makes nothing and gives E_FAIL
      * @param o_created 0 when a property of that name existed, else 1, also on failure
@@ -60,7 +62,10 @@ public:
                                               unsigned char i_create_if_empty, unsigned char& o_created);
     /**
      * Updates a property.
+     * @param ipi_instance null gives E_INVALIDARG, unreported
      * @param i_type how the value is to be read
+     * @param i_name letter case included
+     * @param i_value as VornToolsCADDOCProperties takes it
      * @return S_OK; E_FAIL when there is none of that name, or the value does not fit
      */
     static HRESULT updateMaroInstanceProperty(CATIProduct* ipi_instance, const EnumPropertyType& i_type,
@@ -68,6 +73,7 @@ public:
 
     /**
      * The properties, each a CATICkeParm.
+     * @param ipi_instance null gives E_INVALIDARG, unreported
      * @param op_properties deleted by the caller; empty for an instance without properties, null on failure
      * @return E_FAIL when they cannot be read
      */
@@ -75,6 +81,7 @@ public:
                                                 CATListValCATBaseUnknown_var*& op_properties);
     /**
      * The properties in the order of their names, compared byte by byte; equal names keep their order.
+     * @param ipi_instance null gives E_INVALIDARG, unreported
      * @param op_properties as getAllMaroInstanceProperties gives them
      * @return S_OK; E_FAIL when they cannot be read
      */
@@ -82,6 +89,7 @@ public:
                                                              CATListValCATBaseUnknown_var*& op_properties);
     /**
      * The properties as two parallel lists.
+     * @param ipi_instance null gives E_INVALIDARG, unreported
      * @param o_names in the order of the set; empty on failure
      * @param o_values a real number has up to 16 digits and is in the MKS unit, a truth value is "1" or "0", a property
      * without a value is empty
@@ -93,6 +101,8 @@ public:
 
     /**
      * Reads one property. A real number has up to six digits.
+     * @param ipi_instance null gives E_INVALIDARG, unreported
+     * @param i_name letter case included
      * @param o_found 0 when there is none of that name, which is S_OK; type and value are then PropertyString and
      * empty, as on failure
      * @param o_type what the property holds
@@ -103,7 +113,10 @@ public:
                                 EnumPropertyType& o_type, CATUnicodeString& o_value);
     /**
      * Writes one property, and makes it when there is none.
+     * @param ipi_instance null gives E_INVALIDARG, unreported
+     * @param i_name letter case included
      * @param i_type what the property holds
+     * @param i_value as VornToolsCADDOCProperties takes it
      * @return S_OK; E_FAIL, and the property keeps its value, when the value is no such number or the property is of
      * another type; making one fails as createMaroInstanceProperty does
      */
@@ -113,6 +126,7 @@ public:
     /**
      * Replaces the text behind the integration's lines of the instance description. Kept because mappings rely on it:
      * of those lines only identities, "BrokenIcon" and the ignore marker stay.
+     * @param ipi_instance null gives E_INVALIDARG, unreported
      * @param i_mapping the new text; empty: only those lines stay
      * @return S_OK; E_FAIL when the reference is stored elsewhere, and, reported, when the description cannot be read
      * or is refused

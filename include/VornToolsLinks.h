@@ -61,8 +61,8 @@ public:
                            VornToolsVector<unsigned char>& tagFound, unsigned char& missingTag);
     /**
      * The same for one of many documents.
+     * @copydetails searchLinks
      * @param folders folders known from the others
-     * @return always 0
      */
     static int searchLinks(CATUnicodeString filePath, CATUnicodeString linkType, CATUnicodeString directory,
                            double& count, CATListValCATUnicodeString& linkedFileNames,
@@ -72,6 +72,7 @@ public:
                            VornToolsFolderMemory& folders);
     /**
      * Links in the order assembly context, external references, unpublished imports, multi-model links.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param linkType "MML": multi-model links only; "MMLASSY": all but them; anything else: all
      * @param fileName where the document lies now: linked documents are looked for beside it
      * @param directory where documents that are named without directory are looked for
@@ -83,14 +84,15 @@ public:
                                                    unsigned char& missingTag);
     /**
      * The same for one of many documents.
+     * @copydetails getLinks
      * @param folders folders known from the others
-     * @return the links
      */
     static VornToolsVector<VornToolsLink> getLinks(VornToolsString* image, CATUnicodeString linkType,
                                                    VornToolsString* fileName, CATUnicodeString directory,
                                                    unsigned char& missingTag, VornToolsFolderMemory& folders);
     /**
      * The multi-model links, then all others.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param fileName as in getLinks
      * @param directory as in getLinks
      * @return the links; none for an image without any
@@ -103,6 +105,7 @@ public:
     /**
      * "MMLAssy_Context": the products in whose context a part was designed. In a product, its child products; in a
      * drawing, the products it shows.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param fileName as in getLinks
      * @param directory as in getLinks
      * @return a link a product
@@ -111,6 +114,7 @@ public:
                                                           CATUnicodeString directory);
     /**
      * Published, then unpublished imports.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param fileName as in getLinks
      * @param directory as in getLinks
      * @return links of the types "MMLAssy_Ref" and "MMLAssy_ImportNotPub"
@@ -119,6 +123,7 @@ public:
                                                          CATUnicodeString directory);
     /**
      * "MMLAssy_ImportNotPub": parts of which geometry was imported that is no publication.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param fileName as in getLinks
      * @param directory as in getLinks
      * @return a link a part
@@ -133,6 +138,7 @@ public:
     static VornToolsVector<VornToolsLink> getImportLinksWithPub(VornToolsString* image);
     /**
      * The multi-model links: getLinks with "MML".
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param fileName as in getLinks
      * @param directory as in getLinks
      * @return the links of type "MML"
@@ -141,6 +147,7 @@ public:
                                                       CATUnicodeString directory);
     /**
      * All but the multi-model links: getLinks with "MMLASSY".
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param fileName as in getLinks
      * @param directory as in getLinks
      * @return the links
@@ -149,6 +156,7 @@ public:
                                                           CATUnicodeString directory);
     /**
      * "MMLDrawing": the products, parts and drawings that a drawing shows, each once.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param fileName as in getLinks
      * @param directory as in getLinks
      * @return a link a document
@@ -157,8 +165,8 @@ public:
                                                              CATUnicodeString directory);
     /**
      * The same for one of many documents.
+     * @copydetails getMMLDrawingLinks
      * @param folders folders known from the others
-     * @return a link a document
      */
     static VornToolsVector<VornToolsLink> getMMLDrawingLinks(VornToolsString* image, VornToolsString* fileName,
                                                              CATUnicodeString directory,
@@ -168,6 +176,7 @@ public:
 
     /**
      * Documents that the document-property stream names and the document uses.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param position of "CATDocumentProperty"
      * @param fileName as in getLinks
      * @param directory as in getLinks
@@ -184,8 +193,8 @@ public:
                                 VornToolsVector<VornToolsString>& contextPartReferences);
     /**
      * The same for one of many documents.
+     * @copydetails getLinkedDocName
      * @param folders folders known from the others
-     * @return 0
      */
     static int getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
                                 CATUnicodeString directory, VornToolsVector<VornToolsString>& partFiles,
@@ -195,6 +204,7 @@ public:
                                 VornToolsFolderMemory& folders);
     /**
      * Documents that the stream still names although nothing uses them: deleted or renamed targets.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param position of "CATDocumentProperty"
      * @param ghosts names as stored, since nobody is to find them
      * @return 0
@@ -205,6 +215,7 @@ public:
      * getLinkedDocName's and no drawing. Design tables and other files of the operating system have the kind
      * "CATUnloadable"; products of a catalog, models of version 4, analysis results and materials have their own. The
      * catalogs that belong to the platform itself (kinds "feat", "CATfct") are left out.
+     * @param image as for getLinks
      * @param position of "CATDocumentProperty"
      * @param fileName where the document lies now: the others are looked for beside it
      * @param directory where those that are named without directory are looked for
@@ -220,6 +231,7 @@ public:
                                  VornToolsFolderMemory& folders);
     /**
      * External references between the application container and the document-property stream, each once.
+     * @param image as for getLinks
      * @param release not used: the form is the same in all
      * @param applicationPosition of "AppliCont"
      * @param propertyPosition of "CATDocumentProperty"
@@ -230,6 +242,7 @@ public:
                                     VornToolsVector<VornToolsString>& references);
     /**
      * Version, release and service pack of the program that saved the document last.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param version for example 5
      * @param release for example 30
      * @param servicePack from 0
@@ -256,6 +269,7 @@ public:
 
     /**
      * Tags of the imported elements, parallel to getMmlPublication: ten letters for geometry, the name of a parameter.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param release of getVersion: up to 12 the elements of the older form come last
      * @param applicationPosition of "AppliCont"
      * @param propertyPosition of "CATDocumentProperty"
@@ -267,6 +281,7 @@ public:
     /**
      * Imported elements in stream order, repeats kept, as the document names them ("InputToDoc:Doc!Geometry:...!"). The
      * older form names them by the tag alone.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param release as in getMMLTag
      * @param applicationPosition of "AppliCont"
      * @param propertyPosition of "CATDocumentProperty"
@@ -278,6 +293,7 @@ public:
     /**
      * The documents of getMmlPublication, by index, an empty name where none is known; then the documents that are
      * linked to without a publication. As the names of updateMMLLink they make the links of getLinks.
+     * @param image the whole file, or VornToolsDocumentFile::readLinkImage of it
      * @param release as in getMMLTag
      * @param applicationPosition of "AppliCont"
      * @param propertyPosition of "CATDocumentProperty"
@@ -291,8 +307,8 @@ public:
                                VornToolsVector<VornToolsString>& documents);
     /**
      * The same for one of many documents.
+     * @copydetails getMmlDocuments
      * @param folders folders known from the others
-     * @return 0
      */
     static int getMmlDocuments(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
                                VornToolsString* fileName, CATUnicodeString directory,
@@ -311,6 +327,7 @@ public:
     /**
      * Splits the context parts of a part into unpublished imports and multi-model links of the older form. Parts that
      * are neither (neighbours in the assembly) are in no list, nor is anything of a document that is no part.
+     * @param image as for getLinks
      * @param release as in getMMLTag
      * @param applicationPosition of "AppliCont"
      * @param propertyPosition of "CATDocumentProperty"

@@ -21,6 +21,7 @@ public:
 
     /**
      * Reads the mask of exactly this product, be it an instance or a reference.
+     * @param ipi_product an instance or a reference
      * @param op_mask 0 on failure
      * @return S_OK; E_FAIL, reported, for null arguments and when the session, the product's specification object or
      * the mask manager is missing; what the mask manager refuses, reported, has its code
@@ -30,6 +31,7 @@ public:
     /**
      * Gives a product a mask, or takes every mask off it for 0. A root product is left alone, with S_OK, unless the
      * environment wants it marked.
+     * @param ipi_product an instance or a reference
      * @param i_mask_value from 0 to 10
      * @param i_mark_dummy_parts non-zero: a dummy part is marked as one, whatever the mask says
      * @return as getMask; E_INVALIDARG, journalled, for a mask outside 0 to 10

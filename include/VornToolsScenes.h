@@ -30,6 +30,7 @@ public:
 
     /**
      * The scenes that a root product keeps.
+     * @param ipi_root a root product; null is reported
      * @param opi_scenes a walk that stands before the first scene, released by the caller; null on failure
      * @param o_count number of scenes; 0 on failure
      * @return S_OK or the code of what failed
@@ -39,6 +40,7 @@ public:
     /**
      * Names of the scenes of a root product, in their order. A scene that does not tell its name is reported and left
      * out; a walk that breaks off is reported and gives the names before.
+     * @param ipi_root a root product; null is reported
      * @param o_names empty on failure
      * @return the code of getAllScenesOnRoot
      */
@@ -48,6 +50,7 @@ public:
      * Reads the scenes data list of an assembly.
      * @param i_root_name name of the root document, which is emptied for a call on a part of an assembly: the groups
      * are then appended to what the list holds, and the next two arguments count
+     * @param ipi_parent the root, or a part of the assembly
      * @param ipi_scenes the scenes of the root, before the first one; ends there again
      * @param i_parent_positions absolute position of the parent in each scene; a scene for which there is none is read
      * as if the parent were not in it
@@ -62,6 +65,7 @@ public:
 
     /**
      * The product path, by which the scenes data list names a product.
+     * @param ipi_product an instance
      * @param o_path a name that cannot be read is an empty one
      * @param o_has_component_parent 1 when a parent is a component
      * @return S_OK; E_FAIL, reported, for a null product, and the code of a parent that cannot be reached: the outputs
@@ -72,6 +76,7 @@ public:
 
     /**
      * Whether a parent of a product is hidden in a scene. Goes up to the first hidden parent that is no component.
+     * @param ipi_product an instance
      * @param i_scenes_data as readScenesDataInAssy gives it
      * @param i_scene_name letter case included
      * @param o_hidden_by_parent "TRUE" when such a parent is hidden, else "FALSE"
@@ -85,6 +90,7 @@ public:
 
     /**
      * Whether one of the components directly above a product, up to the first parent that is none, is hidden.
+     * @param ipi_product an instance
      * @param i_scenes_data as readScenesDataInAssy gives it
      * @param i_scene_name letter case included
      * @param o_hidden "TRUE" or "FALSE"; "FALSE" on failure
@@ -110,7 +116,9 @@ public:
 
     /**
      * Replaces every occurrence of a pattern, left to right. An empty pattern occurs nowhere.
+     * @param i_text where the pattern is looked for
      * @param i_pattern letter case included
+     * @param i_replacement may hold the pattern
      * @return the new text; the old one, reported, for want of memory
      */
     static CATUnicodeString replaceAll(CATUnicodeString i_text, const CATUnicodeString& i_pattern,

@@ -98,6 +98,7 @@ public:
 
     /**
      * Switches a product and remembers a part with the mode that it had.
+     * @param ipi_catiproduct any product; parts alone are remembered
      * @param newMode the mode to reach
      * @param originalMode the mode that the product has; WorkModeUnknown: it is asked
      * @param fileName without directory; empty: taken from the product
@@ -127,6 +128,7 @@ public:
     /**
      * Name of the default shape representation; a part in visualisation that is not loaded is switched to its default
      * mode for that.
+     * @param product any product
      * @param name empty when the product does not tell, which is S_OK
      * @return S_OK; E_FAIL, reported, for a null product. While switching is disabled a part in visualisation is not
      * asked

@@ -30,18 +30,21 @@ public:
 
     /**
      * The platform's answer.
+     * @param product in its place in the structure: each place has a mode of its own
      * @param mode WorkModeUnknown on failure
      * @return S_OK; E_FAIL, reported, for a null product, a platform that does not tell and a number that is no mode
      */
     static HRESULT getWorkModeCAA(CATIProduct* product, EnumWorkMode& mode);
     /**
      * The platform's answer; where it does not tell, a product that shows the picture of a part is in visualisation.
+     * @param product in its place in the structure: each place has a mode of its own
      * @param mode WorkModeUnknown on failure
      * @return S_OK; E_FAIL, reported, when neither tells
      */
     static HRESULT getWorkMode(CATIProduct* product, EnumWorkMode& mode);
     /**
      * Whether a part is shown by a ".cgr" file, by the name of its master representation; nothing is loaded.
+     * @param product an instance of a part
      * @param visual 0 on failure
      * @return S_OK; E_FAIL when the product has no such representation (reported) or it is not that of a part
      */
@@ -54,6 +57,7 @@ public:
     static HRESULT setCatiaCacheActivated(unsigned char activated);
     /**
      * Switches a product and looks whether it followed.
+     * @param product in its place in the structure
      * @param mode WorkModeVisu to WorkModeDesign
      * @return S_FALSE while switches are forbidden; S_OK, also when the new mode cannot be read back; E_FAIL for a null
      * product, an unknown mode, a platform that fails or throws one of its errors, and a product that did not follow.
