@@ -25,8 +25,8 @@ not_run=77 # exit status of a stage that lacks something which not every machine
 passed=0
 failed=0
 
-default_stages=(format words layers platform registered share reference linux profiles swept state exports json page browser
-    sanitize windows plain install workstation)
+default_stages=(format words layers platform registered share reference linux profiles swept state exports json page
+    browser sanitize windows plain install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
@@ -34,7 +34,7 @@ stage_layers() { cmake/check_layers.sh; }
 stage_platform() { cmake/check_platform_page.sh; }
 stage_registered() { cmake/check_tests_registered.sh; }
 stage_share() { cmake/check_test_share.sh; }
-stage_reference() { cmake/check_header_comments.sh && cmake/make_reference.py build/reference; }
+stage_reference() { cmake/check_header_comments.sh && cmake/make_reference.py --check build/reference; }
 
 build() { cmake --preset "$1" && cmake --build --preset "$1" -- -j "$jobs"; }
 build_and_test() { build "$1" && ctest --preset "$1" -j "$jobs"; }

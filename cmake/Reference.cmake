@@ -1,4 +1,5 @@
-# The API reference as HTML: cmake --build <folder> --target reference. Where Doxygen or Python is missing nothing is made.
+# The API reference as HTML: cmake --build <folder> --target reference. Where Doxygen or Python is missing nothing is
+# made, which is no error: packages are made without it.
 
 if(NOT PROJECT_IS_TOP_LEVEL)
     return()
@@ -8,8 +9,9 @@ find_program(VORNTOOLS_PYTHON python3)
 set(reference_dir ${PROJECT_BINARY_DIR}/reference)
 if(VORNTOOLS_DOXYGEN AND VORNTOOLS_PYTHON)
     add_custom_target(reference
-        COMMAND ${VORNTOOLS_PYTHON} ${PROJECT_SOURCE_DIR}/cmake/make_reference.py ${reference_dir} ${VORNTOOLS_DOXYGEN}
-        COMMENT "Making the API reference" VERBATIM)
+        COMMAND ${VORNTOOLS_PYTHON} ${PROJECT_SOURCE_DIR}/cmake/make_reference.py
+            "$<$<BOOL:${VORNTOOLS_DEVELOPER}>:--check>" --doxygen ${VORNTOOLS_DOXYGEN} ${reference_dir}
+        COMMENT "Making the API reference" COMMAND_EXPAND_LISTS VERBATIM)
 else()
     add_custom_target(reference
         COMMAND ${CMAKE_COMMAND} -E echo "No API reference: Doxygen or Python is missing" VERBATIM)

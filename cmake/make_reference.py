@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Makes the API reference from include/ and the pages with Doxygen: make_reference.py OUT [DOXYGEN].
+"""Makes the API reference from include/ and the pages with Doxygen: make_reference.py [--check] OUT.
 
 The pages are written for readers of the repository. Doxygen gets copies in which links lead to the pages of the
-reference, headings have the names that links use, and code is code to it. Fails on every warning and on every link of
-the HTML (OUT/html) that leads nowhere. Exit status 77 where Doxygen is not there.
+reference, headings have the names that links use, and code is code to it. With --check every warning of Doxygen is an
+error, and every link of the HTML (OUT/html) that leads nowhere. Exit status 77 where Doxygen is not there.
 """
 
+import argparse
 import html.parser
 import os
 import re
@@ -148,20 +149,26 @@ def version():
 
 
 def main():
-    out = Path(sys.argv[1]).resolve()
-    doxygen = sys.argv[2] if len(sys.argv) > 2 else "doxygen"
-    if not shutil.which(doxygen):
+    parser = argparse.ArgumentParser(description=__doc__.partition("\n")[0])
+    parser.add_argument("--check", action="store_true", help="warnings and links that lead nowhere are errors")
+    parser.add_argument("--doxygen", default="doxygen", help="the program")
+    parser.add_argument("out", type=Path, help="folder to write to")
+    arguments = parser.parse_args()
+    out = arguments.out.resolve()
+    if not shutil.which(arguments.doxygen):
         print("Doxygen is not there")
         return NOT_RUN
-    shutil.rmtree(out, ignore_errors=True)
+    for made_before in ("html", "pages"):
+        shutil.rmtree(out / made_before, ignore_errors=True)
     names = pages()
     for path in names:
         copy = out / "pages" / path
         copy.parent.mkdir(parents=True, exist_ok=True)
         copy.write_text(Page(path, names).text(), encoding="utf-8")
-    environment = dict(os.environ, VORNTOOLS_SOURCE=str(ROOT), VORNTOOLS_OUT=str(out), VORNTOOLS_VERSION=version())
+    environment = dict(os.environ, VORNTOOLS_SOURCE=str(ROOT), VORNTOOLS_OUT=str(out), VORNTOOLS_VERSION=version(),
+                       VORNTOOLS_WARN_AS_ERROR="FAIL_ON_WARNINGS" if arguments.check else "NO")
     # Elsewhere than the sources, whose pages have the names of the copies.
-    made = subprocess.run([doxygen, str(ROOT / "cmake" / "Doxyfile")], cwd=out, env=environment, check=False)
+    made = subprocess.run([arguments.doxygen, ROOT / "cmake" / "Doxyfile"], cwd=out, env=environment, check=False)
     for source, copy in EXTRA.items():
         if (ROOT / source).is_dir():
             shutil.copytree(ROOT / source, out / "html" / copy)
@@ -169,7 +176,7 @@ def main():
             shutil.copy(ROOT / source, out / "html" / copy)
     broken = list(broken_links(out / "html"))
     print("\n".join(broken + [f"{len(list((out / 'html').glob('*.html')))} pages in {out / 'html'}"]))
-    return 1 if made.returncode or broken else 0
+    return 1 if made.returncode or (arguments.check and broken) else 0
 
 
 if __name__ == "__main__":
