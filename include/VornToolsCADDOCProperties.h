@@ -51,7 +51,8 @@ public:
     VornToolsCADDOCProperties(const VornToolsCADDOCProperties&) = delete;
     VornToolsCADDOCProperties& operator=(const VornToolsCADDOCProperties&) = delete;
 
-    // Parameter sets --------------------------------------------------------------------------------------------------
+    /** @name Parameter sets
+     * @{ */
 
     /**
      * Makes a set named "Parameters.1" below a feature.
@@ -74,8 +75,10 @@ public:
      * @return S_OK; E_FAIL for null or a set without a node
      */
     static HRESULT redrawParametersNode(CATICkeParameterSet* ipi_set);
+    /** @} */
 
-    // Parameters ------------------------------------------------------------------------------------------------------
+    /** @name Parameters
+     * @{ */
 
     /**
      * Makes a parameter and puts it below a publisher.
@@ -137,8 +140,10 @@ public:
      */
     static void setAttributeOnCATISpecObject(CATISpecObject* ipi_spec_object, CATUnicodeString i_key,
                                              CATRawCollint i_values);
+    /** @} */
 
-    // Reading sets ----------------------------------------------------------------------------------------------------
+    /** @name Reading sets
+     * @{ */
 
     /**
      * The parameters of a set; the four lists are parallel, one entry a parameter.
@@ -164,8 +169,10 @@ public:
      */
     HRESULT appendAttributesWithParamsList(CATICkeParameterSet* ipi_set, CATUnicodeString i_prefix,
                                            CATListValCATUnicodeString& io_pairs);
+    /** @} */
 
-    // Attributes of documents, by kind of document --------------------------------------------------------------------
+    /** @name Attributes of documents, by kind of document
+     * @{ */
 
     /**
      * Writes attributes to the parameter set of an analysis document: its own, whatever sets other features have.
@@ -238,8 +245,10 @@ public:
      * @return as retrieveAnalysisAttributes
      */
     static HRESULT retrieveDrawingAttributes(CATDocument* ip_catdocument, CATListValCATUnicodeString& o_pairs);
+    /** @} */
 
-    // Electrical parameters -------------------------------------------------------------------------------------------
+    /** @name Electrical parameters
+     * @{ */
 
     /**
      * The electrical parameters of a part, from an optional library.
@@ -249,8 +258,10 @@ public:
      * the library, or S_OK without it
      */
     static HRESULT getElectricalParameters(CATDocument* ip_document, CATListValCATUnicodeString& o_parameters);
+    /** @} */
 
-    // Properties of a product's reference -----------------------------------------------------------------------------
+    /** @name Properties of a product's reference
+     * @{ */
 
     /**
      * Writes the properties "partNumber", "definition", "revision", "nomenclature", "source" and "DescriptionRef";
@@ -279,6 +290,7 @@ public:
      * @return S_OK; E_FAIL, reported, when it was refused
      */
     virtual HRESULT updatePartNumber(CATIProduct* ipi_product, CATUnicodeString i_part_number) = 0;
+    /** @} */
 
 protected:
     /** For the variants. */

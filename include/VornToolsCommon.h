@@ -67,7 +67,8 @@ public:
         ResultStatusCancelled = 1 ///< ":cancel" or ":user_cancel"
     };
 
-    // Instance descriptions ------------------------------------------------------------------------------------------
+    /** @name Instance descriptions
+     * @{ */
 
     /**
      * Reads the description from the instance that carries it: the product itself when its father is a reference, else
@@ -128,8 +129,10 @@ public:
      * platform's code
      */
     static HRESULT getPrdInstanceNameWithoutNewLines(CATIProduct* ipi_product, CATUnicodeString& o_name);
+    /** @} */
 
-    // DAT files and identity ------------------------------------------------------------------------------------------
+    /** @name DAT files and identity
+     * @{ */
 
     /**
      * Lines of the DAT file of a document; positional files get the three lines of version 0 at their end.
@@ -275,8 +278,10 @@ public:
      */
     static unsigned char isAOvElement(CATDocument* ip_document, CATUnicodeString i_file_name,
                                       CATUnicodeString& o_managed_name);
+    /** @} */
 
-    // Documents and product structure ---------------------------------------------------------------------------------
+    /** @name Documents and product structure
+     * @{ */
 
     /**
      * Kind of document that a suffix stands for.
@@ -359,8 +364,10 @@ public:
      * @return S_OK; E_FAIL, reported, when one of the names cannot be read
      */
     static HRESULT getProductPath(CATIProduct* ipi_product, CATUnicodeString& o_path);
+    /** @} */
 
-    // Exchange files --------------------------------------------------------------------------------------------------
+    /** @name Exchange files
+     * @{ */
 
     /**
      * The bytes of a whole file.
@@ -452,8 +459,10 @@ public:
      * @return 0; -1, unreported, for a null text or value
      */
     static int stringToInt(VornToolsString* ip_text, int* op_value);
+    /** @} */
 
-    // Documents in session --------------------------------------------------------------------------------------------
+    /** @name Documents in session
+     * @{ */
 
     /**
      * Documents of the session in its order.
@@ -551,8 +560,10 @@ public:
     static HRESULT getForeignFileInSession(CATIProduct* ipi_root_product, CATUnicodeString i_file_name,
                                            CATUnicodeString i_shape_name, VornToolsSwitchMgt* ip_switcher,
                                            CATIProduct*& opi_product, unsigned char& o_found);
+    /** @} */
 
-    // Windows ---------------------------------------------------------------------------------------------------------
+    /** @name Windows
+     * @{ */
 
     /**
      * Managed documents shown in windows, in the order of the windows.
@@ -640,8 +651,10 @@ public:
                                            VornToolsSwitchMgt* ip_switcher, CATDocument*& op_document,
                                            unsigned char& o_found, CATDocument*& iop_root_document,
                                            CATIProduct*& opi_product);
+    /** @} */
 
-    // Selection -------------------------------------------------------------------------------------------------------
+    /** @name Selection
+     * @{ */
 
     /**
      * The current editor's selection; it may have none.
@@ -719,8 +732,10 @@ public:
      * platform's frame
      */
     static HRESULT reframeOn();
+    /** @} */
 
-    // Work modes ------------------------------------------------------------------------------------------------------
+    /** @name Work modes
+     * @{ */
 
     /** What the PDM client loaded a document for. */
     enum EnumLoadedFor {
@@ -756,8 +771,10 @@ public:
      */
     static unsigned char isLoadedForLFCOrConsultOrAsCGR(CATUnicodeString i_file_name, CATDocument* ip_document,
                                                         EnumLoadedFor& o_loaded_for);
+    /** @} */
 
-    // The process -----------------------------------------------------------------------------------------------------
+    /** @name The process
+     * @{ */
 
     /**
      * Whether the directories that the environment variables "TEMP" and "TMP" name can be opened.
@@ -769,8 +786,10 @@ public:
      * @return E_FAIL, with a message to the user, where the client is not installed; else the client's code
      */
     static HRESULT startSkylane();
+    /** @} */
 
-    // Parameters and user properties ----------------------------------------------------------------------------------
+    /** @name Parameters and user properties
+     * @{ */
 
     /**
      * The user properties of a product's reference. Properties without a value are left out.
@@ -826,8 +845,10 @@ public:
      * @return S_OK; E_FAIL, reported, when the parameter does not tell its name
      */
     static HRESULT getNameProperty(CATICkeParm_var i_parameter, CATUnicodeString& o_name);
+    /** @} */
 
-    // Parameters of drawings ------------------------------------------------------------------------------------------
+    /** @name Parameters of drawings
+     * @{ */
 
     /**
      * The parameters of a drawing, at any depth.
@@ -876,8 +897,10 @@ public:
      */
     static HRESULT changeDrawingParameterAccess(CATDocument* ip_document, CATUnicodeString i_name,
                                                 int i_user_access_mode);
+    /** @} */
 
-    // Design tables ---------------------------------------------------------------------------------------------------
+    /** @name Design tables
+     * @{ */
 
     /**
      * Appends a document's design tables. Where they are looked for depends on the suffix of the document's name: that
@@ -1017,8 +1040,10 @@ public:
      */
     static HRESULT getSelectedProductsAndDesignTables(CATListPtrCATBaseUnknown& o_products,
                                                       CATListValCATUnicodeString& o_design_table_files);
+    /** @} */
 
-    // Instance properties ---------------------------------------------------------------------------------------------
+    /** @name Instance properties
+     * @{ */
 
     /**
      * Sets the name ("InstanceName") and the description ("DescriptionInst") of an instance; other names are passed
@@ -1032,6 +1057,7 @@ public:
      */
     static HRESULT setInstanceProperties(CATIProduct* ipi_catiproduct, CATListValCATUnicodeString i_names,
                                          CATListValCATUnicodeString i_values);
+    /** @} */
 
 private:
     friend struct VornToolsCommonTestAccess;

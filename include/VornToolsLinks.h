@@ -36,7 +36,8 @@ public:
     /** Nothing to end. */
     virtual ~VornToolsLinks();
 
-    // Whole documents -------------------------------------------------------------------------------------------------
+    /** @name Whole documents
+     * @{ */
 
     /**
      * Reads a document file and lists its links in parallel lists, one entry a link.
@@ -99,8 +100,10 @@ public:
      */
     static VornToolsVector<VornToolsLink> getAllLinks(VornToolsString* image, VornToolsString* fileName,
                                                       CATUnicodeString directory);
+    /** @} */
 
-    // One kind of link ------------------------------------------------------------------------------------------------
+    /** @name One kind of link
+     * @{ */
 
     /**
      * "MMLAssy_Context": the products in whose context a part was designed. In a product, its child products; in a
@@ -171,8 +174,10 @@ public:
     static VornToolsVector<VornToolsLink> getMMLDrawingLinks(VornToolsString* image, VornToolsString* fileName,
                                                              CATUnicodeString directory,
                                                              VornToolsFolderMemory& folders);
+    /** @} */
 
-    // What the links are made of --------------------------------------------------------------------------------------
+    /** @name What the links are made of
+     * @{ */
 
     /**
      * Documents that the document-property stream names and the document uses.
@@ -264,8 +269,10 @@ public:
      * @return 1 or 0
      */
     static int isKeyInFile(VornToolsString& image, VornToolsVector<VornToolsString>& keys);
+    /** @} */
 
-    // Multi-model links -----------------------------------------------------------------------------------------------
+    /** @name Multi-model links
+     * @{ */
 
     /**
      * Tags of the imported elements, parallel to getMmlPublication: ten letters for geometry, the name of a parameter.
@@ -342,8 +349,10 @@ public:
                                                 VornToolsVector<VornToolsString>& references,
                                                 VornToolsVector<VornToolsString>& unpublished,
                                                 VornToolsVector<VornToolsString>& olderForm);
+    /** @} */
 
-    // Names and paths -------------------------------------------------------------------------------------------------
+    /** @name Names and paths
+     * @{ */
 
     /**
      * Whether a name is bare.
@@ -386,6 +395,7 @@ public:
      */
     static VornToolsString* realLinkedDocPath_2(VornToolsString* ownPath, VornToolsString* fileName,
                                                 VornToolsString* linkedName, CATUnicodeString directory);
+    /** @} */
 };
 
 #endif

@@ -21,7 +21,7 @@ public:
 
     /** How much of a product is loaded; each mode holds more than the one before. */
     enum EnumWorkMode : int {
-        WorkModeUnknown = 0,
+        WorkModeUnknown = 0, ///< what every failed reading gives
         WorkModeVisu = 1,    ///< visualisation: the picture of the cache
         WorkModeDefault = 2, ///< what the platform loads by itself
         WorkModeBrep = 3,    ///< exact geometry
