@@ -35,7 +35,7 @@ public:
 
     /** Whether a file is what it should be. */
     enum EnumDocumentCondition : int {
-        DocumentIntact = 0,
+        DocumentIntact = 0,     ///< nothing is missing
         DocumentCutOff = 1,     ///< its directory would lie behind its end: a copy that was not finished
         DocumentDamaged = 2,    ///< its directory does not end it, or the list of documents it names is not complete
         DocumentNoDocument = 3, ///< neither a document's beginning nor the list of documents that each one has

@@ -173,7 +173,7 @@ public:
 
     /**
      * The bytes, for reading in place.
-     * @return never null for a string that was made; valid until the string changes
+     * @return valid until the string changes; null only where there was no memory for a buffer
      */
     const char* bytes() const { return m_buffer; }
 
