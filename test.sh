@@ -6,6 +6,8 @@
 #   swept                              every exported method goes through the failure sweep, or says why not
 #   state exports                      what the built library keeps and exports against their lists
 #   json                               what --json prints and docs/json.md against the schemas
+#   reference                          the comments of the public headers, and the reference that is made of them; not
+#                                      run where Doxygen cannot be had
 #   install                            projects built against the installed tree, the packages
 #   workstation                        the library built against a made-up seat, and laid out as a framework for one
 #   page browser                       the report's page: its files and model, and all of it in real browsers; not run
@@ -23,8 +25,8 @@ not_run=77 # exit status of a stage that lacks something which not every machine
 passed=0
 failed=0
 
-default_stages=(format words layers platform registered share linux profiles swept state exports json page browser
-    sanitize windows plain install workstation)
+default_stages=(format words layers platform registered share reference linux profiles swept state exports json page
+    browser sanitize windows plain install workstation)
 
 stage_format() { cmake/check_format.sh; }
 stage_words() { cmake/check_words.sh; }
@@ -32,6 +34,7 @@ stage_layers() { cmake/check_layers.sh; }
 stage_platform() { cmake/check_platform_page.sh; }
 stage_registered() { cmake/check_tests_registered.sh; }
 stage_share() { cmake/check_test_share.sh; }
+stage_reference() { cmake/check_header_comments.sh && cmake/make_reference.py --check build/reference; }
 
 build() { cmake --preset "$1" && cmake --build --preset "$1" -- -j "$jobs"; }
 build_and_test() { build "$1" && ctest --preset "$1" -j "$jobs"; }
@@ -115,6 +118,7 @@ stage_install() {
         $(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs VornTools) -Wl,-rpath,"$library" &&
         "$work/readme" examples/workspace/GearPump.CATProduct | grep -qF 'misses D:\projects\gear pump\Relief_Valve' ||
         return
+    [ ! -d build/release/reference ] || [ -f "$work/tree/share/doc/VornTools/html/index.html" ] || return
     cmake/check_links.sh "$work/tree/share/doc/VornTools" &&
         "$work/tree/bin/vorntools" --version && find build/release/packages-out -maxdepth 1 -type f
 }
@@ -198,7 +202,7 @@ main() {
         elif declare -F "stage_$stage" >/dev/null; then
             stages+=("$stage")
         else
-            sed -n '2,16s/^# \?//p' "$root/test.sh" >&2
+            sed -n '2,18s/^# \?//p' "$root/test.sh" >&2
             exit 2
         fi
     done

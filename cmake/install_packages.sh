@@ -11,7 +11,7 @@ packages=(g++ cmake ninja-build ccache nlohmann-json3-dev libcli11-dev libgtest-
 case ${1:-build} in
     test)
         packages+=(clang libclang-rt-14-dev llvm clang-format clang-tidy g++-mingw-w64-x86-64-posix googletest wine wine64
-            libbenchmark-dev pkg-config dpkg-dev file zsh fish python3-jsonschema)
+            libbenchmark-dev pkg-config dpkg-dev file zsh fish python3-jsonschema doxygen)
         ;;
     page)
         packages=()

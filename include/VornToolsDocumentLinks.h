@@ -23,9 +23,13 @@ class VornToolsFolderMemory;
  * The answers are those of VornToolsLinks (getVersion, getLinkedDocName, getOtherDocuments, getGhosts,
  * getExternalReference, getLinks, getMMLDrawingLinks) on the whole file, in the same order. They belong to the object
  * and last until its next read. An object that has read nothing, or could not, answers with nothing.
+ *
+ * @par Example
+ * @snippet links.cpp VornToolsDocumentLinks
  */
 class ExportedByVornTools VornToolsDocumentLinks {
 public:
+    /** "VornToolsDocumentLinks::", what the journal's names of the methods begin with. */
     static const CATUnicodeString _CteCLASS_NAME;
 
     /** How one document is named by another. */
@@ -39,13 +43,13 @@ public:
 
     /** Bytes with a NUL behind them; bytes of the text may be NUL as well. Never null. */
     struct Text {
-        const char* bytes;
-        unsigned int length;
+        const char* bytes;   ///< the object's, until its next read
+        unsigned int length; ///< without the NUL behind them
     };
 
     /** A record of a document that is named. Names are in the platform's 8-bit form. */
     struct NamedDocument {
-        EnumDocumentKind kind;
+        EnumDocumentKind kind; ///< how it is named
         Text type;             ///< KindOther: as the record tells it; else empty
         Text storedName;       ///< as the record tells it
         Text foundName;        ///< where the document was found; the stored name where it was not or was not looked for
@@ -56,24 +60,28 @@ public:
 
     /** A link as VornToolsLink has it. */
     struct Link {
-        Text type;
-        Text storedName; ///< of the document linked to; empty for a link that only says which element it means
-        Text foundName;  ///< as in NamedDocument
-        Text reference;
-        unsigned char isFound;
-        unsigned char isTagFound;
+        Text type;                ///< as VornToolsLink::get_type
+        Text storedName;          ///< of the document linked to; empty for a link that only says which element it means
+        Text foundName;           ///< as in NamedDocument
+        Text reference;           ///< as VornToolsLink::get_reference
+        unsigned char isFound;    ///< 1 when there is a file of the found name
+        unsigned char isTagFound; ///< as VornToolsLink::get_link_tag_found
     };
 
+    /** Nothing has been read. */
     VornToolsDocumentLinks();
+    /** Ends what the answers point to. */
     ~VornToolsDocumentLinks();
     VornToolsDocumentLinks(const VornToolsDocumentLinks&) = delete;
     VornToolsDocumentLinks& operator=(const VornToolsDocumentLinks&) = delete;
 
     /**
      * Reads a document file; what was read before is forgotten.
-     * @param i_path name on disk. @param i_link_type which links: "MML", "MMLASSY", "MMLDrawing" or anything else, as
-     * in VornToolsLinks::searchLinks. @param i_directory where documents that are named without directory are looked
-     * for. @param io_folders folders known from other documents
+     * @param i_path name on disk
+     * @param i_link_type which links: "MML", "MMLASSY", "MMLDrawing" or anything else, as in
+     * VornToolsLinks::searchLinks
+     * @param i_directory where documents that are named without directory are looked for
+     * @param io_folders folders known from other documents
      * @param i_find_unused whether documents that are not in use any more are looked for as well
      * @return E_FAIL, reported as a file that cannot be opened, when there is no such file; E_FAIL, reported as a
      * failed "read", when it cannot be read, has to be read whole and has 2 GiB or more, or memory gives out. S_OK also
@@ -83,23 +91,52 @@ public:
                  const CATUnicodeString& i_directory, VornToolsFolderMemory& io_folders,
                  unsigned char i_find_unused = 0);
 
-    /** Whether the file is intact; DocumentNotOpen without one. */
+    /**
+     * Whether the file that was read is intact.
+     * @return DocumentNotOpen when none was read
+     */
     VornToolsDocumentFile::EnumDocumentCondition getCondition() const;
-    /** Length of the file in bytes. */
+    /**
+     * Length of the file that was read.
+     * @return bytes; 0 when none was read
+     */
     unsigned long long getSize() const;
-    /** Of the program that saved the document last; zeros where it does not tell.
-     * @return 0; 1 when it tells only a part, which is the code of VornToolsLinks::getVersion */
+    /**
+     * Of the program that saved the document last; zeros where it does not tell.
+     * @param o_version for example 5
+     * @param o_release for example 30
+     * @param o_service_pack from 0
+     * @return 0; 1 when it tells only a part, which is the code of VornToolsLinks::getVersion
+     */
     int getVersion(int& o_version, int& o_release, int& o_service_pack) const;
-    /** Where the document itself lay when it was saved last; empty where it does not tell. */
+    /**
+     * Where the document itself lay when it was saved last.
+     * @return in the platform's 8-bit form; empty where the document does not tell
+     */
     Text getSavedPath() const;
-    /** The documents that are named: parts, products and drawings in the order of the file, then the others that are in
-     * use in their order. @param o_count how many. @return the first of them; null for none */
+    /**
+     * The documents that are named: parts, products and drawings in the order of the file, then the others that are in
+     * use in their order.
+     * @param o_count how many
+     * @return the first of them; null for none
+     */
     const NamedDocument* getDocuments(unsigned int& o_count) const;
-    /** The links of the type that was asked for. @param o_count how many. @return the first of them; null for none */
+    /**
+     * The links of the type that was asked for, in the order of VornToolsLinks::getLinks.
+     * @param o_count how many
+     * @return the first of them; null for none
+     */
     const Link* getLinks(unsigned int& o_count) const;
-    /** The external references, whatever links were asked for. @return as getLinks */
+    /**
+     * The external references, whatever links were asked for.
+     * @param o_count how many
+     * @return the first of them; null for none
+     */
     const Text* getExternalReferences(unsigned int& o_count) const;
-    /** 1 when multi-model links alone were asked for and one of them has no tag or no document. */
+    /**
+     * Whether a multi-model link lacks what the PDM needs of it.
+     * @return 1 when multi-model links alone were asked for and one of them has no tag or no document, else 0
+     */
     unsigned char getMissingTag() const;
 
 private:

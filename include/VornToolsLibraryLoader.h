@@ -8,17 +8,32 @@
 class CATIProduct;
 class CATListValCATUnicodeString;
 
-/** Finds the optional library that reads electrical parameters: once a process, also when it is not there. What was
- * loaded stays loaded. */
+/**
+ * Finds the optional library that reads electrical parameters: once a process, also when it is not there. What was
+ * loaded stays loaded.
+ *
+ * @par Example
+ * @snippet properties.cpp VornToolsLibraryLoader
+ */
 class ExportedByVornTools VornToolsLibraryLoader {
 public:
+    /** "VornToolsLibraryLoader::", what the journal's names of the methods begin with. */
     static const CATUnicodeString _CteCLASS_NAME;
 
+    /** Appends the electrical parameters of a product to a list and answers with a result code. */
     typedef HRESULT (*ElectricalParametersFunc)(CATIProduct*, CATListValCATUnicodeString*);
 
-    /** Handle of the platform's electrical library, as the system gives it; null when it is not installed. */
+    /**
+     * Loads the platform's electrical library, on first call.
+     * @return handle as the system gives it, owned by the class; null when the library is not installed
+     */
     static void* getElectricalInterfacesModule();
-    /** The function that reads electrical parameters; null without one of the two libraries or without the function. */
+    /**
+     * Loads the optional library, on first call; VornToolsCADDOCProperties::getElectricalParameters calls what it
+     * offers.
+     * @return the function that reads electrical parameters; null without one of the two libraries or without the
+     * function
+     */
     static ElectricalParametersFunc getElectricalParametersFuncPtr();
 
 private:

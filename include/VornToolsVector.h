@@ -4,45 +4,91 @@
 /**
  * Growing array. Every element is an allocation of its own and every slot of the capacity holds one; the capacity
  * starts at 100 and grows by 100. Indices count from 0. An append that grows moves the values into new elements, so no
- * address of an element outlives it. Where memory gives out, the array stays as it was.
+ * address of an element outlives it. Where memory gives out, std::bad_alloc is thrown and the array stays as it was.
+ * @tparam T copied by assignment; made by default for each slot
+ *
+ * @par Example
+ * @snippet bytes.cpp VornToolsVector
  */
 template <class T>
 class VornToolsVector {
 public:
+    /** No elements, and capacity for 100. */
     VornToolsVector() : VornToolsVector(0U) {}
-    /** No elements yet, but the capacity that appending so many reaches: appending them then copies each once. */
+    /**
+     * No elements yet, but the capacity that appending so many reaches: appending them then copies each once.
+     * @param expected 0 is allowed
+     */
     explicit VornToolsVector(unsigned int expected) : VornToolsVector(NoSlots()) {
         makeSlots(expected <= step ? step : (expected - 1) / step * step + step);
     }
+    /**
+     * Copies the elements and the capacity.
+     * @param other it stays as it is
+     */
     VornToolsVector(const VornToolsVector& other) : VornToolsVector(NoSlots()) {
         makeSlots(other.m_capacity);
         copyFrom(other);
     }
-    /** The other array is left without elements and, until its next append, without slots. */
+    /**
+     * Takes the elements over.
+     * @param other left without elements and, until its next append, without slots
+     */
     VornToolsVector(VornToolsVector&& other) noexcept : VornToolsVector(NoSlots()) { swap(other); }
+    /**
+     * Copies the elements and the capacity.
+     * @param other may be this array
+     * @return this array
+     */
     VornToolsVector& operator=(const VornToolsVector& other) {
         if (this == &other) return *this;
         VornToolsVector copy(other);
         swap(copy);
         return *this;
     }
+    /**
+     * Takes the elements over.
+     * @param other left without elements and slots
+     * @return this array
+     */
     VornToolsVector& operator=(VornToolsVector&& other) noexcept {
         VornToolsVector taken(static_cast<VornToolsVector&&>(other));
         swap(taken);
         return *this;
     }
+    /** Ends every element. */
     ~VornToolsVector() { releaseSlots(); }
 
-    /** Adds a copy at the end. The element must not be one of this array. */
+    /**
+     * Adds a copy at the end.
+     * @param element must not be one of this array
+     */
     void append(const T& element) {
         if (m_size == m_capacity) grow();
         *m_slots[m_size] = element;
         ++m_size;
     }
+    /**
+     * Elements in use.
+     * @return a count; the last index is one less
+     */
     unsigned int size() const { return m_size; }
+    /**
+     * Slots, each with an element.
+     * @return a count, never less than size()
+     */
     unsigned int capacity() const { return m_capacity; }
-    /** @param index below size() */
+    /**
+     * One element.
+     * @param index below size(); it is not checked
+     * @return valid until an append grows the array
+     */
     T& operator[](unsigned int index) { return *m_slots[index]; }
+    /**
+     * One element, for reading.
+     * @param index below size(); it is not checked
+     * @return valid until an append grows the array
+     */
     const T& operator[](unsigned int index) const { return *m_slots[index]; }
 
 private:
