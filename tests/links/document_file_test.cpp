@@ -394,8 +394,14 @@ TEST_F(DocumentFileTest, ContainersThatTellNoClassAreRead) {
     const PartStreams part;
     Container file;
     file.stream("Data", part.data).container("", part.product).container("CGMGeom", kGeometry);
-    // A class of eight letters has a form of its own.
-    file.container("CGMGeoms", kGeometry).container("CATXDocLinkCont", part.imports);
+    // A class of eight letters has a form of its own; here it ends the stream.
+    const std::uint32_t storage = file.storage("g", file.root());
+    const std::string eight = Container::classStream("CGMGeoms");
+    file.stream("Cont_g", kGeometry, storage)
+        .stream("\x03"
+                "CATStorageProperty",
+                eight.substr(0, eight.find("CGMGeoms") + 8), storage);
+    file.container("CATXDocLinkCont", part.imports);
     const std::string bytes = file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
     const Read found = read(bytes);
     EXPECT_EQ(found.links, linksOfWhole(bytes));
