@@ -284,6 +284,15 @@ TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {
     const Read other = read(turned.bytes());
     EXPECT_EQ(other.links, found.links);
     EXPECT_LT(other.image.size(), 4000U);
+
+    // The application container far from all others; properties of a container, which are not asked for.
+    Container far;
+    far.container("CGMGeom", kGeometry).stream("Data", part.data).gap(kGeometry);
+    far.stream(kSets, kGeometry, far.storage("s", far.root())).container("CATProdCont", part.product);
+    far.container("CATXDocLinkCont", part.imports).gap(kGeometry);
+    const Read apart = read(far.stream(kProperty, part.properties).stream(kSets, part.summary).bytes());
+    EXPECT_EQ(apart.links, found.links);
+    EXPECT_LT(apart.image.size(), 4000U);
 }
 
 TEST_F(DocumentFileTest, ProductsAndDrawingsAreToldByTheirProperties) {
