@@ -8,6 +8,7 @@ namespace {
 
 TEST_F(LinksTest, ALinkIsItsFourFields) {
     VornToolsLink link;
+    EXPECT_EQ(link.get_link_tag_found(), 0);
     EXPECT_EQ(link.set_type("MML") + link.set_linkedFileName("f") + link.set_reference("r"), 0);
     EXPECT_EQ(link.set_link_tag_found(1), 0);
     VornToolsLink copy;
