@@ -82,13 +82,18 @@ void appendProduct(const CATUnicodeString& i_name, const InterfacePtr<CATIProduc
 }
 
 HRESULT appendTableFiles(CATDocument* ip_document, const SwitchWay& i_way, AssemblyLists& io_lists) {
-    if (!ip_document || !io_lists.documents_with_tables.insert(ip_document).second) return S_OK;
     const DesignMode design_mode(ip_document, i_way); // without it the tables leave memory once they are listed
     CATListValCATISpecObject_var design_tables;
     const HRESULT code = VornToolsCommon::getDesignTableList(ip_document, i_way.p_switcher, i_way.flag, &design_tables);
     for (int i = 1; i <= design_tables.Size(); ++i)
         appendTableFile(static_cast<CATISpecObject*>(design_tables[i]), io_lists.design_table_files);
     return code;
+}
+
+/** Does nothing for a document whose tables are listed, and for none. */
+void appendTableFilesOnce(CATDocument* ip_document, const SwitchWay& i_way, AssemblyLists& io_lists) {
+    if (ip_document && io_lists.documents_with_tables.insert(ip_document).second)
+        appendTableFiles(ip_document, i_way, io_lists);
 }
 
 bool isProductDocument(const CATDocument* ip_document) {
@@ -116,7 +121,7 @@ HRESULT listAssembly(const JournalFrame& i_frame, CATDocument* ip_document, cons
     appendProduct(ip_document->StorageName(), sp_root, io_lists);
     if (i_with_design_tables) i_frame.write("DesignTables are managd.");
     const DesignMode design_mode(i_with_design_tables ? sp_root.get() : nullptr, i_way);
-    if (i_with_design_tables) appendTableFiles(ip_document, i_way, io_lists);
+    if (i_with_design_tables) appendTableFilesOnce(ip_document, i_way, io_lists);
 
     const auto children = productsBelow(sp_root.get());
     i_frame.write("[%d] children are found.", static_cast<int>(children.size()));
@@ -126,7 +131,7 @@ HRESULT listAssembly(const JournalFrame& i_frame, CATDocument* ip_document, cons
             continue;
         }
         CATDocument* const p_document = appendChild(sp_product, io_lists);
-        if (i_with_design_tables) appendTableFiles(p_document, i_way, io_lists);
+        if (i_with_design_tables) appendTableFilesOnce(p_document, i_way, io_lists);
     }
     return S_OK;
 }

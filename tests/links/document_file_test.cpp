@@ -284,6 +284,15 @@ TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {
     const Read other = read(turned.bytes());
     EXPECT_EQ(other.links, found.links);
     EXPECT_LT(other.image.size(), 4000U);
+
+    // The application container far from all others; properties of a container, which are not asked for.
+    Container far;
+    far.container("CGMGeom", kGeometry).stream("Data", part.data).gap(kGeometry);
+    far.stream(kSets, kGeometry, far.storage("s", far.root())).container("CATProdCont", part.product);
+    far.container("CATXDocLinkCont", part.imports).gap(kGeometry);
+    const Read apart = read(far.stream(kProperty, part.properties).stream(kSets, part.summary).bytes());
+    EXPECT_EQ(apart.links, found.links);
+    EXPECT_LT(apart.image.size(), 4000U);
 }
 
 TEST_F(DocumentFileTest, ProductsAndDrawingsAreToldByTheirProperties) {
@@ -394,8 +403,14 @@ TEST_F(DocumentFileTest, ContainersThatTellNoClassAreRead) {
     const PartStreams part;
     Container file;
     file.stream("Data", part.data).container("", part.product).container("CGMGeom", kGeometry);
-    // A class of eight letters has a form of its own.
-    file.container("CGMGeoms", kGeometry).container("CATXDocLinkCont", part.imports);
+    // A class of eight letters has a form of its own; here it ends the stream.
+    const std::uint32_t storage = file.storage("g", file.root());
+    const std::string eight = Container::classStream("CGMGeoms");
+    file.stream("Cont_g", kGeometry, storage)
+        .stream("\x03"
+                "CATStorageProperty",
+                eight.substr(0, eight.find("CGMGeoms") + 8), storage);
+    file.container("CATXDocLinkCont", part.imports);
     const std::string bytes = file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
     const Read found = read(bytes);
     EXPECT_EQ(found.links, linksOfWhole(bytes));

@@ -138,6 +138,23 @@ TEST_F(LinksTest, VersionsStandBetweenTheirMarkers) {
     }
 }
 
+// Large images are searched block by block: a name may stand across the end of one.
+TEST_F(LinksTest, StreamsAreFoundWhereverTheyBegin) {
+    const auto behind = [](std::size_t count) {
+        DocumentImage image;
+        image.raw(std::string(count, 'x')).properties("", {ImageRecord::object("CATProduct", "a.CATProduct", kFirst)});
+        return image;
+    };
+    const int in_front = behind(0).propertyPosition();
+    const Texts expected = links(behind(0));
+    EXPECT_FALSE(expected.empty());
+    for (const int begin : {262144 - 19, 262144 - 1, 262144, 2 * 262144 - 1}) {
+        const DocumentImage image = behind(static_cast<std::size_t>(begin - in_front));
+        EXPECT_EQ(image.propertyPosition(), begin);
+        EXPECT_EQ(links(image), expected);
+    }
+}
+
 TEST_F(LinksTest, IdentifiersFollowTheirKey) {
     const std::string first = "\xD3\xB5"
                               "abcde\xFE",

@@ -14,12 +14,9 @@ protected:
     void SetUp() override {
         PlatformTest::SetUp();
         environment().separator = "/";
-        environment().logicalNames = {{"LIB", "/data/lib"},
-                                      {"BOLTS", "/data/lib/bolts/"},
-                                      {"DRIVE", "C:\\lib"},
-                                      {"NET", "\\\\srv\\lib"},
-                                      {"REL", "LIB"},
-                                      {"SHELF", "store/shelf"}};
+        environment().logicalNames = {{"LIB", "/data/lib"}, {"BOLTS", "/data/lib/bolts/"},
+                                      {"DRIVE", "C:\\lib"}, {"NET", "\\\\srv\\lib"},
+                                      {"REL", "LIB"},       {"SHELF", "store/shelf"}};
         environment().usesLogicalNames = true;
     }
     /** Storage name of the document found; "" when none. */

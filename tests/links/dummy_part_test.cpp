@@ -31,6 +31,8 @@ TEST_F(DummyPartTest, AnEmptyFileIsTestedByItsDatFile) {
     EXPECT_EQ(isFile(writeLoaded("lower.CATPart", "dummypart")), 0);
     EXPECT_EQ(isFile(writeLoaded("more.CATPart", "DummyPart2")), 0);
     EXPECT_EQ(messages(), Texts());
+    write("front.CATPart.dat", "<LoadType>\nDummyPart\n</LoadType>\n");
+    EXPECT_EQ(isFile(write("front.CATPart", "")), 1);
     write("cut.CATPart.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n<LoadType>");
     EXPECT_EQ(isFile(write("cut.CATPart", "")), 0);
     writeLoaded("full.CATPart");

@@ -51,6 +51,12 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     image.raw(bytes);
     EXPECT_EQ(links(image, "MML"),
               Texts({"MML|a.CATPart|AJADAAAAAA|1", "MML|a.CATPart|" + std::string(60, 'p') + "|1"}));
+    // Without the numbers of its records a stream leaves the place alone.
+    DocumentImage numbered, cut;
+    numbered.application().imports({{5, {4}}, {1, {5}}}, {depth, geometry}).properties("own", {a, b});
+    constexpr std::size_t numbers = 2 * 5, closing_word = 11;
+    cut.raw(numbered.bytes().substr(0, numbered.bytes().size() - closing_word - numbers));
+    EXPECT_EQ(links(cut, "MML"), Texts({"MML|a.CATPart|Depth|1", "MML|b.CATPart|AJADAAAAAA|1"}));
 }
 
 TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {

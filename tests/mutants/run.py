@@ -4,14 +4,14 @@
     run.py [--seed SEED] [--again] [N]
 
 Draws N changes (default 40) by lot over all files of the library and tries each in a copy of the tree below
-build/mutants: builds what it touches and runs the tests that reach it until one fails. Which ones do is found out first,
-by running each test once in a library that records the lines it reaches; cheap ones go first. What does not compile, or
-compiles to the same program, is not counted; what no test reaches survives.
+build/mutants: builds what it touches and runs the tests that reach it until one fails, cheap ones first. Which tests
+reach which line is found out before, by running each of them once in a library that records where it passes. What does
+not compile, or compiles to the same program, is not counted; what no test reaches survives.
 
 The lot depends on the seed and the changed lines alone: an edit elsewhere leaves it as it is. A run with the same seed
-goes on where the last one was stopped, and with --again tries the survivors once more. Survivors are printed with file,
-line and change; those that accepted.txt lists with a reason, by file and change, are told apart. Status 1 when another
-one survived.
+goes on where the last one was stopped, and with --again tries once more what survived without a reason. Survivors are
+printed with file, line and change; those that accepted.txt lists with a reason, by file and change, are told apart.
+Status 1 when another one survived.
 """
 
 import argparse
@@ -344,7 +344,8 @@ class Reach:
         folder = WORK / "reached"
         blocks = {module.name: lines_of_blocks(module) for module in (LIBRARY.resolve(), TESTS)}
         blocks["libVornTools.so.1"] = blocks[LIBRARY.resolve().name]
-        lines = {f"{name}:{line}": [] for of_module in blocks.values() for at in of_module.values() for name, line in at}
+        lines = {f"{name}:{line}": [] for of_module in blocks.values() for at in of_module.values()
+                 for name, line in at}
         seconds = {}
         for test in test_names():
             shutil.rmtree(folder, ignore_errors=True)
@@ -448,7 +449,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("count", nargs="?", type=int, default=40, metavar="N")
     parser.add_argument("--seed", type=int, default=None)
-    parser.add_argument("--again", action="store_true", help="try the survivors once more")
+    parser.add_argument("--again", action="store_true", help="try once more what survived without a reason")
     options = parser.parse_args()
     seed = options.seed if options.seed is not None else int(time.time())
     WORK.mkdir(parents=True, exist_ok=True)
@@ -460,18 +461,19 @@ def main():
     unchanged = program()
     reach = Reach()
     results = []
-    again = {key for key, outcome in outcomes.items() if options.again and outcome == "survived"}
     for key, change in drawn(seed, all_changes()):
         if len(results) == options.count:
             break
-        if key not in outcomes or key in again:
+        result = describe((COPY / change[0]).read_text(encoding="utf-8"), change)
+        again = options.again and outcomes.get(key) == "survived" and not reason_for(result)
+        if again or key not in outcomes:
             outcomes[key] = try_change(change, reach, unchanged)
             state.write_text(json.dumps(outcomes, indent=0))
         if outcomes[key] in ("noticed", "survived"):
-            results.append({**describe((COPY / change[0]).read_text(encoding="utf-8"), change), "outcome": outcomes[key]})
-            if outcomes[key] == "survived":
-                told = results[-1]
-                print(f"{len(results)}: survived: {told['file']}:{told['line']}: {told['kind']}: {told['new']}", flush=True)
+            results.append({**result, "outcome": outcomes[key]})
+        if outcomes[key] == "survived":
+            print(f"{len(results)}: survived: {result['file']}:{result['line']}: {result['kind']}: {result['new']}",
+                  flush=True)
     sys.exit(1 if report(seed, results) else 0)
 
 

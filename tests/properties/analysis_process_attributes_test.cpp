@@ -112,13 +112,15 @@ TEST_F(AnalysisProcessAttributesTest, EachNameIsReadOnceAndTheGuaranteedOnesAlwa
         values.add("ItemRev_Name", "Beam");
         values.add("Title", "Revision");
         values.add("Colours", "red").list("ListOfValues", Texts{"red", "blue"});
+        values.add("Sizes", "S").list("ListOfValues", Texts{"S", "M"});
         values.add("Lost", "here").list("ListOfValues", Texts{});
         values.add("Flag", true);
         values.addSet("Inner").add("Deep", "d");
         clearJournal();
-        EXPECT_EQ(pairs(kind.retrieve), (Texts{"ItemID=A", "Definition=A", "EBS_ItemRevName=first", "ItemRev_Name=Beam",
-                                               "Title=Revision", "Colours=red@=@blue", "Lost=", "Flag=true",
-                                               "Revision=", "EBS_DatasetUid=", "EBS_DatasetLastVersion="}));
+        EXPECT_EQ(pairs(kind.retrieve),
+                  (Texts{"ItemID=A", "Definition=A", "EBS_ItemRevName=first", "ItemRev_Name=Beam", "Title=Revision",
+                         "Colours=red@=@blue", "Sizes=S@=@M", "Lost=", "Flag=true",
+                         "Revision=", "EBS_DatasetUid=", "EBS_DatasetLastVersion="}));
         EXPECT_EQ(linesWith("Multiple value"), (Texts{"Multiple value but empty list\n"}));
     }
 }

@@ -592,6 +592,14 @@ TEST_F(DesignTablesTest, NullsAreReported) {
                                 "VornToolsCommon::getDesignTableList 9001 iop_design_tables",
                                 "VornToolsCommon::getDesignTableFullFilename 9001 ipi_design_table",
                                 "VornToolsCommon::getDesignTableSheet 9001 ip_document"}));
+    text = "stale";
+    EXPECT_EQ(VornToolsCommon::getDesignTableNameProperty(nullptr, text), E_FAIL);
+    EXPECT_TRUE(text.IsNull());
+    text = "stale";
+    EXPECT_EQ(VornToolsCommon::getDesignTableName(nullptr, text), E_FAIL);
+    EXPECT_TRUE(text.IsNull());
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableNameProperty 9001 ipi_design_table",
+                                "VornToolsCommon::getDesignTableName 9001 ipi_design_table"}));
     int sheet = 0;
     EXPECT_EQ(VornToolsCommon::readDesignTableInformation(CATISpecObject_var(), "", nullptr, text, text, sheet, sheet,
                                                           text, text, text),

@@ -63,6 +63,24 @@ TEST_F(ParameterUpdatesTest, AListGrowsInFrontAndIsReplacedAsAWhole) {
     EXPECT_EQ(messages().front(), "    value applied : 0.01m");
 }
 
+TEST_F(ParameterUpdatesTest, SeveralNumbersThatCannotBeSplitAreNotTaken) {
+    const struct {
+        Parameter parameter;
+        const char* type;
+    } cases[] = {{set.add("I", 1), "i"}, {set.add("R", 1.0), "d"}};
+    for (const auto& c : cases) {
+        HRESULT code = S_OK;
+        std::string before;
+        EXPECT_TRUE(failAt("UTILString::split", 1, [&] {
+            before = c.parameter.shown() + c.parameter.list();
+            code = update(c.parameter, "7@=@8", c.type);
+        }));
+        EXPECT_EQ(code, E_FAIL);
+        EXPECT_EQ(c.parameter.shown() + c.parameter.list(), before);
+        EXPECT_EQ(messages().back(), "Unable to split parameter [P] with value [7@=@8]\n");
+    }
+}
+
 TEST_F(ParameterUpdatesTest, DimensionsAreConvertedThroughTheMksUnit) {
     const CATICkeMagnitude_var magnitude(set.add("Length", "L", 1.0).get()->Type());
     CATUnicodeString text("before");

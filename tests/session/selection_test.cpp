@@ -1,3 +1,4 @@
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -290,6 +291,15 @@ TEST_F(SelectionTest, TreesAreCentredInGraphicWindows) {
 TEST_F(SelectionTest, ReframingStartsTheCommandByItsTitle) {
     const char* const key = "CATFrmCmdHeader.ReframeOnHSO.Title";
     EXPECT_EQ(VornToolsCommon::reframeOn(), S_OK);
+    const struct {
+        const char *call, *report;
+    } failures[] = {{"CATApplicationFrame::GetFrame", "9002 p_frame"},
+                    {"QueryInterface(CATIAApplication)", "9002 pi_application"},
+                    {"CATIAApplication::StartCommand", "9004 StartCommand"}};
+    for (const auto& c : failures) {
+        EXPECT_TRUE(failAt(c.call, 1, [] { VornToolsCommon::reframeOn(); })) << c.call;
+        EXPECT_EQ(reports(), Texts({kCommon + "reframeOn " + c.report}));
+    }
     windows().message("CATFrmCmdHeader", key,
                       "Zentrieren \xC3\xBC"
                       "ber");
