@@ -40,7 +40,7 @@ protected:
         document("w/other/Bolt.CATPart", "D:\\o\\other\\Bolt.CATPart",
                  {product("..\\sub\\deep\\B.CATProduct"), ImageRecord::unloadable(path("outside/Pins.xls"))});
         write("outside/Pins.xls", "1");
-        document("w/a.b/Lonely.CATPart", "", {});
+        document("w/a.b/\xE9Lonely.CATPart", "", {});
         write("w/a.b/Cut.CATPart", "V5_CFV2");
         write("w/tables/Sizes.xls", "1");
         write("w/tables/Gone.catpart.txt", "1");
@@ -156,6 +156,16 @@ TEST_F(CatalogueTest, OnlyWhatHasChangedIsReadAgain) {
             expectSame(question, quoted("w"), asked);
     }
     EXPECT_EQ(counts(), "10 documents, 0 read, 0 removed");
+}
+
+TEST_F(CatalogueTest, WhatCannotBeReadIsTriedAgain) {
+    document("w/Fine.CATPart", "", {});
+    std::filesystem::create_symlink("nothing", path("w/Later.CATPart"));
+    for (const char* const read : {"2", "1", "1"}) {
+        EXPECT_EQ(catalogue(), 0);
+        EXPECT_EQ(rows().at(0)["read"].dump() + " " + rows().at(0)["unreadable"].dump(), read + " 1"s);
+    }
+    EXPECT_EQ(run("orphans --catalogue " + quoted("c.sqlite")), 2);
 }
 
 TEST_F(CatalogueTest, ManyProcessesWriteTheSame) {

@@ -4,8 +4,10 @@
 #include "tools/vorntools/catalogue/CatalogueEntry.h"
 #include "tools/vorntools/catalogue/Database.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -28,6 +30,8 @@ struct SplitName {
     std::string folder, name;
 };
 SplitName splitName(const std::string& fullName);
+/** Letters of a name up to the file, the separator included. */
+std::size_t lengthOfFolder(std::string_view fullName);
 
 /** Where a target of a document was found. */
 struct TargetFile {

@@ -52,9 +52,12 @@ std::string keyOf(const std::string& found, const std::string& stored) { return 
 
 } // namespace
 
+std::size_t lengthOfFolder(std::string_view fullName) {
+    return fullName.rfind(static_cast<char>(std::filesystem::path::preferred_separator)) + 1;
+}
+
 SplitName splitName(const std::string& fullName) {
-    const char separator = static_cast<char>(std::filesystem::path::preferred_separator);
-    const std::size_t end = fullName.rfind(separator) + 1;
+    const std::size_t end = lengthOfFolder(fullName);
     return {fullName.substr(0, end), fullName.substr(end)};
 }
 
