@@ -158,6 +158,37 @@ TEST_F(CatalogueTest, OnlyWhatHasChangedIsReadAgain) {
     EXPECT_EQ(counts(), "10 documents, 0 read, 0 removed");
 }
 
+TEST_F(CatalogueTest, CopiesAreKnownWithoutTheirFiles) {
+    document("w/a/P.CATPart", "", {part("One.CATPart")});
+    document("w/b/p.catpart", "", {part("One.CATPart")});
+    document("w/c/P.CATPart", "", {part("Two.CATPart")});
+    document("w/c/Alone.CATPart", "", {});
+    const std::string asked = "duplicates --json --catalogue " + quoted("c.sqlite"),
+                      together =
+                          "duplicates --json --catalogue " + quoted("a.sqlite") + " --catalogue " + quoted("b.sqlite");
+    const auto isOnlyKnown = [&](const std::string& command, const std::string& folders) {
+        EXPECT_EQ(run("duplicates --json " + folders), 1);
+        const std::string out = content("out");
+        std::filesystem::rename(path("w"), path("unmounted"));
+        const int code = run(command);
+        std::filesystem::rename(path("unmounted"), path("w"));
+        return code == 1 && content("out") == out;
+    };
+    EXPECT_EQ(catalogue("--jobs 3"), 0);
+    EXPECT_TRUE(isOnlyKnown(asked, quoted("w")));
+    document("w/b/p.catpart", "", {part("Six.CATPart")});
+    EXPECT_EQ(catalogue(), 0);
+    EXPECT_TRUE(isOnlyKnown(asked, quoted("w")));
+
+    document("w/b/p.catpart", "", {part("One.CATPart")});
+    for (const char* const folder : {"a", "b"})
+        EXPECT_EQ(run("catalogue " + quoted("w/"s + folder) + " -o " + quoted(folder + ".sqlite"s)), 0);
+    expectSame("duplicates --json", quoted("w/a") + " " + quoted("w/b"), together.substr(together.find("--cat")));
+    std::filesystem::rename(path("w"), path("unmounted"));
+    EXPECT_EQ(run(together), 2);
+    EXPECT_NE(content("err").find("w/a/P.CATPart cannot be read"), std::string::npos) << content("err");
+}
+
 TEST_F(CatalogueTest, WhatCannotBeReadIsTriedAgain) {
     document("w/Fine.CATPart", "", {});
     std::filesystem::create_symlink("nothing", path("w/Later.CATPart"));

@@ -46,6 +46,7 @@ public:
         findElsewhere();
         wantThoseThatName();
         readWanted();
+        addChecksums();
         removeUnnamed();
         setPlaces();
         tellAbout();
@@ -62,6 +63,7 @@ private:
     void readWanted();
     void write(const Found& found, const CatalogueEntry& entry);
     TargetFile fileOf(const std::string& found);
+    void addChecksums();
     void removeUnnamed();
     void setPlaces();
     void tellAbout();
@@ -186,6 +188,28 @@ TargetFile Update::fileOf(const std::string& found) {
     const std::string fullName = fullNameOf(found);
     known = m_known.find(fullName);
     return {known ? known->id : add(fullName, Role::Elsewhere).id, fullName != found};
+}
+
+/** Of documents that may hold the same bytes as another of their name. */
+void Update::addChecksums() {
+    if (!m_hasChanged) return;
+    std::vector<FileId> documents;
+    std::vector<std::string> files;
+    {
+        Statement row(m_database, "SELECT id, name FROM (SELECT documents.id, folders.name || files.name AS name, "
+                                  "sha256, count(*) OVER (PARTITION BY folded, size, save) AS alike "
+                                  "FROM documents JOIN files USING (id) JOIN folders ON folders.id = files.folder "
+                                  "WHERE is_there) WHERE alike > 1 AND sha256 IS NULL");
+        for (; row.next(); documents.push_back(row.number(0))) files.push_back(row.text(1));
+    }
+    Statement add(m_database, "UPDATE documents SET sha256 = ? WHERE id = ?");
+    ChecksumSource source(std::move(files), m_options.jobs);
+    Progress progress(documents.size(), "documents of equal names");
+    for (const FileId document : documents) {
+        const std::string checksum = source.next();
+        if (!checksum.empty()) add.run(checksum, document);
+        progress.step();
+    }
 }
 
 void Update::removeUnnamed() {

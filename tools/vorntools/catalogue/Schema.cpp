@@ -48,7 +48,8 @@ CREATE TABLE documents(
     linked INTEGER NOT NULL,
     unresolved INTEGER NOT NULL,
     design_table INTEGER NOT NULL,
-    tells_links INTEGER);
+    tells_links INTEGER,
+    sha256 TEXT);
 CREATE INDEX documents_unreadable ON documents(is_read) WHERE is_read = 0;
 CREATE TABLE links(
     document INTEGER NOT NULL REFERENCES documents(id),
