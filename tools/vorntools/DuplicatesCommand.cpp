@@ -43,7 +43,7 @@ void printTable(const Archive& archive, const DuplicateGroup& group) {
 bool fillToCompare(Archive& archive, const CommonOptions& options, JournalFile& journal, bool withLinks) {
     if (!options.catalogues.empty()) {
         CatalogueSet catalogues(options.catalogues);
-        catalogues.fill(archive);
+        catalogues.fill(archive, withLinks);
         return catalogues.isComplete();
     }
     ArchiveReader reader(archive, journal, {});

@@ -103,8 +103,8 @@ public:
     std::string nameOf(FileId file);
     /** Whether the file is one of the documents. */
     bool isDocument(FileId file);
-    /** All that is known of a document. */
-    DocumentFacts facts(FileId document);
+    /** All that is known of a document. @param withLinks else nothing of what it says of others */
+    DocumentFacts facts(FileId document, bool withLinks = true);
     /** Its name, condition and links. */
     DocumentFacts linkFacts(FileId document);
     /** The same with no links but those of some positions, in their order. @param place if wanted */

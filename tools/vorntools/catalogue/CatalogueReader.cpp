@@ -161,13 +161,13 @@ Statement& Reader::rowOf(FileId document) {
     return m_document;
 }
 
-DocumentFacts Reader::facts(FileId document) {
+DocumentFacts Reader::facts(FileId document, bool withLinks) {
     DocumentFacts facts;
     Statement& row = rowOf(document);
     takeFound(row, facts);
     facts.size = static_cast<std::uint64_t>(row.number(3));
     facts.modified = secondsOf(row.number(4));
-    takeLinks(row, facts);
+    if (withLinks) takeLinks(row, facts);
     facts.identity = DocumentIdentity{row.text(12), row.text(13), row.text(14)};
     facts.checksum = row.text(28);
     takeStatus(row, facts);
