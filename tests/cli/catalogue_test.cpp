@@ -5,6 +5,10 @@
 #include <filesystem>
 #include <functional>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 using namespace std::string_literals;
@@ -226,6 +230,9 @@ TEST_F(CatalogueTest, WhatIsNoCatalogueIsRefusedAndStays) {
     other = good;
     other[68] = 'X'; // whose file it is
     write("foreign", other);
+    other = good;
+    other.replace(other.find("jpeg BLOB"), 9, "jpeg TEXT");
+    write("tables", other);
     write("half", good.substr(0, good.size() / 2));
     const struct {
         const char *file, *message;
@@ -233,6 +240,7 @@ TEST_F(CatalogueTest, WhatIsNoCatalogueIsRefusedAndStays) {
                  {"empty", "empty is no catalogue"},
                  {"version", "version is a catalogue of version 99; this program reads version 1"},
                  {"foreign", "foreign is no catalogue"},
+                 {"tables", "tables holds other tables than a catalogue"},
                  {"half", "half is damaged"},
                  {"absent/c", "absent/c"},
                  {"w", "w"}};
@@ -249,6 +257,90 @@ TEST_F(CatalogueTest, WhatIsNoCatalogueIsRefusedAndStays) {
     EXPECT_EQ(run("orphans " + quoted("w") + " --catalogue " + quoted("c.sqlite")), 2);
     EXPECT_EQ(run("uses " + quoted("w/absent.CATPart") + " --catalogue " + quoted("c.sqlite")), 2);
     EXPECT_EQ(content("err"), "vorntools: no catalogue has " + path("w/absent.CATPart") + "\n");
+}
+
+/** Locks of SQLite on a file, held by this process for as long as the object is there. */
+class HeldLock {
+public:
+    enum Kind { Writing, Committing };
+    HeldLock(const std::string& file, Kind kind) : m_file(::open(file.c_str(), O_RDWR)) {
+        // The second of these bytes says that somebody writes; all 512 keep out readers as well.
+        struct flock lock {};
+        lock.l_type = F_WRLCK;
+        lock.l_whence = SEEK_SET;
+        lock.l_start = kind == Writing ? 0x40000001 : 0x40000000;
+        lock.l_len = kind == Writing ? 1 : 512;
+        EXPECT_EQ(::fcntl(m_file, F_SETLK, &lock), 0);
+    }
+    ~HeldLock() { ::close(m_file); }
+    HeldLock(const HeldLock&) = delete;
+    HeldLock& operator=(const HeldLock&) = delete;
+
+private:
+    const int m_file;
+};
+
+TEST_F(CatalogueTest, OneThatIsInUseOrReadOnlyStaysAsItIs) {
+    writeArchive();
+    EXPECT_EQ(catalogue(), 0);
+    const std::string asked = "links --json --catalogue " + quoted("c.sqlite"),
+                      written = "catalogue " + quoted("w") + " -o " + quoted("c.sqlite");
+    EXPECT_EQ(run(asked), 1);
+    const std::string out = content("out"), before = content("c.sqlite");
+    const auto isRefused = [&](const std::string& commands, const std::string& command, const std::string& why) {
+        EXPECT_EQ(runAfter(commands, command), 2);
+        EXPECT_EQ(content("err"), "vorntools: " + path("c.sqlite") + " is " + why + "\n");
+        EXPECT_EQ(content("c.sqlite"), before);
+    };
+    {
+        const HeldLock lock(path("c.sqlite"), HeldLock::Writing);
+        isRefused("", written, "in use by another program");
+        EXPECT_EQ(run(asked), 1) << "what was there before can be asked meanwhile";
+        EXPECT_EQ(content("out"), out);
+    }
+    {
+        const HeldLock lock(path("c.sqlite"), HeldLock::Committing);
+        isRefused("", asked, "in use by another program");
+    }
+    std::filesystem::permissions(path("c.sqlite"), std::filesystem::perms(0444));
+    const std::string withoutPrivileges = ::geteuid() == 0 ? "setpriv --bounding-set=-all --inh-caps=-all " : "";
+    isRefused(withoutPrivileges, written, "read-only");
+    EXPECT_EQ(runAfter(withoutPrivileges, asked), 1);
+    EXPECT_EQ(content("out"), out);
+}
+
+TEST_F(CatalogueTest, AKilledRunLeavesWhatWasThere) {
+    writeArchive();
+    EXPECT_EQ(catalogue(), 0);
+    const std::string asked = "links --json --catalogue " + quoted("c.sqlite");
+    EXPECT_EQ(run(asked), 1);
+    const std::string out = content("out"), before = content("c.sqlite");
+    // Pictures fill SQLite's memory, so that it begins to write before the end, which a pipe without a writer keeps
+    // off.
+    for (int i = 0; i < 60; ++i) {
+        DocumentContainer pictured;
+        const std::string picture = "\xFF\xD8\xFF" + std::string(100'000, static_cast<char>('a' + i % 26));
+        write("w/new/" + std::to_string(i) + ".CATPart", pictured
+                                                             .stream("\x05"
+                                                                     "CATPreview",
+                                                                     std::string(4, '\0') + picture)
+                                                             .bytes());
+    }
+    ASSERT_EQ(::mkfifo(path("w/new/zz.CATPart").c_str(), 0600), 0);
+    std::ofstream(path("kill.sh")) << "\"$@\" & size=$(stat -c %s c.sqlite)\n"
+                                      "for i in $(seq 100); do\n"
+                                      "    [ $(stat -c %s c.sqlite) -gt $size ] && break\n"
+                                      "    sleep 0.1\n"
+                                      "done\n"
+                                      "kill -KILL $!; wait $!; echo $?\n";
+    EXPECT_EQ(runAfter("cd " + quoted("") + "; sh kill.sh ", "catalogue w -o c.sqlite"), 0);
+    EXPECT_EQ(content("out"), "137\n") << content("err");
+    EXPECT_NE(content("c.sqlite"), before) << "killed too early: nothing was written";
+    EXPECT_EQ(run(asked), 1) << content("err");
+    EXPECT_EQ(content("out"), out);
+    std::filesystem::remove(path("w/new/zz.CATPart"));
+    EXPECT_EQ(catalogue(), 0);
+    EXPECT_EQ(rows().at(0)["read"].dump(), "60");
 }
 
 TEST_F(CatalogueTest, AFullDiskLeavesWhatWasThere) {

@@ -6,17 +6,24 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <system_error>
 
 namespace {
 
 constexpr std::size_t kPieceBytes = std::size_t(1) << 16U;
 constexpr std::size_t kMostKept = std::size_t(1) << 26U;
 
+/** Opens a file; nothing else, since what is no file may have no end. */
+std::ifstream openFile(const std::string& fullName) {
+    const std::filesystem::path path = std::filesystem::u8path(fullName);
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error) ? std::ifstream(path, std::ios::binary) : std::ifstream();
+}
+
 /** Reads a file piece by piece. */
 class Pieces {
 public:
-    explicit Pieces(const std::string& fullName)
-        : m_stream(std::filesystem::u8path(fullName), std::ios::binary), m_good(m_stream.is_open()) {}
+    explicit Pieces(const std::string& fullName) : m_stream(openFile(fullName)), m_good(m_stream.is_open()) {}
 
     /** False at the end and when the file cannot be read. */
     bool next(std::string& piece) {
@@ -76,7 +83,7 @@ std::string sha256Of(const std::string& fullName) {
 
 /** Takes a file into the buffer, as much of it as may be kept. */
 bool ContentComparison::load(const std::string& fullName) {
-    std::ifstream stream(std::filesystem::u8path(fullName), std::ios::binary);
+    std::ifstream stream = openFile(fullName);
     if (!stream.is_open()) return false;
     std::size_t size = 0;
     do {

@@ -39,9 +39,6 @@ struct TargetFile {
     bool isUnderOtherName = false; ///< not by the full name of the file
 };
 
-/** @throws DatabaseError for a file that is no catalogue, or one of another version */
-void checkIsCatalogue(Database& database);
-
 /** Writes entries; within a transaction. */
 class Writer {
 public:

@@ -4,6 +4,7 @@
 #include "tools/vorntools/archive/Paths.h"
 #include "tools/vorntools/catalogue/CatalogueFile.h"
 #include "tools/vorntools/catalogue/CatalogueTree.h"
+#include "tools/vorntools/catalogue/Schema.h"
 
 #include <filesystem>
 #include <optional>

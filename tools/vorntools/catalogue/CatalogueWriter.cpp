@@ -61,15 +61,6 @@ SplitName splitName(const std::string& fullName) {
     return {fullName.substr(0, end), fullName.substr(end)};
 }
 
-void checkIsCatalogue(Database& database) {
-    if (database.number("PRAGMA application_id") != kApplication)
-        throw DatabaseError(database.name() + " is no catalogue");
-    const std::int64_t version = database.number("PRAGMA user_version");
-    if (version != kVersion)
-        throw DatabaseError(database.name() + " is a catalogue of version " + std::to_string(version) +
-                            "; this program reads version " + std::to_string(kVersion));
-}
-
 Writer::Writer(Database& database)
     : m_findFolder(database, "SELECT id FROM folders WHERE name = ?"),
       m_addFolder(database, "INSERT INTO folders(name, place) VALUES(?, -1) RETURNING id"),
