@@ -82,6 +82,10 @@ show links --missing workspace
 show uses workspace/GearPump.CATProduct
 show used-by workspace/Shaft.CATPart workspace
 
+heading "The same questions to a catalogue, which is asked instead of the folders"
+show catalogue workspace -o workspace.sqlite
+show used-by workspace/Shaft.CATPart --catalogue workspace.sqlite
+
 heading "All of it on one page, which opens in any browser: build/examples/report.html"
 show report workspace -o report.html
 

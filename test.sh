@@ -5,7 +5,7 @@
 #   profiles                           the native tests on kinder platforms than the other stages have
 #   swept                              every exported method goes through the failure sweep, or says why not
 #   state exports                      what the built library keeps and exports against their lists
-#   json                               what --json prints and docs/json.md against the schemas
+#   json                               what --json prints and docs/json.md against the schemas, the catalogue against docs/
 #   reference                          the comments of the public headers, and the reference that is made of them; not
 #                                      run where Doxygen cannot be had
 #   install                            projects built against the installed tree, the packages
@@ -66,7 +66,8 @@ stage_exports() {
 }
 stage_json() {
     [ -x build/linux/bin/vorntools_tests ] || build linux || return
-    cmake/check_json.py build/linux/bin/vorntools_tests build/linux/bin/vorntools
+    cmake/check_json.py build/linux/bin/vorntools_tests build/linux/bin/vorntools &&
+        cmake/check_catalogue.py build/linux/bin/vorntools
 }
 stage_page() { tests/page/run.sh check; }
 stage_browser() {

@@ -1,12 +1,15 @@
 #!/usr/bin/env python3
 """Measures the questions of the command line about an archive: time and peak memory on made documents.
 
-Usage: archive_questions.py --program VORNTOOLS [--work FOLDER] [--documents N]
+Usage: archive_questions.py --program VORNTOOLS [--slow-files LIBRARY] [--work FOLDER] [--documents N]
 
 The documents are as small as documents can be, so that what is measured is the program: folders of one product and 19
 parts, each product pointing to its parts, to one part of a folder far away, to a part that is missing and to the
-product of the folder that it belongs to. A part in ten points to a screw that a third of all folders have. At the end
-the extremes: one document with 100,000 links, and a chain of products as long as there are folders.
+product of the folder that it belongs to. A part in ten points to a screw that a third of all folders have. Then the same
+questions to a catalogue, and a catalogue of what has not changed against find. At the end the extremes: one document with
+100,000 links, and a chain of products as long as there are folders.
+
+With the library slow_files, which lets each open and read take 5 ms longer, it also measures what more processes gain.
 """
 
 import argparse
@@ -70,18 +73,43 @@ def make(root, count):
         write(root, f"{folder}\\{last}.CATPart".replace("\\", "/"), [])
 
 
-def measure(program, what, arguments):
+def measure(program, what, arguments, environment=None):
     found = subprocess.run(["/usr/bin/time", "-f", "%e %U %S %M", program, *arguments], stdout=subprocess.PIPE,
-                           stderr=subprocess.PIPE, check=False)
+                           stderr=subprocess.PIPE, env={**os.environ, **(environment or {})}, check=False)
     elapsed, user, system, peak = re.findall(rb"[\d.]+", found.stderr.splitlines()[-1])
     lines = found.stdout.count(b"\n")
     print(f"{what:<52} {float(elapsed):8.2f} s {float(user) + float(system):8.2f} s {int(peak) / 1024:7.0f} MiB "
           f"{lines:9} lines", flush=True)
 
 
+def questions(program, archive, place, where):
+    top = os.path.join(archive, "area0", "asm0", "asm0.CATProduct")
+    part = os.path.join(archive, "area3", "asm3", "part3_3.CATPart")
+    for what, arguments in [("links --json", ["links", "--json"]),
+                            ("links --missing", ["links", "--missing"]),
+                            ("uses, all that the first product needs", ["uses", top]),
+                            ("used-by, up to the first product", ["used-by", part]),
+                            ("used-by --depth 1", ["used-by", "--depth", "1", part]),
+                            ("used-by --flat --json", ["used-by", "--flat", "--json", part]),
+                            ("duplicates", ["duplicates"]),
+                            ("orphans", ["orphans"]),
+                            ("report", ["report", "-o", archive + ".html"])]:
+        measure(program, what + where, [*arguments, *place])
+
+
+def slow_catalogues(program, archive, library):
+    folder = os.path.join(archive, "area0")
+    slow = {"LD_PRELOAD": os.path.abspath(library), "SLOW_FILES": folder}
+    for jobs in ("1", "8"):
+        output = f"{archive}.slow{jobs}.sqlite"
+        measure(program, f"catalogue --jobs {jobs} of slow files",
+                ["catalogue", folder, "-o", output, "--jobs", jobs], slow)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--program", required=True)
+    parser.add_argument("--slow-files", help="the library of that name, beside the benchmarks")
     parser.add_argument("--work", help="folder for some 500 MB, left empty again")
     parser.add_argument("--documents", type=int, default=100000)
     options = parser.parse_args()
@@ -90,17 +118,15 @@ def main():
     try:
         archive = os.path.join(root, "archive")
         make(archive, options.documents)
-        top = os.path.join(archive, "area0", "asm0", "asm0.CATProduct")
-        part = os.path.join(archive, "area3", "asm3", "part3_3.CATPart")
         print(f"{'':<52} {'elapsed':>10} {'processor':>10} {'peak':>11}")
-        for what, arguments in [("links --json", ["links", "--json", archive]),
-                                ("links --missing", ["links", "--missing", archive]),
-                                ("uses, all that the first product needs", ["uses", top, archive]),
-                                ("used-by, up to the first product", ["used-by", part, archive]),
-                                ("used-by --flat --json", ["used-by", "--flat", "--json", part, archive]),
-                                ("duplicates", ["duplicates", archive]),
-                                ("orphans", ["orphans", archive])]:
-            measure(program, what, arguments)
+        questions(program, archive, [archive], "")
+        catalogue = os.path.join(root, "catalogue.sqlite")
+        for what in ("first", "second", "second"):
+            measure(program, f"catalogue, the {what} time", ["catalogue", archive, "-o", catalogue])
+            measure("find", "find -printf", [archive, "-printf", "%s %T@ %i %p\\n"])
+        questions(program, archive, ["--catalogue", catalogue], " --catalogue")
+        if options.slow_files:
+            slow_catalogues(program, archive, options.slow_files)
         wide = [f"wide\\target{i}.CATPart" for i in range(100000)]
         write(root, "wide/Wide.CATProduct", wide)
         for name in ("uses", "links", "links --missing"):

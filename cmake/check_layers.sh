@@ -17,7 +17,7 @@ platform:
 embedded:
 tools: embedded
 tests: embedded foundation cache session links properties tests
-fuzz: embedded foundation cache session links properties tests
+fuzz: embedded foundation cache session links properties tests tools
 bench: embedded foundation cache session links properties tests
 examples: embedded tests
 '

@@ -308,6 +308,27 @@ TEST_F(ArchiveTest, DocumentsOfOneNameAreCompared) {
     EXPECT_EQ(content("err"), "0 names, 0 documents\n");
 }
 
+TEST_F(ArchiveTest, LargeFilesAndThoseThatCannotBeReadAreCompared) {
+    constexpr std::uintmax_t kMoreThanIsKept = 65U << 20U;
+    for (const char* const name :
+         {"w/1/Large.CATPart", "w/2/Large.CATPart", "w/3/Large.CATPart", "w/4/Large.CATPart"}) {
+        write(name, "begins alike");
+        std::filesystem::resize_file(path(name), kMoreThanIsKept);
+    }
+    std::ofstream(path("w/2/Large.CATPart"), std::ios::in | std::ios::ate).seekp(-1, std::ios::end).put('x');
+    std::filesystem::create_directory(path("w/5"));
+    std::filesystem::create_symlink("nothing", path("w/5/Large.CATPart"));
+    std::filesystem::create_symlink("nothing", path("w/4/Gone.CATPart"));
+    std::filesystem::create_symlink("nothing", path("w/5/Gone.CATPart"));
+    EXPECT_EQ(run("duplicates --json " + quoted("w")), 2);
+    EXPECT_EQ(content("err"), "vorntools: " + path("w/4/Gone.CATPart") +
+                                  " cannot be read\nvorntools: " + path("w/5/Gone.CATPart") + " cannot be read\n");
+    std::string contents;
+    for (const auto& group : rows())
+        for (const auto& file : group["documents"]) contents += file["content"].dump();
+    EXPECT_EQ(contents, "1211312");
+}
+
 TEST_F(ArchiveTest, OrphansArePartsApartFromTops) {
     document("w/Top.CATProduct", "", {product("Sub.CATProduct"), part("Used.CATPart")});
     document("w/Sub.CATProduct", "", {});

@@ -5,6 +5,10 @@
 #include <filesystem>
 #include <functional>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 using namespace std::string_literals;
@@ -40,7 +44,7 @@ protected:
         document("w/other/Bolt.CATPart", "D:\\o\\other\\Bolt.CATPart",
                  {product("..\\sub\\deep\\B.CATProduct"), ImageRecord::unloadable(path("outside/Pins.xls"))});
         write("outside/Pins.xls", "1");
-        document("w/a.b/Lonely.CATPart", "", {});
+        document("w/a.b/\xE9Lonely.CATPart", "", {});
         write("w/a.b/Cut.CATPart", "V5_CFV2");
         write("w/tables/Sizes.xls", "1");
         write("w/tables/Gone.catpart.txt", "1");
@@ -158,6 +162,47 @@ TEST_F(CatalogueTest, OnlyWhatHasChangedIsReadAgain) {
     EXPECT_EQ(counts(), "10 documents, 0 read, 0 removed");
 }
 
+TEST_F(CatalogueTest, CopiesAreKnownWithoutTheirFiles) {
+    document("w/a/P.CATPart", "", {part("One.CATPart")});
+    document("w/b/p.catpart", "", {part("One.CATPart")});
+    document("w/c/P.CATPart", "", {part("Two.CATPart")});
+    document("w/c/Alone.CATPart", "", {});
+    const std::string asked = "duplicates --json --catalogue " + quoted("c.sqlite"),
+                      together =
+                          "duplicates --json --catalogue " + quoted("a.sqlite") + " --catalogue " + quoted("b.sqlite");
+    const auto isOnlyKnown = [&](const std::string& command, const std::string& folders) {
+        EXPECT_EQ(run("duplicates --json " + folders), 1);
+        const std::string out = content("out");
+        std::filesystem::rename(path("w"), path("unmounted"));
+        const int code = run(command);
+        std::filesystem::rename(path("unmounted"), path("w"));
+        return code == 1 && content("out") == out;
+    };
+    EXPECT_EQ(catalogue("--jobs 3"), 0);
+    EXPECT_TRUE(isOnlyKnown(asked, quoted("w")));
+    document("w/b/p.catpart", "", {part("Six.CATPart")});
+    EXPECT_EQ(catalogue(), 0);
+    EXPECT_TRUE(isOnlyKnown(asked, quoted("w")));
+
+    document("w/b/p.catpart", "", {part("One.CATPart")});
+    for (const char* const folder : {"a", "b"})
+        EXPECT_EQ(run("catalogue " + quoted("w/"s + folder) + " -o " + quoted(folder + ".sqlite"s)), 0);
+    expectSame("duplicates --json", quoted("w/a") + " " + quoted("w/b"), together.substr(together.find("--cat")));
+    std::filesystem::rename(path("w"), path("unmounted"));
+    EXPECT_EQ(run(together), 2);
+    EXPECT_NE(content("err").find("w/a/P.CATPart cannot be read"), std::string::npos) << content("err");
+}
+
+TEST_F(CatalogueTest, WhatCannotBeReadIsTriedAgain) {
+    document("w/Fine.CATPart", "", {});
+    std::filesystem::create_symlink("nothing", path("w/Later.CATPart"));
+    for (const char* const read : {"2", "1", "1"}) {
+        EXPECT_EQ(catalogue(), 0);
+        EXPECT_EQ(rows().at(0)["read"].dump() + " " + rows().at(0)["unreadable"].dump(), read + " 1"s);
+    }
+    EXPECT_EQ(run("orphans --catalogue " + quoted("c.sqlite")), 2);
+}
+
 TEST_F(CatalogueTest, ManyProcessesWriteTheSame) {
     writeArchive();
     EXPECT_EQ(catalogue("--journal " + quoted("j1")), 0);
@@ -185,6 +230,9 @@ TEST_F(CatalogueTest, WhatIsNoCatalogueIsRefusedAndStays) {
     other = good;
     other[68] = 'X'; // whose file it is
     write("foreign", other);
+    other = good;
+    other.replace(other.find("jpeg BLOB"), 9, "jpeg TEXT");
+    write("tables", other);
     write("half", good.substr(0, good.size() / 2));
     const struct {
         const char *file, *message;
@@ -192,6 +240,7 @@ TEST_F(CatalogueTest, WhatIsNoCatalogueIsRefusedAndStays) {
                  {"empty", "empty is no catalogue"},
                  {"version", "version is a catalogue of version 99; this program reads version 1"},
                  {"foreign", "foreign is no catalogue"},
+                 {"tables", "tables holds other tables than a catalogue"},
                  {"half", "half is damaged"},
                  {"absent/c", "absent/c"},
                  {"w", "w"}};
@@ -202,12 +251,97 @@ TEST_F(CatalogueTest, WhatIsNoCatalogueIsRefusedAndStays) {
             EXPECT_NE(content("err").find(example.message), std::string::npos) << content("err");
             EXPECT_EQ(content("out"), "");
         }
-        EXPECT_EQ(content(example.file), before) << example.file;
+        EXPECT_TRUE(content(example.file) == before) << example.file;
     }
     EXPECT_EQ(run("catalogue " + quoted("w/Top.CATProduct") + " -o " + quoted("new.sqlite")), 2);
     EXPECT_EQ(run("orphans " + quoted("w") + " --catalogue " + quoted("c.sqlite")), 2);
     EXPECT_EQ(run("uses " + quoted("w/absent.CATPart") + " --catalogue " + quoted("c.sqlite")), 2);
     EXPECT_EQ(content("err"), "vorntools: no catalogue has " + path("w/absent.CATPart") + "\n");
+}
+
+/** Locks of SQLite on a file, held by this process for as long as the object is there. */
+class HeldLock {
+public:
+    enum Kind { Writing, Committing };
+    HeldLock(const std::string& file, Kind kind) : m_file(::open(file.c_str(), O_RDWR)) {
+        // The second of these bytes says that somebody writes; all 512 keep out readers as well.
+        struct flock lock {};
+        lock.l_type = F_WRLCK;
+        lock.l_whence = SEEK_SET;
+        lock.l_start = kind == Writing ? 0x40000001 : 0x40000000;
+        lock.l_len = kind == Writing ? 1 : 512;
+        EXPECT_EQ(::fcntl(m_file, F_SETLK, &lock), 0);
+    }
+    ~HeldLock() { ::close(m_file); }
+    HeldLock(const HeldLock&) = delete;
+    HeldLock& operator=(const HeldLock&) = delete;
+
+private:
+    const int m_file;
+};
+
+TEST_F(CatalogueTest, OneThatIsInUseOrReadOnlyStaysAsItIs) {
+    writeArchive();
+    EXPECT_EQ(catalogue(), 0);
+    const std::string asked = "links --json --catalogue " + quoted("c.sqlite"),
+                      written = "catalogue " + quoted("w") + " -o " + quoted("c.sqlite");
+    EXPECT_EQ(run(asked), 1);
+    const std::string out = content("out"), before = content("c.sqlite");
+    const auto isRefused = [&](const std::string& commands, const std::string& command, const std::string& why) {
+        EXPECT_EQ(runAfter(commands, command), 2);
+        EXPECT_EQ(content("err"), "vorntools: " + path("c.sqlite") + " is " + why + "\n");
+        EXPECT_TRUE(content("c.sqlite") == before);
+    };
+    {
+        const HeldLock lock(path("c.sqlite"), HeldLock::Writing);
+        isRefused("", written, "in use by another program");
+        EXPECT_EQ(run(asked), 1) << "what was there before can be asked meanwhile";
+        EXPECT_EQ(content("out"), out);
+    }
+    {
+        const HeldLock lock(path("c.sqlite"), HeldLock::Committing);
+        isRefused("", asked, "in use by another program");
+    }
+    std::filesystem::permissions(path("c.sqlite"), std::filesystem::perms(0444));
+    const std::string withoutPrivileges = ::geteuid() == 0 ? "setpriv --bounding-set=-all --inh-caps=-all " : "";
+    isRefused(withoutPrivileges, written, "read-only");
+    EXPECT_EQ(runAfter(withoutPrivileges, asked), 1);
+    EXPECT_EQ(content("out"), out);
+}
+
+TEST_F(CatalogueTest, AKilledRunLeavesWhatWasThere) {
+    writeArchive();
+    EXPECT_EQ(catalogue(), 0);
+    const std::string asked = "links --json --catalogue " + quoted("c.sqlite");
+    EXPECT_EQ(run(asked), 1);
+    const std::string out = content("out"), before = content("c.sqlite");
+    // Pictures fill SQLite's memory, so that it begins to write before the end, which a pipe without a writer keeps
+    // off.
+    for (int i = 0; i < 60; ++i) {
+        DocumentContainer pictured;
+        const std::string picture = "\xFF\xD8\xFF" + std::string(100'000, static_cast<char>('a' + i % 26));
+        write("w/new/" + std::to_string(i) + ".CATPart", pictured
+                                                             .stream("\x05"
+                                                                     "CATPreview",
+                                                                     std::string(4, '\0') + picture)
+                                                             .bytes());
+    }
+    ASSERT_EQ(::mkfifo(path("w/new/zz.CATPart").c_str(), 0600), 0);
+    std::ofstream(path("kill.sh")) << "\"$@\" & size=$(stat -c %s c.sqlite)\n"
+                                      "for i in $(seq 100); do\n"
+                                      "    [ $(stat -c %s c.sqlite) -gt $size ] && break\n"
+                                      "    sleep 0.1\n"
+                                      "done\n"
+                                      "kill -KILL $!; wait $!; echo $?\n";
+    EXPECT_EQ(runAfter("cd " + quoted("") + "; sh kill.sh ", "catalogue w -o c.sqlite"), 0);
+    EXPECT_EQ(content("out"), "137\n") << content("err");
+    EXPECT_FALSE(content("c.sqlite") == before) << "killed too early: nothing was written";
+    EXPECT_EQ(run(asked), 1) << content("err");
+    EXPECT_EQ(content("out"), out);
+    EXPECT_TRUE(content("c.sqlite") == before);
+    std::filesystem::remove(path("w/new/zz.CATPart"));
+    EXPECT_EQ(catalogue(), 0);
+    EXPECT_EQ(rows().at(0)["read"].dump(), "60");
 }
 
 TEST_F(CatalogueTest, AFullDiskLeavesWhatWasThere) {

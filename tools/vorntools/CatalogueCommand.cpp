@@ -74,4 +74,7 @@ void addCatalogueCommand(Command& program) {
         .required();
     command.value("--jobs", "N", "Processes that read documents, by default one", &options->jobs).between(1, kMostJobs);
     options->common.addOutputTo(command);
+    command.example("catalogue vault -o vault.sqlite --jobs 8",
+                    "every document below the folder vault; again, what has changed");
+    command.example("used-by vault/Bolt.CATPart --catalogue vault.sqlite", "who needs a part, without the folder");
 }

@@ -43,7 +43,7 @@ void printTable(const Archive& archive, const DuplicateGroup& group) {
 bool fillToCompare(Archive& archive, const CommonOptions& options, JournalFile& journal, bool withLinks) {
     if (!options.catalogues.empty()) {
         CatalogueSet catalogues(options.catalogues);
-        catalogues.fill(archive);
+        catalogues.fill(archive, withLinks);
         return catalogues.isComplete();
     }
     ArchiveReader reader(archive, journal, {});
@@ -57,18 +57,23 @@ int runDuplicates(CommonOptions& options) {
     if (!options.completeNames()) return ExitUnusable;
     JournalFile journal(options.journal);
     Archive archive;
-    const bool complete = fillToCompare(archive, options, journal, false);
+    bool usable = fillToCompare(archive, options, journal, false);
     const std::vector<DuplicateGroup> groups = findDuplicates(archive);
     std::size_t documents = 0;
     for (const DuplicateGroup& group : groups) {
         options.json ? printJson(jsonOf(archive, group)) : printTable(archive, group);
         documents += group.documents.size();
+        for (const Duplicate& document : group.documents) {
+            if (!document.isUnread) continue;
+            complain(archive.nameOf(document.document) + " cannot be read");
+            usable = false;
+        }
     }
     if (!options.json)
         summarize(std::to_string(groups.size()) + (groups.size() == 1 ? " name, " : " names, ") +
                   std::to_string(documents) + " documents");
     journal.take();
-    if (!journal.finish() || !complete) return ExitUnusable;
+    if (!journal.finish() || !usable) return ExitUnusable;
     return groups.empty() ? ExitFine : ExitFindings;
 }
 

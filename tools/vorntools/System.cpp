@@ -20,6 +20,7 @@
 #include <shellapi.h>
 #else
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -64,6 +65,10 @@ FileState stateOf(const std::string& file) {
     return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime), 0, 0};
 }
 
+NeighbourStates::~NeighbourStates() = default;
+
+FileState NeighbourStates::stateOf(const std::string& file) { return host::stateOf(file); }
+
 WriteZip* zipWriter() { return nullptr; }
 
 GetSqlite* sqlite() { return nullptr; }
@@ -98,11 +103,33 @@ std::vector<std::string> arguments(int count, char** values) {
     return std::vector<std::string>(values + std::min(count, 1), values + count);
 }
 
-FileState stateOf(const std::string& file) {
+namespace {
+
+FileState stateIn(int folder, const char* file) {
     struct stat state {};
-    if (::stat(file.c_str(), &state) != 0) return {};
+    if (::fstatat(folder, file, &state, 0) != 0) return {};
     return {true, static_cast<std::uint64_t>(state.st_size), static_cast<std::int64_t>(state.st_mtime),
             static_cast<std::int64_t>(state.st_mtim.tv_nsec), static_cast<std::uint64_t>(state.st_ino)};
+}
+
+} // namespace
+
+FileState stateOf(const std::string& file) { return stateIn(AT_FDCWD, file.c_str()); }
+
+NeighbourStates::~NeighbourStates() {
+    if (m_folder >= 0) ::close(m_folder);
+}
+
+FileState NeighbourStates::stateOf(const std::string& file) {
+    const std::size_t end = file.rfind('/') + 1;
+    if (end == 0) return host::stateOf(file);
+    if (file.compare(0, end, m_name) != 0) {
+        if (m_folder >= 0) ::close(m_folder);
+        m_name.assign(file, 0, end);
+        m_folder = ::open(m_name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    }
+    // A folder that must not be read may be passed all the same.
+    return m_folder < 0 ? host::stateOf(file) : stateIn(m_folder, file.c_str() + end);
 }
 
 namespace {

@@ -29,6 +29,22 @@ struct FileState {
 };
 FileState stateOf(const std::string& file);
 
+/** Asks about one file after the other without looking for their folder each time. */
+class NeighbourStates {
+public:
+    NeighbourStates() = default;
+    ~NeighbourStates();
+    NeighbourStates(const NeighbourStates&) = delete;
+    NeighbourStates& operator=(const NeighbourStates&) = delete;
+
+    /** As host::stateOf. */
+    FileState stateOf(const std::string& file);
+
+private:
+    std::string m_name; ///< of the folder, its separator included
+    int m_folder = -1;  ///< a descriptor
+};
+
 /** Writes ZIP files, in a library that is only loaded when it is wanted; null where it is not built in. */
 WriteZip* zipWriter();
 /** SQLite, in the same way. */

@@ -43,6 +43,7 @@ Index Archive::add(const DocumentFacts& facts) {
         document.uuid = m_texts.add(facts.identity->uuid);
         document.save = m_texts.add(facts.identity->save);
         document.saved = m_texts.add(facts.identity->saved);
+        document.checksum = m_texts.add(facts.checksum);
     }
     if (facts.status && !document.hasStatus) addStatus(document, *facts.status);
     if (facts.links && !document.hasLinks) addLinks(number, *facts.links, facts.recorded);

@@ -50,6 +50,7 @@ struct ArchiveDocument {
     bool isFinding = false;              ///< of the state
     bool hasIdentity = false;            ///< the fields from uuid on are known
     Index uuid = 0, save = 0, saved = 0; ///< as in DocumentIdentity
+    Index checksum = 0;                  ///< SHA-256 of its bytes; 0: not known
 };
 
 /** Everything about one document, wherever it comes from: what Archive::add takes. */
@@ -66,6 +67,8 @@ struct DocumentFacts {
     std::optional<RecordedLinks> recorded;
     /** None: whoever wants it reads it. */
     std::optional<DocumentIdentity> identity;
+    /** SHA-256 of the bytes as sha256Of has it; empty: nobody has computed it. */
+    std::string checksum;
 };
 
 /** One document pointed to, with all kinds of links that lead there. */

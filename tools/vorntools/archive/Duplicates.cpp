@@ -1,65 +1,14 @@
 #include "tools/vorntools/archive/Duplicates.h"
 
+#include "tools/vorntools/archive/FileContent.h"
 #include "tools/vorntools/archive/Paths.h"
 
 #include <algorithm>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <map>
-#include <tuple>
+#include <optional>
 #include <utility>
 
 namespace {
-
-constexpr std::size_t kPieceBytes = std::size_t(1) << 16U;
-
-/** Reads a file piece by piece. */
-class Pieces {
-public:
-    explicit Pieces(std::string_view fullName)
-        : m_stream(std::filesystem::u8path(fullName), std::ios::binary), m_good(m_stream.is_open()) {}
-
-    /** False at the end and when the file cannot be read. */
-    bool next(std::string& piece) {
-        piece.resize(kPieceBytes);
-        m_stream.read(&piece[0], static_cast<std::streamsize>(piece.size()));
-        piece.resize(static_cast<std::size_t>(m_stream.gcount()));
-        m_good = m_good && !m_stream.bad();
-        return !piece.empty();
-    }
-    bool good() const { return m_good; }
-
-private:
-    std::ifstream m_stream;
-    bool m_good;
-};
-
-/** A number that files of the same bytes share. @return false when the file cannot be read */
-bool digestOf(std::string_view fullName, std::uint64_t& digest) {
-    constexpr std::uint64_t kStart = 0xCBF29CE484222325U, kPrime = 0x100000001B3U;
-    Pieces pieces(fullName);
-    digest = kStart;
-    for (std::string piece; pieces.next(piece);) {
-        piece.resize((piece.size() + sizeof digest - 1) / sizeof digest * sizeof digest);
-        for (std::size_t at = 0; at < piece.size(); at += sizeof digest) {
-            std::uint64_t word = 0;
-            std::memcpy(&word, piece.data() + at, sizeof word);
-            digest = (digest ^ word) * kPrime;
-            digest ^= digest >> 32U;
-        }
-    }
-    return pieces.good();
-}
-
-bool haveSameBytes(std::string_view a, std::string_view b) {
-    Pieces first(a), second(b);
-    for (std::string piece, other;;) {
-        const bool more = first.next(piece);
-        if (second.next(other) != more || piece != other || !first.good() || !second.good()) return false;
-        if (!more) return true;
-    }
-}
 
 /** Sorts the documents of one group by what they hold. */
 class Comparison {
@@ -69,35 +18,71 @@ public:
 
     void run() {
         // Whoever is alone with size and last save needs not be read.
-        std::map<std::pair<std::uint64_t, std::string>, std::vector<Duplicate*>> alike;
-        for (Duplicate& document : m_documents)
-            alike[{m_archive.document(document.document).size, document.identity.save}].push_back(&document);
-        for (auto& [key, documents] : alike) {
-            if (documents.size() == 1)
-                documents.front()->content = ++m_contents;
-            else
-                compareBytes(documents);
+        std::map<std::pair<std::uint64_t, Index>, Alike> alike;
+        for (Duplicate& document : m_documents) {
+            const ArchiveDocument& row = m_archive.document(document.document);
+            alike[{row.size, row.hasIdentity ? row.save : 0}].push_back(&document);
         }
+        for (auto& [key, documents] : alike) compare(documents);
         numberOrigins();
         renumber(&Duplicate::content);
         renumber(&Duplicate::origin);
     }
 
 private:
-    std::string_view fileOf(const Duplicate& document) const {
-        return m_archive.text(m_archive.document(document.document).fullName);
+    /** What may hold the same bytes. */
+    using Alike = std::vector<Duplicate*>;
+
+    std::string fileOf(const Duplicate& document) const {
+        return std::string(m_archive.text(m_archive.document(document.document).fullName));
+    }
+    Index checksumOf(const Duplicate& document) const { return m_archive.document(document.document).checksum; }
+
+    void compare(const Alike& documents) {
+        const auto isKnown = [this](const Duplicate* document) { return checksumOf(*document) != 0; };
+        if (documents.size() == 1)
+            setContent(*documents.front(), true);
+        else if (std::any_of(documents.begin(), documents.end(), isKnown))
+            compareChecksums(documents);
+        else
+            compareBytes(documents);
     }
 
-    void compareBytes(const std::vector<Duplicate*>& documents) {
-        std::map<std::uint64_t, const Duplicate*> first;
+    void compareBytes(const Alike& documents) {
+        ContentComparison comparison;
+        std::vector<const Duplicate*> first; ///< of each content
         for (Duplicate* const document : documents) {
-            std::uint64_t digest = 0;
-            const bool read = digestOf(fileOf(*document), digest);
-            const auto known = read ? first.find(digest) : first.end();
-            const bool same = known != first.end() && haveSameBytes(fileOf(*known->second), fileOf(*document));
-            document->content = same ? known->second->content : ++m_contents;
-            if (read) first.emplace(digest, document);
+            const std::optional<std::size_t> content = comparison.add(fileOf(*document));
+            const bool isFirst = !content || *content == first.size();
+            if (content && isFirst) first.push_back(document);
+            document->isUnread = !content;
+            setContent(*document, isFirst, isFirst ? nullptr : first[*content]);
         }
+    }
+
+    void compareChecksums(const Alike& documents) {
+        std::map<std::string, const Duplicate*> first;
+        for (Duplicate* const document : documents) {
+            const Index known = checksumOf(*document);
+            const std::string sum = known != 0 ? std::string(m_archive.text(known)) : sha256Of(fileOf(*document));
+            const auto added = first.emplace(sum, document);
+            document->isUnread = sum.empty();
+            const bool isFirst = sum.empty() || added.second;
+            setContent(*document, isFirst, isFirst ? nullptr : added.first->second);
+        }
+    }
+
+    /** @param same a document of the same bytes, which has the same identity */
+    void setContent(Duplicate& document, bool isNew, const Duplicate* same = nullptr) {
+        document.content = isNew ? ++m_contents : same->content;
+        document.identity = isNew ? identityOf(document) : same->identity;
+    }
+
+    DocumentIdentity identityOf(const Duplicate& document) const {
+        const ArchiveDocument& row = m_archive.document(document.document);
+        const auto text = [&](Index at) { return std::string(m_archive.text(at)); };
+        if (!row.hasIdentity) return readIdentity(text(row.fullName));
+        return {text(row.uuid), text(row.save), text(row.saved)};
     }
 
     /** Documents of the same bytes have the same identity, if any. */
@@ -123,13 +108,6 @@ private:
     std::vector<Duplicate>& m_documents;
     unsigned int m_contents = 0;
 };
-
-DocumentIdentity identityOf(const Archive& archive, Index number) {
-    const ArchiveDocument& document = archive.document(number);
-    const auto text = [&](Index at) { return std::string(archive.text(at)); };
-    if (!document.hasIdentity) return readIdentity(text(document.fullName));
-    return {text(document.uuid), text(document.save), text(document.saved)};
-}
 
 DuplicateGroup::Relation relationOf(const std::vector<Duplicate>& documents) {
     unsigned int contents = 0, origins = 0;
@@ -161,7 +139,8 @@ std::vector<DuplicateGroup> findDuplicates(const Archive& archive) {
         for (const Index file : files) {
             const std::string_view fullName = archive.text(archive.document(file).fullName);
             if (group.name.empty()) group.name = lastName(fullName);
-            group.documents.push_back({file, identityOf(archive, file)});
+            group.documents.emplace_back();
+            group.documents.back().document = file;
         }
         Comparison(archive, group.documents).run();
         group.relation = relationOf(group.documents);

@@ -12,6 +12,7 @@ struct Duplicate {
     Index document = 0;
     DocumentIdentity identity;
     unsigned int content = 0; ///< the same number within the group: the same bytes; from 1
+    bool isUnread = false;    ///< it had to be read and could not: its content counts as one that no other has
     unsigned int origin = 0;  ///< the same number within the group: the same document once; from 1
 };
 
@@ -31,7 +32,8 @@ struct DuplicateGroup {
 /** "same bytes", "saved apart", "strangers", "mixed". */
 const char* relationName(DuplicateGroup::Relation relation);
 
-/** Compares walked documents that share their name. Reads whole files where size and last save agree. */
+/** Compares walked documents that share their name. Reads whole files where the sizes agree, and the last saves and
+ * checksums as far as the archive knows them. */
 std::vector<DuplicateGroup> findDuplicates(const Archive& archive);
 
 #endif

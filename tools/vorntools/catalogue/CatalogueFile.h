@@ -4,8 +4,10 @@
 #include "tools/vorntools/catalogue/CatalogueEntry.h"
 #include "tools/vorntools/catalogue/Database.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -28,15 +30,14 @@ struct SplitName {
     std::string folder, name;
 };
 SplitName splitName(const std::string& fullName);
+/** Letters of a name up to the file, the separator included. */
+std::size_t lengthOfFolder(std::string_view fullName);
 
 /** Where a target of a document was found. */
 struct TargetFile {
     FileId id = 0;                 ///< 0: it is missing
     bool isUnderOtherName = false; ///< not by the full name of the file
 };
-
-/** @throws DatabaseError for a file that is no catalogue, or one of another version */
-void checkIsCatalogue(Database& database);
 
 /** Writes entries; within a transaction. */
 class Writer {
@@ -99,8 +100,8 @@ public:
     std::string nameOf(FileId file);
     /** Whether the file is one of the documents. */
     bool isDocument(FileId file);
-    /** All that is known of a document. */
-    DocumentFacts facts(FileId document);
+    /** All that is known of a document. @param withLinks else nothing of what it says of others */
+    DocumentFacts facts(FileId document, bool withLinks = true);
     /** Its name, condition and links. */
     DocumentFacts linkFacts(FileId document);
     /** The same with no links but those of some positions, in their order. @param place if wanted */

@@ -94,7 +94,8 @@ Reader::Reader(Database& database)
           database,
           "SELECT folders.name || files.name, is_there, has_dat, size, modified, is_read, condition, is_damaged, version, release, "
           "service_pack, saved_path, identity, save, saved, status, reason, dat, layout, item_revision, dataset, "
-          "named_reference, load_type, linked, unresolved, design_table, tells_links, folders.place "
+          "named_reference, load_type, linked, unresolved, design_table, tells_links, folders.place, "
+          "sha256 "
           "FROM documents JOIN files USING (id) JOIN folders ON folders.id = files.folder WHERE documents.id = ?"),
       m_links(database, (kLinks + " ORDER BY position").c_str()),
       m_link(database, (kLinks + " AND position = ?").c_str()),
@@ -159,14 +160,15 @@ Statement& Reader::rowOf(FileId document) {
     return m_document;
 }
 
-DocumentFacts Reader::facts(FileId document) {
+DocumentFacts Reader::facts(FileId document, bool withLinks) {
     DocumentFacts facts;
     Statement& row = rowOf(document);
     takeFound(row, facts);
     facts.size = static_cast<std::uint64_t>(row.number(3));
     facts.modified = secondsOf(row.number(4));
-    takeLinks(row, facts);
+    if (withLinks) takeLinks(row, facts);
     facts.identity = DocumentIdentity{row.text(12), row.text(13), row.text(14)};
+    facts.checksum = row.text(28);
     takeStatus(row, facts);
     if (!row.isNull(26) && facts.links) facts.recorded.emplace().tellsLinks = row.flag(26);
     row.finish();

@@ -4,6 +4,7 @@
 #include "tools/vorntools/archive/Paths.h"
 #include "tools/vorntools/catalogue/CatalogueFile.h"
 #include "tools/vorntools/catalogue/CatalogueTree.h"
+#include "tools/vorntools/catalogue/Schema.h"
 
 #include <filesystem>
 #include <optional>
@@ -52,11 +53,11 @@ bool CatalogueSet::isComplete() {
     return complete;
 }
 
-void CatalogueSet::forEach(const std::function<void(const DocumentFacts&)>& take) {
+void CatalogueSet::forEach(const std::function<void(const DocumentFacts&)>& take, bool withLinks) {
     std::unordered_set<std::string> taken;
     for (const auto& opened : m_opened)
         for (const FileId document : opened->reader->documents()) {
-            const DocumentFacts facts = opened->reader->facts(document);
+            const DocumentFacts facts = opened->reader->facts(document, withLinks);
             if (m_opened.size() == 1 || taken.insert(facts.found.fullName).second) take(facts);
         }
 }
@@ -74,8 +75,8 @@ std::vector<std::string> CatalogueSet::otherFiles() { return namesOf(&catalogue:
 
 std::vector<std::string> CatalogueSet::walkedFiles() { return namesOf(&catalogue::Reader::walkedFiles); }
 
-void CatalogueSet::fill(Archive& archive) {
-    forEach([&](const DocumentFacts& facts) { archive.add(facts); });
+void CatalogueSet::fill(Archive& archive, bool withLinks) {
+    forEach([&](const DocumentFacts& facts) { archive.add(facts); }, withLinks);
     archive.finish(otherFiles(), asItIs);
 }
 

@@ -26,14 +26,14 @@ public:
 
     /** Whether all folders of all catalogues could be read; what not is said on standard error. */
     bool isComplete();
-    /** Every document once, in order. */
-    void forEach(const std::function<void(const DocumentFacts&)>& take);
+    /** Every document once, in order. @param withLinks else nothing of what it says of others */
+    void forEach(const std::function<void(const DocumentFacts&)>& take, bool withLinks = true);
     /** Full names of the files that are no documents. */
     std::vector<std::string> otherFiles();
     /** Of these and of the documents that are there. */
     std::vector<std::string> walkedFiles();
-    /** Fills an archive with everything, and finishes it. */
-    void fill(Archive& archive);
+    /** Fills an archive with everything, and finishes it. @param withLinks as forEach takes it */
+    void fill(Archive& archive, bool withLinks = true);
     /** Fills an archive with what a tree of some depth shows, 0 for all, and finishes it.
      * @return false when no catalogue has the file */
     bool fillTree(Archive& archive, const std::string& fullName, DocumentTree::Direction direction, unsigned int depth);

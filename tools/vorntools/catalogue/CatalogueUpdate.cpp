@@ -6,6 +6,7 @@
 #include "tools/vorntools/archive/Paths.h"
 #include "tools/vorntools/catalogue/CatalogueFile.h"
 #include "tools/vorntools/catalogue/EntrySource.h"
+#include "tools/vorntools/catalogue/KnownFiles.h"
 #include "tools/vorntools/catalogue/Schema.h"
 
 #include <filesystem>
@@ -18,32 +19,11 @@ namespace catalogue {
 
 namespace {
 
-enum class Role { Document, Other, Elsewhere };
-
-const char* roleName(Role role) {
-    if (role == Role::Document) return "document";
-    return role == Role::Other ? "other" : "elsewhere";
-}
-
-Role roleOf(const std::string& text) {
-    if (text == "document") return Role::Document;
-    return text == "other" ? Role::Other : Role::Elsewhere;
-}
-
-Stamp stampOf(const std::string& file) {
+Stamp stampOf(const host::FileState& state) {
     constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
-    const host::FileState state = host::stateOf(file);
     return {static_cast<std::int64_t>(state.size), state.modified * kNanosecondsPerSecond + state.nanoseconds,
             static_cast<std::int64_t>(state.identity)};
 }
-
-/** A file as the catalogue has it, and whether it was met. */
-struct KnownFile {
-    FileId id = 0;
-    Role role = Role::Elsewhere;
-    bool isThere = true, hasDat = false, isMet = false;
-    Stamp stamp, dat;
-};
 
 /** A document that was found. */
 struct Found {
@@ -59,13 +39,14 @@ public:
         : m_database(database), m_options(options), m_search(search), m_journal(journal), m_writer(database) {}
 
     Changes run() {
-        loadKnown();
+        m_known.load(m_database);
         for (const FoundDocument& document : m_search.found()) meet(document);
         for (const std::string& file : m_search.others()) meetOther(file);
         if (m_options.isComplete) findGone();
         findElsewhere();
         wantThoseThatName();
         readWanted();
+        addChecksums();
         removeUnnamed();
         setPlaces();
         tellAbout();
@@ -73,7 +54,6 @@ public:
     }
 
 private:
-    void loadKnown();
     void meet(const FoundDocument& document);
     void meetOther(const std::string& file);
     KnownFile& add(const std::string& fullName, Role role);
@@ -83,6 +63,7 @@ private:
     void readWanted();
     void write(const Found& found, const CatalogueEntry& entry);
     TargetFile fileOf(const std::string& found);
+    void addChecksums();
     void removeUnnamed();
     void setPlaces();
     void tellAbout();
@@ -94,33 +75,16 @@ private:
     const DocumentSearch& m_search;
     JournalFile& m_journal;
     Writer m_writer;
-    std::unordered_map<std::string, KnownFile> m_known; ///< by full name
+    KnownFiles m_known;
+    host::NeighbourStates m_states;
     std::vector<Found> m_found;
-    std::unordered_map<FileId, std::size_t> m_foundOf; ///< place in m_found
-    std::unordered_set<std::string> m_names;           ///< of files that have come or gone
+    std::unordered_set<std::string> m_names; ///< of files that have come or gone
     bool m_hasChanged = false;
     Changes m_changes;
 };
 
-void Update::loadKnown() {
-    Statement row(m_database,
-                  "SELECT folders.name || files.name, files.id, role, coalesce(is_there, 1), "
-                  "coalesce(has_dat, 0), size, modified, file_identity, dat_size, dat_modified, dat_identity "
-                  "FROM files JOIN folders ON folders.id = files.folder "
-                  "LEFT JOIN documents ON documents.id = files.id");
-    while (row.next()) {
-        KnownFile& file = m_known[row.text(0)];
-        file.id = row.number(1);
-        file.role = roleOf(row.text(2));
-        file.isThere = row.flag(3);
-        file.hasDat = row.flag(4);
-        file.stamp = {row.number(5), row.number(6), row.number(7)};
-        file.dat = {row.number(8), row.number(9), row.number(10)};
-    }
-}
-
 KnownFile& Update::add(const std::string& fullName, Role role) {
-    KnownFile& file = m_known[fullName];
+    KnownFile& file = m_known.add(fullName);
     file.id = m_writer.addFile(fullName, roleName(role));
     file.role = role;
     m_hasChanged = true;
@@ -128,25 +92,25 @@ KnownFile& Update::add(const std::string& fullName, Role role) {
 }
 
 void Update::meet(const FoundDocument& document) {
-    const auto known = m_known.find(document.fullName);
-    const bool isNew = known == m_known.end();
-    KnownFile& file = isNew ? add(document.fullName, Role::Document) : known->second;
-    const Stamp stamp = document.exists ? stampOf(document.fullName) : Stamp();
-    const Stamp dat = document.hasDat ? stampOf(document.fullName + ".dat") : Stamp();
-    const bool hasChanged = isNew || file.role != Role::Document || file.isThere != document.exists ||
-                            file.hasDat != document.hasDat || !(file.stamp == stamp) || !(file.dat == dat);
-    if (isNew ? document.exists : file.isThere != document.exists) hasComeOrGone(document.fullName);
+    KnownFile* const known = m_known.find(document.fullName);
+    KnownFile& file = known ? *known : add(document.fullName, Role::Document);
+    const Stamp stamp = document.exists ? stampOf(m_states.stateOf(document.fullName)) : Stamp();
+    const Stamp dat = document.hasDat ? stampOf(m_states.stateOf(document.fullName + ".dat")) : Stamp();
+    // Whether a document can be read changes neither its size nor its time.
+    const bool isWanted = !known || file.role != Role::Document || file.isThere != document.exists ||
+                          file.hasDat != document.hasDat || !(file.stamp == stamp) || !(file.dat == dat) ||
+                          file.isUnreadable;
+    if (known ? file.isThere != document.exists : document.exists) hasComeOrGone(document.fullName);
     if (file.role != Role::Document) m_writer.setRole(file.id, roleName(Role::Document));
     file.role = Role::Document;
     file.isMet = true;
-    m_foundOf.emplace(file.id, m_found.size());
-    m_found.push_back({&document, &file, stamp, dat, hasChanged});
+    m_found.push_back({&document, &file, stamp, dat, isWanted});
 }
 
 void Update::meetOther(const std::string& fullName) {
-    const auto known = m_known.find(fullName);
-    if (known == m_known.end()) hasComeOrGone(fullName);
-    KnownFile& file = known == m_known.end() ? add(fullName, Role::Other) : known->second;
+    KnownFile* const known = m_known.find(fullName);
+    if (!known) hasComeOrGone(fullName);
+    KnownFile& file = known ? *known : add(fullName, Role::Other);
     file.isMet = true;
     if (file.role == Role::Other) return;
     if (file.role == Role::Document) m_writer.removeDocument(file.id); // its DAT file has gone
@@ -158,8 +122,8 @@ void Update::meetOther(const std::string& fullName) {
 
 /** What is not found any more may still be there, outside the folders: then it stays as long as somebody names it. */
 void Update::findGone() {
-    for (auto& [name, file] : m_known) {
-        if (file.isMet || file.role == Role::Elsewhere) continue;
+    m_known.forEachUnmet([this](const std::string& name, KnownFile& file) {
+        if (file.role == Role::Elsewhere) return;
         if (file.isThere) hasComeOrGone(name);
         if (file.role == Role::Document) {
             m_writer.removeDocument(file.id);
@@ -168,21 +132,25 @@ void Update::findGone() {
         m_writer.setRole(file.id, roleName(Role::Elsewhere));
         file.role = Role::Elsewhere;
         m_hasChanged = true;
-    }
+    });
 }
 
 /** Files outside the folders are looked at one by one: they are few. */
 void Update::findElsewhere() {
-    for (const auto& [name, file] : m_known)
-        if (!file.isMet && file.role == Role::Elsewhere && !host::stateOf(name).isThere) hasComeOrGone(name);
+    m_known.forEachUnmet([this](const std::string& name, const KnownFile& file) {
+        if (file.role == Role::Elsewhere && !host::stateOf(name).isThere) hasComeOrGone(name);
+    });
 }
 
 void Update::wantThoseThatName() {
+    if (m_names.empty()) return;
+    std::unordered_map<FileId, Found*> documents;
+    for (Found& found : m_found) documents.emplace(found.file->id, &found);
     Statement naming(m_database, "SELECT DISTINCT document FROM links WHERE folded = ?");
     for (const std::string& name : m_names)
         for (naming.with(name); naming.next();) {
-            const auto found = m_foundOf.find(naming.number(0));
-            if (found != m_foundOf.end()) m_found[found->second].isWanted = true;
+            const auto found = documents.find(naming.number(0));
+            if (found != documents.end()) found->second->isWanted = true;
         }
 }
 
@@ -215,11 +183,33 @@ void Update::write(const Found& found, const CatalogueEntry& entry) {
 }
 
 TargetFile Update::fileOf(const std::string& found) {
-    auto known = m_known.find(found);
-    if (known != m_known.end()) return {known->second.id, false};
+    const KnownFile* known = m_known.find(found);
+    if (known) return {known->id, false};
     const std::string fullName = fullNameOf(found);
     known = m_known.find(fullName);
-    return {known != m_known.end() ? known->second.id : add(fullName, Role::Elsewhere).id, fullName != found};
+    return {known ? known->id : add(fullName, Role::Elsewhere).id, fullName != found};
+}
+
+/** Of documents that may hold the same bytes as another of their name. */
+void Update::addChecksums() {
+    if (!m_hasChanged) return;
+    std::vector<FileId> documents;
+    std::vector<std::string> files;
+    {
+        Statement row(m_database, "SELECT id, name FROM (SELECT documents.id, folders.name || files.name AS name, "
+                                  "sha256, count(*) OVER (PARTITION BY folded, size, save) AS alike "
+                                  "FROM documents JOIN files USING (id) JOIN folders ON folders.id = files.folder "
+                                  "WHERE is_there) WHERE alike > 1 AND sha256 IS NULL");
+        for (; row.next(); documents.push_back(row.number(0))) files.push_back(row.text(1));
+    }
+    Statement add(m_database, "UPDATE documents SET sha256 = ? WHERE id = ?");
+    ChecksumSource source(std::move(files), m_options.jobs);
+    Progress progress(documents.size(), "documents of equal names");
+    for (const FileId document : documents) {
+        const std::string checksum = source.next();
+        if (!checksum.empty()) add.run(checksum, document);
+        progress.step();
+    }
 }
 
 void Update::removeUnnamed() {

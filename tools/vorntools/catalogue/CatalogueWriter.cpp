@@ -56,19 +56,13 @@ std::string keyOf(const std::string& found, const std::string& stored) { return 
 
 } // namespace
 
-SplitName splitName(const std::string& fullName) {
-    const char separator = static_cast<char>(std::filesystem::path::preferred_separator);
-    const std::size_t end = fullName.rfind(separator) + 1;
-    return {fullName.substr(0, end), fullName.substr(end)};
+std::size_t lengthOfFolder(std::string_view fullName) {
+    return fullName.rfind(static_cast<char>(std::filesystem::path::preferred_separator)) + 1;
 }
 
-void checkIsCatalogue(Database& database) {
-    if (database.number("PRAGMA application_id") != kApplication)
-        throw DatabaseError(database.name() + " is no catalogue");
-    const std::int64_t version = database.number("PRAGMA user_version");
-    if (version != kVersion)
-        throw DatabaseError(database.name() + " is a catalogue of version " + std::to_string(version) +
-                            "; this program reads version " + std::to_string(kVersion));
+SplitName splitName(const std::string& fullName) {
+    const std::size_t end = lengthOfFolder(fullName);
+    return {fullName.substr(0, end), fullName.substr(end)};
 }
 
 Writer::Writer(Database& database)
@@ -86,7 +80,7 @@ Writer::Writer(Database& database)
       m_removePreview(database, "DELETE FROM previews WHERE document = ?"),
       m_removeDocument(database, "DELETE FROM documents WHERE id = ?"),
       m_addDocument(database,
-                    "INSERT INTO documents VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)"),
+                    "INSERT INTO documents VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,NULL)"),
       m_addLink(database, "INSERT INTO links VALUES(?,?,?,?,?,?,?,?)"),
       m_addElement(database, "INSERT INTO elements VALUES(?,?,?,?,?,?,?,?)"),
       m_addGhost(database, "INSERT INTO ghosts VALUES(?,?,?)"),

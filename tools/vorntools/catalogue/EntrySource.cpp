@@ -1,5 +1,6 @@
 #include "tools/vorntools/catalogue/EntrySource.h"
 
+#include "tools/vorntools/archive/FileContent.h"
 #include "tools/vorntools/catalogue/Packet.h"
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 namespace catalogue {
 
 namespace {
+
+constexpr std::size_t kChecksumSize = 64;
 
 /** An answer, its length in front. */
 std::string packed(CatalogueEntry entry) {
@@ -20,12 +23,23 @@ std::string packed(CatalogueEntry entry) {
     return head.bytes() + body.bytes();
 }
 
+std::size_t helpersFor(std::size_t documents, int jobs) {
+    return std::max<std::size_t>(1, std::min(static_cast<std::size_t>(jobs), documents));
+}
+
+[[noreturn]] void failBecauseHelperEnded() {
+    throw std::runtime_error("a process that reads documents has ended too early");
+}
+
+/** A checksum, or blanks for none: always as long. */
+std::string framed(const std::string& checksum) {
+    return checksum.empty() ? std::string(kChecksumSize, ' ') : checksum;
+}
+
 } // namespace
 
 EntrySource::EntrySource(std::vector<const FoundDocument*> documents, int jobs, JournalFile& journal)
-    : m_documents(std::move(documents)),
-      m_jobs(std::max<std::size_t>(1, std::min(static_cast<std::size_t>(jobs), m_documents.size()))),
-      m_journal(journal) {
+    : m_documents(std::move(documents)), m_jobs(helpersFor(m_documents.size(), jobs)), m_journal(journal) {
     m_journal.take(); // what came before is told once
     if (m_jobs == 1) return;
     m_helpers = std::make_unique<host::Helpers>(m_jobs, [&](std::size_t helper, const host::Helpers::Send& send) {
@@ -48,7 +62,7 @@ CatalogueEntry EntrySource::receive(std::size_t helper) {
         bytes.resize(static_cast<std::size_t>(size));
         isWhole = m_helpers->receive(helper, &bytes[0], bytes.size());
     }
-    if (!isWhole) throw std::runtime_error("a process that reads documents has ended too early");
+    if (!isWhole) failBecauseHelperEnded();
     CatalogueEntry entry;
     PacketReader packet(bytes);
     Transfer<PacketReader> transfer(packet);
@@ -61,6 +75,22 @@ CatalogueEntry EntrySource::next() {
     CatalogueEntry entry = m_helpers ? receive(at % m_jobs) : read(m_reader, *m_documents[at], m_journal);
     m_journal.add(entry.journal);
     return entry;
+}
+
+ChecksumSource::ChecksumSource(std::vector<std::string> files, int jobs)
+    : m_files(std::move(files)), m_jobs(helpersFor(m_files.size(), jobs)) {
+    if (m_jobs == 1) return;
+    m_helpers = std::make_unique<host::Helpers>(m_jobs, [&](std::size_t helper, const host::Helpers::Send& send) {
+        for (std::size_t i = helper; i < m_files.size(); i += m_jobs) send(framed(sha256Of(m_files[i])));
+    });
+}
+
+std::string ChecksumSource::next() {
+    const std::size_t at = m_next++;
+    if (!m_helpers) return sha256Of(m_files[at]);
+    std::string checksum(kChecksumSize, ' ');
+    if (!m_helpers->receive(at % m_jobs, &checksum[0], checksum.size())) failBecauseHelperEnded();
+    return checksum.front() == ' ' ? std::string() : checksum;
 }
 
 } // namespace catalogue

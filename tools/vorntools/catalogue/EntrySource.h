@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace catalogue {
@@ -28,6 +29,21 @@ private:
     JournalFile& m_journal;
     std::size_t m_next = 0;
     EntryReader m_reader;
+    std::unique_ptr<host::Helpers> m_helpers;
+};
+
+/** Computes the SHA-256 of files in the same way. */
+class ChecksumSource {
+public:
+    ChecksumSource(std::vector<std::string> files, int jobs);
+
+    /** Of the next one; empty when it cannot be read. @throws as EntrySource::next */
+    std::string next();
+
+private:
+    const std::vector<std::string> m_files;
+    const std::size_t m_jobs;
+    std::size_t m_next = 0;
     std::unique_ptr<host::Helpers> m_helpers;
 };
 

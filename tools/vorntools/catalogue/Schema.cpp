@@ -1,9 +1,13 @@
 #include "tools/vorntools/catalogue/Schema.h"
 
+#include <cstddef>
+#include <set>
+#include <string>
+#include <string_view>
+
 namespace catalogue {
 
-const char* const kSchema = R"(
-CREATE TABLE about(key TEXT PRIMARY KEY, value) WITHOUT ROWID;
+const char* const kSchema = R"(CREATE TABLE about(key TEXT PRIMARY KEY, value) WITHOUT ROWID;
 CREATE TABLE looked_at(position INTEGER PRIMARY KEY, folder TEXT NOT NULL);
 CREATE TABLE folders(
     id INTEGER PRIMARY KEY,
@@ -48,7 +52,8 @@ CREATE TABLE documents(
     linked INTEGER NOT NULL,
     unresolved INTEGER NOT NULL,
     design_table INTEGER NOT NULL,
-    tells_links INTEGER);
+    tells_links INTEGER,
+    sha256 TEXT);
 CREATE INDEX documents_unreadable ON documents(is_read) WHERE is_read = 0;
 CREATE TABLE links(
     document INTEGER NOT NULL REFERENCES documents(id),
@@ -102,5 +107,34 @@ CREATE VIEW document_names AS
     SELECT files.id AS document, folders.name || files.name AS name
     FROM files JOIN folders ON folders.id = files.folder;
 )";
+
+namespace {
+
+/** The statements of the schema as SQLite keeps them. */
+std::set<std::string> ownStatements() {
+    constexpr std::string_view kEnd = ";\n";
+    std::set<std::string> statements;
+    std::string_view rest = kSchema;
+    for (std::size_t end = 0; (end = rest.find(kEnd)) != std::string_view::npos; rest.remove_prefix(end + kEnd.size()))
+        statements.emplace(rest.substr(0, end));
+    return statements;
+}
+
+} // namespace
+
+void checkIsCatalogue(Database& database) {
+    if (database.number("PRAGMA application_id") != kApplication)
+        throw DatabaseError(database.name() + " is no catalogue");
+    const std::int64_t version = database.number("PRAGMA user_version");
+    if (version != kVersion)
+        throw DatabaseError(database.name() + " is a catalogue of version " + std::to_string(version) +
+                            "; this program reads version " + std::to_string(kVersion));
+    // What SQLite makes by itself is left out: indices without a statement, statistics.
+    std::set<std::string> statements;
+    Statement row(database, "SELECT sql FROM sqlite_schema "
+                            "WHERE sql IS NOT NULL AND NOT (type = 'table' AND name LIKE 'sqlite_stat%')");
+    while (row.next()) statements.insert(row.text(0));
+    if (statements != ownStatements()) throw DatabaseError(database.name() + " holds other tables than a catalogue");
+}
 
 } // namespace catalogue
