@@ -89,6 +89,14 @@ TEST_F(LinksCommandTest, ADocumentIsTheSameByEveryNameAndEveryFileHasOneText) {
     }
 }
 
+TEST_F(LinksCommandTest, AFileThatIsLeftOutIsNamedBelowTheNearestFolderThatWasGiven) {
+    for (const char* const folders : {".. ./sub", "./sub .."}) {
+        runIn("w", std::string("links --json --exclude Bolt.CATPart ") + folders);
+        for (const auto& row : rows()) EXPECT_EQ(row["targets"][0]["name"], "./sub/Bolt.CATPart") << folders;
+        EXPECT_EQ(rows().size(), 2u) << folders;
+    }
+}
+
 TEST_F(LinksCommandTest, NamesOfAnyBytesCanBePrintedAndReadBack) {
     const struct {
         const char *name, *shown;

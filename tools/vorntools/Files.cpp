@@ -114,12 +114,12 @@ bool DocumentSearch::search(const std::vector<std::string>& names) {
         std::error_code error;
         const fs::file_status status = fs::status(fs::u8path(name), error);
         if (fs::is_directory(status)) {
-            m_folders.emplace(withSeparator(fullNameOf(name)), withSeparator(name));
+            addGiven(name, withSeparator(name));
             complete = searchFolder(name) && complete;
         } else if (fs::exists(status)) {
             const std::string file = fs::u8path(name).filename().u8string();
             const std::string prefix = name.substr(0, name.size() - file.size());
-            m_folders.emplace(withSeparator(fullNameOf(prefix.empty() ? "." : prefix)), prefix);
+            addGiven(prefix.empty() ? "." : prefix, prefix);
             add({name, fullNameOf(name), true, fs::exists(fs::u8path(name + kDatSuffix), error)});
         } else {
             complain("no such file or folder: " + name);
@@ -132,12 +132,18 @@ bool DocumentSearch::search(const std::vector<std::string>& names) {
 std::string DocumentSearch::asGiven(const std::string& name) const {
     const auto known = m_indices.find(name);
     if (known != m_indices.end()) return m_found[known->second].name;
-    for (std::size_t end = name.find_last_of("/\\"); end != std::string::npos && end > 0;
-         end = name.find_last_of("/\\", end - 1)) {
-        const auto folder = m_folders.find(name.substr(0, end + 1));
-        if (folder != m_folders.end()) return folder->second + name.substr(end + 1);
+    for (const std::size_t length : m_folderLengths) {
+        if (length > name.size()) continue;
+        const auto folder = m_folders.find(name.substr(0, length));
+        if (folder != m_folders.end()) return folder->second + name.substr(length);
     }
     return name;
+}
+
+void DocumentSearch::addGiven(const std::string& folder, const std::string& prefix) {
+    const std::string fullPrefix = withSeparator(fullNameOf(folder));
+    m_folders.emplace(fullPrefix, prefix);
+    m_folderLengths.insert(fullPrefix.size());
 }
 
 void DocumentSearch::add(FoundDocument document) {
@@ -199,7 +205,8 @@ std::vector<std::string> documentsOf(const DocumentSearch& search, const std::ve
     for (const std::string& name : names) given.insert(fullNameOf(name));
     std::vector<std::string> documents;
     for (const FoundDocument& found : search.found())
-        if (found.exists && (given.count(found.fullName) > 0 || isCatiaDocument(found.name)))
+        // Without a DAT file nothing but its suffix made it a document.
+        if (found.exists && (!found.hasDat || given.count(found.fullName) > 0 || isCatiaDocument(found.name)))
             documents.push_back(found.fullName);
     return documents;
 }

@@ -2,6 +2,8 @@
 #define TOOLS_VORNTOOLS_FILES_H
 
 #include <cstddef>
+#include <functional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -51,6 +53,8 @@ public:
 private:
     bool searchFolder(const std::string& folder);
     void addFolder(const std::string& prefix, std::vector<std::string>& files);
+    /** @param prefix how names below the folder begin */
+    void addGiven(const std::string& folder, const std::string& prefix);
     void add(FoundDocument document);
     bool isExcluded(const std::string& prefix, const std::string& name) const;
 
@@ -59,8 +63,9 @@ private:
     std::vector<FoundDocument> m_found;
     std::vector<std::string> m_others;
     std::unordered_map<std::string, std::size_t> m_indices; ///< of the found ones, by their full names
-    std::unordered_map<std::string, std::string>
-        m_folders; ///< full name and name as given, each with a separator behind
+    /** Of folders: full name and name as given, each with a separator behind. */
+    std::unordered_map<std::string, std::string> m_folders;
+    std::set<std::size_t, std::greater<>> m_folderLengths; ///< of the full ones, so that the nearest is tried first
 };
 
 /** Full names of the documents to read: of a folder those with a suffix of CATIA; one that is named is taken whatever

@@ -183,8 +183,8 @@ int runStatus(StatusOptions& options) {
         Examiner examiner;
         LinkMemory memory;
         for (const FoundDocument& found : documents.found()) {
-            const DocumentStatus status = examiner.examine(found);
-            Row row = {status, options.links ? readLinksOf(found, status, memory) : OwnLinks()};
+            Row row = {examiner.examine(found), {}};
+            if (options.links) row.links = readLinksOf(found, row.status, memory);
             findings = findings || row.isFinding();
             counts.add(row);
             if (row.isKeptBy(options)) {
