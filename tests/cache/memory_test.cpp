@@ -55,7 +55,7 @@ TEST_F(MemoryTest, DatFiles) {
         for (const std::string& report : reports()) told.insert(report);
         return SweepOutcome{code, revision.IsNull() && exists == 1};
     });
-    if (allocations::areAllSeen) {
+    if constexpr (allocations::areAllSeen) {
         const std::string method = "VornToolsCommon::getOrvaneInformationsFromDatFile ";
         EXPECT_EQ(told.count(method + "9003 VornCache::getDataAtLine"), 1U);
     }
