@@ -309,6 +309,16 @@ TEST_F(CheckSumsTest, BadListsAndDocumentsAreNoHarm) {
     EXPECT_EQ(reports(),
               Texts({std::string(kName) + " 9001 iop_sheets", std::string(kName) + " 9001 iop_configurations",
                      std::string(kName) + " 9001 iop_checksums"}));
+    CATListValCATUnicodeString held[3];
+    for (const int missing : {0, 1, 2}) {
+        CATListValCATUnicodeString* lists[] = {&held[0], &held[1], &held[2]};
+        lists[missing] = nullptr;
+        EXPECT_EQ(VornToolsCommon::calculateCheckSums(document(), file().c_str(), nullptr, 0, lists[0], lists[1],
+                                                      lists[2], found),
+                  S_OK);
+        EXPECT_EQ(found, 0);
+        EXPECT_EQ(reports().size(), 1U);
+    }
     Lists lists({"1"}, {"1"});
     EXPECT_EQ(lists.calculate(nullptr, file()), S_OK);
     EXPECT_EQ(lists.found, 0);

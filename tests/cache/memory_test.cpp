@@ -4,7 +4,10 @@
 #include "TYPVectorCATUnicodeString.h"
 #include "UTILFile.h"
 #include "tests/support/AllocationSweep.h"
+#include "tests/support/Allocations.h"
 #include "tests/support/Fixture.h"
+
+#include <set>
 
 namespace {
 
@@ -42,14 +45,20 @@ TEST_F(MemoryTest, DatFiles) {
         const HRESULT code = cache.addDocument(name, nullptr);
         return SweepOutcome{code, !cache.isInCache(name)};
     });
+    std::set<std::string> told;
     sweepAllocations("getOrvaneInformationsFromDatFile", [&] {
         VornCache cache;
         CATUnicodeString revision("stale"), dataset, reference;
         unsigned char exists = 7;
         const HRESULT code =
             VornToolsCommon::getOrvaneInformationsFromDatFile(name, &cache, revision, dataset, reference, exists);
+        for (const std::string& report : reports()) told.insert(report);
         return SweepOutcome{code, revision.IsNull() && exists == 1};
     });
+    if constexpr (allocations::areAllSeen) {
+        const std::string method = "VornToolsCommon::getOrvaneInformationsFromDatFile ";
+        EXPECT_EQ(told.count(method + "9003 VornCache::getDataAtLine"), 1U);
+    }
 }
 
 TEST_F(MemoryTest, AnswersOfTheCache) {

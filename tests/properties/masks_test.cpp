@@ -4,6 +4,7 @@
 #include "VornToolsDummyPart.h"
 #include "embedded/Masks.h"
 #include "embedded/SessionFile.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -88,6 +89,8 @@ TEST_F(MasksTest, MasksAreTakenOffTheReference) {
     EXPECT_EQ(maskOf(bolt), 3);
     EXPECT_EQ(VornToolsMask::removeAllMasks(broken.get()), E_FAIL);
     EXPECT_EQ(reports(), Texts({kMask + "removeAllMasks 9003 GetReferenceProduct"}));
+    EXPECT_TRUE(failAt("MSKIMaskManager::removeAllMasks", 1, [&] { VornToolsMask::removeAllMasks(bolt.get()); }));
+    EXPECT_EQ(reports(), Texts({kMask + "removeAllMasks 9003 MSKIMaskManager::removeAllMasks"}));
 }
 
 TEST_F(MasksTest, WhatIsMissingIsReported) {

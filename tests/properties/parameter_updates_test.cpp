@@ -27,6 +27,10 @@ TEST_F(ParameterUpdatesTest, AParameterTakesAnotherValue) {
     expected.insert(expected.begin(), "Updating the Double property P (Real)");
     expected.push_back("Updating the Double property P (String)");
     EXPECT_EQ(messages(), expected);
+    clearJournal();
+    EXPECT_EQ(update(length, "25e-1", "d"), S_OK);
+    EXPECT_EQ(messages(), (Texts{"Updating the Double property P (Length)", "    value applied : 25e-1mm"}));
+    EXPECT_EQ(length.shown(), "2.5mm");
     environment().decimalSeparator = ",";
     EXPECT_EQ(update(real, "1.5", "d"), S_OK);
     EXPECT_EQ(update(length, "2.5", "d"), S_OK);

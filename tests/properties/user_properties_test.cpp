@@ -245,6 +245,15 @@ TEST_F(UserPropertiesTest, NothingIsMadeWithoutKnowingWhatIsReadOnly) {
     EXPECT_EQ(read(bolt), (Texts{"EBS_DatasetUid=x"}));
 }
 
+TEST_F(UserPropertiesTest, WithoutAContainerNothingIsMadeOrRemoved) {
+    EXPECT_EQ(failAt("CATIParmPublisher::GetContainer", [&] { return set(bolt, {"A"}, {"x"}, {"s"}); }), E_FAIL);
+    EXPECT_EQ(reports(), (Texts{kCommon + "setUserProperties 9002 sp_container"}));
+    const auto remove = [&] { return VornToolsCommon::RemoveProperty(bolt.get(), "EBS_DatasetUid"); };
+    EXPECT_EQ(failAt("CATIParmPublisher::GetContainer", remove), E_FAIL);
+    EXPECT_EQ(reports(), (Texts{kCommon + "RemoveProperty 9002 spi_container"}));
+    EXPECT_EQ(read(bolt), (Texts{"EBS_DatasetUid=x"}));
+}
+
 TEST_F(UserPropertiesTest, AMemberThatDoesNotTellItsNameMayBeTheOneLookedFor) {
     const std::pair<const char*, std::function<HRESULT()>> operations[] = {
         {"setUserProperties", [&] { return set(bolt, {"EBS_DatasetUid"}, {"x"}, {"s"}); }},

@@ -116,6 +116,35 @@ TEST_F(SwitcherTest, SetWorkModeFindsTheNameWhenTheReferenceIsLoaded) {
         embedded::Journal::get().contains("WARNING : the product added to the switcher is a reference product"));
 }
 
+TEST_F(SwitcherTest, EachMethodHasItsEntryInTheJournal) {
+    VornToolsSwitchMgt switcher{1};
+    const auto entry = [](const std::function<void()>& call) {
+        embedded::Journal::get().clear();
+        call();
+        return embedded::Journal::get().lines().front();
+    };
+    CATIProduct* product = nullptr;
+    CATUnicodeString name;
+    unsigned char visu = 0;
+    const std::pair<const char*, std::function<void()>> methods[] = {
+        {"release", [&] { switcher.release(); }},
+        {"restore", [&] { switcher.restore(""); }},
+        {"restoreAll", [&] { switcher.restoreAll(0); }},
+        {"switchDesign", [&] { switcher.switchDesign("", nullptr, 0); }},
+        {"switchVisu", [&] { switcher.switchVisu("", nullptr, 0); }},
+        {"switchBREP", [&] { switcher.switchBREP("", nullptr, 0); }},
+        {"switchDefault", [&] { switcher.switchDefault("", nullptr, 0); }},
+        {"setWorkMode", [&] { switcher.setWorkMode(nullptr, Modes::WorkModeVisu, Modes::WorkModeVisu, "", 0); }},
+        {"isInVisuMode", [&] { switcher.isInVisuMode("", visu); }},
+        {"isSwitchEnabled", [&] { switcher.isSwitchEnabled(); }},
+        {"setSwitchEnabled", [&] { switcher.setSwitchEnabled(1); }},
+        {"getDefaultRepName", [&] { switcher.getDefaultRepName(nullptr, name); }},
+        {"updateDocumentName", [&] { switcher.updateDocumentName("", ""); }},
+        {"getCATIProduct", [&] { switcher.getCATIProduct("", product); }}};
+    for (const auto& [method, call] : methods) EXPECT_EQ(entry(call), std::string("> VornToolsSwitchMgt::") + method);
+    reports();
+}
+
 TEST_F(SwitcherTest, AsksWhetherAPartIsShownByItsPicture) {
     VornToolsSwitchMgt switcher{1};
     unsigned char visu = 7;
