@@ -8,8 +8,6 @@ namespace catalogue {
 
 namespace {
 
-constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
-
 /** Seconds, downwards before 1970 as well. */
 std::int64_t secondsOf(std::int64_t nanoseconds) {
     const std::int64_t seconds = nanoseconds / kNanosecondsPerSecond;

@@ -148,16 +148,15 @@ void Writer::writeLinks(FileId file, const CatalogueEntry& entry, const std::vec
         const Target& target = targets[i];
         const int position = static_cast<int>(i) + 1;
         positions.emplace(keyOf(target.found, target.stored), position);
-        const std::optional<FileId> found = files[i].id == 0 ? std::nullopt : std::optional<FileId>(files[i].id);
-        m_addLink.run(file, position, found, target.stored, folded(lastName(target.stored)),
+        m_addLink.run(file, position, Statement::Ordinal{files[i].id}, target.stored, folded(lastName(target.stored)),
                       textOrNone(files[i].isUnderOtherName ? target.found : ""), textOrNone(ruleName(target.rule)),
                       target.uses);
     }
     int position = 0;
     for (const ListedLink& link : listedLinks(links)) {
-        std::optional<int> target;
+        Statement::Ordinal target{0};
         if (link.document)
-            target = positions.at(keyOf(link.document->exists ? link.document->name : "", link.document->stored));
+            target = {positions.at(keyOf(link.document->exists ? link.document->name : "", link.document->stored))};
         m_addElement.run(file, ++position, target, link.list, link.kind, link.reference, link.tagFound,
                          link.document ? link.document->uses : 0);
     }
@@ -172,9 +171,8 @@ void Writer::writeLinks(FileId file, const CatalogueEntry& entry, const std::vec
 void Writer::writeStreams(FileId file, const std::vector<ContentsEntry>& streams) {
     int position = 0;
     for (const ContentsEntry& entry : streams) {
-        const std::optional<int> parent = entry.parent == 0 ? std::nullopt : std::optional<int>(entry.parent);
-        m_addStream.run(file, ++position, parent, entry.isStream ? "stream" : "storage", entry.name, entry.size,
-                        entry.pieces, textOrNone(entry.dates[0]), textOrNone(entry.dates[1]),
+        m_addStream.run(file, ++position, Statement::Ordinal{entry.parent}, entry.isStream ? "stream" : "storage",
+                        entry.name, entry.size, entry.pieces, textOrNone(entry.dates[0]), textOrNone(entry.dates[1]),
                         textOrNone(entry.dates[2]));
     }
 }
