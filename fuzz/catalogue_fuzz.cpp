@@ -1,8 +1,10 @@
-// Any bytes as a catalogue: whoever asks it gets an answer or is told that it is none, and the file stays as it is.
+// Any bytes as a catalogue: whoever asks it or writes it anew gets an answer or is told that it is none; asking leaves
+// the file as it is.
 
 #include "tools/vorntools/archive/DocumentTree.h"
 #include "tools/vorntools/archive/Orphans.h"
 #include "tools/vorntools/catalogue/CatalogueSet.h"
+#include "tools/vorntools/catalogue/CatalogueUpdate.h"
 #include "tools/vorntools/catalogue/Database.h"
 
 #include <chrono>
@@ -72,6 +74,14 @@ void ask(const std::string& file) {
         }
 }
 
+/** Without any document: all that the catalogue tells of has gone. */
+void update(const std::string& file) {
+    catalogue::UpdateOptions options;
+    options.file = file;
+    JournalFile journal("");
+    catalogue::update(options, DocumentSearch(true), journal);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -85,6 +95,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (file.bytes() != bytes) {
         std::fprintf(stderr, "broken: asking has changed the catalogue\n");
         std::abort();
+    }
+    try {
+        update(file.name());
+        ask(file.name());
+    } catch (const DatabaseError&) { // as above
     }
     return 0;
 }

@@ -117,6 +117,9 @@ TEST_F(CatalogueTest, SeveralAreAskedAsOne) {
     for (const char* const question : {"links --json", "orphans", "duplicates --json"})
         expectSame(question, folders, asked);
     expectSame("used-by " + quoted("w/sub/Bolt.CATPart"), folders, asked);
+    expectSame("used-by --json " + quoted("w/sub/deep/B.CATProduct"), folders, asked);
+    expectSame("uses --depth 1 --json " + quoted("w/other/Bolt.CATPart"), folders, asked);
+    EXPECT_EQ(rows().at(1)["mark"], "more below") << "the other catalogue knows";
 }
 
 TEST_F(CatalogueTest, OnlyWhatHasChangedIsReadAgain) {

@@ -16,6 +16,8 @@ namespace catalogue {
 /** Number of a file within one catalogue. */
 using FileId = std::int64_t;
 
+constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+
 /** What tells that a file has not changed. */
 struct Stamp {
     std::int64_t size = 0, modified = 0, identity = 0; ///< nanoseconds since 1970; as host::FileState

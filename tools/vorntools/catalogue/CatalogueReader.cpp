@@ -10,7 +10,6 @@ namespace {
 
 /** Seconds, downwards before 1970 as well. */
 std::int64_t secondsOf(std::int64_t nanoseconds) {
-    constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
     const std::int64_t seconds = nanoseconds / kNanosecondsPerSecond;
     return nanoseconds % kNanosecondsPerSecond < 0 ? seconds - 1 : seconds;
 }

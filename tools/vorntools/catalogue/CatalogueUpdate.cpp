@@ -20,7 +20,6 @@ namespace catalogue {
 namespace {
 
 Stamp stampOf(const host::FileState& state) {
-    constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
     return {static_cast<std::int64_t>(state.size), state.modified * kNanosecondsPerSecond + state.nanoseconds,
             static_cast<std::int64_t>(state.identity)};
 }

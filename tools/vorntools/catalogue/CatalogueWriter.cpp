@@ -10,10 +10,6 @@ namespace catalogue {
 
 namespace {
 
-using NumberOrNone = std::optional<std::int64_t>;
-
-NumberOrNone numberIf(bool condition, std::int64_t number) { return condition ? NumberOrNone(number) : std::nullopt; }
-
 std::optional<std::string> textOrNone(const std::string& text) {
     return text.empty() ? std::nullopt : std::optional<std::string>(text);
 }
@@ -131,8 +127,9 @@ void Writer::writeDocument(FileId file, const CatalogueEntry& entry, const Stamp
     const DocumentStatus status = facts.status.value_or(DocumentStatus());
     const DocumentIdentity identity = facts.identity.value_or(DocumentIdentity());
     const DocumentLinks none, &links = facts.links ? *facts.links : none;
-    const auto ifAsked = [&](int value) { return numberIf(facts.links.has_value(), value); };
-    const NumberOrNone tellsLinks = numberIf(facts.recorded.has_value(), facts.recorded && facts.recorded->tellsLinks);
+    const auto ifAsked = [&](int value) { return facts.links ? std::optional<int>(value) : std::nullopt; };
+    const std::optional<int> tellsLinks =
+        facts.recorded ? std::optional<int>(facts.recorded->tellsLinks ? 1 : 0) : std::nullopt;
     m_addDocument.run(file, facts.found.exists, facts.found.hasDat, stamp.size, stamp.modified, stamp.identity,
                       dat.size, dat.modified, dat.identity, ifAsked(links.read ? 1 : 0),
                       textOrNone(links.condition.text), ifAsked(links.condition.isFinding ? 1 : 0),
@@ -151,16 +148,15 @@ void Writer::writeLinks(FileId file, const CatalogueEntry& entry, const std::vec
         const Target& target = targets[i];
         const int position = static_cast<int>(i) + 1;
         positions.emplace(keyOf(target.found, target.stored), position);
-        const NumberOrNone found = numberIf(files[i].id != 0, files[i].id);
-        m_addLink.run(file, position, found, target.stored, folded(lastName(target.stored)),
+        m_addLink.run(file, position, Statement::Ordinal{files[i].id}, target.stored, folded(lastName(target.stored)),
                       textOrNone(files[i].isUnderOtherName ? target.found : ""), textOrNone(ruleName(target.rule)),
                       target.uses);
     }
     int position = 0;
     for (const ListedLink& link : listedLinks(links)) {
-        NumberOrNone target;
+        Statement::Ordinal target{0};
         if (link.document)
-            target = positions.at(keyOf(link.document->exists ? link.document->name : "", link.document->stored));
+            target = {positions.at(keyOf(link.document->exists ? link.document->name : "", link.document->stored))};
         m_addElement.run(file, ++position, target, link.list, link.kind, link.reference, link.tagFound,
                          link.document ? link.document->uses : 0);
     }
@@ -175,9 +171,8 @@ void Writer::writeLinks(FileId file, const CatalogueEntry& entry, const std::vec
 void Writer::writeStreams(FileId file, const std::vector<ContentsEntry>& streams) {
     int position = 0;
     for (const ContentsEntry& entry : streams) {
-        const NumberOrNone parent = numberIf(entry.parent != 0, entry.parent);
-        m_addStream.run(file, ++position, parent, entry.isStream ? "stream" : "storage", entry.name, entry.size,
-                        entry.pieces, textOrNone(entry.dates[0]), textOrNone(entry.dates[1]),
+        m_addStream.run(file, ++position, Statement::Ordinal{entry.parent}, entry.isStream ? "stream" : "storage",
+                        entry.name, entry.size, entry.pieces, textOrNone(entry.dates[0]), textOrNone(entry.dates[1]),
                         textOrNone(entry.dates[2]));
     }
 }

@@ -100,20 +100,6 @@ void Statement::bind(int at, Blob blob) {
     m_database.check(m_database.m_sqlite->bindBlob(m_statement, at, blob.bytes.data(), lengthOf(blob.bytes), kCopied));
 }
 
-void Statement::bind(int at, const std::optional<std::int64_t>& number) {
-    if (number)
-        bind(at, *number);
-    else
-        bind(at, nullptr);
-}
-
-void Statement::bind(int at, const std::optional<std::string>& text) {
-    if (text)
-        bind(at, *text);
-    else
-        bind(at, nullptr);
-}
-
 Transaction::~Transaction() {
     if (!m_isOpen) return;
     try {

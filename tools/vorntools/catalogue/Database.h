@@ -84,6 +84,10 @@ public:
     struct Blob {
         std::string_view bytes;
     };
+    /** A number that counts from 1; 0 is stored as NULL. */
+    struct Ordinal {
+        std::int64_t number;
+    };
 
 private:
     template <class Number, std::enable_if_t<std::is_integral_v<Number>, int> = 0>
@@ -94,8 +98,19 @@ private:
     void bind(int at, const std::string& text);
     void bind(int at, const char* text) { bind(at, std::string(text)); }
     void bind(int at, Blob blob);
-    void bind(int at, const std::optional<std::int64_t>& number);
-    void bind(int at, const std::optional<std::string>& text);
+    void bind(int at, Ordinal ordinal) {
+        if (ordinal.number == 0)
+            bind(at, nullptr);
+        else
+            bind(at, ordinal.number);
+    }
+    template <class Value>
+    void bind(int at, const std::optional<Value>& value) {
+        if (value)
+            bind(at, *value);
+        else
+            bind(at, nullptr);
+    }
 
     Database& m_database;
     sqlite3_stmt* m_statement = nullptr;
