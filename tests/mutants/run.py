@@ -220,6 +220,12 @@ def run(command, **options):
                           **options)
 
 
+def keep(path, value):
+    """Writes a file that is whole or not there, whenever the run is stopped."""
+    path.with_suffix(".new").write_text(json.dumps(value, indent=0))
+    path.with_suffix(".new").replace(path)
+
+
 def prepare():
     """The copy of the tree, as it stands here, and its build."""
     COPY.mkdir(parents=True, exist_ok=True)
@@ -334,7 +340,7 @@ class Reach:
         known = json.loads(kept.read_text()) if kept.exists() else {}
         if known.get("program") != now:
             known = {"program": now, **self.record()}
-            kept.write_text(json.dumps(known))
+            keep(kept, known)
         self.seconds = known["seconds"]
         self.lines = known["lines"]
 
@@ -342,10 +348,8 @@ class Reach:
     def record():
         print("Which test reaches what", flush=True)
         folder = WORK / "reached"
-        blocks = {module.name: lines_of_blocks(module) for module in (LIBRARY.resolve(), TESTS)}
-        blocks["libVornTools.so.1"] = blocks[LIBRARY.resolve().name]
-        lines = {f"{name}:{line}": [] for of_module in blocks.values() for at in of_module.values()
-                 for name, line in at}
+        of_library, of_tests = lines_of_blocks(LIBRARY), lines_of_blocks(TESTS)
+        lines = {f"{name}:{line}": [] for at in (*of_library.values(), *of_tests.values()) for name, line in at}
         seconds = {}
         for test in test_names():
             shutil.rmtree(folder, ignore_errors=True)
@@ -356,7 +360,7 @@ class Reach:
             seconds[test] = processor_time() - begin
             reached = set()
             for path in folder.iterdir():
-                of_module = blocks[path.name.split(".", 1)[1]]
+                of_module = of_tests if path.suffix == f".{TESTS.name}" else of_library
                 for offset in path.read_text().split():
                     reached |= of_module.get(offset, set())
             for name, line in reached:
@@ -468,7 +472,7 @@ def main():
         again = options.again and outcomes.get(key) == "survived" and not reason_for(result)
         if again or key not in outcomes:
             outcomes[key] = try_change(change, reach, unchanged)
-            state.write_text(json.dumps(outcomes, indent=0))
+            keep(state, outcomes)
         if outcomes[key] in ("noticed", "survived"):
             results.append({**result, "outcome": outcomes[key]})
         if outcomes[key] == "survived":
