@@ -19,10 +19,18 @@ RecordedName::Kind recordedKindOf(const std::string& text) {
     return text == "linked" ? RecordedName::Linked : RecordedName::DesignTableFile;
 }
 
-const std::string kLinks = "SELECT stored, coalesce(found_as, folders.name || files.name), uses FROM links "
-                           "LEFT JOIN files ON files.id = target LEFT JOIN folders ON folders.id = files.folder "
-                           "WHERE document = ?";
-const std::string kElements = "SELECT link, list, kind, reference, tag_found, uses FROM elements WHERE document = ?";
+/** Of a document, in the form of targetOf. @param rest of the statement */
+std::string selectLinks(const char* rest) {
+    return std::string("SELECT stored, coalesce(found_as, folders.name || files.name), uses FROM links "
+                       "LEFT JOIN files ON files.id = target LEFT JOIN folders ON folders.id = files.folder "
+                       "WHERE document = ?") +
+           rest;
+}
+
+/** The same in the form of addElement. */
+std::string selectElements(const char* rest) {
+    return std::string("SELECT link, list, kind, reference, tag_found, uses FROM elements WHERE document = ?") + rest;
+}
 
 NamedDocument targetOf(const Statement& link) {
     const bool isFound = !link.isNull(1);
@@ -96,10 +104,10 @@ Reader::Reader(Database& database)
           "named_reference, load_type, linked, unresolved, design_table, tells_links, folders.place, "
           "sha256 "
           "FROM documents JOIN files USING (id) JOIN folders ON folders.id = files.folder WHERE documents.id = ?"),
-      m_links(database, (kLinks + " ORDER BY position").c_str()),
-      m_link(database, (kLinks + " AND position = ?").c_str()),
-      m_elements(database, (kElements + " ORDER BY position").c_str()),
-      m_elementsOfLink(database, (kElements + " AND link = ? ORDER BY position").c_str()),
+      m_links(database, selectLinks(" ORDER BY position").c_str()),
+      m_link(database, selectLinks(" AND position = ?").c_str()),
+      m_elements(database, selectElements(" ORDER BY position").c_str()),
+      m_elementsOfLink(database, selectElements(" AND link = ? ORDER BY position").c_str()),
       m_ghosts(database, "SELECT name FROM ghosts WHERE document = ? ORDER BY position"),
       m_recorded(database, "SELECT kind, name FROM recorded WHERE document = ? ORDER BY position"),
       m_pointers(database, "SELECT document, position FROM links WHERE target = ? LIMIT ?"),
