@@ -23,7 +23,8 @@ HRESULT HoldingSwitch::holding(Call&& i_call) {
     for (int i = known; i < products.size(); ++i) {
         auto* const pi_product = static_cast<CATIProduct*>(products.valueAt(i));
         pi_product->AddRef();
-        products.insert(CATUnicodeString(products.keyAt(i)), pi_product, kHolding);
+        products.insert(products.keyAt(i), pi_product,
+                        kHolding); // its own key: needs no memory, which may be at its end
     }
     return code;
 }

@@ -6,6 +6,7 @@
 #include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
 #include "foundation/JournalFrame.h"
+#include "properties/ParameterSets.h"
 
 #include "CATDocument.h"
 #include "CATICkeNaming.h"
@@ -206,6 +207,7 @@ HRESULT VornToolsCommon::getDirectDesignTablesChildren(CATIParmPublisher* ipi_pu
         const auto sp_set = queryInterface<CATIParmPublisher>(static_cast<CATISpecObject*>(children[i]));
         if (sp_set) sp_set->GetDirectChildren(kTableInterface, o_design_tables);
     }
+    dropNulls(o_design_tables);
     return S_OK;
 }
 

@@ -2,6 +2,7 @@
 
 #include "foundation/Guarded.h"
 #include "foundation/InterfaceIds.h"
+#include "properties/ParameterSets.h"
 #include "properties/ParametersByShortName.h"
 
 #include "CATDocument.h"
@@ -47,7 +48,10 @@ HRESULT list(const JournalFrame& i_frame, CATDocument* ip_document, CATIDrawing*
     const auto sp_publisher = queryInterface<CATIParmPublisher>(ipi_drawing);
     if (!sp_publisher) return i_frame.missing("pi_parm_publisher");
     const bool whole = guarded([&] {
-        for (const Wanted& wanted : i_wanted) sp_publisher->GetAllChildren(wanted.class_name, *wanted.p_objects);
+        for (const Wanted& wanted : i_wanted) {
+            sp_publisher->GetAllChildren(wanted.class_name, *wanted.p_objects);
+            dropNulls(*wanted.p_objects);
+        }
     });
     for (const Wanted& wanted : i_wanted)
         if (!whole) wanted.p_objects->RemoveAll();

@@ -109,6 +109,11 @@ bool holdsNoSet(CATISpecAttrAccess* ipi_access, CATISpecAttrKey* ipi_key) {
 
 namespace vorntools {
 
+void dropNulls(CATListValCATISpecObject_var& io_objects) {
+    for (int i = io_objects.Size(); i >= 1; --i)
+        if (!io_objects[i]) io_objects.RemovePosition(i);
+}
+
 bool contains(const CATListValCATISpecObject_var& i_objects, CATISpecObject* ipi_object) {
     for (int i = i_objects.Size(); i >= 1; --i)
         if (i_objects[i] != nullptr && i_objects[i]->IsEqual(ipi_object)) return true;

@@ -63,6 +63,9 @@ inline void listParameters(CATIParmPublisher* ipi_publisher, CATListValCATISpecO
     ipi_publisher->GetDirectChildren(CATICkeParm::ClassName(), o_members);
 }
 
+/** Takes the nulls out of a list that the platform filled. */
+void dropNulls(CATListValCATISpecObject_var& io_objects);
+
 /** Whether an object is in a list, whatever interface of it. */
 bool contains(const CATListValCATISpecObject_var& i_objects, CATISpecObject* ipi_object);
 

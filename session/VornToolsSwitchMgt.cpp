@@ -159,13 +159,15 @@ HRESULT VornToolsSwitchMgt::setWorkMode(CATIProduct* ipi_catiproduct, EnumWorkMo
         const HRESULT code = Modes::setWorkMode(ipi_catiproduct, newMode);
         if (FAILED(code)) frame.write("VornToolsWorkModeServices::setWorkMode has failed");
         if (code != S_OK || originalMode == Modes::WorkModeUnknown) return code;
-        const auto remember = [&]() -> HRESULT {
+        const auto remember = [&] {
             // The reference may be loaded only now.
             if (fileName.IsNull()) readFileName(frame, ipi_catiproduct, fileName);
-            return fileName.IsNull() ? S_OK : add(fileName, ipi_catiproduct, originalMode);
+            if (!fileName.IsNull() && FAILED(add(fileName, ipi_catiproduct, originalMode)))
+                frame.write("Cannot add document %s to switcher", fileName);
         };
-        if (FAILED(guarded(remember, E_FAIL))) frame.write("Cannot add document %s to switcher", fileName);
-        return S_OK;
+        if (guarded(remember)) return S_OK;
+        Modes::setWorkMode(ipi_catiproduct, originalMode); // nobody else would put it back
+        return E_FAIL;
     };
     return guardedButForeign(work, E_FAIL);
 }

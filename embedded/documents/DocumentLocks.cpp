@@ -4,6 +4,7 @@
 using namespace embedded;
 
 HRESULT CATUnLockDocument(CATDocument& iDocument) {
+    if (isStranger(iDocument)) return fails("CATUnLockDocument") ? E_FAIL : S_OK;
     DocumentObject* const document = Session::current().data().documentBehind(&iDocument);
     if (!document) {
         Accounting::get().breach("a document that is not in session is unlocked");

@@ -3,7 +3,9 @@
 #include "CATDocumentServices.h"
 #include "embedded/Session.h"
 #include "embedded/documents/SessionData.h"
+#include "embedded/documents/SessionObject.h"
 #include "embedded/files/FileNames.h"
+#include "embedded/object/Stranger.h"
 
 #include <algorithm>
 
@@ -144,11 +146,32 @@ CATBaseUnknown* DocumentObject::mainRoot() {
     return m_plainRoot->unknown();
 }
 
+CATDocument* DocumentObject::GetDocument() {
+    return failing("CATILinkableObject::GetDocument") ? nullptr : documentOrStranger(this);
+}
+
 CATListValCATBaseUnknown_var* DocumentObject::GiveDocRoots() {
     if (failing("CATIDocRoots::GiveDocRoots") || !hasRoots) return nullptr;
     auto roots = std::make_unique<CATListValCATBaseUnknown_var>();
+    addStrangers<CATBaseUnknown_var>(*roots);
     roots->Append(handleOf<CATBaseUnknown_var>(mainRoot()));
     return roots.release();
+}
+
+CATDocument* documentOrStranger(CATDocument* document) {
+    if (!document || !Failures::get().givesOtherKind()) return document;
+    SessionDocuments& part = SessionDocuments::get();
+    std::unique_ptr<DocumentObject>& stranger = part.strangers[document];
+    if (!stranger)
+        stranger =
+            std::make_unique<DocumentObject>(part.session, "instead of " + Accounting::nameOf(*document) + ".txt");
+    return stranger.get();
+}
+
+bool isStranger(const CATDocument& document) {
+    const auto& strangers = SessionDocuments::get().strangers;
+    return std::any_of(strangers.begin(), strangers.end(),
+                       [&](const auto& stranger) { return stranger.second.get() == &document; });
 }
 
 std::string nameOf(const DocumentObject* document) { return document ? document->name() : std::string(); }
@@ -162,6 +185,6 @@ HRESULT CATDocumentServices::GetDocumentInSession(const CATUnicodeString& iStora
     Document document = Session::current().find(toBytes(iStorageName));
     if (!document.loaded()) document = Document();
     if (flavour != FaultFlavour::none) return failedAnswer<CATDocument*>(flavour, oOpenedDoc, nullptr, document.get());
-    oOpenedDoc = document.get();
+    oOpenedDoc = documentOrStranger(document.get());
     return document ? S_OK : E_FAIL;
 }

@@ -100,7 +100,7 @@ public:
     HRESULT __stdcall get_Saved(CAT_VARIANT_BOOL& oSaved) override;
 
     CATListValCATBaseUnknown_var* GiveDocRoots() override;
-    CATDocument* GetDocument() override { return failing("CATILinkableObject::GetDocument") ? nullptr : this; }
+    CATDocument* GetDocument() override;
 
 private:
     bool answers(const IID& iid) const override;
@@ -116,6 +116,11 @@ private:
     std::unique_ptr<DocumentIdObject> m_id;
     mutable std::unique_ptr<DescriptorObject> m_descriptor;
 };
+
+/** The document that a call is to hand out: another one, of another kind, when it answers with such. */
+CATDocument* documentOrStranger(CATDocument* document);
+/** Whether a document is such another one. */
+bool isStranger(const CATDocument& document);
 
 /** Empty for none. */
 std::string nameOf(const DocumentObject* document);

@@ -4,6 +4,7 @@
 #include "CATISamAccess.h"
 #include "CATISamAnalysisContainer.h"
 #include "embedded/knowledge/KnowledgeData.h"
+#include "embedded/object/Stranger.h"
 
 EMBEDDED_INTERFACE(CATIContainerOfDocument, CATBaseUnknown, 0x600);
 EMBEDDED_INTERFACE(CATISamAccess, CATIContainerOfDocument, 0x601);
@@ -41,7 +42,8 @@ public:
         ContainerObject& container = KnowledgeData::get().container(owner());
         if (flavour != FaultFlavour::none)
             return failedAnswer<CATIContainer*>(flavour, oContainer, nullptr, &container);
-        oContainer = handOut<CATIContainer>(&container);
+        oContainer =
+            Failures::get().givesOtherKind() ? handOut(&strangeContainer()) : handOut<CATIContainer>(&container);
         return S_OK;
     }
 
@@ -83,6 +85,7 @@ public:
     CATListValCATBaseUnknown_var* GetAllProcess() const override {
         if (failing("CATISPPProcessContainer::GetAllProcess")) return nullptr;
         auto list = std::make_unique<CATListValCATBaseUnknown_var>();
+        addStrangers<CATBaseUnknown_var>(*list);
         const auto& roots = KnowledgeData::get().roots;
         const auto found = roots.find({&owner().document(), kProcess});
         if (found != roots.end()) list->Append(handleOf<CATBaseUnknown_var>(found->second->unknown()));

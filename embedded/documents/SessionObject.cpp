@@ -43,6 +43,7 @@ const CATLISTP(CATDocument) * ListDocuments() {
     SessionDocuments& part = SessionDocuments::get();
     if (fails("ListDocuments")) return nullptr;
     part.list.RemoveAll(CATCollec::KeepAllocation);
+    if (Failures::get().givesOtherKind()) part.list.Append(nullptr);
     LoadedDocuments loaded(part.session);
     for (const auto& document : part.session.documents)
         if (loaded.settle(*document)) part.list.Append(document.get());

@@ -7,6 +7,8 @@
 #include "embedded/object/Extensions.h"
 #include "embedded/object/Implements.h"
 
+#include <map>
+#include <memory>
 #include <string>
 
 namespace embedded {
@@ -37,7 +39,8 @@ struct SessionDocuments final : SessionPart {
     void addToDigest(std::string& text) const override;
 
     SessionData& session;
-    bool exists = true; ///< whether there is a current session
+    std::map<const CATDocument*, std::unique_ptr<DocumentObject>> strangers; ///< see documentOrStranger
+    bool exists = true;                                                      ///< whether there is a current session
     SessionObject object;
     CATListPtrCATDocument list;
 };

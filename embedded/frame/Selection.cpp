@@ -1,5 +1,6 @@
 #include "embedded/frame/Selection.h"
 
+#include "embedded/object/Stranger.h"
 #include "embedded/tables/DesignTableObjects.h"
 
 #include <utility>
@@ -41,6 +42,7 @@ int PathElementObject::GetSize() const {
 
 CATBaseUnknown* PathElementObject::operator[](int iPosition) const {
     if (failing("CATPathElement::operator[]") || iPosition < 0) return nullptr;
+    if (Failures::get().givesOtherKind()) return StrangerObject::get().unknown();
     const auto position = static_cast<std::size_t>(iPosition);
     return position < m_objects.size() ? m_objects[position].unknown : nullptr;
 }

@@ -28,7 +28,9 @@ bool isOfType(const WindowObject& window, int type) {
 
 std::string EditorObject::objectName() const { return "editor of " + nameOf(document); }
 
-CATDocument* EditorObject::GetDocument() { return failing("CATFrmEditor::GetDocument") ? nullptr : document; }
+CATDocument* EditorObject::GetDocument() {
+    return failing("CATFrmEditor::GetDocument") ? nullptr : documentOrStranger(document);
+}
 
 CATCSO* EditorObject::GetCSO() { return failing("CATFrmEditor::GetCSO") || !hasSelection ? nullptr : &selection; }
 
@@ -64,6 +66,7 @@ CATLISTP(CATFrmWindow) & LayoutObject::GetWindowList(int iWinType, int iSort) {
     constexpr int newestFirst = 2;
     m_list.RemoveAll();
     if (failing("CATFrmLayout::GetWindowList")) return m_list;
+    if (Failures::get().givesOtherKind()) m_list.Append(nullptr);
     std::vector<WindowObject*> chosen;
     for (const auto& window : m_data.windows)
         if (isOfType(*window, iWinType)) chosen.push_back(window.get());

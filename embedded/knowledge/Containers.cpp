@@ -1,6 +1,7 @@
 #include "embedded/knowledge/Containers.h"
 
 #include "embedded/knowledge/KnowledgeData.h"
+#include "embedded/object/Stranger.h"
 
 EMBEDDED_INTERFACE(CATIContainer, CATBaseUnknown, 0x310);
 EMBEDDED_INTERFACE(CATICkeParmFactory, CATBaseUnknown, 0x31B);
@@ -10,11 +11,26 @@ namespace embedded {
 
 namespace {
 
+class StrangeContainer final : public Implements<CATBaseUnknown, CATIContainer> {
+public:
+    StrangeContainer() : Implements("StrangeContainer") { pin(IID_CATIContainer); }
+
+    CATLONG32 ListMembersHere(const CATIdent, SEQUENCE(CATBaseUnknown_ptr) &) override {
+        static_cast<void>(failing("CATIContainer::ListMembersHere"));
+        return 0;
+    }
+};
+
 CATICkeParm_var handleOfParameter(ParameterObject& parameter) {
     return handleOf<CATICkeParm_var>(static_cast<CATICkeParm*>(&parameter));
 }
 
 } // namespace
+
+CATIContainer& strangeContainer() {
+    static StrangeContainer& container = *new StrangeContainer;
+    return container;
+}
 
 ContainerObject::ContainerObject(DocumentObject& document)
     : Implements("Container"), m_document(document), m_alias(document.type() + "Cont") {}
@@ -29,6 +45,11 @@ CATLONG32 ContainerObject::ListMembersHere(const CATIdent iInterfaceID, SEQUENCE
     const auto members = KnowledgeData::get().members.find(&m_document);
     if (members == KnowledgeData::get().members.end()) return 0;
     CATLONG32 count = 0;
+    if (Failures::get().givesOtherKind()) {
+        ioMembers[ioMembers.length()] = nullptr;
+        ioMembers[ioMembers.length()] = handOut(StrangerObject::get().unknown());
+        count = 2;
+    }
     const auto add = [&](Node& node) {
         if (!node.responds(*iid)) return;
         ioMembers[ioMembers.length()] = handOut(node.specObject());

@@ -43,6 +43,9 @@ private:
     std::string m_alias;
 };
 
+/** A container of another kind, without members. It may be used without a reference. */
+CATIContainer& strangeContainer();
+
 } // namespace embedded
 
 #endif

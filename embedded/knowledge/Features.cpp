@@ -2,6 +2,7 @@
 
 #include "CATICkeParm.h"
 #include "embedded/documents/Documents.h"
+#include "embedded/object/Stranger.h"
 
 #include <algorithm>
 #include <iterator>
@@ -66,6 +67,7 @@ void FeatureNode::SetAlias(const CATUnicodeString& iAlias) {
 CATCkeListOfParm FeatureNode::Parameters() const {
     if (failing("CATICkeParameterSet::Parameters")) return nullptr;
     auto list = std::make_unique<CATListValCATBaseUnknown_var>();
+    addStrangers<CATBaseUnknown_var>(*list);
     for (Node* const child : AttributeCalls::below(*this, IID_CATICkeParm, false))
         list->Append(handleOf<CATBaseUnknown_var>(child->specObject()));
     return list.release();

@@ -74,6 +74,7 @@ void AttributeCalls::listBelow(const Node& node, const char* interfaceName, bool
 }
 
 CATIContainer_var AttributeCalls::containerOf(const Node& node) {
+    if (Failures::get().givesOtherKind()) return handleOf<CATIContainer_var>(&strangeContainer());
     DocumentObject* const document = node.document();
     if (!document) return CATIContainer_var();
     return handleOf<CATIContainer_var>(static_cast<CATIContainer*>(&KnowledgeData::get().container(*document)));

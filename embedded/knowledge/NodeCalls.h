@@ -6,6 +6,7 @@
 #include "CATIRedrawEvent.h"
 #include "CATISpecAttrAccess.h"
 #include "embedded/knowledge/Nodes.h"
+#include "embedded/object/Stranger.h"
 
 #include <memory>
 #include <vector>
@@ -132,12 +133,14 @@ public:
         if (child && this->remove(*child)) AttributeCalls::written(*this);
     }
     void GetDirectChildren(CATClassId iIntfName, CATListValCATISpecObject_var& ioList) override {
-        if (!this->failing("CATIParmPublisher::GetDirectChildren"))
-            AttributeCalls::listBelow(*this, iIntfName, false, ioList);
+        if (this->failing("CATIParmPublisher::GetDirectChildren")) return;
+        addStrangers<CATISpecObject_var>(ioList);
+        AttributeCalls::listBelow(*this, iIntfName, false, ioList);
     }
     void GetAllChildren(CATClassId iIntfName, CATListValCATISpecObject_var& ioList) override {
-        if (!this->failing("CATIParmPublisher::GetAllChildren"))
-            AttributeCalls::listBelow(*this, iIntfName, true, ioList);
+        if (this->failing("CATIParmPublisher::GetAllChildren")) return;
+        addStrangers<CATISpecObject_var>(ioList);
+        AttributeCalls::listBelow(*this, iIntfName, true, ioList);
     }
     CATIContainer_var GetContainer() override {
         return this->failing("CATIParmPublisher::GetContainer") ? CATIContainer_var()

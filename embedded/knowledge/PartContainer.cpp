@@ -1,5 +1,6 @@
 #include "CATIPrtContainer.h"
 #include "embedded/knowledge/KnowledgeData.h"
+#include "embedded/object/Stranger.h"
 
 EMBEDDED_INTERFACE(CATIPrtContainer, CATBaseUnknown, 0x330);
 
@@ -16,6 +17,8 @@ public:
 
     CATISpecObject_var GetPart() override {
         if (failing("CATIPrtContainer::GetPart")) return CATISpecObject_var();
+        if (Failures::get().givesOtherKind())
+            return handleOf<CATISpecObject_var>(static_cast<CATISpecObject*>(&StrangerObject::get()));
         DocumentObject& document = owner().document();
         const ProductObject* const root = document.rootProduct();
         const std::string name = root ? root->partNumber() : std::string();

@@ -23,6 +23,7 @@ void Failures::arm(int nth, bool persistent, FaultFlavour flavour) {
     m_persistent = persistent;
     m_fired = false;
     m_answeredFalse = false;
+    m_isOtherKind = m_gaveOtherKind = false;
     m_nth = nth;
     m_flavour = flavour;
     m_firedAt.clear();
@@ -38,9 +39,12 @@ FaultFlavour Failures::answer(const char* site) {
     m_sites.push_back(site);
     const bool chosen = calls() == m_nth || (m_persistent && m_fired);
     const bool thrown = m_flavour == FaultFlavour::thrown;
+    m_isOtherKind = false;
     if (!chosen || m_flavour == FaultFlavour::none || (thrown && !isOfPlatform(site))) return FaultFlavour::none;
     if (!m_fired) m_firedAt = site;
     m_fired = true;
+    m_isOtherKind = m_flavour == FaultFlavour::otherKind;
+    if (m_isOtherKind) return FaultFlavour::none;
     if (thrown) CATThrow(new CATInternalError("Fault", "CATFailures"));
     return m_flavour;
 }

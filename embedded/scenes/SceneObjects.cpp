@@ -196,7 +196,8 @@ HRESULT __stdcall ProductObject::GetItem(const CATBSTR& iName, CATBaseDispatch*&
     if (fromAutomationText(iName) == kScenesItem) scenes = m_session.part<SessionScenes>().of(this);
     if (scenes && scenes->withheld) scenes = nullptr;
     if (flavour != FaultFlavour::none) return failedAnswer<CATBaseDispatch*>(flavour, oObject, nullptr, scenes);
-    oObject = handOut<CATBaseDispatch>(scenes);
+    oObject =
+        scenes && Failures::get().givesOtherKind() ? handOut<CATBaseDispatch>(this) : handOut<CATBaseDispatch>(scenes);
     return scenes ? S_OK : E_FAIL;
 }
 

@@ -1,6 +1,7 @@
 // A product as the platform shows it; its shapes, scenes and knowledgeware stand with those topics.
 #include "embedded/Profile.h"
 #include "embedded/documents/SessionData.h"
+#include "embedded/object/Stranger.h"
 #include "embedded/structure/Products.h"
 
 #include <algorithm>
@@ -87,6 +88,7 @@ CATListValCATBaseUnknown_var* ProductObject::GetChildren(const char* iIntfId) co
         return std::strcmp(entry.first, iIntfId ? iIntfId : "CATIProduct") == 0;
     });
     auto list = std::make_unique<CATListValCATBaseUnknown_var>();
+    addStrangers<CATBaseUnknown_var>(*list);
     if (wanted == std::end(interfaces)) return list.release();
     for (std::size_t i = 0; i < childCount(); ++i) {
         ProductObject* const place = child(i);
@@ -117,7 +119,9 @@ HRESULT ProductObject::SetDescriptionRef(const CATUnicodeString& iDescription) {
     return S_OK;
 }
 
-CATDocument* ProductObject::GetDocument() { return failing("CATILinkableObject::GetDocument") ? nullptr : &storedIn(); }
+CATDocument* ProductObject::GetDocument() {
+    return failing("CATILinkableObject::GetDocument") ? nullptr : documentOrStranger(&storedIn());
+}
 
 CATBoolean ProductObject::IsUpToDate(CATIDomain_var) const {
     return !failing("CATISpecObject::IsUpToDate") && m_reference && m_reference->document->upToDate ? TRUE : FALSE;

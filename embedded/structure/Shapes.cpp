@@ -50,7 +50,8 @@ HRESULT __stdcall ProductObject::GetMasterShapeRepresentation(CAT_VARIANT_BOOL i
     if (flavour != FaultFlavour::none) return Failures::get().codeOf(flavour);
     if (!m_reference || m_reference->masterShape.empty()) return E_FAIL;
     if (iLoadIfNecessary && isVisualised()) setWorkMode(1);
-    oRep = handOut<CATBaseDispatch>(m_representation.get());
+    oRep = Failures::get().givesOtherKind() ? handOut<CATBaseDispatch>(this)
+                                            : handOut<CATBaseDispatch>(m_representation.get());
     return S_OK;
 }
 

@@ -52,7 +52,7 @@ struct SweepCase {
  * changed, and the next undisturbed call makes the first one's calls and gives its code and answer again.
  *
  * "Fault met, success returned" must stand on tests/support/tolerated_faults.txt, which also says what may then differ
- * from the undisturbed run; a line there that a run of the whole suite does not need fails it. Sets googletest
+ * from the undisturbed run; a word there that a run of the whole suite does not need fails it. Sets googletest
  * failures. @return the number of platform calls that the undisturbed operation makes
  */
 int sweepFailures(const SweepCase& sweep);

@@ -11,8 +11,8 @@ struct SurvivedFault {
     std::string differences; ///< from the undisturbed run, blanks between the words; empty when there are none
 };
 
-/** Why tests/support/tolerated_faults.txt does not allow it; empty when it does. Notes which lines are needed: when the
- * whole suite ran and passed, a line that was not fails it. */
+/** Why tests/support/tolerated_faults.txt does not allow it; empty when it does. Notes which words are needed: when the
+ * whole suite ran and passed, one that was not fails it. */
 std::string objectionTo(const SurvivedFault& fault);
 
 /** Adds the method to the record of swept ones, when the environment variable VORNTOOLS_SWEPT names a file for it. */

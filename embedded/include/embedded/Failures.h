@@ -17,6 +17,8 @@ enum class FaultFlavour {
     nullOutput,     ///< success, but the output is null or empty
     shortRead,      ///< a file call gives less than there is; every other call fails as `code`
     falseAnswer,    ///< S_FALSE, outputs cleared; a call without a result code fails as `code`
+    otherKind,      ///< success, with an object of another kind or, in a list, with a null and one before the others; a
+                    ///< call that hands out neither is left alone
     thrown          ///< a CATError is thrown; a call of a companion library, which throws nothing, is left alone
 };
 
@@ -32,7 +34,7 @@ public:
     static Failures& get();
 
     void arm(int nth, bool persistent, FaultFlavour flavour);
-    void disarm() { m_armed = false; }
+    void disarm() { m_armed = m_isOtherKind = false; }
     /** Whether the chosen call was reached since arm(). */
     bool fired() const { return m_fired; }
     /** Name of the call that failed first since arm(). */
@@ -43,6 +45,13 @@ public:
     const std::vector<const char*>& sites() const { return m_sites; }
     /** Whether a call answered S_FALSE, as the flavour demands, since arm(). */
     bool answeredFalse() const { return m_answeredFalse; }
+    /** Whether the call that asked last is to hand out an object of another kind. */
+    bool givesOtherKind() {
+        m_gaveOtherKind = m_gaveOtherKind || m_isOtherKind;
+        return m_isOtherKind;
+    }
+    /** Whether a call did so since arm(). */
+    bool gaveOtherKind() const { return m_gaveOtherKind; }
     /** What a call with a result code answers when it fails in a flavour. */
     HRESULT codeOf(FaultFlavour flavour);
 
@@ -56,6 +65,8 @@ private:
     bool m_persistent = false;
     bool m_fired = false;
     bool m_answeredFalse = false;
+    bool m_isOtherKind = false;
+    bool m_gaveOtherKind = false;
     int m_nth = 0;
     FaultFlavour m_flavour = FaultFlavour::none;
     std::string m_firedAt;
