@@ -95,6 +95,11 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     EXPECT_EQ(textsOf(publications), Texts({"AJJCAAAAAA"}));
     VornToolsLinks::getMMLTag(&bytes, 21, application, property, tags);
     EXPECT_EQ(textsOf(tags), Texts());
+    Strings documents;
+    VornToolsLinks::getMmlDocuments(&bytes, 12, application, property, nullptr, "", documents);
+    EXPECT_EQ(textsOf(documents), Texts({"linked.CATPart", "bare.CATPart"}));
+    VornToolsLinks::getMmlDocuments(&bytes, 21, application, property, nullptr, "", documents);
+    EXPECT_EQ(textsOf(documents), Texts());
     Strings names = stringsOf({"L", "B", "I", "unknown", "without reference"}),
             references = stringsOf({kFirst.substr(8), kSecond.substr(8), kThird.substr(8), "?"});
     VornToolsLinks::sortImportUnpublished_and_MMLR12(&bytes, 12, application, property, names, references,
