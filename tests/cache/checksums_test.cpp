@@ -438,7 +438,11 @@ TEST_F(CheckSumsTest, EveryPlatformCallMayFail) {
                        EXPECT_EQ(lists.sheets.Size(), lists.checksums.Size());
                        return SweepOutcome{code, true, lists.found, textOfOutputs(lists.checksums)};
                    },
-                   [&] { fs::remove(fs::u8path(backup())); }, [&] { return bytesOf(file()); }});
+                   [&] { fs::remove(fs::u8path(backup())); },
+                   [&] { return bytesOf(file()); },
+                   {},
+                   {},
+                   "VornToolsCommon::CalculateCheckSums"});
 }
 
 TEST_F(CheckSumsTest, AFailingCallNeverLeavesAnotherSheetSelected) {

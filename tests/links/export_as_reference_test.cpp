@@ -85,11 +85,17 @@ TEST_F(ExportAsReferenceTest, AncestorsAreTestedUpToTheRoot) {
                        const HRESULT found = references.hasAnEAR(root.at({"g.1", "p.1"}).get(), answer);
                        return outcomeOf(found, answer);
                    }});
-    sweepFailures({"VornToolsExportAsReference::isAnExportAsReference", [&] {
+    sweepFailures({"VornToolsExportAsReference::isAnExportAsReference",
+                   [&] {
                        unsigned char answer = 7;
                        const HRESULT found = references.isAnExportAsReference("REF_a", answer);
                        return outcomeOf(found, answer);
-                   }});
+                   },
+                   {},
+                   {},
+                   {},
+                   {},
+                   "VornToolsExportAsReference:: isAnExportAsReference"});
     const auto start = [&] { return references.initClassVariables(); };
     sweepFailures({"VornToolsExportAsReference::initClassVariables", [&] { return SweepOutcome{start()}; }, start});
 }

@@ -147,6 +147,11 @@ void checkAnswer(const SweepCase& sweep, const SweepOutcome& outcome) {
         << "the fault led to the answer " << outcome.answer;
 }
 
+void checkFrame(const SweepCase& sweep, const std::vector<std::string>& journal) {
+    const std::string frame = "> " + (sweep.journalName.empty() ? sweep.name : sweep.journalName);
+    EXPECT_GT(std::count(journal.begin(), journal.end(), frame), 0) << "the journal has no " << frame;
+}
+
 /** The undisturbed run once more. */
 void checkNext(const SweepCase& sweep, const HeldChanges& changes, const Run& undisturbed) {
     const Run next = runOnce(sweep, 0, false, FaultFlavour::none);
@@ -168,6 +173,7 @@ int sweepFailures(const SweepCase& sweep) {
     const Run undisturbed = runOnce(sweep, 0, false, FaultFlavour::none);
     checkCleanliness(before);
     EXPECT_EQ(FAILED(undisturbed.outcome.code), !sweep.whyItFails.empty()) << "undisturbed: " << sweep.name;
+    checkFrame(sweep, undisturbed.journal);
     restore(sweep, changes);
     checkNext(sweep, changes, undisturbed);
     for (const Flavour& flavour : kFlavours) {
