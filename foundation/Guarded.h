@@ -1,6 +1,8 @@
 #ifndef FOUNDATION_GUARDED_H
 #define FOUNDATION_GUARDED_H
 
+#include "foundation/PlatformErrors.h"
+
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -39,9 +41,7 @@ bool runGuardedButForeign(void (*ip_work)(void*), void* ip_argument);
  */
 template <class Work, class Otherwise>
 auto guarded(Work&& i_work, Otherwise&& i_otherwise) -> std::decay_t<decltype(i_work())> {
-    std::decay_t<decltype(i_work())> answer(std::forward<Otherwise>(i_otherwise));
-    guarded([&] { answer = i_work(); });
-    return answer;
+    return answerOf(runGuarded, std::forward<Work>(i_work), std::forward<Otherwise>(i_otherwise));
 }
 
 /**
@@ -51,18 +51,7 @@ auto guarded(Work&& i_work, Otherwise&& i_otherwise) -> std::decay_t<decltype(i_
  */
 template <class Work, class Otherwise>
 auto guardedButForeign(Work&& i_work, Otherwise&& i_otherwise) -> std::decay_t<decltype(i_work())> {
-    using Answer = std::decay_t<decltype(i_work())>;
-    struct Call {
-        std::remove_reference_t<Work>& work;
-        Answer answer;
-    } call{i_work, Answer(std::forward<Otherwise>(i_otherwise))};
-    runGuardedButForeign(
-        [](void* ip_call) {
-            auto& io_call = *static_cast<Call*>(ip_call);
-            io_call.answer = io_call.work();
-        },
-        &call);
-    return call.answer;
+    return answerOf(runGuardedButForeign, std::forward<Work>(i_work), std::forward<Otherwise>(i_otherwise));
 }
 
 } // namespace vorntools
