@@ -1,6 +1,5 @@
 #include "tests/support/DocumentContainer.h"
-#include "tests/support/DocumentImage.h"
-#include "tests/support/Program.h"
+#include "tests/support/DocumentFolders.h"
 
 #include <filesystem>
 #include <numeric>
@@ -10,20 +9,8 @@
 namespace {
 
 /** Folders of documents that were renamed, moved and copied. */
-class ArchiveTest : public ProgramTest {
+class ArchiveTest : public DocumentFoldersTest {
 protected:
-    using Records = std::vector<ImageRecord>;
-
-    static ImageRecord product(const std::string& path) {
-        return ImageRecord::object("CATProduct", path, std::string(16, '\x07'));
-    }
-    static ImageRecord part(const std::string& path, std::int32_t uses = 1) {
-        return ImageRecord::object("CATPart", path, std::string(16, '\x07'), uses);
-    }
-    void document(const std::string& name, const std::string& savedPath, const Records& records) {
-        DocumentImage image;
-        write(name, image.properties(savedPath, records).summary(5, 27, 1).bytes());
-    }
     /** Files of a folder and below. */
     std::string files(const std::string& name) {
         std::set<std::string> names;

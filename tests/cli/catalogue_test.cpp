@@ -1,6 +1,5 @@
 #include "tests/support/DocumentContainer.h"
-#include "tests/support/DocumentImage.h"
-#include "tests/support/Program.h"
+#include "tests/support/DocumentFolders.h"
 
 #include <filesystem>
 #include <functional>
@@ -14,20 +13,8 @@ namespace {
 using namespace std::string_literals;
 
 /** Folders that a catalogue tells of. */
-class CatalogueTest : public ProgramTest {
+class CatalogueTest : public DocumentFoldersTest {
 protected:
-    using Records = std::vector<ImageRecord>;
-
-    static ImageRecord product(const std::string& path) {
-        return ImageRecord::object("CATProduct", path, std::string(16, '\x07'));
-    }
-    static ImageRecord part(const std::string& path, std::int32_t uses = 1) {
-        return ImageRecord::object("CATPart", path, std::string(16, '\x07'), uses);
-    }
-    void document(const std::string& name, const std::string& savedPath, const Records& records) {
-        DocumentImage image;
-        write(name, image.properties(savedPath, records).summary(5, 27, 1).bytes());
-    }
     /** Every kind of link, ghost, candidate, choice, state, name and preview. */
     void writeArchive() {
         document("w/Top.CATProduct", "D:\\o\\Top.CATProduct",
