@@ -140,7 +140,7 @@ stage_fuzz() {
     local source name
     for source in fuzz/*_fuzz.cpp; do
         name=$(basename "$source" _fuzz.cpp)
-        local options=(-max_total_time="${FUZZ_SECONDS:-60}" -print_final_stats=1 -timeout=10)
+        local options=(-max_total_time="${FUZZ_SECONDS:-60}" -print_final_stats=1 -timeout=60)
         [ ! -f "fuzz/dictionaries/$name.dict" ] || options+=(-dict="fuzz/dictionaries/$name.dict")
         # Finds go to the build folder; the seeds stay as they are.
         mkdir -p "build/fuzz/found/$name"
