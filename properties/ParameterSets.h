@@ -6,6 +6,7 @@
 #include "CATICkeParameterSet.h"
 #include "CATICkeParm.h"
 #include "CATIParmPublisher.h"
+#include "CATISpecAttrKey.h"
 #include "CATISpecObject.h"
 #include "CATLISTV_CATISpecObject.h"
 
