@@ -113,11 +113,12 @@ HRESULT VornToolsSwitchMgt::release() {
     const JournalFrame frame(_CteCLASS_NAME, "release");
     const auto work = [&]() -> HRESULT {
         auto sp_none = std::make_unique<TYPMapCATUnicodeStringPVoid>();
-        releaseProducts(*m_products);
-        delete std::exchange(m_products, sp_none.release());
+        // Forgotten first: what fails on the way is not given back twice.
+        const std::unique_ptr<TYPMapCATUnicodeStringPVoid> sp_products(std::exchange(m_products, sp_none.release()));
         m_designs.RemoveAll();
         m_defaults.RemoveAll();
         m_visualisations.RemoveAll();
+        releaseProducts(*sp_products);
         return S_OK;
     };
     return guarded(work, E_FAIL);
