@@ -9,9 +9,9 @@ class KnownFolders;
 
 /**
  * For going through many documents: handed to the operations that take one, it remembers which folders lie below the
- * folder of a document, so that each of them is read once rather than once for every document that names something
- * which is not there. Folders made or deleted meanwhile are not noticed; files are. Each object remembers for itself,
- * until it goes.
+ * folder of a document, and which of the files that documents name are there, so that the disk is asked once rather
+ * than once for every document: parts that many documents use are looked for once. What is made or deleted meanwhile is
+ * not noticed; whoever has to notice it takes another object. Each object remembers for itself, until it goes.
  *
  * @par Example
  * @snippet links.cpp VornToolsFolderMemory

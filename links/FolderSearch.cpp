@@ -3,6 +3,8 @@
 #include "foundation/PlatformErrors.h"
 
 #include "CATLib.h"
+#include "CATUnicodeString.h"
+#include "UTILFile.h"
 
 #include <cstring>
 #include <memory>
@@ -88,6 +90,14 @@ const char* findBelow(const char* i_file_name, const char* i_directory) {
         if (p_path) p_found = findBelow(i_file_name, p_path);
     }
     return p_found;
+}
+
+bool KnownFolders::isFile(const std::string& i_name) {
+    const auto known = m_files.find(i_name);
+    if (known != m_files.end()) return known->second;
+    if (m_files.size() == kMostFiles) m_files.clear();
+    const bool is_there = UTILFile::existingFile(CATUnicodeString(i_name.data(), i_name.size())) != 0;
+    return m_files.emplace(i_name, is_there).first->second;
 }
 
 const FoldersBelow& KnownFolders::below(const std::string& i_directory) {

@@ -1,6 +1,7 @@
 #ifndef LINKS_FOLDER_SEARCH_H
 #define LINKS_FOLDER_SEARCH_H
 
+#include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -33,14 +34,19 @@ struct FoldersBelow {
     int entries = 0; ///< read for all of them
 };
 
-/** Reads the folders below each directory once, when they are first asked for. */
+/** Reads the folders below each directory once, when they are first asked for, and looks for a file once. */
 class KnownFolders {
 public:
+    /** Whether a name is that of a file. */
+    bool isFile(const std::string& i_name);
     /** Good for as long as this object. Leaves the count alone. */
     const FoldersBelow& below(const std::string& i_directory);
 
 private:
+    static constexpr std::size_t kMostFiles = 1 << 16; ///< that are remembered: documents of one folder name the same
+
     std::unordered_map<std::string, FoldersBelow> m_known;
+    std::unordered_map<std::string, bool> m_files; ///< whether they are there
 };
 
 } // namespace vorntools

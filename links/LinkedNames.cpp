@@ -1,11 +1,9 @@
 #include "links/LinkedNames.h"
 
-#include "CATLib.h"
 #include "CATUnicodeString.h"
 #include "UTILFile.h"
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace vorntools {
 
@@ -29,25 +27,6 @@ std::string withOneSeparator(std::string_view i_path, char i_separator) {
 
 bool isAbsolute(std::string_view i_path) {
     return isSeparator(i_path.front()) || (i_path.size() > 1 && i_path[1] == ':');
-}
-
-bool exists(const std::string& i_path) {
-    return UTILFile::existingFile(CATUnicodeString(i_path.data(), i_path.size())) != 0;
-}
-
-/** A folder's own file. The platform takes a folder with this character for a list of several. */
-std::string fileIn(const std::string& i_folder, const std::string& i_name, char i_separator) {
-#if defined(_WIN32)
-    constexpr char between_folders = ';';
-#else
-    constexpr char between_folders = ':';
-#endif
-    if (i_folder.find(between_folders) != std::string::npos) {
-        const std::string path = i_folder + i_separator + i_name;
-        return exists(path) ? path : std::string();
-    }
-    const char* const p_found = findIn(i_name.c_str(), i_folder.c_str());
-    return p_found ? p_found : "";
 }
 
 /** Start of the first path component at which the two directories differ. */
@@ -77,13 +56,6 @@ std::string movedFrom(const std::string& i_old, const std::string& i_new, const 
     const bool below = !i_old.empty() && i_path.size() > i_old.size() && isSeparator(i_path[i_old.size()]) &&
                        i_path.compare(0, i_old.size(), i_old) == 0;
     return below ? i_new + i_path.substr(i_old.size()) : std::string();
-}
-
-/** The first of the names that is a file; empty when none is. */
-std::string firstFile(std::initializer_list<std::string> i_names) {
-    for (const std::string& name : i_names)
-        if (!name.empty() && exists(name)) return name;
-    return {};
 }
 
 /** Removes the path components at the end that both directories share. */
@@ -125,7 +97,7 @@ const LinkedName& LinkedNames::find(const std::string& i_name) {
 }
 
 std::string LinkedNames::findPath(const std::string& i_name, int& o_entries) {
-    if (exists(i_name)) return i_name;
+    if (m_folders.isFile(i_name)) return i_name;
     const std::string path = withOneSeparator(i_name, m_separator);
     std::string looked_at;
     std::string found = isAbsolute(path) ? findMoved(path, looked_at) : findRelative(path);
@@ -133,6 +105,25 @@ std::string LinkedNames::findPath(const std::string& i_name, int& o_entries) {
     const std::string name(nameOf(path));
     const bool is_known_missing = looked_at == m_current_directory + m_separator + name;
     return findByName(name, is_known_missing, o_entries);
+}
+
+/** The first of the names that is a file; empty when none is. */
+std::string LinkedNames::firstFile(std::initializer_list<std::string> i_names) const {
+    for (const std::string& name : i_names)
+        if (!name.empty() && m_folders.isFile(name)) return name;
+    return {};
+}
+
+/** A folder's own file. The platform takes a folder with this character for a list of several. */
+std::string LinkedNames::fileIn(const std::string& i_folder, const std::string& i_name) const {
+#if defined(_WIN32)
+    constexpr char between_folders = ';';
+#else
+    constexpr char between_folders = ':';
+#endif
+    if (i_folder.find(between_folders) != std::string::npos) return firstFile({i_folder + m_separator + i_name});
+    const char* const p_found = findIn(i_name.c_str(), i_folder.c_str());
+    return p_found ? p_found : "";
 }
 
 /** Both ways often lead to the same place, which is looked at once. */
@@ -144,12 +135,12 @@ std::string LinkedNames::findMoved(const std::string& i_path, std::string& o_her
 }
 
 std::string LinkedNames::findByName(const std::string& i_name, bool i_not_here, int& o_entries) {
-    std::string found = i_not_here ? std::string() : fileIn(m_current_directory, i_name, m_separator);
+    std::string found = i_not_here ? std::string() : fileIn(m_current_directory, i_name);
     if (!found.empty()) return found;
     const FoldersBelow& below = m_folders.below(m_current_directory);
     for (const FoldersBelow::Folder& folder : below.folders) {
         o_entries = folder.entries;
-        found = fileIn(folder.path, i_name, m_separator);
+        found = fileIn(folder.path, i_name);
         if (!found.empty()) return found;
     }
     o_entries = below.entries;

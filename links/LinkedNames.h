@@ -3,6 +3,7 @@
 
 #include "links/FolderSearch.h"
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -41,6 +42,8 @@ public:
     const std::string& resolve(const std::string& i_name) { return find(i_name).path; }
 
 private:
+    std::string firstFile(std::initializer_list<std::string> i_names) const;
+    std::string fileIn(const std::string& i_folder, const std::string& i_name) const;
     std::string findPath(const std::string& i_name, int& o_entries);
     /** As findBelow the document's directory, but reads the folders once for all names.
      * @param i_not_here whether it is known not to stand in the directory itself */

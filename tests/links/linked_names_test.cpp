@@ -152,6 +152,27 @@ TEST_F(LinksTest, AFolderIsNoListOfFolders) {
     EXPECT_EQ(located("", path(odd + "/own"), "\\gone\\other.CATPart"), "\\gone\\other.CATPart");
 }
 
+TEST_F(LinksTest, AMemoryLooksForEachFileOnce) {
+    const std::string stored = path("elsewhere/late.CATPart"), own = path("w/own.CATProduct");
+    write("w/late.CATPart", "x");
+    const auto find = [&](VornToolsFolderMemory& folders) {
+        DocumentImage image;
+        image.properties("", {ImageRecord::whole("CATPart", stored)});
+        VornToolsString bytes = stringOf(image.bytes()), file = stringOf(own);
+        Strings found, other;
+        VornToolsLinks::getLinkedDocName(&bytes, image.propertyPosition(), &file, "", found, other, other, other,
+                                         folders);
+        return textsOf(found);
+    };
+    VornToolsFolderMemory before, after;
+    EXPECT_EQ(find(before), Texts({path("w/late.CATPart")}));
+    write("elsewhere/late.CATPart", "x");
+    EXPECT_EQ(find(before), Texts({path("w/late.CATPart")})) << "as it was looked for";
+    EXPECT_EQ(find(after), Texts({stored}));
+    std::filesystem::remove(stored);
+    EXPECT_EQ(find(after), Texts({stored})) << "as it was looked for";
+}
+
 TEST_F(LinksTest, AMemoryForFoldersReadsThemOnce) {
     write("w/old/a.CATPart", "x");
     const std::string own = path("w/own.CATProduct");
@@ -169,7 +190,7 @@ TEST_F(LinksTest, AMemoryForFoldersReadsThemOnce) {
     write("w/old/b.CATPart", "x");
     write("w/new/c.CATPart", "x");
     EXPECT_EQ(find("a.CATPart", folders), Texts({path("w/old/a.CATPart")}));
-    EXPECT_EQ(find("b.CATPart", folders), Texts({path("w/old/b.CATPart")})) << "files are noticed";
+    EXPECT_EQ(find("b.CATPart", folders), Texts({path("w/old/b.CATPart")})) << "in a known folder files are noticed";
     EXPECT_EQ(find("c.CATPart", folders), Texts({"\\gone\\c.CATPart"})) << "folders are not";
     EXPECT_EQ(find("c.CATPart", others), Texts({path("w/new/c.CATPart")})) << "each remembers for itself";
     EXPECT_EQ(located("", own, "\\gone\\c.CATPart"), path("w/new/c.CATPart"));
