@@ -115,6 +115,12 @@ public:
      */
     Text getSavedPath() const;
     /**
+     * What the last save left as its own: two files of one size that were saved at once, one of them a copy, have it in
+     * common, and hardly any others.
+     * @return bytes that are only good for comparing; empty where the file has no directory that fits
+     */
+    Text getSave() const;
+    /**
      * The documents that are named: parts, products and drawings in the order of the file, then the others that are in
      * use in their order.
      * @param o_count how many

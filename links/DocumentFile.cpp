@@ -33,7 +33,7 @@ std::uint64_t lengthOfFirstRead(std::uint64_t i_size) {
 
 bool DocumentFile::open(const CATUnicodeString& i_name) {
     m_entries.clear();
-    m_root = 0;
+    m_root = m_top = 0;
     m_header = FileHeader(std::string_view());
     if (!m_reader.open(i_name)) return false;
     const FileRange first = {0, lengthOfFirstRead(size())};
@@ -56,8 +56,17 @@ bool DocumentFile::readEntries(std::uint64_t i_known) {
     const auto root = std::find_if(m_entries.begin(), m_entries.end(), [](const DirectoryEntry& i_entry) {
         return !i_entry.is_stream && i_entry.name == stream::root;
     });
-    m_root = root == m_entries.end() ? 0 : root->identifier;
+    if (root == m_entries.end()) return true;
+    m_root = root->identifier;
+    m_top = root->parent;
     return true;
+}
+
+const DirectoryEntry* DocumentFile::topStorage() const {
+    const auto top = std::find_if(m_entries.begin(), m_entries.end(), [this](const DirectoryEntry& i_entry) {
+        return !i_entry.is_stream && i_entry.identifier == m_top;
+    });
+    return top == m_entries.end() ? nullptr : &*top;
 }
 
 const DirectoryEntry* DocumentFile::find(std::string_view i_name, std::uint32_t i_parent) const {

@@ -31,6 +31,8 @@ public:
     const std::vector<DirectoryEntry>& entries() const { return m_entries; }
     /** Identifier of the storage that everything of the document stands below; 0 without one. */
     std::uint32_t rootStorage() const { return m_root; }
+    /** The storage around it, which has another name after each save; null without one. */
+    const DirectoryEntry* topStorage() const;
     /** The stream of a name below a storage; null without one.
      * @param i_name as it is stored. @param i_parent identifier of the storage */
     const DirectoryEntry* find(std::string_view i_name, std::uint32_t i_parent) const;
@@ -61,6 +63,7 @@ private:
     std::string m_directory; ///< its bytes, which the entries refer to
     std::vector<DirectoryEntry> m_entries;
     std::uint32_t m_root = 0;
+    std::uint32_t m_top = 0;
 };
 
 } // namespace vorntools

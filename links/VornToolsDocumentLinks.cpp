@@ -65,6 +65,7 @@ struct VornToolsDocumentLinks::Content {
     VornToolsDocumentFile::EnumDocumentCondition condition = VornToolsDocumentFile::DocumentNoDocument;
     DocumentVersion version;
     Text saved_path = {"", 0};
+    std::string save;
     std::vector<NamedDocument> documents;
     std::vector<Link> links;
     std::vector<Text> references;
@@ -89,6 +90,7 @@ bool VornToolsDocumentLinks::Content::read(const JournalFrame& i_frame, Document
     missing_tag = scan->addForSearch(i_question.link_type);
     listLinks();
     for (const std::string& reference : image.scan().references()) references.push_back(textOfWhole(reference));
+    if (const DirectoryEntry* const p_top = io_file.topStorage()) save = p_top->name;
     image.dropBytes();
     return true;
 }
@@ -170,6 +172,11 @@ int VornToolsDocumentLinks::getVersion(int& o_version, int& o_release, int& o_se
 VornToolsDocumentLinks::Text VornToolsDocumentLinks::getSavedPath() const {
     const JournalFrame frame(_CteCLASS_NAME, "getSavedPath");
     return m_content ? m_content->saved_path : Text{"", 0};
+}
+
+VornToolsDocumentLinks::Text VornToolsDocumentLinks::getSave() const {
+    const JournalFrame frame(_CteCLASS_NAME, "getSave");
+    return m_content ? textOfWhole(m_content->save) : Text{"", 0};
 }
 
 const VornToolsDocumentLinks::NamedDocument* VornToolsDocumentLinks::getDocuments(unsigned int& o_count) const {

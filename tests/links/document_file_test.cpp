@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <set>
 
 using namespace std::string_literals;
 
@@ -738,6 +739,9 @@ TEST_F(DocumentFileTest, EverythingIsReadAtOnce) {
                             "MMLAssy_ImportNotPub /saved/Neighbour.CATPart " + path("d/sub/Neighbour.CATPart") + "  10",
                             "MML /saved/Skeleton.CATPart " + path("d/Skeleton.CATPart") + " AJBAAAAAAA 11"}));
     EXPECT_EQ(text(document.getSavedPath()), "/saved/Part.CATPart");
+    std::string save;
+    for (const char letter : ".0123456789abcdef"s) save += {'\0', letter};
+    EXPECT_EQ(text(document.getSave()), save);
     EXPECT_EQ(document.getCondition(), VornToolsDocumentFile::DocumentIntact);
     EXPECT_EQ(document.getSize(), part.container().bytes().size());
 }
@@ -751,7 +755,8 @@ TEST_F(DocumentFileTest, WhatCannotBeReadLeavesNothing) {
         return !document.getDocuments(counts[0]) && !document.getLinks(counts[1]) &&
                !document.getExternalReferences(counts[2]) && counts[0] + counts[1] + counts[2] == 0 &&
                document.getVersion(version, release, pack) == 0 && version + release + pack == 0 &&
-               document.getSavedPath().length == 0 && document.getMissingTag() == 0 && document.getSize() == 0;
+               document.getSavedPath().length == 0 && document.getSave().length == 0 && document.getMissingTag() == 0 &&
+               document.getSize() == 0;
     };
     EXPECT_TRUE(is_empty()) << "before the first read";
     EXPECT_EQ(document.getCondition(), VornToolsDocumentFile::DocumentNotOpen);
@@ -770,6 +775,7 @@ TEST_F(DocumentFileTest, RealDocumentsAreReadFromTheirStreams) {
     const char* const folder = std::getenv("VORNTOOLS_DOCUMENTS");
     if (!folder) GTEST_SKIP() << "VORNTOOLS_DOCUMENTS names no folder of real documents";
     int streams = 0;
+    std::set<std::string> saves;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         if (entry.path().extension().u8string().rfind(".CAT", 0) != 0) continue;
         SCOPED_TRACE(entry.path().u8string());
@@ -783,8 +789,13 @@ TEST_F(DocumentFileTest, RealDocumentsAreReadFromTheirStreams) {
         EXPECT_EQ(found.condition,
                   is_document ? VornToolsDocumentFile::DocumentIntact : VornToolsDocumentFile::DocumentNoDocument);
         streams += found.image.size() < whole->size() ? 1 : 0;
+        VornToolsDocumentLinks document;
+        VornToolsFolderMemory folders;
+        ASSERT_EQ(document.read(name, "", "", folders), S_OK);
+        saves.emplace(document.getSave().bytes, document.getSave().length);
     }
     EXPECT_EQ(streams, 16) << "all but the picture";
+    EXPECT_EQ(saves.size(), 17U) << "one each, and none";
 }
 
 } // namespace
