@@ -15,18 +15,20 @@ constexpr std::size_t kNameLength = 16;
 
 std::string base64(const std::string& bytes) {
     constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
-    const auto at = [&](std::size_t i) {
-        return i < bytes.size() ? std::uint32_t{static_cast<unsigned char>(bytes[i])} : 0U;
-    };
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    std::string text((bytes.size() + 2) / 3 * 4, '=');
+    char* digits = &text[0];
+    const auto at = [&](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(bytes[i])}; };
+    std::size_t i = 0;
+    for (; i + 3 <= bytes.size(); i += 3) {
         const std::uint32_t group = at(i) << 16U | at(i + 1) << 8U | at(i + 2);
-        text += kDigits[group >> 18U];
-        text += kDigits[group >> 12U & 63U];
-        text += i + 1 < bytes.size() ? kDigits[group >> 6U & 63U] : '=';
-        text += i + 2 < bytes.size() ? kDigits[group & 63U] : '=';
+        for (const unsigned int shift : {18U, 12U, 6U, 0U}) *digits++ = kDigits[group >> shift & 63U];
     }
+    if (i == bytes.size()) return text;
+    const bool isPair = i + 1 < bytes.size();
+    const std::uint32_t rest = at(i) << 16U | (isPair ? at(i + 1) << 8U : 0U);
+    *digits++ = kDigits[rest >> 18U];
+    *digits++ = kDigits[rest >> 12U & 63U];
+    if (isPair) *digits = kDigits[rest >> 6U & 63U];
     return text;
 }
 
