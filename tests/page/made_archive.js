@@ -107,7 +107,7 @@ function madeArchive(size, seed = 1) {
         data.links.count.push(count);
     }
     for (let n = 0; n < size / 100; n++)
-        data.duplicates.push([['same bytes', 'saved apart', 'strangers'][any(3)], pairOf(any, size)]);
+        data.duplicates.push([['same bytes', 'same save', 'saved apart', 'strangers'][any(4)], pairOf(any, size)]);
     const used = new Set(data.links.to);
     data.name.forEach((name, i) => {
         if (!used.has(i) && name.endsWith('Part')) data.orphans.push(i);

@@ -11,12 +11,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kMostJobs = 64;
-
 struct CatalogueOptions {
     CommonOptions common;
     std::string output;
-    int jobs = 1;
 };
 
 /** Why a catalogue must not be written to a file, or of a name; empty when it may. */
@@ -44,7 +41,7 @@ int runCatalogue(CatalogueOptions& options) {
     catalogue::UpdateOptions update;
     update.file = options.output;
     update.isComplete = options.common.search(search);
-    update.jobs = options.jobs;
+    update.jobs = options.common.jobs;
     for (const std::string& name : options.common.names) update.lookedAt.push_back(fullNameOf(name));
     const catalogue::Changes changes = catalogue::update(update, search, journal);
     if (options.common.json)
@@ -72,7 +69,7 @@ void addCatalogueCommand(Command& program) {
     options->common.addNamesTo(command, "folder", "Folders, searched with all below them");
     command.value("-o,--output", "FILE", "The catalogue, which is made when there is none", &options->output)
         .required();
-    command.value("--jobs", "N", "Processes that read documents, by default one", &options->jobs).between(1, kMostJobs);
+    options->common.addJobsTo(command);
     options->common.addOutputTo(command);
     command.example("catalogue vault -o vault.sqlite --jobs 8",
                     "every document below the folder vault; again, what has changed");

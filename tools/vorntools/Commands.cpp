@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr int kMostJobs = 64;
+
 /** Texts that each end with a NUL; what stands behind the last one counts as well. */
 std::vector<std::string> splitAtNul(const std::string& text) {
     std::vector<std::string> result;
@@ -66,6 +68,13 @@ void CommonOptions::addOutputTo(Command& command) {
 void CommonOptions::addSessionTo(Command& command) {
     command.value("--journal", "FILE", "File that receives the journal", &journal);
     command.value("--session", "FILE", "Session file: environment and documents in session", &session);
+}
+
+void CommonOptions::addJobsTo(Command& command) {
+    command
+        .value("--jobs", "N", "Processes that read documents, by default one a processor; more help with slow servers",
+               &jobs)
+        .between(1, kMostJobs);
 }
 
 bool CommonOptions::loadSession() const {

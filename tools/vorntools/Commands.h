@@ -16,6 +16,7 @@ struct CommonOptions {
     bool json = false;
     std::string session; ///< session file, empty for none
     std::string journal; ///< file that receives the journal, empty for none
+    int jobs = 0;        ///< as processesFor takes it
 
     /** Adds the names as an operand that takes any number of them, "--exclude" and "--null". */
     void addNamesTo(Command& command, const std::string& operand, const std::string& help);
@@ -27,6 +28,8 @@ struct CommonOptions {
     void addOutputTo(Command& command);
     /** Adds "--session" and "--journal". */
     void addSessionTo(Command& command);
+    /** Adds "--jobs". */
+    void addJobsTo(Command& command);
     /** Loads the session, if one is given. @return false, said on standard error, when it cannot be loaded */
     bool loadSession() const;
     /** Adds the names that stand on standard input. @return false, said on standard error, when none is given at all,

@@ -100,6 +100,7 @@ DocumentLinks readDocumentLinks(const std::string& document, const std::string& 
     found.getVersion(links.version, links.release, links.servicePack);
     const Library::Text savedPath = found.getSavedPath();
     links.savedPath = bytesOf(savedPath);
+    links.save = bytesOf(found.getSave());
     UsesOfNames usesOfNames;
     fillDocuments(found, links, usesOfNames);
     fillLinks(found, usesOfNames, links);

@@ -41,6 +41,7 @@ struct DocumentLinks {
     DocumentCondition condition;
     int version = 0, release = 0, servicePack = 0;
     std::string savedPath; ///< of the document when it was saved last
+    std::string save;      ///< what copies of one save share; bytes that are only good for comparing
     std::vector<NamedDocument> partFiles, contextProducts, contextParts;
     std::vector<std::string> externalReferences;
     std::vector<TypedLink> links;

@@ -2,6 +2,7 @@
 
 #include "tools/vorntools/Output.h"
 
+#include "VornCache.h"
 #include "VornToolsCommon.h"
 
 #include "embedded/Records.h"
@@ -80,18 +81,17 @@ CATDocument* documentInSession(const FoundDocument& found) {
 
 } // namespace
 
-DocumentStatus Examiner::examine(const FoundDocument& found) {
-    // A cache keeps all that it was asked about: a new one now and then keeps the memory of a large folder small.
-    if (m_asked++ % kAnswersPerCache == 0) m_cache = std::make_unique<VornCache>();
+DocumentStatus examine(const FoundDocument& found) {
+    VornCache cache; // of its own, so that nothing hangs on what was asked before
     DocumentStatus row;
     row.document = found.name;
     const CATUnicodeString name = textOf(found.fullName);
-    m_cache->addDocument(name, documentInSession(found));
+    cache.addDocument(name, documentInSession(found));
     const std::string reason = reasonInJournal();
     row.reason = found.exists ? reason : "a DAT file without its document";
     VornCache::EnumModifiedFlag status = VornCache::ModifiedFlagNew;
-    m_cache->getModifiedStatus(name, status);
+    cache.getModifiedStatus(name, status);
     row.status = nameOf(status);
-    if (reason != kNoDatFile) fillFields(*m_cache, found, name, row);
+    if (reason != kNoDatFile) fillFields(cache, found, name, row);
     return row;
 }

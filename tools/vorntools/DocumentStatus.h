@@ -3,10 +3,6 @@
 
 #include "tools/vorntools/Files.h"
 
-#include "VornCache.h"
-
-#include <cstddef>
-#include <memory>
 #include <string>
 
 /** What the library makes of one document and its DAT file. */
@@ -20,16 +16,7 @@ struct DocumentStatus {
     bool isFinding() const { return status != "not modified" || unresolved > 0; }
 };
 
-/** Asks the library about one document after the other. */
-class Examiner {
-public:
-    DocumentStatus examine(const FoundDocument& found);
-
-private:
-    static constexpr std::size_t kAnswersPerCache = 64;
-
-    std::unique_ptr<VornCache> m_cache;
-    std::size_t m_asked = 0;
-};
+/** Asks the library about a document. The journal must be empty: it tells the reason. */
+DocumentStatus examine(const FoundDocument& found);
 
 #endif

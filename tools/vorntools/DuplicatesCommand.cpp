@@ -46,7 +46,9 @@ bool fillToCompare(Archive& archive, const CommonOptions& options, JournalFile& 
         catalogues.fill(archive, withLinks);
         return catalogues.isComplete();
     }
-    ArchiveReader reader(archive, journal, {});
+    ArchiveReader::What what;
+    what.jobs = options.jobs;
+    ArchiveReader reader(archive, journal, what);
     const bool complete = reader.walk(options.names, options.excluded);
     if (withLinks) reader.readAll();
     reader.finish();
@@ -58,7 +60,7 @@ int runDuplicates(CommonOptions& options) {
     JournalFile journal(options.journal);
     Archive archive;
     bool usable = fillToCompare(archive, options, journal, false);
-    const std::vector<DuplicateGroup> groups = findDuplicates(archive);
+    const std::vector<DuplicateGroup> groups = findDuplicates(archive, Evidence::Bytes, options.jobs, journal);
     std::size_t documents = 0;
     for (const DuplicateGroup& group : groups) {
         options.json ? printJson(jsonOf(archive, group)) : printTable(archive, group);
@@ -72,7 +74,6 @@ int runDuplicates(CommonOptions& options) {
     if (!options.json)
         summarize(std::to_string(groups.size()) + (groups.size() == 1 ? " name, " : " names, ") +
                   std::to_string(documents) + " documents");
-    journal.take();
     if (!journal.finish() || !usable) return ExitUnusable;
     return groups.empty() ? ExitFine : ExitFindings;
 }
@@ -118,6 +119,7 @@ void addDuplicatesCommand(Command& program) {
     Command& command = program.command("duplicates", "Documents of one name in several places, and what they share",
                                        [options] { return runDuplicates(*options); });
     options->addNamesTo(command, "folder", "Folders, searched with all below them, and documents");
+    options->addJobsTo(command);
     options->addOutputTo(command);
     options->addCatalogueTo(command);
 }
@@ -127,6 +129,7 @@ void addOrphansCommand(Command& program) {
     Command& command = program.command("orphans", "Documents that nobody points to: parts, then products and drawings",
                                        [options] { return runOrphans(*options); });
     options->addNamesTo(command, "folder", "Folders, searched with all below them, and documents");
+    options->addJobsTo(command);
     options->addTo(command);
     options->addCatalogueTo(command).excludes("--session");
 }

@@ -3,6 +3,7 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/Turns.h"
 #include "tools/vorntools/archive/ArchiveOutput.h"
 #include "tools/vorntools/archive/ArchiveReader.h"
 #include "tools/vorntools/archive/Paths.h"
@@ -28,7 +29,16 @@ struct LinksOptions {
 /** What was looked at so far. */
 struct Summary {
     std::size_t documents = 0, found = 0, missing = 0, damaged = 0, unreadable = 0;
+    std::size_t findings = 0; ///< documents that somebody has to look at
 
+    void add(const Summary& other) {
+        documents += other.documents;
+        found += other.found;
+        missing += other.missing;
+        damaged += other.damaged;
+        unreadable += other.unreadable;
+        findings += other.findings;
+    }
     void say() const {
         summarize(std::to_string(documents) + (documents == 1 ? " document, " : " documents, ") +
                   std::to_string(found + missing) + (found + missing == 1 ? " link: " : " links: ") +
@@ -37,6 +47,11 @@ struct Summary {
                   (unreadable > 0 ? ", " + std::to_string(unreadable) + " unreadable" : ""));
     }
 };
+
+template <class Move>
+void transfer(Move& move, Summary& summary) {
+    move(summary.documents, summary.found, summary.missing, summary.damaged, summary.unreadable, summary.findings);
+}
 
 /** How a full name is written, and which files there are. */
 struct Surroundings {
@@ -91,20 +106,22 @@ public:
             m_targets.push_back(files.shown(std::move(target), document));
     }
 
-    const DocumentLinks& links() const { return m_links; }
-    void show() const {
-        if (m_options.common.json)
-            printJson(json());
-        else if (!m_links.read)
-            complain(m_document + " cannot be read");
-        else
-            m_options.dot ? printDot() : printTable();
+    /** What is printed. */
+    std::string text() const {
+        if (m_options.common.json) return json().dump() + "\n";
+        if (!m_links.read) return {};
+        return m_options.dot ? dot() : table();
+    }
+    /** What is said besides; empty for nothing. */
+    std::string complaint() const {
+        return m_links.read || m_options.common.json ? std::string() : m_document + " cannot be read";
     }
     void addTo(Summary& summary) const {
         ++summary.documents;
         summary.unreadable += m_links.read ? 0 : 1;
         summary.damaged += m_links.condition.isFinding ? 1 : 0;
         for (const ShownTarget& target : m_targets) ++(target.target.isMissing() ? summary.missing : summary.found);
+        summary.findings += m_links.anyMissing() || m_links.condition.isFinding ? 1 : 0;
     }
 
 private:
@@ -115,8 +132,8 @@ private:
     std::vector<std::string> liveGhosts() const;
     void addRows(const ShownTarget& target, Table& table) const;
     void addReferences(Table& table) const;
-    void printTable() const;
-    void printDot() const;
+    std::string table() const;
+    std::string dot() const;
 
     const Surroundings& m_surroundings;
     const LinksOptions& m_options;
@@ -210,10 +227,10 @@ void Listed::addReferences(Table& table) const {
         if (link.document.name.empty()) table.add({"", link.type, "", "", "", "", link.reference});
 }
 
-void Listed::printTable() const {
-    print(printable(m_document) + "  V" + std::to_string(m_links.version) + " R" + std::to_string(m_links.release) +
-          " SP" + std::to_string(m_links.servicePack) +
-          (m_links.condition.isTold() ? "  " + m_links.condition.text : "") + "\n");
+std::string Listed::table() const {
+    const std::string heading = printable(m_document) + "  V" + std::to_string(m_links.version) + " R" +
+                                std::to_string(m_links.release) + " SP" + std::to_string(m_links.servicePack) +
+                                (m_links.condition.isTold() ? "  " + m_links.condition.text : "") + "\n";
     Table table({{""},
                  {"LINK"},
                  {"USES", Table::Kind::number},
@@ -229,12 +246,11 @@ void Listed::printTable() const {
         for (const std::string& ghost : m_links.ghosts)
             table.add({"unused", "ghost", "0", ghost, names.count(ghost) > 0 ? "name in use" : "", "", ""});
     }
-    table.print();
-    print("\n");
+    return heading + table.text() + "\n";
 }
 
 /** Edges to every document once, those to missing ones dashed; as text for Graphviz. */
-void Listed::printDot() const {
+std::string Listed::dot() const {
     const std::string source = dotQuoted(m_document);
     std::string lines = "  " + source + ";\n";
     for (const ShownTarget& target : m_targets) {
@@ -243,7 +259,7 @@ void Listed::printDot() const {
         if (target.target.isMissing()) lines += "  " + name + style + ";\n";
         lines += "  " + source + " -> " + name + style + ";\n";
     }
-    print(lines);
+    return lines;
 }
 
 /** What one missing target is to those that want it. */
@@ -283,6 +299,7 @@ bool fillWithLinks(Archive& archive, const LinksOptions& options, JournalFile& j
     }
     ArchiveReader::What what;
     what.linkType = options.type;
+    what.jobs = options.common.jobs;
     ArchiveReader reader(archive, journal, what);
     const bool complete = reader.walk(options.common.names, options.common.excluded);
     reader.readAll();
@@ -315,6 +332,18 @@ int runMissing(const LinksOptions& options) {
     return summary.missing + summary.damaged > 0 ? ExitFindings : ExitFine;
 }
 
+/** What is shown of one document. */
+struct LinksAnswer {
+    std::string text, complaint;
+    Summary summary;
+    std::string journal; ///< what the library told meanwhile
+};
+
+template <class Move>
+void transfer(Move& move, LinksAnswer& answer) {
+    move(answer.text, answer.complaint, answer.summary, answer.journal);
+}
+
 /** Shows one document after the other and counts what they amount to. */
 class LinksListing {
 public:
@@ -323,11 +352,17 @@ public:
         if (options.dot) print("digraph links {\n  rankdir=LR;\n  node [shape=box];\n");
     }
 
-    void add(const std::string& document, DocumentLinks links) {
+    /** Works out what is shown of one document. */
+    LinksAnswer answer(const std::string& document, DocumentLinks links) {
         const Listed listed(m_surroundings, m_files, document, std::move(links), m_options);
-        listed.show();
-        listed.addTo(m_summary);
-        m_findings = m_findings || listed.links().anyMissing() || listed.links().condition.isFinding;
+        LinksAnswer answer = {listed.text(), listed.complaint(), {}, {}};
+        listed.addTo(answer.summary);
+        return answer;
+    }
+    void add(const LinksAnswer& answer) {
+        print(answer.text);
+        if (!answer.complaint.empty()) complain(answer.complaint);
+        m_summary.add(answer.summary);
     }
     ExitCode finish() const {
         if (m_options.dot)
@@ -335,7 +370,7 @@ public:
         else if (!m_options.common.json)
             m_summary.say();
         if (m_summary.unreadable > 0) return ExitUnusable;
-        return m_findings ? ExitFindings : ExitFine;
+        return m_summary.findings > 0 ? ExitFindings : ExitFine;
     }
 
 private:
@@ -343,7 +378,6 @@ private:
     const LinksOptions& m_options;
     WalkedFiles m_files;
     Summary m_summary;
-    bool m_findings = false;
 };
 
 int listFolders(const LinksOptions& options) {
@@ -359,13 +393,21 @@ int listFolders(const LinksOptions& options) {
                                            files.insert(files.end(), search.others().begin(), search.others().end());
                                            return files;
                                        }};
+    journal.take(); // what came before is told once
     LinkMemory memory;
     LinksListing listing(surroundings, options);
     {
+        const std::size_t processes = processesFor(options.common.jobs, documents.size());
+        Turns<LinksAnswer> answers(documents.size(), processes, [&](std::size_t i) {
+            LinksAnswer answer = listing.answer(documents[i], readDocumentLinks(documents[i], options.type, memory));
+            answer.journal = journal.takeLines();
+            return answer;
+        });
         Progress progress(documents.size(), "documents");
-        for (const std::string& document : documents) {
-            listing.add(document, readDocumentLinks(document, options.type, memory));
-            journal.take();
+        for (std::size_t i = 0; i < documents.size(); ++i) {
+            const LinksAnswer answer = answers.next();
+            journal.add(answer.journal);
+            listing.add(answer);
             progress.step();
         }
     }
@@ -379,7 +421,7 @@ int listCatalogues(const LinksOptions& options) {
                                        [&] { return catalogues.walkedFiles(); }};
     LinksListing listing(surroundings, options);
     catalogues.forEach([&](const DocumentFacts& facts) {
-        if (facts.links) listing.add(facts.found.fullName, *facts.links);
+        if (facts.links) listing.add(listing.answer(facts.found.fullName, *facts.links));
     });
     const ExitCode code = listing.finish();
     return catalogues.isComplete() ? code : ExitUnusable;
@@ -410,6 +452,7 @@ void addLinksCommand(Command& program) {
               options->missing)
         .excludes("--dot");
     command.flag("--ghosts", "Also documents that the file names but nothing uses any more", options->ghosts);
+    options->common.addJobsTo(command);
     options->common.addTo(command);
     options->common.addCatalogueTo(command).excludes("--type");
 }

@@ -59,6 +59,7 @@ void complain(const std::string& what) {
 }
 
 void print(const std::string& lines) {
+    if (lines.empty()) return;
     wipeProgress();
     std::fwrite(lines.data(), 1, lines.size(), stdout);
     // On a terminal that shows both, the next progress line must come behind these lines.
@@ -132,16 +133,17 @@ std::string Table::line(const Row& row, const std::vector<std::size_t>& widths) 
     return line + "\n";
 }
 
-void Table::print() const {
-    if (m_rows.empty()) return;
+std::string Table::text() const {
+    if (m_rows.empty()) return {};
     std::vector<std::size_t> widths = this->widths();
     const int room = host::terminalWidth();
     if (room > 0) fit(widths, static_cast<std::size_t>(room));
 
     Row headings = {{}, Tone::plain};
     for (const Column& column : m_columns) headings.cells.push_back(column.heading);
-    ::print(line(headings, widths));
-    for (const Row& row : m_rows) ::print(line(row, widths));
+    std::string text = line(headings, widths);
+    for (const Row& row : m_rows) text += line(row, widths);
+    return text;
 }
 
 Progress::Progress(std::size_t total, const char* what)

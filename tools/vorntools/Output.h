@@ -41,8 +41,9 @@ public:
     explicit Table(std::vector<Column> columns) : m_columns(std::move(columns)) {}
     /** Adds a row of any bytes; it shows their printable text. */
     void add(const std::vector<std::string>& row, Tone tone = Tone::plain);
-    /** Prints headings and rows; nothing when there is no row. */
-    void print() const;
+    /** Headings and rows, as wide as the terminal at most; nothing when there is no row. */
+    std::string text() const;
+    void print() const { ::print(text()); }
 
 private:
     struct Row {

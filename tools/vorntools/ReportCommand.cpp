@@ -3,6 +3,7 @@
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/OutputFile.h"
+#include "tools/vorntools/Turns.h"
 #include "tools/vorntools/archive/ArchiveReader.h"
 #include "tools/vorntools/catalogue/CatalogueSet.h"
 #include "tools/vorntools/page/Page.h"
@@ -60,20 +61,43 @@ std::string pictureOf(const std::string& fullName) {
     return FAILED(file.open(textOf(fullName))) ? std::string() : pictureOf(file);
 }
 
-/** Gives the picture of a document by its full name; empty for none. */
-using FindPicture = std::function<std::string(const std::string&)>;
+/** Where the pictures of documents are. */
+struct PictureSource {
+    std::function<std::string(const std::string&)> find; ///< by full name; empty for none
+    int jobs;                                            ///< as processesFor takes it
+    JournalFile& journal;
+};
+
+/** As the process has it that reads it. */
+struct Picture {
+    std::string bytes;
+    std::string journal; ///< what the library told of it
+};
+
+template <class Move>
+void transfer(Move& move, Picture& picture) {
+    move(picture.bytes, picture.journal);
+}
 
 bool addPictures(PagePictures& pictures, const std::ostream& page, const Archive& archive,
-                 const std::vector<Index>& listed, const FindPicture& findPicture) {
+                 const std::vector<Index>& listed, const PictureSource& source) {
     if (!pictures.areWanted()) return true;
+    const auto mayHave = [&](std::size_t i) {
+        return archive.document(listed[i]).exists && archive.document(listed[i]).hasLinks;
+    };
+    source.journal.take(); // what came before is told once
+    Turns<Picture> found(listed.size(), processesFor(source.jobs, listed.size()), [&](std::size_t i) {
+        Picture picture;
+        if (mayHave(i)) picture.bytes = source.find(std::string(archive.text(archive.document(listed[i]).fullName)));
+        picture.journal = source.journal.takeLines();
+        return picture;
+    });
     Progress progress(listed.size(), "previews");
     for (std::size_t i = 0; i < listed.size(); ++i) {
-        const ArchiveDocument& document = archive.document(listed[i]);
-        if (document.exists && document.hasLinks) {
-            const std::string picture = findPicture(std::string(archive.text(document.fullName)));
-            if (!picture.empty() && !pictures.add(i, picture)) return false;
-            if (!page) return false;
-        }
+        const Picture picture = found.next();
+        source.journal.add(picture.journal);
+        if (!picture.bytes.empty() && !pictures.add(i, picture.bytes)) return false;
+        if (!page) return false;
         progress.step();
     }
     return true;
@@ -81,7 +105,7 @@ bool addPictures(PagePictures& pictures, const std::ostream& page, const Archive
 
 /** Writes the page, which is put into its place when all of it is there. */
 bool writePage(const ReportOptions& options, const Archive& archive, const PageOrigin& origin,
-               const FindPicture& findPicture) {
+               const PictureSource& pictureSource) {
     const std::string refusal = refusalToWrite(options.output);
     if (!refusal.empty()) {
         complain(options.output + " " + refusal);
@@ -94,9 +118,10 @@ bool writePage(const ReportOptions& options, const Archive& archive, const PageO
     PagePictures pictures(placeOf(options.previews), file.stream(), folder);
     const std::vector<Index> listed = listedOf(archive);
     file.stream() << pageHead() << "<script type=\"application/json\" id=\"data\">";
-    writePageData(file.stream(), archive, listed, origin);
+    writePageData(file.stream(), archive, listed,
+                  findDuplicates(archive, Evidence::Save, pictureSource.jobs, pictureSource.journal), origin);
     file.stream() << "</script>\n";
-    const bool isComplete = addPictures(pictures, file.stream(), archive, listed, findPicture);
+    const bool isComplete = addPictures(pictures, file.stream(), archive, listed, pictureSource);
     pictures.finish();
     file.stream() << pageTail();
     if (!isComplete || !file.commit()) {
@@ -136,18 +161,15 @@ int reportOnFolders(const ReportOptions& options) {
     ArchiveReader::What what;
     what.status = true;
     what.recorded = true;
+    what.jobs = options.common.jobs;
     ArchiveReader reader(archive, journal, what);
     const bool complete = reader.walk(options.common.names, options.common.excluded);
     if (!complete) origin.complaints.push_back(kIncomplete);
     reader.readAll();
     reader.finish();
     origin.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    const FindPicture findPicture = [&](const std::string& document) {
-        std::string picture = pictureOf(document);
-        journal.take();
-        return picture;
-    };
-    if (!writePage(options, archive, origin, findPicture)) return ExitUnusable;
+    const auto find = [](const std::string& document) { return pictureOf(document); };
+    if (!writePage(options, archive, origin, {find, options.common.jobs, journal})) return ExitUnusable;
     if (!journal.finish() || !complete || isAnyUnread(archive)) return ExitUnusable;
     return hasFindings(archive) ? ExitFindings : ExitFine;
 }
@@ -163,8 +185,10 @@ int reportOnCatalogues(const ReportOptions& options) {
     Archive archive;
     catalogues.fill(archive);
     origin.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    const FindPicture findPicture = [&](const std::string& document) { return catalogues.previewOf(document); };
-    if (!writePage(options, archive, origin, findPicture) || !complete || isAnyUnread(archive)) return ExitUnusable;
+    const auto find = [&](const std::string& document) { return catalogues.previewOf(document); };
+    JournalFile journal("");
+    if (!writePage(options, archive, origin, {find, 1, journal}) || !complete || isAnyUnread(archive))
+        return ExitUnusable;
     return hasFindings(archive) ? ExitFindings : ExitFine;
 }
 
@@ -189,6 +213,7 @@ void addReportCommand(Command& program) {
                "16 MB, else in the folder",
                &options->previews)
         .oneOf({"embed", "folder", "none"});
+    options->common.addJobsTo(command);
     options->common.addSessionTo(command);
     options->common.addCatalogueTo(command).excludes("--session");
 }

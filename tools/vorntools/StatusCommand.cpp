@@ -4,11 +4,14 @@
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/Turns.h"
+#include "tools/vorntools/archive/DocumentPacket.h"
 #include "tools/vorntools/archive/RecordedLinks.h"
 #include "tools/vorntools/archive/Targets.h"
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -20,12 +23,14 @@ struct StatusOptions {
     bool onlyNew = false, onlyModified = false, onlyUnresolved = false, onlyDamaged = false;
     std::string sort;
 
+    /** Whether each document is shown as soon as it was looked at. */
+    bool showsAtOnce() const { return common.json && sort.empty(); }
     bool keepsAll() const { return !onlyNew && !onlyModified && !onlyUnresolved && !onlyDamaged; }
 };
 
 /** What the document itself says, and where its DAT file says otherwise. */
 struct OwnLinks {
-    Json count; ///< null when nobody counted or the document cannot be read
+    std::optional<std::size_t> count; ///< none when nobody counted or the document cannot be read
     DocumentCondition condition;
     bool isCompared = false; ///< there are both
     std::vector<LinkDifference> differences;
@@ -33,8 +38,8 @@ struct OwnLinks {
 
 OwnLinks readLinksOf(const FoundDocument& found, const DocumentStatus& row, LinkMemory& memory) {
     const DocumentLinks links = readDocumentLinks(found.fullName, "", memory);
-    OwnLinks own{
-        links.read ? Json(links.countDocuments()) : Json(), links.condition, links.read && !row.dat.empty(), {}};
+    OwnLinks own{{}, links.condition, links.read && !row.dat.empty(), {}};
+    if (links.read) own.count = links.countDocuments();
     if (own.isCompared)
         own.differences = differencesBetween(readRecordedLinks(found.fullName), targetsOf(links, found.fullName));
     return own;
@@ -75,7 +80,7 @@ Json jsonOf(const DocumentStatus& row, bool withLinks, const OwnLinks& ownLinks)
                               {"unresolved", row.unresolved},
                               {"design_table", row.designTable}});
     if (withLinks) {
-        json.add("document_links", ownLinks.count);
+        json.add("document_links", ownLinks.count ? Json(*ownLinks.count) : Json());
         json.add("condition", ownLinks.condition.json());
         json.add("link_differences", jsonOf(ownLinks));
     }
@@ -94,6 +99,30 @@ struct Row {
                (options.onlyUnresolved && status.unresolved > 0) || (options.onlyDamaged && links.condition.isFinding);
     }
 };
+
+template <class Move>
+void transfer(Move& move, OwnLinks& links) {
+    move(links.count, links.condition, links.isCompared, links.differences);
+}
+
+template <class Move>
+void transfer(Move& move, Row& row) {
+    move(row.status, row.links);
+}
+
+/** One document, as the process has it that looks at it. */
+struct RowAnswer {
+    bool isKept = false;
+    std::optional<Row> row; ///< unless all that is told of it is the line
+    std::string line;       ///< as JSON
+    bool isFinding = false;
+    std::string journal; ///< what the library told meanwhile
+};
+
+template <class Move>
+void transfer(Move& move, RowAnswer& answer) {
+    move(answer.isKept, answer.row, answer.line, answer.isFinding, answer.journal);
+}
 
 /** Whatever is asked for: texts from A to Z, numbers from the largest. */
 void sortRows(std::vector<Row>& rows, const std::string& key) {
@@ -132,7 +161,7 @@ void addTo(Table& table, const Row& row) {
     table.add({status.status, status.document,
                condition.isTold() ? status.reason + ", " + condition.text : status.reason,
                status.layout.empty() ? "-" : status.layout, status.itemRevision, status.loadType,
-               std::to_string(status.linked) + (row.links.count.isNull() ? "" : " / " + row.links.count.dump()),
+               std::to_string(status.linked) + (row.links.count ? " / " + std::to_string(*row.links.count) : ""),
                std::to_string(status.unresolved), status.designTable ? "yes" : "", textOfDifferences(row.links)},
               tone);
 }
@@ -167,44 +196,64 @@ void show(const std::vector<Row>& rows, bool withLinks) {
     table.print();
 }
 
+/** Looks at one document. */
+RowAnswer answerOf(const FoundDocument& found, const StatusOptions& options, LinkMemory& memory) {
+    Row row = {examine(found), {}};
+    if (options.links) row.links = readLinksOf(found, row.status, memory);
+    RowAnswer answer;
+    answer.isKept = row.isKeptBy(options);
+    answer.isFinding = row.isFinding();
+    if (!options.showsAtOnce())
+        answer.row = std::move(row);
+    else if (answer.isKept)
+        answer.line = jsonOf(row.status, options.links, row.links).dump() + "\n";
+    return answer;
+}
+
+/** What came out of all documents, and was not shown at once. */
+struct Outcome {
+    std::vector<Row> rows;
+    Counts counts;
+    bool isFinding = false;
+};
+
+Outcome lookAt(const std::vector<FoundDocument>& found, const StatusOptions& options, JournalFile& journal) {
+    journal.take(); // what came before is told once
+    LinkMemory memory;
+    Turns<RowAnswer> answers(found.size(), processesFor(options.common.jobs, found.size()), [&](std::size_t i) {
+        RowAnswer answer = answerOf(found[i], options, memory);
+        answer.journal = journal.takeLines();
+        return answer;
+    });
+    Outcome outcome;
+    Progress progress(found.size(), "documents");
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        RowAnswer answer = answers.next();
+        journal.add(answer.journal);
+        print(answer.line);
+        outcome.isFinding = outcome.isFinding || answer.isFinding;
+        if (answer.row) outcome.counts.add(*answer.row);
+        if (answer.row && answer.isKept) outcome.rows.push_back(std::move(*answer.row));
+        progress.step();
+    }
+    return outcome;
+}
+
 int runStatus(StatusOptions& options) {
     CommonOptions& common = options.common;
     if (!common.completeNames() || !common.loadSession()) return ExitUnusable;
     DocumentSearch documents;
     const bool complete = common.search(documents);
-
     JournalFile journal(common.journal);
-    journal.take();
-    std::vector<Row> rows; // those that are shown at the end
-    Counts counts;
-    bool findings = false;
-    {
-        Progress progress(documents.found().size(), "documents");
-        Examiner examiner;
-        LinkMemory memory;
-        for (const FoundDocument& found : documents.found()) {
-            Row row = {examiner.examine(found), {}};
-            if (options.links) row.links = readLinksOf(found, row.status, memory);
-            findings = findings || row.isFinding();
-            counts.add(row);
-            if (row.isKeptBy(options)) {
-                if (common.json && options.sort.empty())
-                    printJson(jsonOf(row.status, options.links, row.links));
-                else
-                    rows.push_back(std::move(row));
-            }
-            journal.take();
-            progress.step();
-        }
-    }
-    sortRows(rows, options.sort);
+    Outcome outcome = lookAt(documents.found(), options, journal);
+    sortRows(outcome.rows, options.sort);
     if (common.json)
-        for (const Row& row : rows) printJson(jsonOf(row.status, options.links, row.links));
+        for (const Row& row : outcome.rows) printJson(jsonOf(row.status, options.links, row.links));
     else
-        show(rows, options.links);
-    if (!common.json) summarize(counts.text());
+        show(outcome.rows, options.links);
+    if (!common.json) summarize(outcome.counts.text());
     if (!journal.finish() || !complete) return ExitUnusable;
-    return findings ? ExitFindings : ExitFine;
+    return outcome.isFinding ? ExitFindings : ExitFine;
 }
 
 } // namespace
@@ -226,6 +275,7 @@ void addStatusCommand(Command& program) {
         .value("--sort", "KEY", "Order of the rows: document, status, reason, item-revision, unresolved (most first)",
                &options->sort)
         .oneOf({"document", "status", "reason", "item-revision", "unresolved"});
+    options->common.addJobsTo(command);
     options->common.addTo(command);
     command.example("status vault", "every document below the folder vault");
     command.example("status --modified --sort document --json vault", "the modified ones, one JSON object a line");

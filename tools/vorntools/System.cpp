@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <thread>
 
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -73,12 +74,15 @@ WriteZip* zipWriter() { return nullptr; }
 
 GetSqlite* sqlite() { return nullptr; }
 
-// Only what is not built in on this system asks for them.
-Helpers::Helpers(std::size_t, const std::function<void(std::size_t, const Send&)>&) {}
+bool Helpers::areThere() { return false; }
+
+Helpers::Helpers(std::size_t count, const std::function<void(std::size_t, const Send&)>&) : m_wanted(count) {}
 
 Helpers::~Helpers() = default;
 
 bool Helpers::receive(std::size_t, char*, std::size_t) { return false; }
+
+bool Helpers::refill(Process&) { return false; }
 
 bool outputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
 
@@ -153,6 +157,8 @@ GetSqlite* sqlite() { return functionOf<GetSqlite>("libVornToolsCatalogue.so", "
 
 namespace {
 
+constexpr std::size_t kReceivedAtOnce = std::size_t(1) << 16U;
+
 void sendAll(int pipe, const std::string& bytes) {
     for (std::size_t at = 0; at < bytes.size();) {
         const ssize_t sent = ::write(pipe, bytes.data() + at, bytes.size() - at);
@@ -175,7 +181,9 @@ void sendAll(int pipe, const std::string& bytes) {
 
 } // namespace
 
-Helpers::Helpers(std::size_t count, const std::function<void(std::size_t, const Send&)>& work) {
+bool Helpers::areThere() { return true; }
+
+Helpers::Helpers(std::size_t count, const std::function<void(std::size_t, const Send&)>& work) : m_wanted(count) {
     std::fflush(nullptr);
     for (std::size_t i = 0; i < count; ++i) {
         int ends[2];
@@ -192,6 +200,7 @@ Helpers::Helpers(std::size_t count, const std::function<void(std::size_t, const 
             ::close(ends[0]);
             break;
         }
+
         m_processes.push_back({process, ends[0]});
     }
 }
@@ -206,14 +215,25 @@ Helpers::~Helpers() {
 
 bool Helpers::receive(std::size_t helper, char* bytes, std::size_t count) {
     if (helper >= m_processes.size()) return false;
+    Process& process = m_processes[helper];
     while (count > 0) {
-        const ssize_t received = ::read(m_processes[helper].pipe, bytes, count);
-        if (received < 0 && errno == EINTR) continue;
-        if (received <= 0) return false;
-        bytes += received;
-        count -= static_cast<std::size_t>(received);
+        if (process.taken == process.received.size() && !refill(process)) return false;
+        const std::size_t taken = process.received.copy(bytes, count, process.taken);
+        process.taken += taken;
+        bytes += taken;
+        count -= taken;
     }
     return true;
+}
+
+bool Helpers::refill(Process& process) {
+    process.received.resize(kReceivedAtOnce);
+    process.taken = 0;
+    ssize_t received = 0;
+    do received = ::read(process.pipe, &process.received[0], process.received.size());
+    while (received < 0 && errno == EINTR);
+    process.received.resize(received > 0 ? static_cast<std::size_t>(received) : 0);
+    return received > 0;
 }
 
 bool outputIsTerminal() { return ::isatty(STDOUT_FILENO) != 0; }
@@ -228,6 +248,8 @@ int terminalWidth() {
 bool enableColors() { return true; }
 
 #endif
+
+std::size_t processors() { return std::max(1U, std::thread::hardware_concurrency()); }
 
 std::string readInput() {
 #if defined(_WIN32)

@@ -55,6 +55,9 @@ GetSqlite* sqlite();
  */
 class Helpers {
 public:
+    /** Whether the system has such processes; where it has not none ever begins. */
+    static bool areThere();
+
     using Send = std::function<void(const std::string& bytes)>;
     /** @param work of each, by its number from 0; what it sends can be received here. Nothing else that it does is
      * seen */
@@ -63,15 +66,25 @@ public:
     Helpers(const Helpers&) = delete;
     Helpers& operator=(const Helpers&) = delete;
 
+    /** Whether as many as were wanted have begun. */
+    bool haveBegun() const { return m_processes.size() == m_wanted; }
     /** Waits for bytes of one of them. @return false when it has ended before it sent as many */
     bool receive(std::size_t helper, char* bytes, std::size_t count);
 
 private:
     struct Process {
         int process = 0, pipe = -1;
+        std::string received = {};
+        std::size_t taken = 0; ///< bytes of the received ones
     };
+    static bool refill(Process& process);
+
+    const std::size_t m_wanted;
     std::vector<Process> m_processes;
 };
+
+/** How many processes of this program can work at once: at least 1. */
+std::size_t processors();
 
 bool outputIsTerminal();
 bool errorIsTerminal();

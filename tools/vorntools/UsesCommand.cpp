@@ -163,7 +163,9 @@ ExitCode judge(const Archive& archive, const DocumentTree& tree) {
 /** Reads what the question takes, from the folders. @return false, said on standard error, when it cannot all be read
  */
 bool readTree(const TreeOptions& options, DocumentTree::Direction direction, JournalFile& journal, Archive& archive) {
-    ArchiveReader reader(archive, journal, {});
+    ArchiveReader::What what;
+    what.jobs = options.common.jobs;
+    ArchiveReader reader(archive, journal, what);
     std::vector<std::string> names = options.common.names;
     names.push_back(options.file);
     const bool complete = reader.walk(names);
@@ -228,6 +230,7 @@ void addTreeCommand(Command& program, const char* name, const char* description,
     command.value("--depth", "N", "Levels below the document; 0: all", &options->depth).between(0, 1000000);
     command.flag("--flat", "Every document once, by its level, instead of a tree", options->flat).excludes("--dot");
     command.flag("--dot", "A graph for Graphviz", options->dot).excludes("--json");
+    if (direction == DocumentTree::UsedBy) options->common.addJobsTo(command);
     options->common.addTo(command);
     options->common.addCatalogueTo(command).excludes("--session");
 }

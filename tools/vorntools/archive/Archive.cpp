@@ -75,6 +75,7 @@ void Archive::addLinks(Index number, const DocumentLinks& links, const std::opti
     document.version = links.version;
     document.release = links.release;
     document.servicePack = links.servicePack;
+    if (!document.hasIdentity) document.save = m_texts.add(links.save);
     const std::vector<Target> targets = targetsOf(links, std::string(text(document.fullName)));
     document.links.first = endOf(m_links);
     for (const Target& target : targets) addTarget(number, target);

@@ -47,10 +47,11 @@ struct ArchiveDocument {
     Index dat = 0, layout = 0, itemRevision = 0, dataset = 0, namedReference = 0, loadType = 0;
     int linked = 0, unresolved = 0; ///< documents in the DAT file
     RowRange links, references, ghosts, recorded, differences;
-    bool isFinding = false;              ///< of the state
-    bool hasIdentity = false;            ///< the fields from uuid on are known
-    Index uuid = 0, save = 0, saved = 0; ///< as in DocumentIdentity
-    Index checksum = 0;                  ///< SHA-256 of its bytes; 0: not known
+    bool isFinding = false;    ///< of the state
+    Index save = 0;            ///< what copies of one save share; 0: not known
+    bool hasIdentity = false;  ///< the fields from uuid on are known
+    Index uuid = 0, saved = 0; ///< as in DocumentIdentity, and so is save
+    Index checksum = 0;        ///< SHA-256 of its bytes; 0: not known
 };
 
 /** Everything about one document, wherever it comes from: what Archive::add takes. */

@@ -2,10 +2,27 @@
 
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/System.h"
+#include "tools/vorntools/Turns.h"
+#include "tools/vorntools/archive/DocumentPacket.h"
 #include "tools/vorntools/archive/Paths.h"
 
 #include <unordered_map>
 #include <unordered_set>
+
+namespace {
+
+/** One document, as the process has it that reads it. */
+struct ReadDocument {
+    DocumentFacts facts;
+    std::string journal; ///< what the library told of it
+};
+
+template <class Move>
+void transfer(Move& move, ReadDocument& answer) {
+    move(answer.facts, answer.journal);
+}
+
+} // namespace
 
 DocumentFacts ArchiveReader::factsOf(const FoundDocument& found) {
     DocumentFacts facts;
@@ -18,21 +35,28 @@ DocumentFacts ArchiveReader::factsOf(const FoundDocument& found) {
 
 void ArchiveReader::read(DocumentFacts& facts, bool isGiven) {
     const FoundDocument& found = facts.found;
-    if (m_what.status) facts.status = m_examiner.examine(found);
+    if (m_what.status) facts.status = examine(found);
     if (m_what.links && found.exists && (isGiven || isCatiaDocument(found.name)))
         facts.links = readDocumentLinks(found.fullName, m_what.linkType, m_memory);
     if (m_what.recorded && facts.links && found.hasDat) facts.recorded = readRecordedLinks(found.fullName);
-    m_journal.take();
 }
 
 void ArchiveReader::readAll() {
     std::unordered_set<std::string> given;
     for (const std::string& name : m_names) given.insert(fullNameOf(name));
-    Progress progress(m_search.found().size(), "documents");
-    for (const FoundDocument& found : m_search.found()) {
-        DocumentFacts facts = factsOf(found);
-        read(facts, given.count(found.fullName) > 0);
-        m_archive.add(facts);
+    const std::vector<FoundDocument>& found = m_search.found();
+    m_journal.take(); // what came before is told once
+    Turns<ReadDocument> answers(found.size(), processesFor(m_what.jobs, found.size()), [&](std::size_t i) {
+        ReadDocument answer = {factsOf(found[i]), {}};
+        read(answer.facts, given.count(found[i].fullName) > 0);
+        answer.journal = m_journal.takeLines();
+        return answer;
+    });
+    Progress progress(found.size(), "documents");
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const ReadDocument answer = answers.next();
+        m_journal.add(answer.journal);
+        m_archive.add(answer.facts);
         progress.step();
     }
 }
@@ -56,6 +80,7 @@ void ArchiveReader::readNeeded(const std::vector<std::string>& fullNames, unsign
                                                                             host::stateOf(fullName + ".dat").isThere});
         if (found == walked.end()) facts.role = ArchiveDocument::Named;
         read(facts, i < fullNames.size());
+        m_journal.take();
         m_archive.add(facts);
         if (!facts.links || (depth > 0 && level == depth)) continue;
         for (const Target& target : targetsOf(*facts.links, fullName))

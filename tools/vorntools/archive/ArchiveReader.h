@@ -24,6 +24,7 @@ public:
         bool status = false;   ///< ask for state and DAT fields
         bool recorded = false; ///< read which documents the DAT files name
         std::string linkType;  ///< as readDocumentLinks takes it
+        int jobs = 0;          ///< of readAll, as processesFor takes it
     };
     /** @param journal what the library tells of each document goes there */
     ArchiveReader(Archive& archive, JournalFile& journal, What what)
@@ -36,7 +37,7 @@ public:
         m_search.exclude(excluded);
         return m_search.search(names);
     }
-    /** Reads every document that was walked, in their order. */
+    /** Reads every document that was walked, and adds them in their order. */
     void readAll();
     /** Reads documents and whatever they need; the other ones that were walked stay unread.
      * @param depth levels below the documents; 0: all */
@@ -56,7 +57,6 @@ private:
     const What m_what;
     std::vector<std::string> m_names;
     DocumentSearch m_search{true};
-    Examiner m_examiner;
     LinkMemory m_memory;
 };
 

@@ -1,6 +1,7 @@
 #ifndef TOOLS_VORNTOOLS_ARCHIVE_DUPLICATES_H
 #define TOOLS_VORNTOOLS_ARCHIVE_DUPLICATES_H
 
+#include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/archive/Archive.h"
 #include "tools/vorntools/archive/DocumentIdentity.h"
 
@@ -11,7 +12,7 @@
 struct Duplicate {
     Index document = 0;
     DocumentIdentity identity;
-    unsigned int content = 0; ///< the same number within the group: the same bytes; from 1
+    unsigned int content = 0; ///< the same number within the group: the same bytes or, as evidence, save; from 1
     bool isUnread = false;    ///< it had to be read and could not: its content counts as one that no other has
     unsigned int origin = 0;  ///< the same number within the group: the same document once; from 1
 };
@@ -20,6 +21,7 @@ struct Duplicate {
 struct DuplicateGroup {
     enum Relation {
         SameBytes,  ///< all of them
+        SameSave,   ///< all of them have one size and come from one save; nobody has compared all bytes
         SavedApart, ///< all are one document by their identity, and not all have the same bytes
         Strangers,  ///< no two of them have anything to do with each other
         Mixed
@@ -29,11 +31,20 @@ struct DuplicateGroup {
     std::vector<Duplicate> documents; ///< by full name
 };
 
-/** "same bytes", "saved apart", "strangers", "mixed". */
+/** "same bytes", "same save", "saved apart", "strangers", "mixed". */
 const char* relationName(DuplicateGroup::Relation relation);
 
-/** Compares walked documents that share their name. Reads whole files where the sizes agree, and the last saves and
- * checksums as far as the archive knows them. */
-std::vector<DuplicateGroup> findDuplicates(const Archive& archive);
+/** What shows that documents of one size are the same. */
+enum class Evidence {
+    Bytes, ///< all of them, or their checksums
+    Save   ///< that they come from one save; of documents that tell none, or where checksums are known, as Bytes
+};
+
+/**
+ * Compares walked documents that share their name. Documents of different sizes or saves are never read.
+ * @param jobs as processesFor takes it
+ * @param journal what the library tells meanwhile goes there
+ */
+std::vector<DuplicateGroup> findDuplicates(const Archive& archive, Evidence evidence, int jobs, JournalFile& journal);
 
 #endif

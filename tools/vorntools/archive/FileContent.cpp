@@ -11,7 +11,6 @@
 namespace {
 
 constexpr std::size_t kPieceBytes = std::size_t(1) << 16U;
-constexpr std::size_t kMostKept = std::size_t(1) << 26U;
 
 /** Opens a file; nothing else, since what is no file may have no end. */
 std::ifstream openFile(const std::string& fullName) {
@@ -87,11 +86,11 @@ bool ContentComparison::load(const std::string& fullName) {
     if (!stream.is_open()) return false;
     std::size_t size = 0;
     do {
-        if (size == m_buffer.size()) m_buffer.resize(std::max(kPieceBytes, std::min(2 * size, kMostKept + 1)));
+        if (size == m_buffer.size()) m_buffer.resize(std::max(kPieceBytes, std::min(2 * size, m_mostKept + 1)));
         stream.read(&m_buffer[size], static_cast<std::streamsize>(m_buffer.size() - size));
         size += static_cast<std::size_t>(stream.gcount());
-    } while (stream && size <= kMostKept);
-    m_isWhole = size <= kMostKept;
+    } while (stream && size <= m_mostKept);
+    m_isWhole = size <= m_mostKept;
     m_loaded = std::string_view(m_buffer).substr(0, size);
     return !stream.bad();
 }
@@ -118,11 +117,13 @@ std::optional<std::size_t> ContentComparison::add(const std::string& fullName) {
     if (!m_contents.empty() && m_contents[m_last].isKept && isSame(m_contents[m_last], fullName)) return m_last;
     const std::optional<std::uint64_t> number = digest(fullName);
     if (!number) return std::nullopt;
-    const auto known = m_byDigest.emplace(*number, m_contents.size());
-    if (!known.second && isSame(m_contents[known.first->second], fullName)) return m_last = known.first->second;
+    const auto [first, end] = m_byDigest.equal_range(*number);
+    for (auto known = first; known != end; ++known)
+        if (isSame(m_contents[known->second], fullName)) return m_last = known->second;
+    m_byDigest.emplace(*number, m_contents.size());
     Content content;
     content.fullName = fullName;
-    content.isKept = m_isWhole && m_kept + m_loaded.size() <= kMostKept;
+    content.isKept = m_isWhole && m_kept + m_loaded.size() <= m_mostKept;
     if (content.isKept) content.bytes = m_loaded;
     m_kept += content.bytes.size();
     m_contents.push_back(std::move(content));

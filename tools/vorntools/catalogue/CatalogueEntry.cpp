@@ -9,7 +9,7 @@ CatalogueEntry EntryReader::read(const std::string& fullName, bool exists, bool 
     CatalogueEntry entry;
     DocumentFacts& facts = entry.facts;
     facts.found = {fullName, fullName, exists, hasDat};
-    facts.status = Examiner().examine(facts.found); // what it tells of one document does not depend on others
+    facts.status = examine(facts.found);
     if (!exists || !isCatiaDocument(fullName)) return entry;
     facts.links = readDocumentLinks(fullName, "", m_memory);
     if (hasDat) facts.recorded = readRecordedLinks(fullName);

@@ -3,9 +3,11 @@
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/OutputFile.h"
 #include "tools/vorntools/System.h"
+#include "tools/vorntools/Turns.h"
+#include "tools/vorntools/archive/FileContent.h"
 #include "tools/vorntools/archive/Paths.h"
 #include "tools/vorntools/catalogue/CatalogueFile.h"
-#include "tools/vorntools/catalogue/EntrySource.h"
+#include "tools/vorntools/catalogue/EntryPacket.h"
 #include "tools/vorntools/catalogue/KnownFiles.h"
 #include "tools/vorntools/catalogue/Schema.h"
 
@@ -161,10 +163,18 @@ void Update::readWanted() {
         rows.push_back(&found);
         wanted.push_back(found.document);
     }
-    EntrySource source(wanted, m_options.jobs, m_journal);
+    m_journal.take(); // what came before is told once
+    EntryReader reader;
+    Turns<CatalogueEntry> entries(wanted.size(), processesFor(m_options.jobs, wanted.size()), [&](std::size_t i) {
+        CatalogueEntry entry = reader.read(wanted[i]->fullName, wanted[i]->exists, wanted[i]->hasDat);
+        entry.journal = m_journal.takeLines();
+        return entry;
+    });
     Progress progress(rows.size(), "documents");
     for (const Found* const row : rows) {
-        write(*row, source.next());
+        const CatalogueEntry entry = entries.next();
+        m_journal.add(entry.journal);
+        write(*row, entry);
         progress.step();
     }
     m_changes.documents = m_found.size();
@@ -202,10 +212,11 @@ void Update::addChecksums() {
         for (; row.next(); documents.push_back(row.number(0))) files.push_back(row.text(1));
     }
     Statement add(m_database, "UPDATE documents SET sha256 = ? WHERE id = ?");
-    ChecksumSource source(std::move(files), m_options.jobs);
+    Turns<std::string> checksums(files.size(), processesFor(m_options.jobs, files.size()),
+                                 [&](std::size_t i) { return sha256Of(files[i]); });
     Progress progress(documents.size(), "documents of equal names");
     for (const FileId document : documents) {
-        const std::string checksum = source.next();
+        const std::string checksum = checksums.next();
         if (!checksum.empty()) add.run(checksum, document);
         progress.step();
     }

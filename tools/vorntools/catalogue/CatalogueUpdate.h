@@ -19,7 +19,7 @@ struct UpdateOptions {
     std::string file;                  ///< the catalogue, made when there is none
     std::vector<std::string> lookedAt; ///< full names of the folders
     bool isComplete = true;            ///< all of them could be read: what is not found any more is gone
-    int jobs = 1;                      ///< processes that read documents
+    int jobs = 0;                      ///< as processesFor takes it
 };
 
 /**

@@ -1,7 +1,6 @@
 #include "tools/vorntools/page/PageData.h"
 
 #include "tools/vorntools/Text.h"
-#include "tools/vorntools/archive/Duplicates.h"
 #include "tools/vorntools/archive/Orphans.h"
 
 #include <map>
@@ -30,8 +29,10 @@ private:
 
 class PageWriter {
 public:
-    PageWriter(std::ostream& stream, const Archive& archive, const std::vector<Index>& listed)
-        : m_stream(stream), m_archive(archive), m_listed(listed), m_nodes(archive.documents().size(), kNoIndex) {
+    PageWriter(std::ostream& stream, const Archive& archive, const std::vector<Index>& listed,
+               const std::vector<DuplicateGroup>& duplicates)
+        : m_stream(stream), m_archive(archive), m_listed(listed), m_duplicates(duplicates),
+          m_nodes(archive.documents().size(), kNoIndex) {
         for (std::size_t i = 0; i < listed.size(); ++i) m_nodes[listed[i]] = static_cast<Index>(i);
         for (Index document = 0; document < m_nodes.size(); ++document)
             if (m_nodes[document] == kNoIndex) {
@@ -294,7 +295,7 @@ private:
 
     void duplicates() {
         std::vector<std::pair<std::string, std::vector<std::size_t>>> groups;
-        for (const DuplicateGroup& group : findDuplicates(m_archive)) {
+        for (const DuplicateGroup& group : m_duplicates) {
             std::vector<std::size_t> places;
             for (const Duplicate& duplicate : group.documents)
                 if (m_nodes[duplicate.document] < m_listed.size()) places.push_back(m_nodes[duplicate.document]);
@@ -319,6 +320,7 @@ private:
     std::ostream& m_stream;
     const Archive& m_archive;
     const std::vector<Index>& m_listed;
+    const std::vector<DuplicateGroup>& m_duplicates;
     std::vector<Index> m_nodes;     ///< numbers on the page, by document of the archive
     std::vector<Index> m_elsewhere; ///< documents of the archive that are not in the list
 };
@@ -333,6 +335,6 @@ std::vector<Index> listedOf(const Archive& archive) {
 }
 
 void writePageData(std::ostream& stream, const Archive& archive, const std::vector<Index>& listed,
-                   const PageOrigin& origin) {
-    PageWriter(stream, archive, listed).write(origin);
+                   const std::vector<DuplicateGroup>& duplicates, const PageOrigin& origin) {
+    PageWriter(stream, archive, listed, duplicates).write(origin);
 }

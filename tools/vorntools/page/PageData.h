@@ -2,6 +2,7 @@
 #define TOOLS_VORNTOOLS_PAGE_PAGE_DATA_H
 
 #include "tools/vorntools/archive/Archive.h"
+#include "tools/vorntools/archive/Duplicates.h"
 
 #include <ostream>
 #include <string>
@@ -23,6 +24,6 @@ std::vector<Index> listedOf(const Archive& archive);
  * it can stand in a script element.
  * @param listed listedOf() the archive */
 void writePageData(std::ostream& stream, const Archive& archive, const std::vector<Index>& listed,
-                   const PageOrigin& origin);
+                   const std::vector<DuplicateGroup>& duplicates, const PageOrigin& origin);
 
 #endif
