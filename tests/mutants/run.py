@@ -253,7 +253,7 @@ def configure():
     done = run(["gcc", "-O2", "-fPIC", "-c", f"{recorder}.c", "-o", f"{recorder}.o"])
     if not done.returncode:
         done = run(["cmake", "-S", COPY, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
-                    "-DCMAKE_CXX_FLAGS=-O0 -g1", "-DCMAKE_CXX_COMPILER=g++",
+                    "-DCMAKE_CXX_FLAGS=-O0 -g1", "-DCMAKE_CXX_COMPILER=g++", "-DVORNTOOLS_STANDALONE_PROGRAM=OFF",
                     f"-DCMAKE_PROJECT_VornTools_INCLUDE={recorder}.cmake"])
     if done.returncode:
         sys.exit(done.stdout)
