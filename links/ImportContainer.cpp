@@ -93,7 +93,8 @@ private:
         const std::size_t head = earliest + found;
         const std::int32_t length = int32At(m_image, head + kTableHead.size(), true);
         const Number count = packedNumberAt(m_image, head + kTableHead.size() + sizeof(std::int32_t));
-        if (length < 0 || count.end != i_first_text || !holds(m_image, head, static_cast<std::size_t>(length))) return;
+        // A negative length is longer than any image.
+        if (count.end != i_first_text || !holds(m_image, head, static_cast<std::size_t>(length))) return;
         readTexts(i_first_text, head + static_cast<std::size_t>(length),
                   static_cast<std::size_t>((std::max)(0, count.value)));
     }

@@ -127,6 +127,7 @@ TEST_F(LinksTest, VersionsStandBetweenTheirMarkers) {
         {"CATSummaryInformation<Version> 5x/<Version><Release>-3/<Release><ServicePack>x/<ServicePack>", 0, 5, -3, 0},
         {"CATSummaryInformation<Version>99999999999/<Version><Release>/<Release><ServicePack>+4/<ServicePack>", 0,
          2147483647, 0, 4},
+        {"in front 5/<Version>CATSummaryInformation<Release>19/<Release><ServicePack>3/<ServicePack>", 1, 0, 19, 3},
     };
     for (const auto& c : cases) {
         VornToolsString bytes = stringOf(c.bytes);
@@ -199,7 +200,7 @@ TEST_F(LinksTest, KeysCountOutsideTheNamesOfContainers) {
         std::string bytes;
         int found;
     } cases[] = {
-        {begin + "key" + end, 1},
+        {"ShapeConnectorkey" + end, 1},
         {begin + "ke" + end + "key", 0},
         {"key" + begin + end, 0},
         {begin + "key", 0},
