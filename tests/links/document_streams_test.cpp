@@ -6,6 +6,7 @@ namespace {
 TEST_F(LinksTest, RecordsNameDocumentsByKind) {
     const std::vector<ImageRecord> records = {
         ImageRecord::whole("feat", "Literals.feat", 4),
+        {"", 1, 0},
         ImageRecord::whole("CATPart", "C:\\w\\file.CATPart"),
         ImageRecord::object("feat", "ProductModel.feat", kFirst),
         ImageRecord::object("CATProduct", "C:\\w\\ctx.CATProduct", kFirst, 3),
@@ -215,7 +216,7 @@ TEST_F(LinksTest, KeysCountOutsideTheNamesOfContainers) {
     };
     for (const auto& c : cases) {
         VornToolsString bytes = stringOf(c.bytes);
-        Strings keys = stringsOf({"", "absent", "key", "other"});
+        Strings keys = stringsOf({"", "absent", "key", "_Cntr", "other"});
         EXPECT_EQ(VornToolsLinks::isKeyInFile(bytes, keys), c.found) << c.bytes;
         Strings none;
         EXPECT_EQ(VornToolsLinks::isKeyInFile(bytes, none), 0);

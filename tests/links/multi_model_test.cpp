@@ -90,9 +90,13 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     DocumentImage saidFirst;
     saidFirst.summary(5, 12, 0).raw(image(21, true, false).bytes());
     EXPECT_EQ(links(saidFirst), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare) << "the first summary counts";
-    DocumentImage pointed;
-    pointed.raw("\x11\x03"s + kFirst + "CATPrdInputProxy").application();
-    EXPECT_EQ(links(pointed.properties("own", {ImageRecord::object("CATPart", "linked.CATPart", kFirst)})), unpublished);
+    for (const bool first : {true, false}) { // the whole pointer, at the beginning of the streams or at their end
+        DocumentImage pointed;
+        const std::string pointer = "\x11\x03"s + kFirst;
+        pointed.raw((first ? pointer : "") + "CATPrdInputProxy").application().raw(first ? "" : pointer);
+        pointed.properties("own", {ImageRecord::object("CATPart", "linked.CATPart", kFirst)});
+        EXPECT_EQ(links(pointed), unpublished) << first;
+    }
 
     const DocumentImage older = image(12, true, false);
     VornToolsString bytes = stringOf(older.bytes());
