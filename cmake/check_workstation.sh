@@ -51,18 +51,20 @@ configure "$seat/catia"
 cmake --build "$work/library"
 
 # The same answers, the same journal: the order of the whole session is compared.
+cmake --build "$native" --target vorntools_on_libraries
+program=$native/bin/vorntools_on_libraries
 export LD_LIBRARY_PATH=$work/library/lib:$seat
-ldd "$native/bin/vorntools" | grep -q "$work/library/lib/libVornTools" || fail "the seat's library is not the one that runs"
+ldd "$program" | grep -q "$work/library/lib/libVornTools" || fail "the seat's library is not the one that runs"
 for topic in documents windows selection modes switch restore scenes masks properties parameters instances attributes \
     design-tables checksums; do
     code=0
-    "$native/bin/vorntools" run examples/gear-pump.json "$topic" >"$work/seat.txt" 2>&1 || code=$?
+    "$program" run examples/gear-pump.json "$topic" >"$work/seat.txt" 2>&1 || code=$?
     own=0
     LD_LIBRARY_PATH='' "$native/bin/vorntools" run examples/gear-pump.json "$topic" >"$work/own.txt" 2>&1 || own=$?
     [ $code -eq $own ] && cmp "$work/own.txt" "$work/seat.txt" || fail "run $topic differs when built against the seat"
 done
 for command in status links; do
-    "$native/bin/vorntools" $command examples/workspace >"$work/seat.txt" 2>&1 || true
+    "$program" $command examples/workspace >"$work/seat.txt" 2>&1 || true
     LD_LIBRARY_PATH='' "$native/bin/vorntools" $command examples/workspace >"$work/own.txt" 2>&1 || true
     cmp "$work/own.txt" "$work/seat.txt" || fail "$command differs when built against the seat"
 done

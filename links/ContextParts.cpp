@@ -40,9 +40,10 @@ std::unordered_map<std::string, Pointers> pointersTo(std::string_view i_streams,
     for (const std::string& identity : i_identities)
         if (identity.size() == LinkedDocument::identityBytes) pointers.emplace(identity.substr(8), Pointers());
     std::size_t missing = pointers.size();
+    const std::size_t lead = marker::foreignIdentity.size();
     for (std::size_t at = findMarker(i_streams, marker::foreignIdentity, 0); at != notFound && missing > 0;
-         at = findMarker(i_streams, marker::foreignIdentity, at + 1)) {
-        const std::size_t behind = at + marker::foreignIdentity.size() + LinkedDocument::identityBytes;
+         at = findMarker(i_streams, marker::foreignIdentity, at + lead)) {
+        const std::size_t behind = at + lead + LinkedDocument::identityBytes;
         if (!holds(i_streams, behind, 0)) break;
         const auto pointer = pointers.find(std::string(i_streams.substr(behind - 8, 8)));
         if (pointer == pointers.end()) continue;

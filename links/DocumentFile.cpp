@@ -86,13 +86,6 @@ bool DocumentFile::fetch(const Streams& i_streams) {
     return m_reader.fetch(std::move(wanted));
 }
 
-bool DocumentFile::knows(const DirectoryEntry& i_stream) const {
-    // NOLINTNEXTLINE(readability-use-anyofallof): the iterators of pieces are none of the standard library's
-    for (const StreamPiece piece : i_stream.pieces)
-        if (!m_reader.knows(rangeOf(piece))) return false;
-    return true;
-}
-
 bool DocumentFile::appendStream(const DirectoryEntry& i_entry, std::uint64_t i_from, std::uint64_t i_count,
                                 std::string& io_bytes) {
     std::vector<FileRange> wanted;

@@ -40,8 +40,6 @@ public:
     /** Reads what is not known yet of the streams, neighbours together. @return false when it cannot be read, or when
      * together they are longer than the file, as streams that share their bytes may be */
     bool fetch(const Streams& i_streams);
-    /** Whether all bytes of a stream have been read. */
-    bool knows(const DirectoryEntry& i_stream) const;
     /** Bytes of a stream, its pieces put together. @return false when they cannot be read; nothing is then appended */
     bool appendStream(const DirectoryEntry& i_entry, std::uint64_t i_from, std::uint64_t i_count,
                       std::string& io_bytes);

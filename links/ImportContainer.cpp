@@ -93,7 +93,8 @@ private:
         const std::size_t head = earliest + found;
         const std::int32_t length = int32At(m_image, head + kTableHead.size(), true);
         const Number count = packedNumberAt(m_image, head + kTableHead.size() + sizeof(std::int32_t));
-        if (length < 0 || count.end != i_first_text || !holds(m_image, head, static_cast<std::size_t>(length))) return;
+        // A negative length is longer than any image.
+        if (count.end != i_first_text || !holds(m_image, head, static_cast<std::size_t>(length))) return;
         readTexts(i_first_text, head + static_cast<std::size_t>(length),
                   static_cast<std::size_t>((std::max)(0, count.value)));
     }
@@ -112,7 +113,7 @@ private:
         std::size_t repositories = 0;
         std::int32_t symbol = 0;
         for (std::size_t at = findMarker(m_image, beginning, i_begin, i_end); at != notFound;
-             at = findMarker(m_image, beginning, at + 1, i_end)) {
+             at = findMarker(m_image, beginning, at + beginning.size(), i_end)) {
             if (standsAt(m_image, at, kContextHead)) {
                 const Number number = repositoryAt(m_image, at);
                 if (number.end == notFound) continue;
@@ -152,7 +153,7 @@ ImportedElements readImportContainer(std::string_view i_image, std::size_t i_rep
 std::vector<std::int32_t> repositorySymbols(std::string_view i_image) {
     std::vector<std::int32_t> symbols;
     for (std::size_t at = findMarker(i_image, kContextHead, 0); at != notFound;
-         at = findMarker(i_image, kContextHead, at + 1)) {
+         at = findMarker(i_image, kContextHead, at + kContextHead.size())) {
         const Number number = repositoryAt(i_image, at);
         if (number.end != notFound) symbols.push_back(number.value);
     }

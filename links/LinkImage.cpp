@@ -159,7 +159,7 @@ bool holdsAllPointers(std::string_view i_image, const std::vector<LinkedDocument
     if (missing.empty()) return true;
     const std::size_t lead = marker::foreignIdentity.size();
     for (std::size_t at = findMarker(i_image, marker::foreignIdentity, 0); at != notFound;
-         at = findMarker(i_image, marker::foreignIdentity, at + 1)) {
+         at = findMarker(i_image, marker::foreignIdentity, at + lead)) {
         if (!holds(i_image, at + lead, LinkedDocument::identityBytes)) break;
         const auto count = missing.find(i_image.substr(at + lead, LinkedDocument::identityBytes));
         if (count != missing.end()) --count->second;

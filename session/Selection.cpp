@@ -117,7 +117,7 @@ HRESULT appendFileName(const JournalFrame& i_frame, const CATUnicodeString& i_na
                        CATListValCATUnicodeString& io_names) {
     CATUnicodeString file_name;
     const HRESULT code = fileNameOf(i_name, file_name);
-    if (FAILED(code) || file_name.IsNull()) return i_frame.callFailed("UTILFile::splitPathAndFileName");
+    if (file_name.IsNull()) return i_frame.callFailed("UTILFile::splitPathAndFileName");
     if (io_names.Locate(i_name) == 0) io_names.Append(file_name);
     return code;
 }

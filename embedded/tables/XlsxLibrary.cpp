@@ -12,6 +12,7 @@
 #endif
 
 #include <cstring>
+#include <new>
 
 namespace embedded {
 
@@ -32,15 +33,29 @@ ReadSpreadsheet* xlsxReader() {
     return reader;
 }
 
+SheetReading putCell(void* context, std::size_t row, std::size_t column, const char* text, std::size_t length) {
+    try {
+        const bool taken = static_cast<SheetBuilder*>(context)->put(row, column, std::string(text, length));
+        return taken ? SheetReading::done : SheetReading::unreadable;
+    } catch (const std::bad_alloc&) {
+        return SheetReading::outOfMemory;
+    }
+}
+
 } // namespace
 
 bool reads(SheetFileKind kind) { return kind != SheetFileKind::xlsx || xlsxReader(); }
 
 std::optional<SheetRows> readXlsx(std::string_view bytes, int index, char decimalMark) {
     ReadSpreadsheet* const reader = xlsxReader();
-    SheetRows rows;
-    if (!reader || !reader(bytes, index, decimalMark, rows)) return std::nullopt;
-    return rows;
+    if (!reader) return std::nullopt;
+    SheetBuilder sheet;
+    switch (reader(bytes.data(), bytes.size(), index, decimalMark, putCell, &sheet)) {
+    case SheetReading::done: return sheet.take();
+    case SheetReading::unreadable: return std::nullopt;
+    case SheetReading::outOfMemory: break;
+    }
+    throw std::bad_alloc();
 }
 
 } // namespace embedded

@@ -174,6 +174,8 @@ TEST_F(DatFileTest, ConformityIsCheckedInDebugModeAndOnlyJournals) {
         {true, "2", "5_6_7_8", "1_2_3_4", truncated},
         {true, "2", "1_2_3_45", "1_2_3_4", mismatch("1_2_3_4", "1_2_3_45")},
         {true, "2", "2_3", "1_2_3_4", mismatch("1_2_3_4", "2_3")},
+        {true, "2", "1_2", "1_2_3_4", mismatch("1_2_3_4", "1_2")},
+        {true, "2", "0_1_2_3_4", "1_2_3_4", mismatch("1_2_3_4", "0_1_2_3_4")},
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(test.version + " " + test.fileUuid + " " + test.documentUuid);

@@ -18,8 +18,8 @@ class MemoryTest : public PlatformTest {
 protected:
     /** Writes a document with a DAT file of long lines; its name. */
     CATUnicodeString writeDocument() {
-        write("p.CATPart.dat", "<DatFileVersion>\n2\n<ItemRevUID>\n" + kLine + "\n<LinkedDocs>\nMMLAssy|" + kLine +
-                                   ".CATProduct\na\n</LinkedDocs>\n<Configuration>\nc\n" + kLine +
+        write("p.CATPart.dat", "<DatFileVersion>\n2\n<ItemRevUID>\n" + kLine + "\n<LinkedDocs>\nMMLAssy|a\nMMLAssy|" +
+                                   kLine + ".CATProduct\na\n</LinkedDocs>\n<Configuration>\nc\n" + kLine +
                                    "\n</Configuration>\n<StructLastModDate>\n" + kLine +
                                    "\n</StructLastModDate>\n<DT_Maps>\n<DT_Map>\n" + kLine +
                                    "\n</DT_Map>\n</DT_Maps>\n");

@@ -1,5 +1,7 @@
 #include "tests/support/Program.h"
 
+#include "embedded/DesignTables.h"
+
 namespace {
 
 /** A part with three tables: one is fine, one has lost its file, and one does not show its sheet. */
@@ -54,6 +56,30 @@ TEST_F(DesignTablesRunTest, TablesThatCannotBeReadAreFindings) {
     EXPECT_EQ(run("run " + quoted("s.json") + " design-tables"), 1);
     EXPECT_NE(content("out").find("not readable"), std::string::npos);
     EXPECT_EQ(content("out").find("missing file"), std::string::npos);
+}
+
+// The program loads what reads workbooks; tables with the same cells have the same checksum.
+TEST_F(DesignTablesRunTest, TablesMayBeWorkbooks) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    write("bolts.txt", "Length\tName\n0.25\tM8\n30\tM10\n");
+    const std::string part = R"({"document": "P.CATPart", "feature": "MechanicalPart")";
+    std::string tables;
+    for (const auto& file :
+         {path("bolts.txt"), VORNTOOLS_SOURCE_DIR + std::string("/tests/embedded/sheets/bolts.xlsx")})
+        tables += (tables.empty() ? "" : ",") + (R"({"name": "T", "configuration": 2, "file": ")" + file) +
+                  R"(", "below": )" + part + R"(}, "associations": [{"title": "Name", "parameter": )" + part +
+                  R"(, "path": ["S", "N"]}}]})";
+    write("s.json", R"({"documents": [{"name": "P.CATPart"}],
+        "parameters": {"features": [{"document": "P.CATPart", "type": "MechanicalPart", "name": "P", "attributes": [
+            {"name": "UserParameters", "objects": [{"set": "S", "attributes": [{"name": "Parameters", "objects": [
+                {"parameter": "N", "type": "String", "value": "x"}]}]}]}]}]},
+        "design_tables": [)" +
+                        tables + "]}");
+    EXPECT_EQ(run("run " + quoted("s.json") + " design-tables --json"), 0) << content("err");
+    const auto checked = rows();
+    ASSERT_EQ(checked.size(), 2U);
+    EXPECT_NE(checked[0]["checksum"].dump(), NOTHING);
+    EXPECT_EQ(checked[0]["checksum"], checked[1]["checksum"]);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "tests/support/Allocations.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Workbook.h"
 
@@ -135,6 +136,26 @@ TEST_F(DesignTableObjectsTest, CellsOfWorkbooksAreReadAsTheyAreShown) {
          {"xl/s.xml", "<worksheet><sheetData><row>" + many + "</row></sheetData></worksheet>"},
          {"xl/sharedStrings.xml", "<sst><si><t>" + std::string(std::size_t(1) << 20U, 'x') + "</t></si></sst>"}});
     EXPECT_EQ(table(write("shared.xlsx", shared)).rows(), 0) << "one long text in too many cells";
+}
+
+TEST_F(DesignTableObjectsTest, LackOfMemoryIsNoUnreadableWorkbook) {
+    if (!embedded::readsSpreadsheets("xlsx")) GTEST_SKIP() << "this platform reads text files only";
+    auto bolts = table(sharedSpreadsheet("bolts.xlsx"));
+    std::size_t nth = 0;
+    for (bool refused = true; refused;) {
+        allocations::refuse(++nth, 1);
+        bool failed = false;
+        bool isRead = false;
+        try {
+            isRead = bolts.update();
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        refused = allocations::refuse(0, 0);
+        EXPECT_NE(failed, isRead) << "allocation " << nth;
+    }
+    EXPECT_GT(nth, 10U);
+    EXPECT_EQ(cells(bolts), "Length|Name|\n0.25|M8|\n30|M10|\n");
 }
 
 // The formats of the cells' styles: none, day, day and time, hours, then those that the file spells out.

@@ -296,6 +296,17 @@ TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {
     EXPECT_LT(apart.image.size(), 4000U);
 }
 
+TEST_F(DocumentFileTest, NeighboursStayTogetherInTheImage) {
+    const std::string names = DocumentImage().properties("/own/p.CATPart", {}).bytes();
+    const std::string sets = PartStreams().summary;
+    Container near(""), apart("");
+    near.stream(kProperty, names).stream(kSets, sets);
+    apart.gap("x").stream(kProperty, names).gap("x").stream(kSets, sets);
+    const std::string header = near.bytes().substr(0, 16), zeros(8, '\0');
+    EXPECT_EQ(read(near.bytes()).image, header + names + sets);
+    EXPECT_EQ(read(apart.bytes()).image, apart.bytes().substr(0, 16) + zeros + names + zeros + sets);
+}
+
 TEST_F(DocumentFileTest, ProductsAndDrawingsAreToldByTheirProperties) {
     const std::string names =
         DocumentImage()

@@ -6,6 +6,7 @@ namespace {
 TEST_F(LinksTest, RecordsNameDocumentsByKind) {
     const std::vector<ImageRecord> records = {
         ImageRecord::whole("feat", "Literals.feat", 4),
+        {"", 1, 0},
         ImageRecord::whole("CATPart", "C:\\w\\file.CATPart"),
         ImageRecord::object("feat", "ProductModel.feat", kFirst),
         ImageRecord::object("CATProduct", "C:\\w\\ctx.CATProduct", kFirst, 3),
@@ -127,6 +128,7 @@ TEST_F(LinksTest, VersionsStandBetweenTheirMarkers) {
         {"CATSummaryInformation<Version> 5x/<Version><Release>-3/<Release><ServicePack>x/<ServicePack>", 0, 5, -3, 0},
         {"CATSummaryInformation<Version>99999999999/<Version><Release>/<Release><ServicePack>+4/<ServicePack>", 0,
          2147483647, 0, 4},
+        {"in front 5/<Version>CATSummaryInformation<Release>19/<Release><ServicePack>3/<ServicePack>", 1, 0, 19, 3},
     };
     for (const auto& c : cases) {
         VornToolsString bytes = stringOf(c.bytes);
@@ -199,7 +201,7 @@ TEST_F(LinksTest, KeysCountOutsideTheNamesOfContainers) {
         std::string bytes;
         int found;
     } cases[] = {
-        {begin + "key" + end, 1},
+        {"ShapeConnectorkey" + end, 1},
         {begin + "ke" + end + "key", 0},
         {"key" + begin + end, 0},
         {begin + "key", 0},
@@ -214,7 +216,7 @@ TEST_F(LinksTest, KeysCountOutsideTheNamesOfContainers) {
     };
     for (const auto& c : cases) {
         VornToolsString bytes = stringOf(c.bytes);
-        Strings keys = stringsOf({"", "absent", "key", "other"});
+        Strings keys = stringsOf({"", "absent", "key", "_Cntr", "other"});
         EXPECT_EQ(VornToolsLinks::isKeyInFile(bytes, keys), c.found) << c.bytes;
         Strings none;
         EXPECT_EQ(VornToolsLinks::isKeyInFile(bytes, none), 0);

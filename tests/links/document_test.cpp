@@ -52,8 +52,8 @@ TEST_F(DocumentTest, PathsAreLookedUpByLogicalDirectory) {
 }
 
 TEST_F(DocumentTest, OtherNamesAreLookedUpAsTheyAre) {
-    for (const char* name :
-         {"/data/library/p.CATPart", "C:\\lib\\p.CATPart", "\\\\srv\\lib\\p.CATPart", "p.CATPart", "LIB"}) {
+    for (const char* name : {"/data/library/p.CATPart", "/data/lip/p.CATPart", "C:\\lib\\p.CATPart",
+                             "\\\\srv\\lib\\p.CATPart", "p.CATPart", "LIB"}) {
         session().part(name);
         EXPECT_EQ(find(name), name);
     }

@@ -51,6 +51,9 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     image.raw(bytes);
     EXPECT_EQ(links(image, "MML"),
               Texts({"MML|a.CATPart|AJADAAAAAA|1", "MML|a.CATPart|" + std::string(60, 'p') + "|1"}));
+    DocumentImage bare;
+    bare.raw("CATXDLRepository" + DocumentImage::tableText(depth)).application().properties("own", {a});
+    EXPECT_EQ(links(bare, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
     // Without the numbers of its records a stream leaves the place alone.
     DocumentImage numbered, cut;
     numbered.application().imports({{5, {4}}, {1, {5}}}, {depth, geometry}).properties("own", {a, b});
@@ -63,10 +66,9 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     const std::string own = kThird.substr(0, 12) + "\0\0\0\x99"s, element = "\x09\x92\0\0\0"s;
     const auto image = [&](int release, bool part, bool proxy) {
         DocumentImage result;
+        result.raw((proxy ? "CATPrdInputProxy" : "") + own); // what counts may stand at the very beginning
         if (part) result.application();
-        if (proxy) result.raw("CATPrdInputProxy");
-        result.raw(own)
-            .pointer(kFirst, element)
+        result.pointer(kFirst, element)
             .properties("own", {ImageRecord::object("CATPart", "linked.CATPart", kFirst),
                                 ImageRecord::object("CATPart", "bare.CATPart", kSecond),
                                 ImageRecord::object("CATPart", "itself.CATPart", kThird)});
@@ -84,6 +86,17 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     EXPECT_EQ(links(image(12, true, false), "MML", 1), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
     EXPECT_EQ(links(image(0, true, false)), Texts());
     for (const int release : {0, 11, 21}) links(image(release, true, true), "MML", release == 11 ? 1 : 0);
+
+    DocumentImage saidFirst;
+    saidFirst.summary(5, 12, 0).raw(image(21, true, false).bytes());
+    EXPECT_EQ(links(saidFirst), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare) << "the first summary counts";
+    for (const bool first : {true, false}) { // the whole pointer, at the beginning of the streams or at their end
+        DocumentImage pointed;
+        const std::string pointer = "\x11\x03"s + kFirst;
+        pointed.raw((first ? pointer : "") + "CATPrdInputProxy").application().raw(first ? "" : pointer);
+        pointed.properties("own", {ImageRecord::object("CATPart", "linked.CATPart", kFirst)});
+        EXPECT_EQ(links(pointed), unpublished) << first;
+    }
 
     const DocumentImage older = image(12, true, false);
     VornToolsString bytes = stringOf(older.bytes());

@@ -552,6 +552,7 @@ TEST_F(ScenesTest, WithoutMemoryACallFails) {
     const CATUnicodeString text(name.c_str());
     sweepAllocations("replaceAll", [&] {
         const CATUnicodeString replaced = VornToolsScenes::replaceAll("n", "n", text);
+        EXPECT_EQ(reports(), replaced == text ? Texts() : Texts({kScenes + "replaceAll 9003 ReplaceAll"}));
         return SweepOutcome{replaced == text ? S_OK : E_FAIL, replaced.GetLengthInChar() == 1};
     });
 }

@@ -122,6 +122,10 @@ CALL_LINE = re.compile(r"^(?:[\w:]+(?:\.|->))*[\w:]+(?:<[\w:, *]+>)?\(.*\);$")
 STATEMENT = re.compile(r"^(?!return|break|continue|case|using|static|const|class|struct|throw|if|for|while|else|delete)"
                        r"[\w(*&:.\[\]>-]+.*;$")
 GUARD_LINE = re.compile(r"^if \((.*)\) (return\b.*;|[\w:.>-]+\(.*\);|continue;|break;)$")
+# A declaration, or an assignment, and what it gives; emptying what a caller or an object holds.
+WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?( = [^()]*|\{\})?;$")
+CLEAR = re.compile(r"^(?:clear\(([\w.>-]+)\)|([\w.>-]+?)(?:\.|->)(?:RemoveAll|clear|reset)\(\));$")
+CONSTANT = re.compile(r"^ = (?:-?[\d.]+|\"[^\"]*\"|true|false|nullptr|k[A-Z]\w*|S_OK|E_FAIL)$")
 CONDITION = re.compile(r"\bif \(")
 TWO_ARGUMENTS = re.compile(r"(?<=\()([\w.>\[\]-]+), ([\w.>\[\]-]+)(?=[,)])")
 
@@ -159,9 +163,39 @@ def changes_of(name, text):
     for match in re.finditer(r'"((?:\\.|[^"\\\n])+)"', text):
         before = text[text.rfind("\n", 0, match.start()) + 1:match.start()]
         if "#" not in before and "//" not in before and not before.lstrip().startswith("*") and match.group(1)[-2:-1] != "\\":
-            last = "x" if match.group(1)[-1] != "x" else "y"
-            yield name, match.end() - 2, match.end() - 1, last, "text"
+            # A small number looks the same in many notations: in front of its place.
+            at = match.end() - (4 if match.group(1).endswith("%d") else 2)
+            if at > match.start():
+                yield name, at, at + 1, "x" if text[at] != "x" else "y", "text"
     yield from changes_of_lines(name, text, mask)
+
+
+def written_by(line):
+    """What a line writes that does nothing else, what it writes there, and whether it is new; None for other lines."""
+    clear = CLEAR.match(line)
+    if clear:
+        return clear.group(1) or clear.group(2), "", False
+    write = WRITE.match(line)
+    return (write.group(2), write.group(3) or "", bool(write.group(1))) if write else None
+
+
+def are_alike_in_any_order(line, other):
+    """Whether the lines tell that nobody can see which comes first: what one writes the other does not name, and both
+    do nothing else; or one makes a variable of a constant, which the other cannot know."""
+    def names(what, where):
+        return what is not None and re.search(r"(?<![\w.>])" + re.escape(what.split(".")[0].split("->")[0]) + r"\b", where)
+    first, second = written_by(line), written_by(other)
+    if any(write and write[2] and write[0].startswith("m_") for write in (first, second)):
+        return False  # members are made in their order
+    if line.startswith("void ") and other.startswith("void "):
+        return True
+    if first and second:
+        same_object = first[0] == second[0]
+        return not same_object and not names(first[0], second[1]) and not names(second[0], first[1])
+    for made, beside in ((first, other), (second, line)):
+        if made and made[2] and (not made[1] or CONSTANT.match(made[1])) and not names(made[0], beside):
+            return True
+    return False
 
 
 def changes_of_lines(name, text, mask):
@@ -179,7 +213,8 @@ def changes_of_lines(name, text, mask):
             yield name, begin, end, ";", "call left out"
         if GUARD_LINE.match(line):
             yield name, begin, end, ";", "guard left out"
-        if i + 1 < len(lines) and STATEMENT.match(line) and STATEMENT.match(lines[i + 1][2]):
+        if i + 1 < len(lines) and STATEMENT.match(line) and STATEMENT.match(lines[i + 1][2]) and \
+                not are_alike_in_any_order(line, lines[i + 1][2]):
             other_begin, other_end, other = lines[i + 1]
             yield name, begin, other_end, other + " " + line, "order of statements"
 
@@ -253,7 +288,7 @@ def configure():
     done = run(["gcc", "-O2", "-fPIC", "-c", f"{recorder}.c", "-o", f"{recorder}.o"])
     if not done.returncode:
         done = run(["cmake", "-S", COPY, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
-                    "-DCMAKE_CXX_FLAGS=-O0 -g1", "-DCMAKE_CXX_COMPILER=g++",
+                    "-DCMAKE_CXX_FLAGS=-O0 -g1", "-DCMAKE_CXX_COMPILER=g++", "-DVORNTOOLS_STANDALONE_PROGRAM=OFF",
                     f"-DCMAKE_PROJECT_VornTools_INCLUDE={recorder}.cmake"])
     if done.returncode:
         sys.exit(done.stdout)

@@ -19,6 +19,17 @@ TEST_F(DocumentAttributesTest, AnAttributeNeedsAName) {
     EXPECT_EQ(setProduct(product, entries), E_FAIL);
     EXPECT_EQ(contents(product.sets().at(0)), (Texts{"A = 1"}));
     EXPECT_EQ(reports(), Texts(4, kClass + "setReferenceProductParameters 9001 i_names"));
+    const auto names = column(entries, 0);
+    EXPECT_EQ(service().setReferenceProductParameters("Root.CATProduct", product.get(), names, {}, names), E_FAIL);
+    EXPECT_EQ(service().setReferenceProductParameters("Root.CATProduct", product.get(), names, names, {}), E_FAIL);
+    EXPECT_EQ(reports(), (Texts{kClass + "setReferenceProductParameters 9001 i_values",
+                                kClass + "setReferenceProductParameters 9001 i_types"}));
+    // What holds values of another kind holds no set.
+    Publisher odd = parametersOf(session().part("/w/Odd.CATPart"), "MechanicalPart", "Odd");
+    odd.text("_AttrForLiterals", "t");
+    unsigned char needUpdate = 0;
+    EXPECT_EQ(setPart(odd, {{"A", "1", "i"}}, needUpdate), S_OK);
+    EXPECT_EQ(contents(odd.sets().at(0)), (Texts{"A = 1"}));
 }
 
 TEST_F(DocumentAttributesTest, EveryFailureOfTheSettersIsMet) {

@@ -120,6 +120,7 @@ TEST_F(ParameterCreationTest, TheJournalTellsWhyNothingWasMade) {
     EXPECT_EQ(messages(), (Texts{"get spec attr access successfull", "key ListOfValues not found",
                                  "key ListOfValues successfully added", "key update"}));
     EXPECT_EQ(Service::isMultipleValuesParameter("a@=@"), 1);
+    EXPECT_EQ(Service::isMultipleValuesParameter("@=@a"), 1);
     EXPECT_EQ(Service::isMultipleValuesParameter("a@=b"), 0);
 }
 

@@ -44,6 +44,15 @@ TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughTheProduct) {
     }));
     EXPECT_EQ(bolt.partNumber(), "B-7");
     EXPECT_EQ(reports(), (Texts{name + "setReferenceProperties 9003 SetPartNumber"}));
+    for (const auto& [property, setter] :
+         {std::pair("definition", "SetDefinition"), std::pair("revision", "SetRevision"),
+          std::pair("nomenclature", "SetNomenclature"), std::pair("DescriptionRef", "SetDescriptionRef")}) {
+        refused[1] = property;
+        EXPECT_TRUE(failAt(std::string("CATIPrdProperties::") + setter, 1, [&] {
+            EXPECT_EQ(properties().setReferenceProperties(bolt.get(), refused, refused), E_FAIL);
+        }));
+        EXPECT_EQ(reports(), (Texts{name + "setReferenceProperties 9003 " + setter}));
+    }
     CATListValCATUnicodeString one, value;
     one.Append("revision");
     value.Append("C");

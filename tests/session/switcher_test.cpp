@@ -73,11 +73,12 @@ TEST_F(SwitcherTest, ASwitchReadsTheModeOnceAndChecksIt) {
 }
 
 TEST_F(SwitcherTest, SwitchesPartsOnlyAndOnlyWhenItIsToSwitchBack) {
-    VornToolsSwitchMgt idle{0}, odd{2};
+    VornToolsSwitchMgt idle{0}, odd{27};
     EXPECT_EQ(idle.switchVisu("Bolt.CATPart", bolt.get(), 1), S_OK);
     EXPECT_EQ(odd.switchVisu("Bolt.CATPart", bolt.get(), 1), S_OK);
-    EXPECT_EQ(messages(), (Texts{"_b_switch_back = 0", "_b_switch_back = 2"}));
+    EXPECT_EQ(messages(), (Texts{"_b_switch_back = 0", "_b_switch_back = 27"}));
     VornToolsSwitchMgt switcher{1};
+    EXPECT_EQ(switcher.isSwitchEnabled(), 1);
     clearJournal();
     EXPECT_EQ(switcher.switchVisu("Root.CATProduct", bolt.father().get(), 0), E_FAIL);
     EXPECT_EQ(switcher.switchVisu("Bolt.CATPart", nullptr, 0), E_FAIL);

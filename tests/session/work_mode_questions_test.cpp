@@ -34,6 +34,8 @@ TEST_F(WorkModeQuestionsTest, QuestionsOfTheSession) {
                      "file name match with input file name", "file name does not contain cgr"}));
     VornToolsCommon::isFileNameInVisu("Absent", answer);
     EXPECT_EQ(answer, 1);
+    VornToolsCommon::isFileNameInVisu("/w/Bolt", answer);
+    EXPECT_EQ(answer, 0) << "a name begins with it";
     VornToolsCommon::isFileNameInVisu("", answer);
     EXPECT_EQ(answer, 1) << "no name is in none";
     session().part("/w/\xC3\x96l.CATPart");

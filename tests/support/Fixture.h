@@ -37,7 +37,7 @@ protected:
     std::vector<std::string> reports() { return embedded::ErrorReports::get().take(); }
     /** The journal's message lines since clearJournal(). */
     std::vector<std::string> messages() { return embedded::Journal::get().messages(); }
-    void clearJournal() { embedded::Journal::get().clear(); }
+    void clearJournal();
 
 private:
     embedded::LiveCounts m_before;

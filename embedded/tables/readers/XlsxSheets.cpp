@@ -1,4 +1,5 @@
 #include "embedded/tables/CellTexts.h"
+#include "embedded/tables/SheetBuilder.h"
 #include "embedded/tables/readers/Readers.h"
 
 #include <pugixml.hpp>
@@ -177,7 +178,13 @@ void readPosition(const char* text, std::size_t& row, std::size_t& column) {
     if (number > 0) row = number - 1;
 }
 
-bool readRows(const pugi::xml_node& data, const Workbook& workbook, SheetBuilder& sheet) {
+/** Where the cells go. */
+struct Receiver {
+    PutCell* put;
+    void* context;
+};
+
+SheetReading readRows(const pugi::xml_node& data, const Workbook& workbook, const Receiver& receiver) {
     std::size_t row = 0;
     for (const pugi::xml_node& line : data) {
         if (!isNamed(line, "row")) continue;
@@ -186,31 +193,41 @@ bool readRows(const pugi::xml_node& data, const Workbook& workbook, SheetBuilder
         for (const pugi::xml_node& cell : line) {
             if (!isNamed(cell, "c")) continue;
             readPosition(cell.attribute("r").value(), row, column);
-            std::optional<std::string> text = cellText(cell, workbook);
-            if (!text || (!text->empty() && !sheet.put(row, column, std::move(*text)))) return false;
+            const std::optional<std::string> text = cellText(cell, workbook);
+            if (!text) return SheetReading::unreadable;
+            const SheetReading taken = text->empty()
+                                           ? SheetReading::done
+                                           : receiver.put(receiver.context, row, column, text->data(), text->size());
+            if (taken != SheetReading::done) return taken;
             ++column;
         }
         ++row;
     }
-    return true;
+    return SheetReading::done;
+}
+
+SheetReading readSheet(std::string_view bytes, int index, char decimalMark, const Receiver& receiver) {
+    const Archive archive = openArchive(bytes);
+    pugi::xml_document book;
+    if (!archive || !loadPart(archive.get(), "xl/workbook.xml", book)) return SheetReading::unreadable;
+    const pugi::xml_node workbookNode = childOf(book, "workbook");
+    const std::string name = sheetPart(archive.get(), workbookNode, index);
+    pugi::xml_document part;
+    if (name.empty() || !loadPart(archive.get(), name, part)) return SheetReading::unreadable;
+    Workbook workbook;
+    workbook.rules = {decimalMark, childOf(workbookNode, "workbookPr").attribute("date1904").as_bool()};
+    if (!readSharedTexts(archive.get(), workbook.sharedTexts) || !readStyles(archive.get(), workbook.styles))
+        return SheetReading::unreadable;
+    return readRows(childOf(childOf(part, "worksheet"), "sheetData"), workbook, receiver);
 }
 
 } // namespace
 
-bool vornReadXlsx(std::string_view bytes, int index, char decimalMark, SheetRows& rows) {
-    const Archive archive = openArchive(bytes);
-    pugi::xml_document book;
-    if (!archive || !loadPart(archive.get(), "xl/workbook.xml", book)) return false;
-    const pugi::xml_node workbookNode = childOf(book, "workbook");
-    const std::string name = sheetPart(archive.get(), workbookNode, index);
-    pugi::xml_document part;
-    if (name.empty() || !loadPart(archive.get(), name, part)) return false;
-    Workbook workbook;
-    workbook.rules = {decimalMark, childOf(workbookNode, "workbookPr").attribute("date1904").as_bool()};
-    if (!readSharedTexts(archive.get(), workbook.sharedTexts) || !readStyles(archive.get(), workbook.styles))
-        return false;
-    SheetBuilder sheet;
-    if (!readRows(childOf(childOf(part, "worksheet"), "sheetData"), workbook, sheet)) return false;
-    rows = sheet.take();
-    return true;
+SheetReading vornReadXlsx(const char* bytes, std::size_t size, int index, char decimalMark, PutCell* put,
+                          void* context) {
+    try {
+        return readSheet(std::string_view(bytes, size), index, decimalMark, {put, context});
+    } catch (...) { // only memory runs out here
+        return SheetReading::outOfMemory;
+    }
 }
