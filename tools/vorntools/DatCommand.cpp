@@ -85,28 +85,37 @@ Json mapsOf(const std::vector<std::string>& lines) {
     return maps;
 }
 
-Json fieldsOf(const DatLines& lines, const std::string& document) {
+/** Fields by their tags. */
+using Fields = std::vector<std::pair<std::string, Json>>;
+
+Fields fieldsOf(const DatLines& lines, const std::string& document) {
     const CATUnicodeString name = textOf(document);
     VornCache cache;
     cache.addDocument(name, nullptr);
-    Json fields = Json::object();
+    Fields fields;
     const auto add = [&](const char* tag) {
         CATUnicodeString text;
         cache.getDataAtLine(name, tag, text);
-        fields.add(tag, bytesOf(text));
+        fields.emplace_back(tag, bytesOf(text));
     };
     add(kVersionTag);
     if (lines.behind(kVersionTag) == "0")
         for (const char* const tag : kPositionalTags) add(tag);
     else
         for (const char* const tag : kSingleTags) add(tag);
-    if (lines.has(kIdentifierTag)) fields.add(kIdentifierTag, lines.behind(kIdentifierTag));
-    for (const char* const tag : kBlockTags) fields.add(tag, jsonOf(lines.block(tag)));
-    fields.add(kMapsTag, mapsOf(lines.block(kMapsTag)));
+    if (lines.has(kIdentifierTag)) fields.emplace_back(kIdentifierTag, lines.behind(kIdentifierTag));
+    for (const char* const tag : kBlockTags) fields.emplace_back(tag, jsonOf(lines.block(tag)));
+    fields.emplace_back(kMapsTag, mapsOf(lines.block(kMapsTag)));
     LinkMemory memory;
     const DocumentLinks links = readDocumentLinks(document, "", memory);
-    fields.add(kDocumentLinks, links.read ? Json(links.countDocuments()) : Json());
+    fields.emplace_back(kDocumentLinks, links.read ? Json(links.countDocuments()) : Json());
     return fields;
+}
+
+Json jsonOf(const Fields& fields) {
+    Json object = Json::object();
+    for (const auto& [tag, value] : fields) object.add(tag, value);
+    return object;
 }
 
 const char* meaningOf(const std::string& tag) {
@@ -116,16 +125,16 @@ const char* meaningOf(const std::string& tag) {
 }
 
 /** A row a value, or a row a line; the lines of a mapping stay together. */
-void printTable(const Json& fields) {
+void printTable(const Fields& fields) {
     Table table({{"FIELD"}, {"MEANING"}, {"VALUE"}});
     const auto addRow = [&](const std::string& tag, const Json& value) {
         table.add({tag, meaningOf(tag), value.isNull() ? "no document" : value.cell(" | ")});
     };
-    for (const Json::Member& field : *fields.members()) {
-        if (!field.second.elements())
-            addRow(field.first, field.second);
+    for (const auto& [tag, value] : fields) {
+        if (!value.elements())
+            addRow(tag, value);
         else
-            for (const Json& line : *field.second.elements()) addRow(field.first, line);
+            for (const Json& line : *value.elements()) addRow(tag, line);
     }
     table.print();
 }
@@ -143,13 +152,13 @@ int runDat(const DatOptions& options) {
     JournalFile journal(options.common.journal);
     const std::string document = fullNameOf(documentOf(options.file));
     const DatLines lines(document);
-    const Json fields = lines.read() ? fieldsOf(lines, document) : Json();
+    const Fields fields = lines.read() ? fieldsOf(lines, document) : Fields();
     if (!journal.finish()) return ExitUnusable;
     if (!lines.read()) {
         complain("no DAT file can be read for " + documentOf(options.file));
         return ExitUnusable;
     }
-    options.common.json ? printJson(fields) : printTable(fields);
+    options.common.json ? printJson(jsonOf(fields)) : printTable(fields);
     return ExitFine;
 }
 

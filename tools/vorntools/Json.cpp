@@ -23,11 +23,16 @@ void writeText(std::string_view bytes, std::string& text) {
         while (at < bytes.size() && kStandsAsItIs[static_cast<unsigned char>(bytes[at])]) ++at;
         text.append(bytes.substr(begin, at - begin));
         if (at == bytes.size()) break;
-        if (bytes[at] == '"' || bytes[at] == '\\') text += '\\';
-        at += appendPrintable(bytes, at, text);
+        if (bytes[at] == '"' || bytes[at] == '\\')
+            (text += '\\') += bytes[at++]; // each path of the other system has many
+        else
+            at += appendPrintable(bytes, at, text);
     }
     text += '"';
 }
+
+/** Of an object, in bytes: a text that grows is copied. */
+constexpr std::size_t kUsualLength = 256;
 
 } // namespace
 
@@ -38,35 +43,34 @@ Json Json::array(std::vector<Json> elements) {
 }
 
 Json Json::object(std::initializer_list<JsonField> fields) {
-    std::vector<Member> members;
-    members.reserve(fields.size());
-    for (const JsonField& field : fields) members.emplace_back(field.key, std::move(field.value));
     Json json;
-    json.m_value = std::move(members);
+    Object object;
+    object.text.reserve(kUsualLength);
+    object.text = '{';
+    json.m_value = std::move(object);
+    for (const JsonField& field : fields) json.add(field.key, field.value);
     return json;
+}
+
+void Json::add(std::string_view key, const Json& value) {
+    std::string& text = std::get<Object>(m_value).text;
+    if (text.size() > 1) text += ',';
+    writeText(key, text);
+    text += ':';
+    value.write(text);
 }
 
 void Json::write(std::string& text) const {
     if (const auto* const own = std::get_if<std::string>(&m_value)) return writeText(*own, text);
-    const char* between = "";
     if (elements()) {
         text += '[';
         for (const Json& element : *elements()) {
-            text += between;
+            if (&element != elements()->data()) text += ',';
             element.write(text);
-            between = ",";
         }
         text += ']';
-    } else if (members()) {
-        text += '{';
-        for (const Member& member : *members()) {
-            text += between;
-            writeText(member.first, text);
-            text += ':';
-            member.second.write(text);
-            between = ",";
-        }
-        text += '}';
+    } else if (const Object* const object = std::get_if<Object>(&m_value)) {
+        (text += object->text) += '}';
     } else if (const bool* const truth = std::get_if<bool>(&m_value)) {
         text += *truth ? "true" : "false";
     } else if (const long long* const number = std::get_if<long long>(&m_value)) {

@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <variant>
@@ -16,8 +17,6 @@ struct JsonField;
  */
 class Json {
 public:
-    using Member = std::pair<std::string, Json>;
-
     Json() = default;
     Json(bool value) : m_value(value) {}
     template <class Number, std::enable_if_t<std::is_integral_v<Number> && !std::is_same_v<Number, bool>, int> = 0>
@@ -31,13 +30,9 @@ public:
     /** Adds to a list. */
     void push_back(Json value) { std::get<std::vector<Json>>(m_value).push_back(std::move(value)); }
     /** Adds a member, which is not there yet, to an object. */
-    void add(std::string key, Json value) {
-        std::get<std::vector<Member>>(m_value).emplace_back(std::move(key), std::move(value));
-    }
+    void add(std::string_view key, const Json& value);
     /** Of a list; null for another value. */
     const std::vector<Json>* elements() const { return std::get_if<std::vector<Json>>(&m_value); }
-    /** Of an object; null for another value. */
-    const std::vector<Member>* members() const { return std::get_if<std::vector<Member>>(&m_value); }
 
     /** As JSON on one line; its texts are printable(). */
     std::string dump() const;
@@ -46,16 +41,20 @@ public:
     std::string cell(const char* between = ", ") const;
 
 private:
+    /** As it is printed: nobody looks into an object, and a listing of a large folder has many. */
+    struct Object {
+        std::string text; ///< without the brace behind it
+    };
+
     void write(std::string& text) const;
 
-    std::variant<std::monostate, bool, long long, std::string, std::vector<Json>, std::vector<Member>> m_value;
+    std::variant<std::monostate, bool, long long, std::string, std::vector<Json>, Object> m_value;
 };
 
-/** What a member of an object is made from. Lists in braces hand out what they hold only as constants: a value that may
- * be moved out of one all the same is not copied at each depth of an object. */
+/** What a member of an object is made from. */
 struct JsonField {
     const char* key;
-    mutable Json value;
+    Json value;
 };
 
 Json arrayOf(const CATListValCATUnicodeString& list);
