@@ -76,6 +76,7 @@ std::string printable(const std::string& bytes) {
 }
 
 std::string bytesOfPrintable(const std::string& text) {
+    if (text.find('%') == std::string::npos) return text;
     const auto valueOf = [](unsigned int digit) { return digit <= '9' ? digit - '0' : (digit | 0x20U) - 'a' + 10; };
     std::string bytes;
     bytes.reserve(text.size());

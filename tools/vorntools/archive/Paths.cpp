@@ -11,8 +11,9 @@ bool isRelativePath(std::string_view path) {
 
 PathParts partsOf(std::string_view path) {
     PathParts parts;
-    for (std::size_t begin = 0; begin <= path.size();) {
-        const std::size_t end = std::min(path.find_first_of("/\\", begin), path.size());
+    parts.reserve(static_cast<std::size_t>(std::count_if(path.begin(), path.end(), isSeparator)) + 1);
+    for (std::size_t begin = 0, end = 0; end <= path.size(); ++end) {
+        if (end < path.size() && !isSeparator(path[end])) continue;
         parts.push_back(path.substr(begin, end - begin));
         begin = end + 1;
     }

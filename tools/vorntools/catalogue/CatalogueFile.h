@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -99,15 +100,18 @@ public:
     std::vector<FileId> documents();
     /** 0 for a name that the catalogue does not have. */
     FileId find(const std::string& fullName);
-    std::string nameOf(FileId file);
+    /** Remembers what it was asked for, and the names of all conditionFacts. */
+    const std::string& nameOf(FileId file);
     /** Whether the file is one of the documents. */
     bool isDocument(FileId file);
     /** All that is known of a document. @param withLinks else nothing of what it says of others */
     DocumentFacts facts(FileId document, bool withLinks = true);
     /** Its name, condition and links. */
     DocumentFacts linkFacts(FileId document);
-    /** The same with no links but those of some positions, in their order. @param place if wanted */
-    DocumentFacts linkFacts(FileId document, const std::vector<std::int64_t>& positions, Place* place = nullptr);
+    /** The same without links. */
+    DocumentFacts conditionFacts(FileId document, Place& place);
+    /** Adds the links of some positions, in their order. */
+    void addLinks(FileId document, const std::vector<std::int64_t>& positions, DocumentLinks& links);
     /** Its name alone. */
     DocumentFacts nameFacts(FileId document);
     /** Where documents point to a file. @param most so many are enough; -1: all */
@@ -136,6 +140,7 @@ private:
     Database& m_database;
     Statement m_find, m_name, m_isDocument, m_document, m_links, m_link, m_elements, m_elementsOfLink, m_ghosts,
         m_recorded, m_pointers, m_targets, m_ofName, m_preview;
+    std::unordered_map<FileId, std::string> m_names;
 };
 
 } // namespace catalogue

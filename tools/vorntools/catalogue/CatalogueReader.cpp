@@ -19,15 +19,7 @@ RecordedName::Kind recordedKindOf(const std::string& text) {
     return text == "linked" ? RecordedName::Linked : RecordedName::DesignTableFile;
 }
 
-/** Of a document, in the form of targetOf. @param rest of the statement */
-std::string selectLinks(const char* rest) {
-    return std::string("SELECT stored, coalesce(found_as, folders.name || files.name), uses FROM links "
-                       "LEFT JOIN files ON files.id = target LEFT JOIN folders ON folders.id = files.folder "
-                       "WHERE document = ?") +
-           rest;
-}
-
-/** The same in the form of addElement. */
+/** Of a document, in the form of addElement. @param rest of the statement */
 std::string selectElements(const char* rest) {
     return std::string("SELECT link, list, kind, reference, tag_found, uses FROM elements WHERE document = ?") + rest;
 }
@@ -104,8 +96,10 @@ Reader::Reader(Database& database)
           "named_reference, load_type, linked, unresolved, design_table, tells_links, folders.place, "
           "sha256 "
           "FROM documents JOIN files USING (id) JOIN folders ON folders.id = files.folder WHERE documents.id = ?"),
-      m_links(database, selectLinks(" ORDER BY position").c_str()),
-      m_link(database, selectLinks(" AND position = ?").c_str()),
+      m_links(database, "SELECT stored, coalesce(found_as, folders.name || files.name), uses FROM links "
+                        "LEFT JOIN files ON files.id = target LEFT JOIN folders ON folders.id = files.folder "
+                        "WHERE document = ? ORDER BY position"),
+      m_link(database, "SELECT stored, found_as, uses, target FROM links WHERE document = ? AND position = ?"),
       m_elements(database, selectElements(" ORDER BY position").c_str()),
       m_elementsOfLink(database, selectElements(" AND link = ? ORDER BY position").c_str()),
       m_ghosts(database, "SELECT name FROM ghosts WHERE document = ? ORDER BY position"),
@@ -150,10 +144,12 @@ FileId Reader::find(const std::string& fullName) {
     return file;
 }
 
-std::string Reader::nameOf(FileId file) {
+const std::string& Reader::nameOf(FileId file) {
+    const auto known = m_names.find(file);
+    if (known != m_names.end()) return known->second;
     std::string name = m_name.with(file).next() ? m_name.text(0) : std::string();
     m_name.finish();
-    return name;
+    return m_names.emplace(file, std::move(name)).first->second;
 }
 
 bool Reader::isDocument(FileId file) {
@@ -197,21 +193,25 @@ DocumentFacts Reader::nameFacts(FileId document) {
 }
 
 DocumentFacts Reader::linkFacts(FileId document) {
-    DocumentFacts facts = linkFacts(document, {});
+    Place place;
+    DocumentFacts facts = conditionFacts(document, place);
     if (facts.links) readLinks(document, *facts.links);
     return facts;
 }
 
-DocumentFacts Reader::linkFacts(FileId document, const std::vector<std::int64_t>& positions, Place* place) {
+DocumentFacts Reader::conditionFacts(FileId document, Place& place) {
     DocumentFacts facts;
     Statement& row = rowOf(document);
     takeFound(row, facts);
     takeLinks(row, facts);
-    if (place) *place = {row.number(27), fileOfPlace(splitName(facts.found.name).name, facts.found.exists)};
+    place = {row.number(27), fileOfPlace(splitName(facts.found.name).name, facts.found.exists)};
     row.finish();
-    if (facts.links)
-        for (const std::int64_t position : positions) readLink(document, position, *facts.links);
+    m_names.emplace(document, facts.found.fullName);
     return facts;
+}
+
+void Reader::addLinks(FileId document, const std::vector<std::int64_t>& positions, DocumentLinks& links) {
+    for (const std::int64_t position : positions) readLink(document, position, links);
 }
 
 void Reader::readLinks(FileId document, DocumentLinks& links) {
@@ -226,7 +226,14 @@ void Reader::readLinks(FileId document, DocumentLinks& links) {
 
 void Reader::readLink(FileId document, std::int64_t position, DocumentLinks& links) {
     if (!m_link.with(document, position).next()) return;
-    const NamedDocument target = targetOf(m_link);
+    NamedDocument target;
+    target.stored = target.name = m_link.text(0);
+    target.exists = !m_link.isNull(3);
+    target.uses = m_link.integer(2);
+    if (!m_link.isNull(1))
+        target.name = m_link.text(1);
+    else if (target.exists)
+        target.name = nameOf(m_link.number(3));
     m_link.finish();
     for (m_elementsOfLink.with(document, position); m_elementsOfLink.next();)
         addElement(m_elementsOfLink, target, links);

@@ -10,6 +10,14 @@ bool isEmpty(const std::vector<std::vector<FileId>>& files) {
     return std::all_of(files.begin(), files.end(), [](const auto& list) { return list.empty(); });
 }
 
+/** What is at the end of a tree shows only whether it has links. */
+DocumentFacts firstLinkFacts(Reader& reader, FileId document) {
+    Place place;
+    DocumentFacts facts = reader.conditionFacts(document, place);
+    if (facts.links) reader.addLinks(document, {1}, *facts.links);
+    return facts;
+}
+
 } // namespace
 
 /** The file in each catalogue that has it. */
@@ -43,7 +51,7 @@ bool TreeFiller::addUses(const std::string& fullName) {
             for (const FileId file : files[k]) {
                 Reader& reader = *m_readers[k];
                 if (!reader.isDocument(file)) continue;
-                m_archive.add(isLast(level) ? reader.linkFacts(file, {1}) : reader.linkFacts(file));
+                m_archive.add(isLast(level) ? firstLinkFacts(reader, file) : reader.linkFacts(file));
                 if (isLast(level)) continue;
                 for (const FileId target : reader.targetsOf(file)) meet(k, target, below);
             }
@@ -85,10 +93,13 @@ void TreeFiller::addWanted(std::size_t catalogue, WantedLinks& wanted) {
     std::vector<std::pair<Place, DocumentFacts>> rows(documents.size());
     std::vector<std::size_t> order(documents.size());
     for (std::size_t i = 0; i < documents.size(); ++i) {
+        rows[i].second = reader.conditionFacts(documents[i], rows[i].first);
+        order[i] = i;
+    }
+    for (std::size_t i = 0; i < documents.size(); ++i) { // when the names of most targets are known
         std::vector<std::int64_t>& positions = wanted[documents[i]];
         std::sort(positions.begin(), positions.end());
-        rows[i].second = reader.linkFacts(documents[i], positions, &rows[i].first);
-        order[i] = i;
+        if (rows[i].second.links) reader.addLinks(documents[i], positions, *rows[i].second.links);
     }
     std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return rows[a].first < rows[b].first; });
     for (const std::size_t i : order) m_archive.add(rows[i].second);
