@@ -92,7 +92,14 @@ for framework in "${card[@]}"; do
     options+=(-isystem "$(echo "$seat"/*/"$framework"/PublicInterfaces)")
 done
 $cross "${options[@]}" -D__VornTools -x c++-header "$objects/surroundings.h" -o "$objects/surroundings.h.gch"
-find "$module/src" -name '*.cpp' -printf '%f\n' | sed 's/[.]cpp$//' | xargs -P "$(nproc)" -I '{}' \
+# The one source that catches refuses exceptions that would release nothing.
+catching=("${options[@]}" -D__VornTools "$module/src/PlatformErrors.cpp")
+if x86_64-w64-mingw32-g++-posix "${catching[@]}" -fsyntax-only 2>"$objects/refused.txt" ||
+    ! grep -q '#error "NATIVE_EXCEPTION has to be defined' "$objects/refused.txt"; then
+    fail "PlatformErrors.cpp takes exceptions that pass over destructors"
+fi
+$cross "${catching[@]}" -DNATIVE_EXCEPTION -MD -MF "$objects/PlatformErrors.d" -c -o "$objects/PlatformErrors.o"
+find "$module/src" -name '*.cpp' ! -name PlatformErrors.cpp -printf '%f\n' | sed 's/[.]cpp$//' | xargs -P "$(nproc)" -I '{}' \
     x86_64-w64-mingw32-g++-posix "${options[@]}" -D__VornTools -include "$objects/surroundings.h" -MD -MF "$objects/{}.d" \
     -c "$module/src/{}.cpp" -o "$objects/{}.o"
 

@@ -3,6 +3,12 @@
 #include "CATError.h"
 #include "CATErrorMacros.h"
 
+// The platform takes this word where it does not use the language's exceptions. What it throws then passes over the
+// destructors between throw and catch: whatever the guarded work holds would never be released.
+#if defined(try)
+#error "NATIVE_EXCEPTION has to be defined: the platform's own exceptions release nothing that is held"
+#endif
+
 namespace vorntools {
 
 bool runOnPlatform(void (*ip_work)(void*), void* ip_argument) {

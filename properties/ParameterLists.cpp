@@ -60,7 +60,7 @@ HRESULT VornToolsCADDOCProperties::getListOfParameters(
         o_names.Append(i_name);
         o_values.Append(ipi_parameter->Show());
         o_types.Append(typeNameOf(ipi_parameter->Type()));
-        o_flags.Append(UTILConversion::booleanToString(ipi_parameter->IsReadOnly() != 0));
+        o_flags.Append(UTILConversion::booleanToString(ipi_parameter->IsReadOnly() ? 1 : 0));
     };
     const auto read = [&] {
         ParameterList members = membersOf(frame, ipi_set);
