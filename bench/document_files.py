@@ -4,8 +4,9 @@
 Usage: document_files.py --program VORNTOOLS --tools FOLDER --documents FOLDER [--work FOLDER] [--scale N]
 
 The folder of documents holds real ones; they are copied and filled up with geometry by write_large_document, which
-lies in the folder of tools with read_files. Times are processor times, medians of several rounds in which the two sides
-of each row take turns. --scale divides every count and size, to try the script itself.
+lies in the folder of tools with read_files. Times are elapsed times, and behind them those of all processors together:
+medians of several rounds in which the two sides of each row take turns. --scale divides every count and size, to try the
+script itself.
 """
 
 import argparse
@@ -17,8 +18,9 @@ import statistics
 import subprocess
 import sys
 import tempfile
+import time
 
-ROUNDS = 5
+ROUNDS = 9
 MIB = 1 << 20
 
 
@@ -32,20 +34,23 @@ def arguments():
     return parser.parse_args()
 
 
-def processor_seconds(command, folder):
-    """User and system time of a command and all that it starts: a text for the shell, or a list of words."""
+def milliseconds(command, folder):
+    """Elapsed time of a command, a text for the shell or a list of words, and the processor time of all that it starts."""
     before = resource.getrusage(resource.RUSAGE_CHILDREN)
-    subprocess.run(command, shell=isinstance(command, str), cwd=folder, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+    begin = time.monotonic()
+    subprocess.run(command, shell=isinstance(command, str), cwd=folder, stdout=subprocess.DEVNULL,
+                   stderr=subprocess.DEVNULL, check=False)
+    elapsed = time.monotonic() - begin
     after = resource.getrusage(resource.RUSAGE_CHILDREN)
-    return after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
+    return 1000 * elapsed, 1000 * (after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime)
 
 
 def compare(what, ours, theirs, goal, folder):
     for command in (ours, theirs):  # into the file cache
-        processor_seconds(command, folder)
-    times = [(processor_seconds(ours, folder), processor_seconds(theirs, folder)) for _ in range(ROUNDS)]
-    mine, other = (statistics.median(side) for side in zip(*times))
-    print(f"{what:<62} {1000 * mine:9.0f} ms {1000 * other:9.0f} ms  {mine / other:6.2f}  goal {goal}", flush=True)
+        milliseconds(command, folder)
+    times = [milliseconds(ours, folder) + milliseconds(theirs, folder) for _ in range(ROUNDS)]
+    mine, processors, other, _ = (statistics.median(column) for column in zip(*times))
+    print(f"{what:<62} {mine:8.1f} ms ({processors:8.1f}) {other:8.1f} ms  {mine / other:6.2f}  goal {goal}", flush=True)
 
 
 def floor_of(reader, folder):
@@ -55,9 +60,9 @@ def floor_of(reader, folder):
         for path, _, files in os.walk(folder):
             file.writelines(os.path.join(path, name) + "\n" for name in files)
     command = f"'{reader}' --ends < '{names}'"
-    processor_seconds(command, folder)
-    times = sorted(processor_seconds(command, folder) for _ in range(ROUNDS))
-    print(f"  opened, read at both ends and closed: {1000 * times[ROUNDS // 2]:.0f} ms", flush=True)
+    milliseconds(command, folder)
+    times = sorted(milliseconds(command, folder)[0] for _ in range(ROUNDS))
+    print(f"  opened, read at both ends and closed: {times[ROUNDS // 2]:.0f} ms", flush=True)
 
 
 def reads_of(program, document):
