@@ -41,13 +41,13 @@ public:
 
     /** As JSON on one line; its texts are printable(). */
     std::string dump() const;
+    /** The same, behind a text. */
+    void write(std::string& text) const;
     /** For a table's cell: "-" for null and for an empty list, "yes" and "no", elements of a list one behind the other.
      */
     std::string cell(const char* between = ", ") const;
 
 private:
-    void write(std::string& text) const;
-
     std::variant<std::monostate, bool, long long, std::string, std::vector<Json>, std::vector<Member>> m_value;
 };
 

@@ -66,7 +66,13 @@ void print(const std::string& lines) {
     if (isTerminal) std::fflush(stdout);
 }
 
-void printJson(const Json& object) { print(object.dump() + "\n"); }
+void printJson(const Json& object) {
+    static std::string line; // keeps its room: a listing has many lines of like lengths
+    line.clear();
+    object.write(line);
+    line += '\n';
+    print(line);
+}
 
 void setColor(const std::string& when) {
     const char* const unwanted = std::getenv("NO_COLOR"); // https://no-color.org: any text but none
