@@ -221,7 +221,14 @@ int CATUnicodeString::ConvertToNum(int* oValue, const char* iFormat) const {
     return 1;
 }
 
-CATUnicodeString CATUnicodeString::operator+(const char* iText) const { return *this + CATUnicodeString(iText); }
+CATUnicodeString CATUnicodeString::operator+(const char* iText) const {
+    if (s_codePage) return *this + CATUnicodeString(iText);
+    const std::string_view text = iText ? iText : "";
+    CATUnicodeString result;
+    result.m_text.reserve(m_text.size() + text.size());
+    result.m_text.append(m_text).append(text);
+    return result;
+}
 
 CATUnicodeChar CATUnicodeString::operator[](size_t iPosition) const {
     const std::size_t offset = offsetOf(m_text, iPosition);

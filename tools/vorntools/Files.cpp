@@ -1,6 +1,7 @@
 #include "tools/vorntools/Files.h"
 
 #include "tools/vorntools/Output.h"
+#include "tools/vorntools/System.h"
 
 #include "VornToolsCommon.h"
 
@@ -160,17 +161,15 @@ bool DocumentSearch::isExcluded(const std::string& prefix, const std::string& na
 }
 
 bool DocumentSearch::searchFolder(const std::string& folder) {
-    std::error_code error;
     const std::string prefix = withSeparator(folder);
-    fs::directory_iterator entry(fs::u8path(folder), error);
+    std::vector<host::FolderEntry> entries;
+    const std::error_code error = host::listFolder(folder, entries);
     std::vector<std::string> files, folders;
-    while (!error && entry != fs::directory_iterator()) {
-        std::error_code ignored;
-        const bool isFolder = entry->is_directory(ignored);
-        if (!isFolder) files.push_back(entry->path().filename().u8string());
-        if (isFolder && !entry->is_symlink(ignored)) folders.push_back(entry->path().filename().u8string());
-        entry.increment(error);
-    }
+    for (host::FolderEntry& entry : entries)
+        if (!entry.isFolder)
+            files.push_back(std::move(entry.name));
+        else if (!entry.isLink)
+            folders.push_back(std::move(entry.name));
     if (error) complain("cannot read folder " + folder + ": " + error.message());
 
     bool complete = !error;

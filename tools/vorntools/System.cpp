@@ -20,6 +20,7 @@
 #include <io.h>
 #include <shellapi.h>
 #else
+#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -30,6 +31,8 @@
 #include <csignal>
 #include <cstring>
 #include <exception>
+#include <memory>
+#include <string_view>
 #endif
 
 namespace host {
@@ -69,6 +72,17 @@ FileState stateOf(const std::string& file) {
 NeighbourStates::~NeighbourStates() = default;
 
 FileState NeighbourStates::stateOf(const std::string& file) { return host::stateOf(file); }
+
+std::error_code listFolder(const std::string& folder, std::vector<FolderEntry>& entries) {
+    std::error_code error;
+    std::filesystem::directory_iterator entry(std::filesystem::u8path(folder), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        std::error_code ignored;
+        entries.push_back(
+            {entry->path().filename().u8string(), entry->is_directory(ignored), entry->is_symlink(ignored)});
+    }
+    return error;
+}
 
 WriteZip* zipWriter() { return nullptr; }
 
@@ -134,6 +148,40 @@ FileState NeighbourStates::stateOf(const std::string& file) {
     }
     // A folder that must not be read may be passed all the same.
     return m_folder < 0 ? host::stateOf(file) : stateIn(m_folder, file.c_str() + end);
+}
+
+namespace {
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+bool isFolderIn(DIR* folder, const dirent& entry) {
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
+    struct stat state {};
+    return ::fstatat(::dirfd(folder), entry.d_name, &state, 0) == 0 && S_ISDIR(state.st_mode);
+}
+
+bool isLinkIn(DIR* folder, const dirent& entry) {
+    if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_LNK;
+    struct stat state {};
+    return ::fstatat(::dirfd(folder), entry.d_name, &state, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(state.st_mode);
+}
+
+} // namespace
+
+// Of a folder of many names std::filesystem puts a path together for each.
+std::error_code listFolder(const std::string& folder, std::vector<FolderEntry>& entries) {
+    const std::unique_ptr<DIR, CloseFolder> opened(::opendir(folder.c_str()));
+    if (!opened) return {errno, std::generic_category()};
+    for (;;) {
+        errno = 0;
+        const dirent* const entry = ::readdir(opened.get());
+        if (!entry) return {errno, std::generic_category()};
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == "..") continue;
+        entries.push_back({std::string(name), isFolderIn(opened.get(), *entry), isLinkIn(opened.get(), *entry)});
+    }
 }
 
 namespace {

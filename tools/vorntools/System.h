@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 /** What the program needs of the operating system besides files. */
@@ -44,6 +45,15 @@ private:
     std::string m_name; ///< of the folder, its separator included
     int m_folder = -1;  ///< a descriptor
 };
+
+/** A name in a folder. */
+struct FolderEntry {
+    std::string name;
+    bool isFolder = false; ///< or a link to one
+    bool isLink = false;
+};
+/** Adds what stands in a folder, in any order. @return what kept it from reading on */
+std::error_code listFolder(const std::string& folder, std::vector<FolderEntry>& entries);
 
 /** Writes ZIP files, in a library that is only loaded when it is wanted; null where it is not built in. */
 WriteZip* zipWriter();
