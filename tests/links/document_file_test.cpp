@@ -355,6 +355,13 @@ TEST_F(DocumentFileTest, WhatTheStreamsDoNotTellIsReadFromTheWholeFile) {
              file.container("CATPrtCont", kGeometry + pointer).container("CATXDocLinkCont", part.imports);
              return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
          }},
+        {"more pointers counted to one container than there are",
+         [](PartStreams part) {
+             std::vector<ImageRecord> records(2, ImageRecord::object("CATPart", "/own/Two.CATPart", kPartIdentity));
+             records.push_back(ImageRecord::whole("CATPart", "/own/Skeleton.CATPart"));
+             part.properties = DocumentImage().properties("/own/Part.CATPart", records).bytes();
+             return part.container().bytes();
+         }},
         {"a release that stores imports in the older form",
          [](PartStreams part) {
              part.summary = DocumentImage().summary(5, 11, 0).bytes();
