@@ -119,6 +119,9 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
                                                      unpublishedNames, olderNames);
     EXPECT_EQ(textsOf(unpublishedNames), Texts());
     EXPECT_EQ(textsOf(olderNames), Texts({"L", "B"}));
+    VornToolsLinks::sortImportUnpublished_and_MMLR12(&bytes, 21, application, property, names, references,
+                                                     unpublishedNames, olderNames);
+    EXPECT_EQ(textsOf(unpublishedNames) + textsOf(olderNames), Texts()) << "the caller's release counts";
 }
 
 TEST_F(LinksTest, InputsThatShareALongTextEndWithTheAllowance) {

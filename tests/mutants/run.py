@@ -127,6 +127,8 @@ WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-
 CLEAR = re.compile(r"^(?:clear\(([\w.>-]+)\)|([\w.>-]+?)(?:\.|->)(?:RemoveAll|clear|reset)\(\));$")
 CONSTANT = re.compile(r"^ = (?:-?[\d.]+|\"[^\"]*\"|true|false|nullptr|k[A-Z]\w*|S_OK|E_FAIL)$")
 CONDITION = re.compile(r"\bif \(")
+# What takes its arguments in any order.
+SYMMETRIC = re.compile(r"(?:\(std::(?:min|max)\)|std::(?:min|max)(?:<[\w:]+>)?|_mm_(?:or|and)_si128|areEqual)\($")
 TWO_ARGUMENTS = re.compile(r"(?<=\()([\w.>\[\]-]+), ([\w.>\[\]-]+)(?=[,)])")
 
 
@@ -157,7 +159,8 @@ def changes_of(name, text):
         if end > 0 and is_code(match.start(), match.end()) and "=" not in text[match.end():end].split("(")[0].split(" "):
             yield name, match.end() - 1, end + 1, f"(!({text[match.end():end]}))", "turned condition"
     for match in TWO_ARGUMENTS.finditer(text):
-        if is_code(match.start(), match.end()) and match.group(1) != match.group(2):
+        if is_code(match.start(), match.end()) and match.group(1) != match.group(2) and \
+                not SYMMETRIC.search(text[:match.start()][-40:]):
             yield name, match.start(), match.end(), f"{match.group(2)}, {match.group(1)}", "exchanged arguments"
     # A text of the program, its last letter another one.
     for match in re.finditer(r'"((?:\\.|[^"\\\n])+)"', text):
@@ -187,7 +190,7 @@ def are_alike_in_any_order(line, other):
     first, second = written_by(line), written_by(other)
     if any(write and write[2] and write[0].startswith("m_") for write in (first, second)):
         return False  # members are made in their order
-    if line.startswith("void ") and other.startswith("void "):
+    if all(text.startswith("void ") or text.endswith((" = default;", " = delete;")) for text in (line, other)):
         return True
     if first and second:
         same_object = first[0] == second[0]
