@@ -274,7 +274,12 @@ TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {
 
     // The same streams in another order, the application container among the properties, the product's in pieces.
     Container turned;
-    turned.stream(kSets, part.summary + part.data).container("CGMGeom", kGeometry);
+    const std::uint32_t geometry = turned.storage("g", turned.root());
+    turned.stream(kSets, part.summary + part.data).stream("Cont_g", kGeometry, geometry);
+    const std::string told = Container::classStream("CGMGeom"); // its class and nothing in front
+    turned.stream("\x03"
+                  "CATStorageProperty",
+                  told.substr(told.find("CATUnicodeString")), geometry);
     const std::uint32_t storage = turned.storage("p", turned.root());
     turned.stream("Cont_p", part.product, storage, 2);
     turned.gap(kGeometry).stream("\x03"
