@@ -123,8 +123,9 @@ STATEMENT = re.compile(r"^(?!return|break|continue|case|using|static|const|class
                        r"[\w(*&:.\[\]>-]+.*;$")
 GUARD_LINE = re.compile(r"^if \((.*)\) (return\b.*;|[\w:.>-]+\(.*\);|continue;|break;)$")
 # A declaration, or an assignment, and what it gives; emptying what a caller or an object holds.
-WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?( = [^()]*|\{\})?;$")
+WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?( = [^()]*|\{\}|\(k\w+\))?;$")
 CLEAR = re.compile(r"^(?:clear\(([\w.>-]+)\)|([\w.>-]+?)(?:\.|->)(?:RemoveAll|clear|reset)\(\));$")
+METHOD = re.compile(r"^[\w:<>*& ]+ \w+\((?:const )?[\w:<>]+(?: |[&*]+ )\w+(?:, .*)?\)(?: const)?;$")
 APPEND = re.compile(r"^([\w.>-]+?)(?:\.|->)(?:Append|append|push_back)\([\w.]+\);$")
 TOLD = re.compile(r"^\w*frame\.(?:write|writeInDebug|badInput|missing|callFailed|platformFailed)\(.*\);$")
 CONSTANT = re.compile(r"^ = (?:-?[\d.]+|\"[^\"]*\"|true|false|nullptr|k[A-Z]\w*|S_OK|E_FAIL)$")
@@ -192,7 +193,7 @@ def are_alike_in_any_order(line, other):
     first, second = written_by(line), written_by(other)
     if any(write and write[2] and write[0].startswith("m_") for write in (first, second)):
         return False  # members are made in their order
-    if all(text.startswith("void ") or text.endswith((" = default;", " = delete;")) for text in (line, other)):
+    if all(METHOD.match(text) or text.startswith("void ") or text.endswith((" = default;", " = delete;")) for text in (line, other)):
         return True
     if first and second:
         same_object = first[0] == second[0]

@@ -301,6 +301,19 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     VornToolsWorkModeServices::setCatiaCacheActivated(0);
 }
 
+TEST_F(WindowSearchTest, ASwitcherThatIsOffLoadsNothing) {
+    const embedded::Product part = second.root().at({"q.1"});
+    part.reference().masterShape("/w/q.CATPart").shape("other", "/w/other.cgr");
+    windows().open(second);
+    switcher.setSwitchEnabled(0);
+    for (const char* const file : {"q.CATPart", "other.cgr"}) {
+        embedded::setWorkMode(part, embedded::WorkMode::visualisation);
+        search(file, "other");
+        EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::visualisation) << file;
+    }
+    reports();
+}
+
 TEST_F(WindowSearchTest, WithoutMemoryACallFailsAndWhatItSwitchedCanBePutBack) {
     VornToolsWorkModeServices::setCatiaCacheActivated(1);
     const std::string name = "/w/" + std::string(200000, 'n') + "/n";
