@@ -14,8 +14,8 @@ std::size_t lengthOfText(std::string_view i_image, std::size_t i_at) {
     const unsigned char counted = i_at > 0 ? byteAt(i_image, i_at - 1) : static_cast<unsigned char>(0);
     if (counted > 1 && counted <= longest_short) return counted - 1U;
     if (i_at < 5 || byteAt(i_image, i_at - 5) != 0) return 0;
-    const std::int32_t length = int32At(i_image, i_at - 4, true);
-    return length > 0 ? static_cast<std::size_t>(length) : 0;
+    // A negative length is longer than any image.
+    return static_cast<std::size_t>(int32At(i_image, i_at - 4, true));
 }
 
 /** Every element path of the image: what is left when the container cannot be read. */

@@ -21,7 +21,7 @@ namespace {
 /** Splitting tells whether a name is fit for it, no more: a file name ends at a slash, too, which the name of a
  * parameter may hold ("km/h"). */
 ParametersByShortName::Member readMember(const CATISpecObject_var& i_object, InterfacePtr<CATICkeParm> i_parameter) {
-    ParametersByShortName::Member member{i_object, std::move(i_parameter), {}, {}, false};
+    ParametersByShortName::Member member{i_object, std::move(i_parameter), {}, {}, {}};
     CATUnicodeString path, file_name;
     if (member.parameter) member.full_name = member.parameter->Name();
     member.has_short_name =

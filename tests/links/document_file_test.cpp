@@ -275,7 +275,12 @@ TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {
 
     // The same streams in another order, the application container among the properties, the product's in pieces.
     Container turned;
-    turned.stream(kSets, part.summary + part.data).container("CGMGeom", kGeometry);
+    const std::uint32_t geometry = turned.storage("g", turned.root());
+    turned.stream(kSets, part.summary + part.data).stream("Cont_g", kGeometry, geometry);
+    const std::string told = Container::classStream("CGMGeom"); // its class and nothing in front
+    turned.stream("\x03"
+                  "CATStorageProperty",
+                  told.substr(told.find("CATUnicodeString")), geometry);
     const std::uint32_t storage = turned.storage("p", turned.root());
     turned.stream("Cont_p", part.product, storage, 2);
     turned.gap(kGeometry).stream("\x03"
@@ -355,6 +360,13 @@ TEST_F(DocumentFileTest, WhatTheStreamsDoNotTellIsReadFromTheWholeFile) {
              file.stream("Data", part.data).container("CATProdCont", part.product);
              file.container("CATPrtCont", kGeometry + pointer).container("CATXDocLinkCont", part.imports);
              return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
+         }},
+        {"more pointers counted to one container than there are",
+         [](PartStreams part) {
+             std::vector<ImageRecord> records(2, ImageRecord::object("CATPart", "/own/Two.CATPart", kPartIdentity));
+             records.push_back(ImageRecord::whole("CATPart", "/own/Skeleton.CATPart"));
+             part.properties = DocumentImage().properties("/own/Part.CATPart", records).bytes();
+             return part.container().bytes();
          }},
         {"a release that stores imports in the older form",
          [](PartStreams part) {

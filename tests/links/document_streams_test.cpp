@@ -110,6 +110,7 @@ TEST_F(LinksTest, ExternalReferencesComeFromTheTableOfNames) {
     DocumentImage behind;
     behind.application().properties("own", {}).references({"..!A!x"});
     EXPECT_EQ(references(behind), Texts());
+    EXPECT_EQ(links(behind, "MMLASSY"), Texts());
     VornToolsString bytes = stringOf(behind.bytes());
     EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
 }

@@ -40,7 +40,7 @@ TEST_F(LinksTest, PathsMoveWithTheDocument) {
         {"C:\\pro\\asm\\own.CATProduct", "C:\\proj\\e\\f.CATPart", "C:\\proj\\e\\f.CATPart"},
         {path("copy/own.CATProduct"), path("copy/sub/a.CATPart"), path("copy/asm/sub/a.CATPart")},
         {path("copy/asm2/own.CATProduct"), path("copy/asm2/sub/a.CATPart"), path("copy/asm/sub/a.CATPart")},
-        {path("copy/app/own.CATProduct"), "C:\\mnt\\app\\.hidden\\d.CATPart", path("copy/asm/.hidden/d.CATPart")},
+        {path("copy/app/own.CATProduct"), "C:\\apps\\app\\.hidden\\d.CATPart", path("copy/asm/.hidden/d.CATPart")},
     };
     for (const auto& c : cases) EXPECT_EQ(located(c.own, file, c.linked), c.found) << c.own << " " << c.linked;
     VornToolsString own = stringOf("own"), name = stringOf("\\x\\c.CATPart");

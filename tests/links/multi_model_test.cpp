@@ -51,6 +51,13 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     image.raw(bytes);
     EXPECT_EQ(links(image, "MML"),
               Texts({"MML|a.CATPart|AJADAAAAAA|1", "MML|a.CATPart|" + std::string(60, 'p') + "|1"}));
+    // A text that is longer than the rest of its table is none.
+    DocumentImage whole;
+    whole.application().imports({{17, {4, 5}}}, {depth, geometry}).properties("own", {a});
+    bytes = whole.bytes();
+    bytes[bytes.find(geometry) - 1] += 5;
+    DocumentImage beyond;
+    EXPECT_EQ(links(beyond.raw(bytes), "MML"), Texts({"MML|a.CATPart|Depth|1"}));
     DocumentImage bare;
     bare.raw("CATXDLRepository" + DocumentImage::tableText(depth)).application().properties("own", {a});
     EXPECT_EQ(links(bare, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
@@ -119,6 +126,9 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
                                                      unpublishedNames, olderNames);
     EXPECT_EQ(textsOf(unpublishedNames), Texts());
     EXPECT_EQ(textsOf(olderNames), Texts({"L", "B"}));
+    VornToolsLinks::sortImportUnpublished_and_MMLR12(&bytes, 21, application, property, names, references,
+                                                     unpublishedNames, olderNames);
+    EXPECT_EQ(textsOf(unpublishedNames) + textsOf(olderNames), Texts()) << "the caller's release counts";
 }
 
 TEST_F(LinksTest, InputsThatShareALongTextEndWithTheAllowance) {

@@ -68,12 +68,12 @@ __attribute__((destructor)) static void write_reached(void) {
     if (file) fclose(file);
 }
 """
-# Changed code may draw warnings. Tests are not linked again for another library.
+# Changed code may draw warnings; what reads beyond the end of a list is noticed. Tests are not linked again for another library.
 CONFIGURATION = """
 set(CMAKE_LINK_DEPENDS_NO_SHARED ON)
 function(record_reach)
     set_property(SOURCE ${library_sources} DIRECTORY ${PROJECT_SOURCE_DIR} TARGET_DIRECTORY vorntools_tests
-        APPEND PROPERTY COMPILE_OPTIONS -w -fsanitize-coverage=trace-pc)
+        APPEND PROPERTY COMPILE_OPTIONS -w -fsanitize-coverage=trace-pc -D_GLIBCXX_ASSERTIONS)
     target_link_libraries(VornTools PRIVATE @RECORDER@)
     target_link_libraries(vorntools_tests PRIVATE @RECORDER@)
 endfunction()
@@ -123,10 +123,15 @@ STATEMENT = re.compile(r"^(?!return|break|continue|case|using|static|const|class
                        r"[\w(*&:.\[\]>-]+.*;$")
 GUARD_LINE = re.compile(r"^if \((.*)\) (return\b.*;|[\w:.>-]+\(.*\);|continue;|break;)$")
 # A declaration, or an assignment, and what it gives; emptying what a caller or an object holds.
-WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?( = [^()]*|\{\})?;$")
+WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?( = [^()]*|\{\}|\(k\w+\))?;$")
 CLEAR = re.compile(r"^(?:clear\(([\w.>-]+)\)|([\w.>-]+?)(?:\.|->)(?:RemoveAll|clear|reset)\(\));$")
+METHOD = re.compile(r"^[\w:<>*& ]+ \w+\((?:const )?[\w:<>]+(?: |[&*]+ )\w+(?:, .*)?\)(?: const)?;$")
+APPEND = re.compile(r"^([\w.>-]+?)(?:\.|->)(?:Append|append|push_back)\([\w.]+\);$")
+TOLD = re.compile(r"^\w*frame\.(?:write|writeInDebug|badInput|missing|callFailed|platformFailed)\(.*\);$")
 CONSTANT = re.compile(r"^ = (?:-?[\d.]+|\"[^\"]*\"|true|false|nullptr|k[A-Z]\w*|S_OK|E_FAIL)$")
 CONDITION = re.compile(r"\bif \(")
+# What takes its arguments in any order.
+SYMMETRIC = re.compile(r"(?:\(std::(?:min|max)\)|std::(?:min|max)(?:<[\w:]+>)?|_mm_(?:or|and)_si128|areEqual)\($")
 TWO_ARGUMENTS = re.compile(r"(?<=\()([\w.>\[\]-]+), ([\w.>\[\]-]+)(?=[,)])")
 
 
@@ -157,7 +162,8 @@ def changes_of(name, text):
         if end > 0 and is_code(match.start(), match.end()) and "=" not in text[match.end():end].split("(")[0].split(" "):
             yield name, match.end() - 1, end + 1, f"(!({text[match.end():end]}))", "turned condition"
     for match in TWO_ARGUMENTS.finditer(text):
-        if is_code(match.start(), match.end()) and match.group(1) != match.group(2):
+        if is_code(match.start(), match.end()) and match.group(1) != match.group(2) and \
+                not SYMMETRIC.search(text[:match.start()][-40:]):
             yield name, match.start(), match.end(), f"{match.group(2)}, {match.group(1)}", "exchanged arguments"
     # A text of the program, its last letter another one.
     for match in re.finditer(r'"((?:\\.|[^"\\\n])+)"', text):
@@ -187,11 +193,19 @@ def are_alike_in_any_order(line, other):
     first, second = written_by(line), written_by(other)
     if any(write and write[2] and write[0].startswith("m_") for write in (first, second)):
         return False  # members are made in their order
-    if line.startswith("void ") and other.startswith("void "):
+    if all(METHOD.match(text) or text.startswith("void ") or text.endswith((" = default;", " = delete;")) for text in (line, other)):
         return True
     if first and second:
         same_object = first[0] == second[0]
         return not same_object and not names(first[0], second[1]) and not names(second[0], first[1])
+    for result, beside in ((first, other), (second, line)):
+        # The journal and the error list know nothing of outputs.
+        if result and result[0].startswith("o_") and CONSTANT.match(result[1]) and TOLD.match(beside) and \
+                not names(result[0], beside):
+            return True
+    into = [APPEND.match(text) for text in (line, other)]
+    if all(into) and into[0].group(1) != into[1].group(1):
+        return True
     for made, beside in ((first, other), (second, line)):
         if made and made[2] and (not made[1] or CONSTANT.match(made[1])) and not names(made[0], beside):
             return True

@@ -144,6 +144,16 @@ TEST_F(DesignTablesTest, ThePlaceOfTheTablesDependsOnTheKindOfDocument) {
     EXPECT_EQ(count(session().document(path("C.catalog"))), 0);
     EXPECT_EQ(count(session().document(path("Empty.CATProcess")), E_FAIL), 0);
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableInProcessDocument 9002 p_process_list"}));
+    const auto withoutInit = [&](const embedded::Document& document) {
+        const auto ask = [&] {
+            CATListValCATISpecObject_var tables;
+            VornToolsCommon::getDesignTableList(document.get(), nullptr, 0, &tables);
+        };
+        EXPECT_TRUE(failAt("QueryInterface(CATInit)", 1, ask));
+        return reports();
+    };
+    EXPECT_EQ(withoutInit(process), Texts({"VornToolsCommon::getDesignTableInProcessDocument 9002 pi_init_on_doc"}));
+    EXPECT_EQ(withoutInit(product), Texts({"VornToolsCommon::getDesignTableList 9002 p_init_on_doc"}));
 }
 
 TEST_F(DesignTablesTest, ATableIsReadWithItsCurrentConfiguration) {
@@ -592,6 +602,18 @@ TEST_F(DesignTablesTest, NullsAreReported) {
                                 "VornToolsCommon::getDesignTableList 9001 iop_design_tables",
                                 "VornToolsCommon::getDesignTableFullFilename 9001 ipi_design_table",
                                 "VornToolsCommon::getDesignTableSheet 9001 ip_document"}));
+    EXPECT_EQ(VornToolsCommon::getDesignTableInAnalysisDocument(nullptr, &tables), E_FAIL);
+    EXPECT_EQ(VornToolsCommon::getDesignTableInAnalysisDocument(bolt.get(), nullptr), E_FAIL);
+    EXPECT_EQ(VornToolsCommon::getDesignTableInProcessDocument(nullptr, &tables), E_FAIL);
+    EXPECT_EQ(VornToolsCommon::getDesignTableInProcessDocument(bolt.get(), nullptr), E_FAIL);
+    EXPECT_EQ(VornToolsCommon::getDesignTableInPartDocument(nullptr, nullptr, 0, &tables), E_FAIL);
+    EXPECT_EQ(VornToolsCommon::getDesignTableInPartDocument(bolt.get(), nullptr, 0, nullptr), E_FAIL);
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableInAnalysisDocument 9001 ip_document",
+                                "VornToolsCommon::getDesignTableInAnalysisDocument 9001 iop_design_tables",
+                                "VornToolsCommon::getDesignTableInProcessDocument 9001 ip_document",
+                                "VornToolsCommon::getDesignTableInProcessDocument 9001 iop_design_tables",
+                                "VornToolsCommon::getDesignTableInPartDocument 9001 ip_document",
+                                "VornToolsCommon::getDesignTableInPartDocument 9001 iop_design_tables"}));
     text = "stale";
     EXPECT_EQ(VornToolsCommon::getDesignTableNameProperty(nullptr, text), E_FAIL);
     EXPECT_TRUE(text.IsNull());

@@ -1,4 +1,5 @@
 #include "tests/properties/ParameterTest.h"
+#include "tests/support/FaultAt.h"
 
 namespace {
 
@@ -119,6 +120,9 @@ TEST_F(ParameterCreationTest, TheJournalTellsWhyNothingWasMade) {
     EXPECT_EQ(create("P", "a@=@b", "s"), S_OK);
     EXPECT_EQ(messages(), (Texts{"get spec attr access successfull", "key ListOfValues not found",
                                  "key ListOfValues successfully added", "key update"}));
+    EXPECT_TRUE(failAt("CATISpecObject::AddAttribute", 1, [&] { create("R", "a@=@b", "s"); }));
+    EXPECT_FALSE(embedded::Journal::get().contains("key ListOfValues successfully added"));
+    reports();
     EXPECT_EQ(Service::isMultipleValuesParameter("a@=@"), 1);
     EXPECT_EQ(Service::isMultipleValuesParameter("@=@a"), 1);
     EXPECT_EQ(Service::isMultipleValuesParameter("a@=b"), 0);

@@ -1,4 +1,6 @@
 #include "tests/properties/ParameterTest.h"
+
+#include "embedded/Profile.h"
 #include "tests/support/FaultAt.h"
 
 namespace {
@@ -137,7 +139,7 @@ TEST_F(ParameterUpdatesTest, ADimensionTakesANumberOfTheCurrentUnitOrATextWithAU
                  {"mm", ".", "1e999", nullptr, nullptr},
                  {"mm", ".", "1e999mm", "1e999mm", nullptr}};
     Parameter length = set.add("Length", "L", 1.0);
-    for (const auto& c : cases) {
+    const auto check = [&](const auto& c) {
         SCOPED_TRACE(std::string(c.given) + " in " + c.unit + " " + c.separator);
         embedded::selectUnit("Length", c.unit);
         environment().decimalSeparator = c.separator;
@@ -152,6 +154,12 @@ TEST_F(ParameterUpdatesTest, ADimensionTakesANumberOfTheCurrentUnitOrATextWithAU
             expected.push_back("Unable to update parameter [P] with value [" + std::string(c.given) + "]\n");
         EXPECT_EQ(messages(), expected);
         EXPECT_EQ(reports(), c.applied && !c.shown ? Texts{kClass + "updateParameter 9003 ValuateReal"} : Texts());
+    };
+    embedded::Switches switches = embedded::switches();
+    for (const auto mark : {embedded::DecimalMark::session, embedded::DecimalMark::point}) {
+        switches.dimensionMark = mark;
+        embedded::setSwitches(switches);
+        for (const auto& c : cases) check(c);
     }
 }
 

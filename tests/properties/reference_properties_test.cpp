@@ -33,10 +33,13 @@ TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughTheProduct) {
     values.RemovePosition(1);
     EXPECT_EQ(properties().setReferenceProperties(bolt.get(), names, values), E_FAIL);
     EXPECT_EQ(properties().setReferenceProperties(nullptr, names, names), E_FAIL);
-    EXPECT_EQ(properties().updatePartNumber(root.addUnresolved("x.1").get(), "x"), E_FAIL);
+    const auto unresolved = root.addUnresolved("x.1");
+    EXPECT_EQ(properties().updatePartNumber(unresolved.get(), "x"), E_FAIL);
+    EXPECT_EQ(properties().setReferenceProperties(unresolved.get(), names, names), E_FAIL);
     EXPECT_EQ(reports(),
               (Texts{name + "setReferenceProperties 9001 i_values", name + "setReferenceProperties 9002 ipi_product",
-                     name + "updatePartNumber 9002 sp_reference_product"}));
+                     name + "updatePartNumber 9002 sp_reference_product",
+                     name + "setReferenceProperties 9002 sp_reference_product"}));
     CATListValCATUnicodeString refused;
     refused.Append("partNumber");
     EXPECT_TRUE(failAt("CATIProduct::SetPartNumber", 1, [&] {
@@ -89,8 +92,23 @@ TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughThePdmItem) {
     EXPECT_EQ(px1.setReferencePropertiesForForeignFile(root.get(), names, values), S_OK);
     EXPECT_EQ(embedded::pdmProperties(root),
               (Map{{"CN_SOURCE", "v source"}, {"CN_DESCRIPTIONREF", "v DescriptionRef"}}));
+    for (const char* const name : {"definition", "revision", "nomenclature"}) {
+        names.Append(name);
+        values.Append(CATUnicodeString("v ") + name);
+    }
+    clearJournal();
     EXPECT_EQ(px1.setReferenceProperties(root.get(), names, values), S_OK);
-    EXPECT_EQ(embedded::pdmProperties(root)["CN_PART_NUMBER"], "v partNumber");
+    EXPECT_EQ(embedded::pdmProperties(root), (Map{{"CN_PART_NUMBER", "v partNumber"},
+                                                  {"CN_SOURCE", "v source"},
+                                                  {"CN_DESCRIPTIONREF", "v DescriptionRef"},
+                                                  {"CN_DEFINITION", "v definition"},
+                                                  {"CN_REVISION", "v revision"},
+                                                  {"CN_NOMENCLATURE", "v nomenclature"}}));
+    EXPECT_EQ(messages(), (Texts{"Set Part Number to [v partNumber]", "Set Source to [v source]",
+                                 "Set DescriptionRef to [v DescriptionRef]", "Set Definition to [v definition]",
+                                 "Set Revision to [v revision]", "Set Nomenclature to [v nomenclature]"}));
+    names.Size(4);
+    values.Size(4);
     clearJournal();
     EXPECT_EQ(px1.setProductProperties(root.get(), "N-1", names, values), S_OK);
     EXPECT_EQ(px1.setProductProperties(root.get(), names, values), S_OK);

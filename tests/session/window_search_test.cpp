@@ -301,6 +301,19 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     VornToolsWorkModeServices::setCatiaCacheActivated(0);
 }
 
+TEST_F(WindowSearchTest, ASwitcherThatIsOffLoadsNothing) {
+    const embedded::Product part = second.root().at({"q.1"});
+    part.reference().masterShape("/w/q.CATPart");
+    windows().open(second);
+    switcher.setSwitchEnabled(0);
+    embedded::setWorkMode(part, embedded::WorkMode::visualisation);
+    clearJournal();
+    search("q.CATPart");
+    EXPECT_TRUE(embedded::Journal::get().contains("Switch desabled"));
+    EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::visualisation);
+    reports();
+}
+
 TEST_F(WindowSearchTest, WithoutMemoryACallFailsAndWhatItSwitchedCanBePutBack) {
     VornToolsWorkModeServices::setCatiaCacheActivated(1);
     const std::string name = "/w/" + std::string(200000, 'n') + "/n";

@@ -1,12 +1,12 @@
 #include "tests/support/Fixture.h"
 
 #include "embedded/Profile.h"
+#include "tests/support/KnownWords.h"
 
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
-#include <set>
 
 namespace fs = std::filesystem;
 
@@ -19,30 +19,10 @@ void chooseProfile() {
     ASSERT_TRUE(isChosen);
 }
 
-/** The exported methods, and the odd names that some have in the journal. */
-const std::set<std::string>& journalNames() {
-    static const auto& names = *new std::set<std::string>([] {
-        std::set<std::string> read = {"VornCache::ReadDataInDATFile", "VornToolsCommon::CalculateCheckSums",
-                                      "VornToolsExportAsReference:: isAnExportAsReference"};
-        std::ifstream file(VORNTOOLS_SOURCE_DIR "/cmake/exported_symbols.txt");
-        for (std::string line; std::getline(file, line);)
-            if (line[0] == 'T') read.insert(line.substr(2, line.find('(') - 2));
-        return read;
-    }());
-    return names;
-}
-
-void checkJournal() {
-    for (const std::string& line : embedded::Journal::get().lines()) {
-        const bool isOpening = line.compare(0, 6, "> Vorn") == 0;
-        EXPECT_TRUE(!isOpening || journalNames().count(line.substr(2)) == 1) << "no exported method: " << line;
-    }
-}
-
 } // namespace
 
 void PlatformTest::clearJournal() {
-    checkJournal();
+    checkJournalNames(embedded::Journal::get().lines());
     embedded::Journal::get().clear();
 }
 
@@ -59,7 +39,7 @@ void PlatformTest::TearDown() {
     EXPECT_EQ(embedded::Journal::get().open(), 0) << "journal frames left open";
     EXPECT_EQ(embedded::Journal::get().mismatches(), 0) << "journal frames closed out of order";
     EXPECT_EQ(reports(), Texts()) << "error reports that the test did not read";
-    checkJournal();
+    checkJournalNames(embedded::Journal::get().lines());
     session().reset();
     EXPECT_TRUE(m_before == embedded::Accounting::get().live())
         << "left alive: references " << embedded::Accounting::get().live().references - m_before.references

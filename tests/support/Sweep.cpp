@@ -6,6 +6,7 @@
 #include "embedded/Failures.h"
 #include "embedded/Records.h"
 #include "embedded/Session.h"
+#include "tests/support/KnownWords.h"
 #include "tests/support/ToleratedFaults.h"
 
 #include <gtest/gtest.h>
@@ -116,6 +117,7 @@ Run runOnce(const SweepCase& sweep, int nth, bool persistent, FaultFlavour flavo
     failures.disarm();
     run.journal = embedded::Journal::get().lines();
     run.reports = embedded::ErrorReports::get().take();
+    checkReports(run.reports);
     run.state = look(sweep).state;
     return run;
 }

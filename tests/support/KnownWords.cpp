@@ -1,0 +1,66 @@
+#include "tests/support/KnownWords.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <set>
+
+namespace {
+
+using Words = std::set<std::string>;
+
+/** The lines of a file of the sources but for its comments. */
+std::vector<std::string> linesOf(const std::string& name) {
+    std::vector<std::string> lines;
+    std::ifstream file(VORNTOOLS_SOURCE_DIR + ("/" + name));
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (!line.empty() && line[0] != '#') lines.push_back(line);
+    }
+    EXPECT_FALSE(lines.empty()) << name;
+    return lines;
+}
+
+/** The exported methods, and the odd names that some have in the journal. */
+Words readJournalNames() {
+    Words names = {"VornCache::ReadDataInDATFile", "VornToolsCommon::CalculateCheckSums",
+                   "VornToolsExportAsReference:: isAnExportAsReference"};
+    for (const std::string& line : linesOf("cmake/exported_symbols.txt"))
+        if (line[0] == 'T') names.insert(line.substr(2, line.find('(') - 2));
+    return names;
+}
+
+Words readReports() {
+    Words reports;
+    for (const std::string& line : linesOf("tests/support/known_reports.txt")) {
+        const std::size_t colon = line.find(": ");
+        for (std::size_t begin = colon + 2, end = colon; end != std::string::npos; begin = end + 2) {
+            end = line.find("; ", begin);
+            reports.insert(line.substr(0, colon) + " " + line.substr(begin, end - begin));
+        }
+    }
+    return reports;
+}
+
+/** The report with a star for its argument. */
+std::string withAnyArgument(const std::string& report) {
+    const std::size_t number = report.find_first_of("0123456789", report.find(' '));
+    return report.substr(0, report.find(' ', number)) + " *";
+}
+
+} // namespace
+
+void checkJournalNames(const std::vector<std::string>& lines) {
+    static const Words& known = *new Words(readJournalNames());
+    for (const std::string& line : lines) {
+        const bool isOpening = line.compare(0, 6, "> Vorn") == 0;
+        EXPECT_TRUE(!isOpening || known.count(line.substr(2)) == 1) << "no exported method: " << line;
+    }
+}
+
+void checkReports(const std::vector<std::string>& reports) {
+    static const Words& known = *new Words(readReports());
+    for (const std::string& report : reports)
+        EXPECT_TRUE(known.count(report) == 1 || known.count(withAnyArgument(report)) == 1)
+            << "not in known_reports.txt: " << report;
+}
