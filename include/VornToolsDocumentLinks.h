@@ -76,6 +76,11 @@ public:
     VornToolsDocumentLinks& operator=(const VornToolsDocumentLinks&) = delete;
 
     /**
+     * Whether the next reads also read the picture that is stored with a document; at first they do not.
+     * @param i_is_read 1 or 0
+     */
+    void setPreviewRead(unsigned char i_is_read);
+    /**
      * Reads a document file; what was read before is forgotten.
      * @param i_path name on disk
      * @param i_link_type which links: "MML", "MMLASSY", "MMLDrawing" or anything else, as in
@@ -121,6 +126,12 @@ public:
      */
     Text getSave() const;
     /**
+     * The picture that is stored with the document, if it was to be read: as VornToolsDocumentFile::readPreview gives
+     * it.
+     * @return its bytes; empty for none
+     */
+    Text getPreview() const;
+    /**
      * The documents that are named: parts, products and drawings in the order of the file, then the others that are in
      * use in their order.
      * @param o_count how many
@@ -148,6 +159,7 @@ public:
 private:
     struct Content;
     Content* m_content;
+    unsigned char m_isPreviewRead;
 };
 
 #endif

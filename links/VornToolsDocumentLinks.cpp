@@ -54,7 +54,7 @@ struct VornToolsDocumentLinks::Content {
     struct Question {
         std::string_view link_type, path, directory;
         KnownFolders& folders;
-        bool find_unused;
+        bool find_unused, read_preview;
     };
     bool read(const JournalFrame& i_frame, DocumentFile& io_file, const Question& i_question);
 
@@ -65,7 +65,7 @@ struct VornToolsDocumentLinks::Content {
     VornToolsDocumentFile::EnumDocumentCondition condition = VornToolsDocumentFile::DocumentNoDocument;
     DocumentVersion version;
     Text saved_path = {"", 0};
-    std::string save;
+    std::string save, preview;
     std::vector<NamedDocument> documents;
     std::vector<Link> links;
     std::vector<Text> references;
@@ -90,6 +90,7 @@ bool VornToolsDocumentLinks::Content::read(const JournalFrame& i_frame, Document
     missing_tag = scan->addForSearch(i_question.link_type);
     listLinks();
     for (const std::string& reference : image.scan().references()) references.push_back(textOfWhole(reference));
+    if (i_question.read_preview && !io_file.readPreview(preview)) preview.clear();
     if (const DirectoryEntry* const p_top = io_file.topStorage()) save = p_top->name;
     image.dropBytes();
     return true;
@@ -124,9 +125,14 @@ void VornToolsDocumentLinks::Content::listLinks() {
                          static_cast<unsigned char>(link.tagFound ? 1 : 0)});
 }
 
-VornToolsDocumentLinks::VornToolsDocumentLinks() : m_content(nullptr) {}
+VornToolsDocumentLinks::VornToolsDocumentLinks() : m_content(nullptr), m_isPreviewRead(0) {}
 
 VornToolsDocumentLinks::~VornToolsDocumentLinks() { delete m_content; }
+
+void VornToolsDocumentLinks::setPreviewRead(unsigned char i_is_read) {
+    const JournalFrame frame(_CteCLASS_NAME, "setPreviewRead");
+    m_isPreviewRead = i_is_read;
+}
 
 HRESULT VornToolsDocumentLinks::read(const CATUnicodeString& i_path, const CATUnicodeString& i_link_type,
                                      const CATUnicodeString& i_directory, VornToolsFolderMemory& io_folders,
@@ -139,8 +145,8 @@ HRESULT VornToolsDocumentLinks::read(const CATUnicodeString& i_path, const CATUn
             DocumentFile file;
             opened = file.open(i_path);
             auto sp_content = std::make_unique<Content>();
-            const Content::Question question = {viewOf(i_link_type), viewOf(i_path), viewOf(i_directory),
-                                                *io_folders.m_folders, i_find_unused != 0};
+            const Content::Question question = {viewOf(i_link_type),   viewOf(i_path),     viewOf(i_directory),
+                                                *io_folders.m_folders, i_find_unused != 0, m_isPreviewRead != 0};
             if (!opened || !sp_content->read(frame, file, question)) return false;
             m_content = sp_content.release();
             return true;
@@ -172,6 +178,11 @@ int VornToolsDocumentLinks::getVersion(int& o_version, int& o_release, int& o_se
 VornToolsDocumentLinks::Text VornToolsDocumentLinks::getSavedPath() const {
     const JournalFrame frame(_CteCLASS_NAME, "getSavedPath");
     return m_content ? m_content->saved_path : Text{"", 0};
+}
+
+VornToolsDocumentLinks::Text VornToolsDocumentLinks::getPreview() const {
+    const JournalFrame frame(_CteCLASS_NAME, "getPreview");
+    return m_content ? textOfWhole(m_content->preview) : Text{"", 0};
 }
 
 VornToolsDocumentLinks::Text VornToolsDocumentLinks::getSave() const {

@@ -769,6 +769,33 @@ TEST_F(DocumentFileTest, EverythingIsReadAtOnce) {
     EXPECT_EQ(document.getSize(), part.container().bytes().size());
 }
 
+TEST_F(DocumentFileTest, ThePictureIsReadWhenItIsWanted) {
+    const auto written = [&](const char* name, const std::string& picture) {
+        DocumentContainer file;
+        return write(name, file.stream("\x05"
+                                       "CATPreview",
+                                       "\0\0\0\0"s + picture)
+                               .bytes());
+    };
+    const std::string with = written("with", "\xFF\xD8\xFF<picture>"), other = written("other", "no picture");
+    VornToolsDocumentLinks document;
+    VornToolsFolderMemory folders;
+    const auto picture = [&](const std::string& name) {
+        EXPECT_EQ(document.read(name.c_str(), "", "", folders), S_OK);
+        return std::string(document.getPreview().bytes, document.getPreview().length);
+    };
+    EXPECT_EQ(picture(with), "");
+    document.setPreviewRead(1);
+    EXPECT_EQ(picture(with), "\xFF\xD8\xFF<picture>");
+    EXPECT_EQ(picture(other), "");
+    EXPECT_EQ(picture(write("plain", "no document")), "");
+    EXPECT_EQ(picture(with), "\xFF\xD8\xFF<picture>");
+    EXPECT_EQ(document.read(path("missing").c_str(), "", "", folders), E_FAIL);
+    EXPECT_EQ(document.getPreview().length, 0U);
+    document.setPreviewRead(0);
+    EXPECT_EQ(picture(with), "");
+}
+
 TEST_F(DocumentFileTest, WhatCannotBeReadLeavesNothing) {
     VornToolsDocumentLinks document;
     VornToolsFolderMemory folders;

@@ -25,6 +25,12 @@ ContentsEntry entryOf(VornToolsDocumentFile& file, int index) {
     return entry;
 }
 
+std::string jpegOf(const char* bytes, std::size_t size) {
+    if (size > kLargestPicture) return {};
+    std::string picture(bytes, size);
+    return picture.compare(0, 2, "\xFF\xD8") == 0 ? picture : std::string();
+}
+
 } // namespace
 
 std::vector<ContentsEntry> entriesOf(VornToolsDocumentFile& file) {
@@ -35,7 +41,10 @@ std::vector<ContentsEntry> entriesOf(VornToolsDocumentFile& file) {
 
 std::string pictureOf(VornToolsDocumentFile& file) {
     const std::unique_ptr<VornToolsString> picture(file.readPreview());
-    if (!picture || picture->size() > kLargestPicture) return {};
-    std::string bytes(picture->bytes(), picture->size());
-    return bytes.compare(0, 2, "\xFF\xD8") == 0 ? bytes : std::string();
+    return picture ? jpegOf(picture->bytes(), picture->size()) : std::string();
+}
+
+std::string pictureOf(const VornToolsDocumentLinks& document) {
+    const VornToolsDocumentLinks::Text picture = document.getPreview();
+    return jpegOf(picture.bytes, picture.length);
 }

@@ -2,6 +2,7 @@
 #define TOOLS_VORNTOOLS_DOCUMENT_CONTENTS_H
 
 #include "VornToolsDocumentFile.h"
+#include "VornToolsDocumentLinks.h"
 
 #include <array>
 #include <string>
@@ -22,5 +23,7 @@ std::vector<ContentsEntry> entriesOf(VornToolsDocumentFile& file);
 
 /** The picture that is stored with a document. Empty without one, and for bytes that are no JPEG. */
 std::string pictureOf(VornToolsDocumentFile& file);
+/** Of a document that was read with its picture. */
+std::string pictureOf(const VornToolsDocumentLinks& document);
 
 #endif

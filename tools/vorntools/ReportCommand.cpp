@@ -1,23 +1,19 @@
 #include "tools/vorntools/Commands.h"
-#include "tools/vorntools/DocumentContents.h"
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/OutputFile.h"
-#include "tools/vorntools/Turns.h"
 #include "tools/vorntools/archive/ArchiveReader.h"
 #include "tools/vorntools/catalogue/CatalogueSet.h"
 #include "tools/vorntools/page/Page.h"
 #include "tools/vorntools/page/PageData.h"
 #include "tools/vorntools/page/PagePictures.h"
 
-#include "VornToolsDocumentFile.h"
-
 #include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
-#include <functional>
 #include <memory>
+#include <optional>
 #include <system_error>
 
 namespace fs = std::filesystem;
@@ -56,83 +52,52 @@ std::string refusalToWrite(const std::string& name) {
     return isCatiaDocument(name) ? "is a CATIA document" : "";
 }
 
-std::string pictureOf(const std::string& fullName) {
-    VornToolsDocumentFile file;
-    return FAILED(file.open(textOf(fullName))) ? std::string() : pictureOf(file);
-}
+/** The page while it is made; it is put into its place when all of it is there. */
+class PageFile {
+public:
+    explicit PageFile(const ReportOptions& options)
+        : m_name(options.output), m_target(fs::u8path(options.output)), m_file(m_target),
+          m_pictures(placeOf(options.previews), m_file.stream(), folderBeside(m_target)) {}
 
-/** Where the pictures of documents are. */
-struct PictureSource {
-    std::function<std::string(const std::string&)> find; ///< by full name; empty for none
-    int jobs;                                            ///< as processesFor takes it
-    JournalFile& journal;
+    bool wantsPictures() const { return m_pictures.areWanted(); }
+    /** @param document its number on the page, larger than the last one's */
+    void takePicture(std::size_t document, const std::string& picture) {
+        m_isWhole = m_isWhole && m_pictures.add(document, picture);
+    }
+    void writeData(const Archive& archive, const std::vector<Index>& listed,
+                   const std::vector<DuplicateGroup>& duplicates, const PageOrigin& origin) {
+        m_file.stream() << pageHead() << "<script type=\"application/json\" id=\"data\">";
+        writePageData(m_file.stream(), archive, listed, duplicates, origin);
+        m_file.stream() << "</script>\n";
+        m_pictures.begin();
+    }
+    /** Whether all could be written so far. */
+    bool isGood() { return m_isWhole && m_file.stream().good(); }
+    /** @return false, said on standard error, when the page cannot be written */
+    bool finish();
+
+private:
+    static fs::path folderBeside(fs::path file) { return file.replace_filename(file.stem() += "_files"); }
+
+    const std::string m_name;
+    const fs::path m_target;
+    OutputFile m_file;
+    PagePictures m_pictures;
+    bool m_isWhole = true;
 };
 
-/** As the process has it that reads it. */
-struct Picture {
-    std::string bytes;
-    std::string journal; ///< what the library told of it
-};
-
-template <class Move>
-void transfer(Move& move, Picture& picture) {
-    move(picture.bytes, picture.journal);
-}
-
-bool addPictures(PagePictures& pictures, const std::ostream& page, const Archive& archive,
-                 const std::vector<Index>& listed, const PictureSource& source) {
-    if (!pictures.areWanted()) return true;
-    const auto mayHave = [&](std::size_t i) {
-        return archive.document(listed[i]).exists && archive.document(listed[i]).hasLinks;
-    };
-    source.journal.take(); // what came before is told once
-    Turns<Picture> found(listed.size(), processesFor(source.jobs, listed.size()), [&](std::size_t i) {
-        Picture picture;
-        if (mayHave(i)) picture.bytes = source.find(std::string(archive.text(archive.document(listed[i]).fullName)));
-        picture.journal = source.journal.takeLines();
-        return picture;
-    });
-    Progress progress(listed.size(), "previews");
-    for (std::size_t i = 0; i < listed.size(); ++i) {
-        const Picture picture = found.next();
-        source.journal.add(picture.journal);
-        if (!picture.bytes.empty() && !pictures.add(i, picture.bytes)) return false;
-        if (!page) return false;
-        progress.step();
-    }
-    return true;
-}
-
-/** Writes the page, which is put into its place when all of it is there. */
-bool writePage(const ReportOptions& options, const Archive& archive, const PageOrigin& origin,
-               const PictureSource& pictureSource) {
-    const std::string refusal = refusalToWrite(options.output);
-    if (!refusal.empty()) {
-        complain(options.output + " " + refusal);
+bool PageFile::finish() {
+    m_pictures.finish();
+    m_file.stream() << pageTail();
+    if (!m_isWhole || !m_file.commit()) {
+        complain(m_name + " cannot be written");
         return false;
     }
-    const fs::path target = fs::u8path(options.output);
-    OutputFile file(target);
-    fs::path folder = target;
-    folder.replace_filename(target.stem() += "_files");
-    PagePictures pictures(placeOf(options.previews), file.stream(), folder);
-    const std::vector<Index> listed = listedOf(archive);
-    file.stream() << pageHead() << "<script type=\"application/json\" id=\"data\">";
-    writePageData(file.stream(), archive, listed,
-                  findDuplicates(archive, Evidence::Save, pictureSource.jobs, pictureSource.journal), origin);
-    file.stream() << "</script>\n";
-    const bool isComplete = addPictures(pictures, file.stream(), archive, listed, pictureSource);
-    pictures.finish();
-    file.stream() << pageTail();
-    if (!isComplete || !file.commit()) {
-        complain(options.output + " cannot be written");
-        return false;
-    }
-    pictures.keep();
+    m_pictures.keep();
     std::error_code error;
-    const std::uintmax_t size = fs::file_size(target, error);
+    const std::uintmax_t size = fs::file_size(m_target, error);
     if (!error && size > kLargePage)
-        complain(options.output + " has " + std::to_string(size / 1'000'000) +
+        complain(m_name + " has " + std::to_string(size / 1'000'000) +
                  " MB; --previews folder or none makes it smaller");
     return true;
 }
@@ -151,6 +116,11 @@ bool isAnyUnread(const Archive& archive) {
                        [](const ArchiveDocument& document) { return document.isUnreadable; });
 }
 
+/** By evidence for which hardly a document is read: one process does. */
+std::vector<DuplicateGroup> duplicatesIn(const Archive& archive, JournalFile& journal) {
+    return findDuplicates(archive, Evidence::Save, 1, journal);
+}
+
 int reportOnFolders(const ReportOptions& options) {
     const auto begin = std::chrono::steady_clock::now();
     PageOrigin origin;
@@ -158,19 +128,23 @@ int reportOnFolders(const ReportOptions& options) {
     for (const std::string& name : options.common.names) origin.lookedAt.push_back(fullNameOf(name));
     JournalFile journal(options.common.journal);
     Archive archive;
+    std::optional<PageFile> page;
     ArchiveReader::What what;
     what.status = true;
     what.recorded = true;
     what.jobs = options.common.jobs;
+    // What was walked is what the page lists, in the same order.
+    if (placeOf(options.previews) != PagePictures::Place::None)
+        what.takePicture = [&](Index document, const std::string& jpeg) { page->takePicture(document, jpeg); };
     ArchiveReader reader(archive, journal, what);
     const bool complete = reader.walk(options.common.names, options.common.excluded);
     if (!complete) origin.complaints.push_back(kIncomplete);
+    page.emplace(options);
     reader.readAll();
     reader.finish();
     origin.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    const auto find = [](const std::string& document) { return pictureOf(document); };
-    if (!writePage(options, archive, origin, {find, options.common.jobs, journal})) return ExitUnusable;
-    if (!journal.finish() || !complete || isAnyUnread(archive)) return ExitUnusable;
+    page->writeData(archive, listedOf(archive), duplicatesIn(archive, journal), origin);
+    if (!page->finish() || !journal.finish() || !complete || isAnyUnread(archive)) return ExitUnusable;
     return hasFindings(archive) ? ExitFindings : ExitFine;
 }
 
@@ -185,15 +159,26 @@ int reportOnCatalogues(const ReportOptions& options) {
     Archive archive;
     catalogues.fill(archive);
     origin.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    const auto find = [&](const std::string& document) { return catalogues.previewOf(document); };
+    PageFile page(options);
+    const std::vector<Index> listed = listedOf(archive);
     JournalFile journal("");
-    if (!writePage(options, archive, origin, {find, 1, journal}) || !complete || isAnyUnread(archive))
-        return ExitUnusable;
+    page.writeData(archive, listed, duplicatesIn(archive, journal), origin);
+    for (std::size_t i = 0; page.wantsPictures() && page.isGood() && i < listed.size(); ++i) {
+        const std::string picture =
+            catalogues.previewOf(std::string(archive.text(archive.document(listed[i]).fullName)));
+        if (!picture.empty()) page.takePicture(i, picture);
+    }
+    if (!page.finish() || !complete || isAnyUnread(archive)) return ExitUnusable;
     return hasFindings(archive) ? ExitFindings : ExitFine;
 }
 
 int runReport(ReportOptions& options) {
     if (!options.common.completeNames() || !options.common.loadSession()) return ExitUnusable;
+    const std::string refusal = refusalToWrite(options.output);
+    if (!refusal.empty()) {
+        complain(options.output + " " + refusal);
+        return ExitUnusable;
+    }
     return options.common.catalogues.empty() ? reportOnFolders(options) : reportOnCatalogues(options);
 }
 

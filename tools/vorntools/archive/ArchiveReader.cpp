@@ -1,5 +1,6 @@
 #include "tools/vorntools/archive/ArchiveReader.h"
 
+#include "tools/vorntools/DocumentContents.h"
 #include "tools/vorntools/Output.h"
 #include "tools/vorntools/System.h"
 #include "tools/vorntools/Turns.h"
@@ -14,12 +15,13 @@ namespace {
 /** One document, as the process has it that reads it. */
 struct ReadDocument {
     DocumentFacts facts;
+    std::string picture; ///< a JPEG; empty for none, and when nobody wants it
     std::string journal; ///< what the library told of it
 };
 
 template <class Move>
 void transfer(Move& move, ReadDocument& answer) {
-    move(answer.facts, answer.journal);
+    move(answer.facts, answer.picture, answer.journal);
 }
 
 } // namespace
@@ -46,9 +48,11 @@ void ArchiveReader::readAll() {
     for (const std::string& name : m_names) given.insert(fullNameOf(name));
     const std::vector<FoundDocument>& found = m_search.found();
     m_journal.take(); // what came before is told once
+    m_memory.reader.setPreviewRead(m_what.takePicture ? 1 : 0);
     Turns<ReadDocument> answers(found.size(), processesFor(m_what.jobs, found.size()), [&](std::size_t i) {
-        ReadDocument answer = {factsOf(found[i]), {}};
+        ReadDocument answer = {factsOf(found[i]), {}, {}};
         read(answer.facts, given.count(found[i].fullName) > 0);
+        if (m_what.takePicture && answer.facts.links) answer.picture = pictureOf(m_memory.reader);
         answer.journal = m_journal.takeLines();
         return answer;
     });
@@ -56,7 +60,8 @@ void ArchiveReader::readAll() {
     for (std::size_t i = 0; i < found.size(); ++i) {
         const ReadDocument answer = answers.next();
         m_journal.add(answer.journal);
-        m_archive.add(answer.facts);
+        const Index document = m_archive.add(answer.facts);
+        if (!answer.picture.empty()) m_what.takePicture(document, answer.picture);
         progress.step();
     }
 }

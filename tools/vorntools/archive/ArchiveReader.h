@@ -5,7 +5,9 @@
 #include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/archive/Archive.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /**
@@ -25,10 +27,12 @@ public:
         bool recorded = false; ///< read which documents the DAT files name
         std::string linkType;  ///< as readDocumentLinks takes it
         int jobs = 0;          ///< of readAll, as processesFor takes it
+        /** If given, receives the picture of each document that has one, in the order of the documents. */
+        std::function<void(Index document, const std::string& jpeg)> takePicture = {};
     };
     /** @param journal what the library tells of each document goes there */
     ArchiveReader(Archive& archive, JournalFile& journal, What what)
-        : m_archive(archive), m_journal(journal), m_what(what) {}
+        : m_archive(archive), m_journal(journal), m_what(std::move(what)) {}
 
     /** Looks for documents and files. @param excluded as DocumentSearch::exclude takes it
      * @return as DocumentSearch::search */

@@ -59,16 +59,16 @@ public:
 
 private:
     void text(std::string_view bytes) {
-        m_stream << '"';
+        std::string text = "\"";
         for (const char letter : printable(std::string(bytes))) {
             if (letter == '<') {
-                m_stream << "\\u003c";
+                text += "\\u003c";
                 continue;
             }
-            if (letter == '"' || letter == '\\') m_stream << '\\';
-            m_stream << letter;
+            if (letter == '"' || letter == '\\') text += '\\';
+            text += letter;
         }
-        m_stream << '"';
+        m_stream << (text += '"');
     }
     template <class List, class Write>
     void array(const List& list, const Write& write) {

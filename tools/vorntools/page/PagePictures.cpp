@@ -12,6 +12,7 @@ namespace {
 /** Documents whose pictures stand in one element: the page takes apart only those that come into sight. */
 constexpr std::size_t kBlock = 2000;
 constexpr std::size_t kNameLength = 16;
+constexpr std::size_t kWrittenAtOnce = std::size_t(1) << 16U;
 
 std::string base64(const std::string& bytes) {
     constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -21,7 +22,11 @@ std::string base64(const std::string& bytes) {
     std::size_t i = 0;
     for (; i + 3 <= bytes.size(); i += 3) {
         const std::uint32_t group = at(i) << 16U | at(i + 1) << 8U | at(i + 2);
-        for (const unsigned int shift : {18U, 12U, 6U, 0U}) *digits++ = kDigits[group >> shift & 63U];
+        digits[0] = kDigits[group >> 18U];
+        digits[1] = kDigits[group >> 12U & 63U];
+        digits[2] = kDigits[group >> 6U & 63U];
+        digits[3] = kDigits[group & 63U];
+        digits += 4;
     }
     if (i == bytes.size()) return text;
     const bool isPair = i + 1 < bytes.size();
@@ -74,13 +79,20 @@ PagePictures::~PagePictures() {
 bool PagePictures::add(std::size_t document, const std::string& picture) {
     if (m_place == Place::Fitting && m_waitingBytes + picture.size() > kMostEmbedded && !moveToFolder()) return false;
     if (m_place == Place::Folder) return store(document, picture);
-    if (m_place == Place::Page) {
+    if (m_place == Place::Page && m_hasBegun) {
         embed(document, picture);
-    } else if (m_place == Place::Fitting) {
+    } else if (m_place != Place::None) {
         m_waiting.emplace_back(document, picture);
         m_waitingBytes += picture.size();
     }
     return true;
+}
+
+void PagePictures::begin() {
+    m_hasBegun = true;
+    if (m_place != Place::Page) return;
+    for (const auto& [document, picture] : m_waiting) embed(document, picture);
+    m_waiting.clear();
 }
 
 bool PagePictures::moveToFolder() {
@@ -94,17 +106,24 @@ bool PagePictures::moveToFolder() {
 /** A line a document; a block ends where the next one's documents begin. */
 void PagePictures::embed(std::size_t document, const std::string& picture) {
     if (!m_inBlock || document / kBlock != m_next / kBlock) {
-        if (m_inBlock) m_page << "</script>\n";
+        if (m_inBlock) m_text += "</script>\n";
         m_inBlock = true;
         m_next = document / kBlock * kBlock;
-        m_page << "<script type=\"text/plain\" id=\"pictures-" << document / kBlock << "\">\n";
+        m_text += "<script type=\"text/plain\" id=\"pictures-" + std::to_string(document / kBlock) + "\">\n";
     }
-    for (; m_next < document; ++m_next) m_page << '\n';
-    m_page << base64(picture) << '\n';
+    m_text.append(document - m_next, '\n');
+    (m_text += base64(picture)) += '\n';
     m_next = document + 1;
-    if (m_next % kBlock != 0) return;
-    m_page << "</script>\n";
-    m_inBlock = false;
+    if (m_next % kBlock == 0) {
+        m_text += "</script>\n";
+        m_inBlock = false;
+    }
+    if (m_text.size() >= kWrittenAtOnce) writeText();
+}
+
+void PagePictures::writeText() {
+    m_page.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
+    m_text.clear();
 }
 
 bool PagePictures::store(std::size_t document, const std::string& picture) {
@@ -125,7 +144,8 @@ bool PagePictures::store(std::size_t document, const std::string& picture) {
 
 void PagePictures::finish() {
     for (const auto& [document, picture] : m_waiting) embed(document, picture);
-    if (m_inBlock) m_page << "</script>\n";
+    if (m_inBlock) m_text += "</script>\n";
+    writeText();
     m_page << "<script type=\"application/json\" id=\"pictures\">";
     if (m_place == Place::Folder) {
         m_page << "{\"kind\":\"folder\",\"folder\":\"" << escapedForAddress(m_folder.filename().u8string())

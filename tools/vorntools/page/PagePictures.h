@@ -35,6 +35,8 @@ public:
     /** Takes the picture of a document; each one's number is larger than the last one's.
      * @return false when it cannot be written */
     bool add(std::size_t document, const std::string& picture);
+    /** The page has come to the place of the pictures: until then they wait, or stand in the folder. */
+    void begin();
     /** Writes what is left, and where the pictures are. */
     void finish();
     /** The page is in its place: older pictures that it does not show can go. */
@@ -42,14 +44,18 @@ public:
 
 private:
     void embed(std::size_t document, const std::string& picture);
+    void writeText();
     bool store(std::size_t document, const std::string& picture);
     bool moveToFolder();
 
     Place m_place;
+    bool m_hasBegun = false;
     std::ostream& m_page;
     const std::filesystem::path m_folder;
-    std::vector<std::pair<std::size_t, std::string>> m_waiting; ///< as long as their place is open
+    std::vector<std::pair<std::size_t, std::string>>
+        m_waiting; ///< as long as their place is open, or the page has not come to it
     std::size_t m_waitingBytes = 0;
+    std::string m_text;     ///< of the page, not written yet
     std::size_t m_next = 0; ///< document of the next line
     bool m_inBlock = false;
     std::vector<std::string> m_names; ///< of files, by document
