@@ -170,7 +170,7 @@ bool isLinkIn(DIR* folder, const dirent& entry) {
 
 } // namespace
 
-// Of a folder of many names std::filesystem puts a path together for each.
+// std::filesystem would put a path together for each name: folders may have many.
 std::error_code listFolder(const std::string& folder, std::vector<FolderEntry>& entries) {
     const std::unique_ptr<DIR, CloseFolder> opened(::opendir(folder.c_str()));
     if (!opened) return {errno, std::generic_category()};
