@@ -63,7 +63,6 @@ private:
     bool isAtEnd() const { return standsAt(m_bytes, m_at + sizeof(std::uint32_t), kEnd); }
 
     bool readEntry(DirectoryEntry& o_entry) {
-        if (!holds(m_bytes, m_at, kNameLength + sizeof(std::uint32_t))) return false;
         o_entry.parent = numberAt(m_bytes, m_at);
         const std::uint32_t kind = numberAt(m_bytes, m_at + 4);
         if (kind != kStorage && kind != kStream) return false;

@@ -36,6 +36,7 @@ TEST_F(LinksTest, RecordsNameDocumentsByKind) {
                                 "short.model",
          1, 0},
         {"\x01r\0\0\0\0\x04"s + "File\x05model\x03\0m.xtail"s, 1, 0},
+        {"\x01r\0\0\0\0\x04"s + "File\x05model\x2C\x01" + std::string(300, 'n') + "tail", 1, 0},
     };
     for (const bool littleEndian : {true, false}) {
         DocumentImage image(littleEndian);
@@ -51,7 +52,7 @@ TEST_F(LinksTest, RecordsNameDocumentsByKind) {
                   Texts({"Catproduct|C:\\w\\case.CATProduct|1", "CATProduct|C:\\w\\whole.CATProduct|1",
                          "CATUnloadable|C:\\w\\sizes.xls|2", eightBit("model|/u/File/\xC3\xA9t\xC3\xA9.model|-1"),
                          "CATMaterial|C:\\w\\" + std::string(300, 'm') + ".CATMaterial|1", "model|short.model|1",
-                         "model|m.x|1"}));
+                         "model|m.x|1", "model|" + std::string(300, 'n') + "|1"}));
     }
 }
 

@@ -55,7 +55,7 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     DocumentImage whole;
     whole.application().imports({{17, {4, 5}}}, {depth, geometry}).properties("own", {a});
     bytes = whole.bytes();
-    bytes[bytes.find(geometry) - 1] += 5;
+    bytes[bytes.find(geometry) - 1] = '\x2F';
     DocumentImage beyond;
     EXPECT_EQ(links(beyond.raw(bytes), "MML"), Texts({"MML|a.CATPart|Depth|1"}));
     DocumentImage bare;

@@ -68,7 +68,8 @@ __attribute__((destructor)) static void write_reached(void) {
     if (file) fclose(file);
 }
 """
-# Changed code may draw warnings; what reads beyond the end of a list is noticed. Tests are not linked again for another library.
+# Changed code may draw warnings; what reads beyond the end of a list is noticed. Tests are not linked again for another
+# library.
 CONFIGURATION = """
 set(CMAKE_LINK_DEPENDS_NO_SHARED ON)
 function(record_reach)
@@ -122,13 +123,16 @@ CALL_LINE = re.compile(r"^(?:[\w:]+(?:\.|->))*[\w:]+(?:<[\w:, *]+>)?\(.*\);$")
 STATEMENT = re.compile(r"^(?!return|break|continue|case|using|static|const|class|struct|throw|if|for|while|else|delete)"
                        r"[\w(*&:.\[\]>-]+.*;$")
 GUARD_LINE = re.compile(r"^if \((.*)\) (return\b.*;|[\w:.>-]+\(.*\);|continue;|break;)$")
-# A declaration, or an assignment, and what it gives; emptying what a caller or an object holds.
-WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?( = [^()]*|\{\}|\(k\w+\))?;$")
+# Statements that do no more than: make or assign one variable, empty one, append to one, tell journal or error list.
+WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?"
+                   r"( = [^()]*|\{\}|\(k\w+\))?;$")
 CLEAR = re.compile(r"^(?:clear\(([\w.>-]+)\)|([\w.>-]+?)(?:\.|->)(?:RemoveAll|clear|reset)\(\));$")
-METHOD = re.compile(r"^[\w:<>*& ]+ \w+\((?:const )?[\w:<>]+(?: |[&*]+ )\w+(?:, .*)?\)(?: const)?;$")
 APPEND = re.compile(r"^([\w.>-]+?)(?:\.|->)(?:Append|append|push_back)\([\w.]+\);$")
 TOLD = re.compile(r"^\w*frame\.(?:write|writeInDebug|badInput|missing|callFailed|platformFailed)\(.*\);$")
 CONSTANT = re.compile(r"^ = (?:-?[\d.]+|\"[^\"]*\"|true|false|nullptr|k[A-Z]\w*|S_OK|E_FAIL)$")
+# Declarations of a class's methods.
+METHOD = re.compile(r"^(?:void .*|[\w:<>*& ]+ \w+\((?:const )?[\w:<>]+(?: |[&*]+ )\w+(?:, .*)?\)(?: const)?"
+                    r"|.* = (?:default|delete));$")
 CONDITION = re.compile(r"\bif \(")
 # What takes its arguments in any order.
 SYMMETRIC = re.compile(r"(?:\(std::(?:min|max)\)|std::(?:min|max)(?:<[\w:]+>)?|_mm_(?:or|and)_si128|areEqual)\($")
@@ -186,28 +190,29 @@ def written_by(line):
 
 
 def are_alike_in_any_order(line, other):
-    """Whether the lines tell that nobody can see which comes first: what one writes the other does not name, and both
+    """Whether the lines tell that nobody can see which comes first: neither names what the other one writes, and they
     do nothing else; or one makes a variable of a constant, which the other cannot know."""
     def names(what, where):
-        return what is not None and re.search(r"(?<![\w.>])" + re.escape(what.split(".")[0].split("->")[0]) + r"\b", where)
+        variable = re.split(r"\.|->", what)[0]
+        return re.search(r"(?<![\w.>])" + re.escape(variable) + r"\b", where)
     first, second = written_by(line), written_by(other)
     if any(write and write[2] and write[0].startswith("m_") for write in (first, second)):
         return False  # members are made in their order
-    if all(METHOD.match(text) or text.startswith("void ") or text.endswith((" = default;", " = delete;")) for text in (line, other)):
+    if METHOD.match(line) and METHOD.match(other):
         return True
     if first and second:
-        same_object = first[0] == second[0]
-        return not same_object and not names(first[0], second[1]) and not names(second[0], first[1])
-    for result, beside in ((first, other), (second, line)):
-        # The journal and the error list know nothing of outputs.
-        if result and result[0].startswith("o_") and CONSTANT.match(result[1]) and TOLD.match(beside) and \
-                not names(result[0], beside):
+        return first[0] != second[0] and not names(first[0], second[1]) and not names(second[0], first[1])
+    appended = [APPEND.match(text) for text in (line, other)]
+    if all(appended):
+        return appended[0].group(1) != appended[1].group(1)
+    for write, beside in ((first, other), (second, line)):
+        if not write or names(write[0], beside):
+            continue
+        variable, value, is_new = write
+        if is_new and (not value or CONSTANT.match(value)):
             return True
-    into = [APPEND.match(text) for text in (line, other)]
-    if all(into) and into[0].group(1) != into[1].group(1):
-        return True
-    for made, beside in ((first, other), (second, line)):
-        if made and made[2] and (not made[1] or CONSTANT.match(made[1])) and not names(made[0], beside):
+        # Journal and error list know nothing of outputs.
+        if variable.startswith("o_") and CONSTANT.match(value) and TOLD.match(beside):
             return True
     return False
 
