@@ -791,6 +791,7 @@ TEST_F(DocumentFileTest, ThePictureIsReadWhenItIsWanted) {
     EXPECT_EQ(picture(write("plain", "no document")), "");
     EXPECT_EQ(picture(with), "\xFF\xD8\xFF<picture>");
     EXPECT_EQ(document.read(path("missing").c_str(), "", "", folders), E_FAIL);
+    EXPECT_EQ(reports(), Texts({"VornToolsDocumentLinks::read 501 " + path("missing")}));
     EXPECT_EQ(document.getPreview().length, 0U);
     document.setPreviewRead(0);
     EXPECT_EQ(picture(with), "");

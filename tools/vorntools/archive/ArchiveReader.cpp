@@ -47,8 +47,8 @@ void ArchiveReader::readAll() {
     std::unordered_set<std::string> given;
     for (const std::string& name : m_names) given.insert(fullNameOf(name));
     const std::vector<FoundDocument>& found = m_search.found();
+    if (m_what.takePicture) m_memory.reader.setPreviewRead(1);
     m_journal.take(); // what came before is told once
-    m_memory.reader.setPreviewRead(m_what.takePicture ? 1 : 0);
     Turns<ReadDocument> answers(found.size(), processesFor(m_what.jobs, found.size()), [&](std::size_t i) {
         ReadDocument answer = {factsOf(found[i]), {}, {}};
         read(answer.facts, given.count(found[i].fullName) > 0);
