@@ -124,7 +124,7 @@ STATEMENT = re.compile(r"^(?!return|break|continue|case|using|static|const|class
                        r"[\w(*&:.\[\]>-]+.*;$")
 GUARD_LINE = re.compile(r"^if \((.*)\) (return\b.*;|[\w:.>-]+\(.*\);|continue;|break;)$")
 # Statements that do no more than: make or assign one variable, empty one, append to one, tell journal or error list.
-WRITE = re.compile(r"^((?:const |static |constexpr )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?"
+WRITE = re.compile(r"^((?:const |static |constexpr |unsigned )*[\w:]+(?:<.*>)?[ *&]+)?([A-Za-z_][\w.>-]*)(?:\[.*\])?"
                    r"( = [^()]*|\{\}|\(k\w+\))?;$")
 CLEAR = re.compile(r"^(?:clear\(([\w.>-]+)\)|([\w.>-]+?)(?:\.|->)(?:RemoveAll|clear|reset)\(\));$")
 APPEND = re.compile(r"^([\w.>-]+?)(?:\.|->)(?:Append|append|push_back)\([\w.]+\);$")
@@ -322,7 +322,8 @@ def program():
     digest = hashlib.sha256()
     for module in (LIBRARY, TESTS):
         bare = WORK / "bare"
-        subprocess.run(["objcopy", "-S", module, bare], check=True)
+        # The build's identity tells of lines, too.
+        subprocess.run(["objcopy", "-S", "-R", ".note.gnu.build-id", module, bare], check=True)
         digest.update(bare.read_bytes())
     return digest.hexdigest()
 
