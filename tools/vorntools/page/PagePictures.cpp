@@ -15,25 +15,24 @@ constexpr std::size_t kNameLength = 16;
 constexpr std::size_t kWrittenAtOnce = std::size_t(1) << 16U;
 
 std::string base64(const std::string& bytes) {
-    constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    static constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string text((bytes.size() + 2) / 3 * 4, '=');
-    char* digits = &text[0];
-    const auto at = [&](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(bytes[i])}; };
-    std::size_t i = 0;
-    for (; i + 3 <= bytes.size(); i += 3) {
-        const std::uint32_t group = at(i) << 16U | at(i + 1) << 8U | at(i + 2);
-        digits[0] = kDigits[group >> 18U];
-        digits[1] = kDigits[group >> 12U & 63U];
-        digits[2] = kDigits[group >> 6U & 63U];
-        digits[3] = kDigits[group & 63U];
-        digits += 4;
+    char* to = &text[0];
+    const char* from = bytes.data();
+    const auto at = [&from](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(from[i])}; };
+    for (std::size_t i = bytes.size() / 3; i > 0; --i, from += 3, to += 4) {
+        const std::uint32_t group = at(0) << 16U | at(1) << 8U | at(2);
+        to[0] = kDigits[group >> 18U];
+        to[1] = kDigits[group >> 12U & 63U];
+        to[2] = kDigits[group >> 6U & 63U];
+        to[3] = kDigits[group & 63U];
     }
-    if (i == bytes.size()) return text;
-    const bool isPair = i + 1 < bytes.size();
-    const std::uint32_t rest = at(i) << 16U | (isPair ? at(i + 1) << 8U : 0U);
-    *digits++ = kDigits[rest >> 18U];
-    *digits++ = kDigits[rest >> 12U & 63U];
-    if (isPair) *digits = kDigits[rest >> 6U & 63U];
+    const std::size_t rest = bytes.size() % 3;
+    if (rest == 0) return text;
+    const std::uint32_t group = at(0) << 16U | (rest > 1 ? at(1) << 8U : 0U);
+    to[0] = kDigits[group >> 18U];
+    to[1] = kDigits[group >> 12U & 63U];
+    if (rest > 1) to[2] = kDigits[group >> 6U & 63U];
     return text;
 }
 
