@@ -34,7 +34,7 @@ public:
     /** Reads what is not known yet of the given stretches, in any order; those that overlap are read once.
      * @return false when one lies beyond the end or cannot be read: the file has changed */
     bool fetch(std::vector<FileRange> i_wanted);
-    /** The bytes of a stretch that was fetched as a whole; empty for any other. Valid while the reader lives. */
+    /** The bytes of a stretch that was fetched as a whole; empty for any other. Valid until more is fetched. */
     std::string_view bytes(const FileRange& i_range) const;
     /** Reads a stretch into a buffer of the caller's and keeps nothing. @return as fetch */
     bool readInto(const FileRange& i_range, char* op_bytes) const;
