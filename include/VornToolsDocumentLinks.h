@@ -120,8 +120,7 @@ public:
      */
     Text getSavedPath() const;
     /**
-     * What the last save left as its own: two files of one size that were saved at once, one of them a copy, have it in
-     * common, and hardly any others.
+     * What the last save of the document left as its own: copies of one save share it, other files hardly ever do.
      * @return bytes that are only good for comparing; empty where the file has no directory that fits
      */
     Text getSave() const;

@@ -1,6 +1,8 @@
 #include "tests/support/DocumentContainer.h"
 #include "tests/support/DocumentFolders.h"
 
+#include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <numeric>
 #include <random>
@@ -249,6 +251,23 @@ std::string savedPart(const std::string& identity, const std::string& geometry, 
         .bytes();
 }
 
+/** Other bytes of the length and, as the comparison sums them up, the number of sixteen bytes. */
+std::string collidingWith(const std::string& bytes) {
+    const auto word = [](const std::string& text, std::size_t at) {
+        std::uint64_t value = 0;
+        std::memcpy(&value, text.data() + at, sizeof value);
+        return value;
+    };
+    const auto behind = [](std::uint64_t first) {
+        const std::uint64_t product = (0xCBF29CE484222325U ^ first) * 0x100000001B3U;
+        return product ^ product >> 32U;
+    };
+    std::string other = "another.", rest(8, '\0');
+    const std::uint64_t second = word(bytes, 8) ^ behind(word(bytes, 0)) ^ behind(word(other, 0));
+    std::memcpy(&rest[0], &second, sizeof second);
+    return other + rest;
+}
+
 TEST_F(ArchiveTest, DocumentsOfOneNameAreCompared) {
     const std::string one = "\xD5\x53\x20\xD9" + std::string(11, '\x01') + "\x85", other(16, '\x02'), none(16, '\0');
     const struct {
@@ -266,6 +285,12 @@ TEST_F(ArchiveTest, DocumentsOfOneNameAreCompared) {
         {"Strange.CATPart", "strangers", {{"1 1", savedPart(one, "a")}, {"2 2", savedPart(other, "a")}}},
         {"Unknown.CATPart", "strangers", {{"1 1", savedPart(none, "a")}, {"2 2", savedPart(none, "b")}}},
         {"Plain.CATPart", "same bytes", {{"1 1", "no document"}, {"1 1", "no document"}}},
+        {"Collide.CATPart",
+         "mixed",
+         {{"1 1", "sixteen letters."},
+          {"2 2", collidingWith("sixteen letters.")},
+          {"3 3", "and sixteen more"},
+          {"2 2", collidingWith("sixteen letters.")}}},
         {"Mixed.CATPart",
          "mixed",
          {{"1 1", savedPart(one, "a")}, {"2 2", savedPart(other, "a")}, {"3 1", savedPart(one, "b")}}},

@@ -153,18 +153,20 @@ TEST_F(LinksTest, AFolderIsNoListOfFolders) {
     EXPECT_EQ(located("", path(odd + "/own"), "\\gone\\other.CATPart"), "\\gone\\other.CATPart");
 }
 
+/** Where a document finds a part that it stores, with what a memory knows already. */
+Texts foundWith(VornToolsFolderMemory& folders, const std::string& own, const std::string& stored) {
+    DocumentImage image;
+    image.properties("", {ImageRecord::whole("CATPart", stored)});
+    VornToolsString bytes = stringOf(image.bytes()), file = stringOf(own);
+    Strings found, other;
+    VornToolsLinks::getLinkedDocName(&bytes, image.propertyPosition(), &file, "", found, other, other, other, folders);
+    return textsOf(found);
+}
+
 TEST_F(LinksTest, AMemoryLooksForEachFileOnce) {
     const std::string stored = path("elsewhere/late.CATPart"), own = path("w/own.CATProduct");
     write("w/late.CATPart", "x");
-    const auto find = [&](VornToolsFolderMemory& folders) {
-        DocumentImage image;
-        image.properties("", {ImageRecord::whole("CATPart", stored)});
-        VornToolsString bytes = stringOf(image.bytes()), file = stringOf(own);
-        Strings found, other;
-        VornToolsLinks::getLinkedDocName(&bytes, image.propertyPosition(), &file, "", found, other, other, other,
-                                         folders);
-        return textsOf(found);
-    };
+    const auto find = [&](VornToolsFolderMemory& folders) { return foundWith(folders, own, stored); };
     VornToolsFolderMemory before, after;
     EXPECT_EQ(find(before), Texts({path("w/late.CATPart")}));
     write("elsewhere/late.CATPart", "x");
@@ -178,13 +180,7 @@ TEST_F(LinksTest, AMemoryForFoldersReadsThemOnce) {
     write("w/old/a.CATPart", "x");
     const std::string own = path("w/own.CATProduct");
     const auto find = [&](const std::string& name, VornToolsFolderMemory& folders) {
-        DocumentImage image;
-        image.properties("", {ImageRecord::whole("CATPart", "\\gone\\" + name)});
-        VornToolsString bytes = stringOf(image.bytes()), file = stringOf(own);
-        Strings found, other;
-        VornToolsLinks::getLinkedDocName(&bytes, image.propertyPosition(), &file, "", found, other, other, other,
-                                         folders);
-        return textsOf(found);
+        return foundWith(folders, own, "\\gone\\" + name);
     };
     VornToolsFolderMemory folders, others;
     EXPECT_EQ(find("b.CATPart", folders), Texts({"\\gone\\b.CATPart"}));
