@@ -193,7 +193,7 @@ Json Listed::json() const {
         target.addTo(row);
         targets.push_back(std::move(row));
     }
-    object.add("targets", std::move(targets));
+    object.add("targets", targets);
     if (!m_options.ghosts) return object;
     object.add("ghosts", textsOf(m_links.ghosts));
     object.add("live_ghosts", textsOf(liveGhosts()));
@@ -256,8 +256,9 @@ std::string Listed::dot() const {
     for (const ShownTarget& target : m_targets) {
         const std::string name = dotQuoted(target.name);
         const std::string style = target.target.isMissing() ? " [color=red, style=dashed]" : "";
-        if (target.target.isMissing()) lines += "  " + name + style + ";\n";
-        lines += "  " + source + " -> " + name + style + ";\n";
+        const std::string end = name + style + ";\n";
+        if (target.target.isMissing()) (lines += "  ") += end;
+        (((lines += "  ") += source) += " -> ") += end;
     }
     return lines;
 }

@@ -138,7 +138,7 @@ int reportOnFolders(const ReportOptions& options) {
         what.takePicture = [&](Index document, const std::string& jpeg) { page->takePicture(document, jpeg); };
     ArchiveReader reader(archive, journal, what);
     const bool complete = reader.walk(options.common.names, options.common.excluded);
-    if (!complete) origin.complaints.push_back(kIncomplete);
+    if (!complete) origin.complaints.emplace_back(kIncomplete);
     page.emplace(options);
     reader.readAll();
     reader.finish();
@@ -155,7 +155,7 @@ int reportOnCatalogues(const ReportOptions& options) {
     origin.date = dateNow();
     origin.lookedAt = catalogues.lookedAt();
     const bool complete = catalogues.isComplete();
-    if (!complete) origin.complaints.push_back(kIncomplete);
+    if (!complete) origin.complaints.emplace_back(kIncomplete);
     Archive archive;
     catalogues.fill(archive);
     origin.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();

@@ -278,7 +278,7 @@ bool Helpers::refill(Process& process) {
     process.received.resize(kReceivedAtOnce);
     process.taken = 0;
     ssize_t received = 0;
-    do received = ::read(process.pipe, &process.received[0], process.received.size());
+    do received = ::read(process.pipe, process.received.data(), process.received.size());
     while (received < 0 && errno == EINTR);
     process.received.resize(received > 0 ? static_cast<std::size_t>(received) : 0);
     return received > 0;

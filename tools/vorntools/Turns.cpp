@@ -52,7 +52,7 @@ std::string HelperTurns::next() {
     bool isWhole = m_helpers.receive(process, reinterpret_cast<char*>(&size), sizeof size);
     if (isWhole) {
         bytes.resize(static_cast<std::size_t>(size));
-        isWhole = m_helpers.receive(process, &bytes[0], bytes.size());
+        isWhole = m_helpers.receive(process, bytes.data(), bytes.size());
     }
     if (!isWhole) throw std::runtime_error("a process that reads documents has ended too early");
     return bytes;

@@ -28,7 +28,7 @@ void ShownCandidates::addTo(Json& object) const {
         array.push_back(Json::object({{"document", candidate.name},
                                       {"agreeing_folders", candidate.agreeing},
                                       {"distance", candidate.distance}}));
-    object.add("candidates", std::move(array));
+    object.add("candidates", array);
     object.add("candidate_count", count);
 }
 
@@ -65,8 +65,8 @@ void ShownTarget::addTo(Json& object) const {
     object.add("rule", textOrNull(ruleName(target.rule)));
     object.add("uses", target.uses);
     object.add("chosen_among", chosenAmong);
-    object.add("kinds", std::move(kinds));
-    object.add("elements", std::move(elements));
+    object.add("kinds", kinds);
+    object.add("elements", elements);
     if (target.isMissing()) candidates.addTo(object);
 }
 

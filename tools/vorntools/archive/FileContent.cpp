@@ -27,7 +27,7 @@ public:
     /** False at the end and when the file cannot be read. */
     bool next(std::string& piece) {
         piece.resize(kPieceBytes);
-        m_stream.read(&piece[0], static_cast<std::streamsize>(piece.size()));
+        m_stream.read(piece.data(), static_cast<std::streamsize>(piece.size()));
         piece.resize(static_cast<std::size_t>(m_stream.gcount()));
         m_good = m_good && !m_stream.bad();
         return !piece.empty();

@@ -56,7 +56,7 @@ public:
 
 private:
     void meet(const FoundDocument& document);
-    void meetOther(const std::string& file);
+    void meetOther(const std::string& fullName);
     KnownFile& add(const std::string& fullName, Role role);
     void findGone();
     void findElsewhere();
@@ -186,6 +186,7 @@ void Update::write(const Found& found, const CatalogueEntry& entry) {
     std::vector<Target> targets;
     std::vector<TargetFile> files;
     if (entry.facts.links) targets = targetsOf(*entry.facts.links, found.document->fullName);
+    files.reserve(targets.size());
     for (const Target& target : targets) files.push_back(target.isMissing() ? TargetFile() : fileOf(target.found));
     m_writer.write(found.file->id, entry, targets, files, found.stamp, found.dat);
     m_changes.unreadable += entry.facts.links && !entry.facts.links->read ? 1 : 0;

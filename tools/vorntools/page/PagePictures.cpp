@@ -17,7 +17,7 @@ constexpr std::size_t kWrittenAtOnce = std::size_t(1) << 16U;
 std::string base64(const std::string& bytes) {
     static constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string text((bytes.size() + 2) / 3 * 4, '=');
-    char* to = &text[0];
+    char* to = text.data();
     const char* from = bytes.data();
     const auto at = [&from](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(from[i])}; };
     for (std::size_t i = bytes.size() / 3; i > 0; --i, from += 3, to += 4) {
