@@ -117,8 +117,8 @@ stage_install() {
     # shellcheck disable=SC2046
     PKG_CONFIG_PATH=$pc g++ -std=c++17 "$work/readme.cpp" -o "$work/readme" \
         $(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs VornTools) -Wl,-rpath,"$library" &&
-        "$work/readme" examples/workspace/GearPump.CATProduct | grep -qF 'misses D:\projects\gear pump\Relief_Valve' ||
-        return
+        "$work/readme" examples/workspace/GearPump.CATProduct >"$work/readme.txt" &&
+        grep -qF 'misses D:\projects\gear pump\Relief_Valve' "$work/readme.txt" || return
     [ ! -d build/release/reference ] || [ -f "$work/tree/share/doc/VornTools/html/index.html" ] || return
     cmake/check_links.sh "$work/tree/share/doc/VornTools" &&
         "$work/tree/bin/vorntools" --version && find build/release/packages-out -maxdepth 1 -type f

@@ -54,7 +54,8 @@ cmake --build "$work/library"
 cmake --build "$native" --target vorntools_on_libraries
 program=$native/bin/vorntools_on_libraries
 export LD_LIBRARY_PATH=$work/library/lib:$seat
-ldd "$program" | grep -q "$work/library/lib/libVornTools" || fail "the seat's library is not the one that runs"
+ldd "$program" >"$work/libraries.txt"
+grep -qF "$work/library/lib/libVornTools" "$work/libraries.txt" || fail "the seat's library is not the one that runs"
 for topic in documents windows selection modes switch restore scenes masks properties parameters instances attributes \
     design-tables checksums; do
     code=0
@@ -123,7 +124,8 @@ done < <(sed -nE 's/^AddPrereqComponent\("(.*)",Public\);$/\1/p' "$sample/Identi
 x86_64-w64-mingw32-g++-posix "${sample_options[@]}" -c "$sample/DocumentState.m/src/DocumentState.cpp" \
     -o "$objects/user.obj"
 [ -z "$(exports "$objects/user.obj" || true)" ] || fail "the sample exports what it only uses"
-strings -a "$objects/user.obj" | grep -q '__imp_.*VornCache' || fail "the sample does not import VornCache"
+strings -a "$objects/user.obj" >"$objects/user.txt"
+grep -q '__imp_.*VornCache' "$objects/user.txt" || fail "the sample does not import VornCache"
 
 # The tree for seats, and the sample on it.
 cmake --install "$work/library" --component seat --prefix "$work/installed" >/dev/null
