@@ -65,14 +65,28 @@ bool FileReader::fetch(std::vector<FileRange> i_wanted) {
     return std::all_of(i_wanted.begin(), i_wanted.end(), [this](const FileRange& i_range) { return read(i_range); });
 }
 
-std::string_view FileReader::bytes(const FileRange& i_range) const {
+/** The known one that holds a stretch as a whole, and where in it; null for none. */
+const FileReader::Stretch* FileReader::stretchWith(const FileRange& i_range, std::uint64_t& o_from) const {
     auto known = m_known.upper_bound(i_range.offset);
-    if (known == m_known.begin()) return {};
+    if (known == m_known.begin()) return nullptr;
     --known;
-    const std::uint64_t from = i_range.offset - known->first;
+    o_from = i_range.offset - known->first;
     const Stretch& stretch = known->second;
-    if (from > stretch.length || i_range.length > stretch.length - from) return {};
-    return {stretch.bytes.get() + from, static_cast<std::size_t>(i_range.length)};
+    return o_from <= stretch.length && i_range.length <= stretch.length - o_from ? &stretch : nullptr;
+}
+
+std::string_view FileReader::bytes(const FileRange& i_range) const {
+    std::uint64_t from = 0;
+    const Stretch* const p_stretch = stretchWith(i_range, from);
+    if (!p_stretch) return {};
+    return {p_stretch->bytes.get() + from, static_cast<std::size_t>(i_range.length)};
+}
+
+std::shared_ptr<const char[]> FileReader::keep(const FileRange& i_range) const {
+    std::uint64_t from = 0;
+    const Stretch* const p_stretch = stretchWith(i_range, from);
+    if (!p_stretch) return nullptr;
+    return {p_stretch->bytes, p_stretch->bytes.get() + from};
 }
 
 bool FileReader::readInto(const FileRange& i_range, char* op_bytes) const {
@@ -86,7 +100,7 @@ bool FileReader::readInto(const FileRange& i_range, char* op_bytes) const {
 
 bool FileReader::read(const FileRange& i_range) {
     const auto length = static_cast<std::size_t>(i_range.length);
-    Stretch stretch = {std::unique_ptr<char[]>(new char[length]), length};
+    Stretch stretch = {std::shared_ptr<char[]>(new char[length]), length};
     if (!readInto(i_range, stretch.bytes.get())) return false;
     // No stretch lies within another: the one that begins last before a place reaches furthest beyond it.
     auto within = m_known.lower_bound(i_range.offset);

@@ -36,6 +36,9 @@ public:
     bool fetch(std::vector<FileRange> i_wanted);
     /** The bytes of a stretch that was fetched as a whole; empty for any other. Valid until more is fetched. */
     std::string_view bytes(const FileRange& i_range) const;
+    /** Keeps the bytes of a stretch that was fetched as a whole valid as long as the pointer lives, whatever is fetched
+     * meanwhile; null for any other. */
+    std::shared_ptr<const char[]> keep(const FileRange& i_range) const;
     /** Reads a stretch into a buffer of the caller's and keeps nothing. @return as fetch */
     bool readInto(const FileRange& i_range, char* op_bytes) const;
 
@@ -49,9 +52,11 @@ private:
     std::uint64_t m_size = 0;
     /** What was read. Nothing fills the bytes before the file does. */
     struct Stretch {
-        std::unique_ptr<char[]> bytes;
+        std::shared_ptr<char[]> bytes;
         std::size_t length = 0;
     };
+    const Stretch* stretchWith(const FileRange& i_range, std::uint64_t& o_from) const;
+
     std::map<std::uint64_t, Stretch> m_known; ///< by position
     mutable std::uint64_t m_position = 0;     ///< of the open file
 };

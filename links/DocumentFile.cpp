@@ -51,8 +51,8 @@ bool DocumentFile::readEntries(std::uint64_t i_known) {
         wanted.length = directory.end() - wanted.offset;
     }
     if (!m_reader.fetch({wanted})) return false;
-    m_directory = m_reader.bytes(directory);
-    readDirectory(m_directory, size(), m_entries);
+    m_directory = m_reader.keep(directory);
+    readDirectory(m_reader.bytes(directory), size(), m_entries);
     const auto root = std::find_if(m_entries.begin(), m_entries.end(), [](const DirectoryEntry& i_entry) {
         return !i_entry.is_stream && i_entry.name == stream::root;
     });

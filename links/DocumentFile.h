@@ -5,6 +5,7 @@
 #include "links/DocumentDirectory.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,7 +59,7 @@ private:
 
     FileReader m_reader;
     FileHeader m_header{std::string_view()};
-    std::string m_directory; ///< its bytes, which the entries refer to
+    std::shared_ptr<const char[]> m_directory; ///< its bytes, which the entries refer to
     std::vector<DirectoryEntry> m_entries;
     std::uint32_t m_root = 0;
     std::uint32_t m_top = 0;

@@ -643,6 +643,28 @@ TEST_F(DocumentFileTest, StreamsThatShareTheirBytesCostNoMoreThanTheFile) {
     EXPECT_EQ(found.links, linksOfWhole(bytes));
 }
 
+// What was read before gives way to a stretch that covers it, but for what the entries refer to.
+TEST_F(DocumentFileTest, AStreamOverTheDirectoryLeavesTheEntriesTheirNames) {
+    Container file("");
+    file.gap(std::string(40000, 'g')).stream("over", "x");
+    std::string directory = file.directory();
+    const std::size_t name = directory.find("\0o\0v\0e\0r"s), piece = name + 10 + 86;
+    const auto size = static_cast<std::uint32_t>(file.bytes().size());
+    directory.replace(name - 80 + 8, 4, Container::bigEndian(size - 20000))
+        .replace(piece, 8, Container::bigEndian(20000) + Container::bigEndian(size - 20000));
+    VornToolsDocumentFile document;
+    ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(directory)).c_str()), S_OK);
+    const std::string stream = bytesOf(std::unique_ptr<VornToolsString>(document.readStream(3)).get());
+    EXPECT_EQ(stream.substr(stream.size() - directory.size()), directory);
+    CATUnicodeString found;
+    int parent = 0, pieces = 0;
+    unsigned char is_stream = 0;
+    unsigned int length = 0;
+    ASSERT_EQ(document.getEntry(3, found, parent, is_stream, length, pieces), S_OK);
+    EXPECT_EQ(bytesOf(found) + " " + std::to_string(length), "over " + std::to_string(size - 20000));
+    EXPECT_EQ(bytesOf(std::unique_ptr<VornToolsString>(document.readStream(3)).get()), stream);
+}
+
 TEST_F(DocumentFileTest, AFileThatShrinksIsNotReadBeyondItsEnd) {
     const PartStreams part;
     const std::string bytes = part.container().bytes();
