@@ -5,7 +5,6 @@
 
 #if !defined(VORNTOOLS_PLAIN_SEARCH) && (defined(__SSE2__) || defined(_M_X64))
 #define VORNTOOLS_VECTOR_SEARCH
-#include <array>
 #include <emmintrin.h>
 #if defined(_MSC_VER)
 #include <intrin.h>
@@ -68,33 +67,13 @@ unsigned int highestBit(unsigned int i_mask) {
 #endif
 }
 
-/**
- * How common a byte is in document files, 0 for those on no list: small numbers and fill bytes first, then the letters
- * by their frequency in names. NUL must lead, for every second byte of 16-bit text is one.
- */
-constexpr std::array<unsigned char, 256> makeCommonness() {
-    constexpr std::string_view commonFirst = "\xFF\x01 0\x02@\xC0?\xBF\x04\x08\x10\x80"
-                                             "etaoinsr1lcdh2um3p4g5f6y7b8w9v._-/\\:kxjqz"
-                                             "ETAOINSRLCDHUMPGFYBWVKXJQZ";
-    std::array<unsigned char, 256> result{};
-    unsigned char rank = 255;
-    result[0] = rank;
-    for (const char byte : commonFirst) result[static_cast<unsigned char>(byte)] = --rank;
-    return result;
-}
-constexpr std::array<unsigned char, 256> commonness = makeCommonness();
-
 /** The two bytes of a pattern that a search looks for first. */
 class RarePair {
 public:
-    RarePair(std::string_view i_pattern, std::size_t i_stride) {
-        const std::size_t first = rarest(i_pattern);
-        const std::size_t second = rarestBeside(i_pattern, first);
-        m_first = _mm_set1_epi8(i_pattern[first]);
-        m_second = _mm_set1_epi8(i_pattern[second]);
-        m_first_offset = first * i_stride;
-        m_second_offset = second * i_stride;
-    }
+    RarePair(const SearchPattern& i_pattern, std::size_t i_stride)
+        : m_first(_mm_set1_epi8(i_pattern.bytes()[i_pattern.rarest()])),
+          m_second(_mm_set1_epi8(i_pattern.bytes()[i_pattern.second()])), m_first_offset(i_pattern.rarest() * i_stride),
+          m_second_offset(i_pattern.second() * i_stride) {}
 
     /** All bits of byte n set where a pattern at i_place + n would have both of its bytes. */
     __m128i candidates(const char* i_place) const {
@@ -108,32 +87,6 @@ public:
 
 private:
     static __m128i load(const char* i_place) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(i_place)); }
-    static int rank(char i_byte) { return commonness[static_cast<unsigned char>(i_byte)]; }
-
-    static std::size_t rarest(std::string_view i_pattern) {
-        std::size_t best = 0;
-        for (std::size_t k = 1; k < i_pattern.size(); ++k) {
-            if (rank(i_pattern[k]) < rank(i_pattern[best])) best = k;
-        }
-        return best;
-    }
-    /**
-     * The rarest of another value in the other half of the pattern, for the words of a pattern often stand alone; a
-     * byte of the same half only when it is much rarer.
-     */
-    static std::size_t rarestBeside(std::string_view i_pattern, std::size_t i_first) {
-        constexpr int sameHalf = 64;
-        const auto cost = [&](std::size_t k) {
-            const std::size_t distance = k < i_first ? i_first - k : k - i_first;
-            return rank(i_pattern[k]) + (distance < (i_pattern.size() - 1) / 2 ? sameHalf : 0);
-        };
-        std::size_t best = i_first;
-        for (std::size_t k = 0; k < i_pattern.size(); ++k) {
-            if (i_pattern[k] == i_pattern[i_first]) continue;
-            if (best == i_first || cost(k) < cost(best)) best = k;
-        }
-        return best != i_first ? best : i_pattern.size() - 1;
-    }
 
     __m128i m_first;
     __m128i m_second;
@@ -144,7 +97,7 @@ private:
 /** One forward search: positions i_from + n * stride up to and with i_end. */
 class ForwardSearch {
 public:
-    ForwardSearch(std::string_view i_text, std::string_view i_pattern, std::size_t i_from, std::size_t i_end,
+    ForwardSearch(std::string_view i_text, const SearchPattern& i_pattern, std::size_t i_from, std::size_t i_end,
                   std::size_t i_stride)
         : m_pair(i_pattern, i_stride), m_text(i_text), m_pattern(i_pattern), m_from(i_from), m_end(i_end),
           m_stride(i_stride) {}
@@ -214,7 +167,7 @@ std::size_t searchLastPlain(std::string_view i_text, std::string_view i_pattern)
 
 #if defined(VORNTOOLS_VECTOR_SEARCH)
 
-std::size_t search(std::string_view i_text, std::string_view i_pattern, std::size_t i_from, std::size_t i_last,
+std::size_t search(std::string_view i_text, const SearchPattern& i_pattern, std::size_t i_from, std::size_t i_last,
                    std::size_t i_stride) {
     if (i_stride > longestVectorStride) return searchPlain(i_text, i_pattern, i_from, i_last, i_stride);
     const std::size_t end = lastStart(i_text, i_pattern, i_from, i_last, i_stride);
@@ -238,7 +191,7 @@ std::size_t searchLast(std::string_view i_text, std::string_view i_pattern) {
 
 #else
 
-std::size_t search(std::string_view i_text, std::string_view i_pattern, std::size_t i_from, std::size_t i_last,
+std::size_t search(std::string_view i_text, const SearchPattern& i_pattern, std::size_t i_from, std::size_t i_last,
                    std::size_t i_stride) {
     return searchPlain(i_text, i_pattern, i_from, i_last, i_stride);
 }

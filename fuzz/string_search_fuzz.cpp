@@ -92,7 +92,8 @@ void checkKernel(const std::string& text, const std::string& pattern, unsigned i
                  unsigned int gap) {
     const std::size_t stride = std::size_t{gap} + 1;
     const std::size_t found = vorntools::searchPlain(text, pattern, from, to, stride);
-    require(vorntools::search(text, pattern, from, to, stride) == found, "the kernel and the plain loop disagree");
+    require(vorntools::search(text, std::string_view(pattern), from, to, stride) == found,
+            "the kernel and the plain loop disagree");
     const std::size_t last = vorntools::searchLastPlain(text, pattern);
     require(vorntools::searchLast(text, pattern) == last, "the backward kernel and its plain loop disagree");
     require(pattern.empty() || text.rfind(pattern) == last, "the last occurrence is another one");

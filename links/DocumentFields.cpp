@@ -14,8 +14,8 @@ namespace {
 
 /** The number between two markers; false when one is missing. The closing marker holds the opening one, so that it is
  * looked for behind it. */
-bool numberBetween(std::string_view i_image, std::size_t i_from, std::string_view i_open, std::string_view i_close,
-                   int& o_number) {
+bool numberBetween(std::string_view i_image, std::size_t i_from, const SearchPattern& i_open,
+                   const SearchPattern& i_close, int& o_number) {
     const std::size_t open = findMarker(i_image, i_open, i_from);
     if (open == notFound) return false;
     const std::size_t begin = open + i_open.size();
@@ -68,7 +68,7 @@ void appendIdentifiers(std::string_view i_zone, std::string_view i_lead,
 DocumentVersion readVersion(std::string_view i_image, std::size_t i_summary) {
     DocumentVersion version;
     if (i_summary == notFound) return version;
-    const auto read = [&](std::string_view i_open, std::string_view i_close, int& o_number) {
+    const auto read = [&](const SearchPattern& i_open, const SearchPattern& i_close, int& o_number) {
         if (!numberBetween(i_image, i_summary, i_open, i_close, o_number)) version.complete = false;
     };
     read(marker::versionBegin, marker::versionEnd, version.version);

@@ -13,7 +13,7 @@ namespace vorntools {
  * image goes through the processor's cache once. */
 template <std::size_t count>
 std::array<std::size_t, count> firstPlaces(std::string_view i_image,
-                                           const std::array<std::string_view, count>& i_markers) {
+                                           const std::array<SearchPattern, count>& i_markers) {
     constexpr std::size_t block = std::size_t{256} << 10;
     std::array<std::size_t, count> places;
     places.fill(notFound);

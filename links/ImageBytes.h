@@ -13,7 +13,7 @@ namespace vorntools {
 // answers notFound, false or nothing for what lies outside.
 
 /** First place of a marker that lies whole within from..to, `to` excluded. */
-inline std::size_t findMarker(std::string_view i_image, std::string_view i_marker, std::size_t i_from,
+inline std::size_t findMarker(std::string_view i_image, const SearchPattern& i_marker, std::size_t i_from,
                               std::size_t i_to = notFound) {
     return i_to == 0 ? notFound
                      : vorntools::search(i_image, i_marker, i_from, i_to == notFound ? notFound : i_to - 1, 1);

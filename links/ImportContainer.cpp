@@ -109,7 +109,7 @@ private:
     }
     /** Walks the attributes that name a repository's record or an input's element: both heads begin alike. */
     void readObjects(std::size_t i_begin, std::size_t i_end) {
-        const std::string_view beginning = kContextHead.substr(0, 2);
+        constexpr SearchPattern beginning(kContextHead.substr(0, 2));
         std::size_t repositories = 0;
         std::int32_t symbol = 0;
         for (std::size_t at = findMarker(m_image, beginning, i_begin, i_end); at != notFound;

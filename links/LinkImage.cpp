@@ -40,7 +40,7 @@ bool isContainer(const DirectoryEntry& i_entry) {
 /** The class that a property stream of a storage tells, a text behind the name of its type; empty when it tells none.
  * Texts have their length in front of them but for those of eight bytes, which have a tag of their own. */
 std::string_view classIn(std::string_view i_stream) {
-    constexpr auto type = "CATUnicodeString"sv;
+    constexpr SearchPattern type("CATUnicodeString"sv);
     constexpr std::size_t number_of_instance = 6;
     constexpr unsigned char counted_text = 0x34;
     constexpr unsigned char text_of_eight = 0x20;

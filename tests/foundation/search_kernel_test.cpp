@@ -98,7 +98,7 @@ TEST(SearchKernelTest, AgreesWithThePlainLoop) {
         const std::size_t last = below(2) == 0 ? notFound : below(text.size() + 2);
         const std::size_t found = vorntools::searchPlain(text, pattern, from, last, stride);
         if (found != notFound) ++hits;
-        ASSERT_EQ(vorntools::search(text, pattern, from, last, stride), found) << "round " << round;
+        ASSERT_EQ(vorntools::search(text, std::string_view(pattern), from, last, stride), found) << "round " << round;
         ASSERT_EQ(vorntools::searchLast(text, pattern), vorntools::searchLastPlain(text, pattern)) << "round " << round;
     }
     EXPECT_GT(hits, 10000U) << "the texts hold too few of the patterns to compare anything";
