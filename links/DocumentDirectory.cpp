@@ -20,7 +20,8 @@ constexpr std::size_t kBehindRoot = 8;
 /** Beside its pieces. */
 constexpr std::uint32_t kRestOfEntry = 86;
 constexpr std::uint32_t kPieceBytes = StreamPieces::bytesOfOne;
-/** From the beginning of an entry to the length of its name. */
+/** From the beginning of an entry to its dates, and to the length of its name. */
+constexpr std::size_t kDates = 16;
 constexpr std::size_t kNameLength = 76;
 /** From the length of the rest of an entry to its number of pieces. */
 constexpr std::size_t kPieceCount = 82;
@@ -28,16 +29,9 @@ constexpr std::size_t kPieceCount = 82;
 constexpr std::uint32_t kStorage = 1;
 constexpr std::uint32_t kStream = 2;
 
-/** Numbers of the directory are big-endian, unlike those of the streams. 0 for what does not lie within it. */
+/** 0 for what does not lie within the directory. */
 std::uint32_t numberAt(std::string_view i_bytes, std::size_t i_at) {
-    if (!holds(i_bytes, i_at, sizeof(std::uint32_t))) return 0;
-    const char* const p_at = i_bytes.data() + i_at;
-    const auto byte = [p_at](int i_index) { return std::uint32_t{static_cast<unsigned char>(p_at[i_index])}; };
-    return byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3);
-}
-
-std::uint64_t dateAt(std::string_view i_bytes, std::size_t i_at) {
-    return std::uint64_t{numberAt(i_bytes, i_at + 4)} << 32 | numberAt(i_bytes, i_at);
+    return holds(i_bytes, i_at, sizeof(std::uint32_t)) ? directoryNumber(i_bytes.data() + i_at) : 0;
 }
 
 /** Reads the entries, one behind the other, up to the directory's own end. */
@@ -63,12 +57,13 @@ private:
     bool isAtEnd() const { return standsAt(m_bytes, m_at + sizeof(std::uint32_t), kEnd); }
 
     bool readEntry(DirectoryEntry& o_entry) {
+        if (!holds(m_bytes, m_at, kNameLength)) return false;
         o_entry.parent = numberAt(m_bytes, m_at);
         const std::uint32_t kind = numberAt(m_bytes, m_at + 4);
         if (kind != kStorage && kind != kStream) return false;
         o_entry.is_stream = kind == kStream;
         o_entry.size = numberAt(m_bytes, m_at + 8);
-        for (std::size_t i = 0; i < o_entry.dates.size(); ++i) o_entry.dates[i] = dateAt(m_bytes, m_at + 16 + 8 * i);
+        o_entry.dates = EntryDates(m_bytes.substr(m_at + kDates, EntryDates::count * EntryDates::bytesOfOne));
         return readName(o_entry) && readRest(o_entry);
     }
 

@@ -1,7 +1,6 @@
 #ifndef LINKS_DOCUMENT_DIRECTORY_H
 #define LINKS_DOCUMENT_DIRECTORY_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -9,6 +8,12 @@
 #include <vector>
 
 namespace vorntools {
+
+/** A number of the directory, which are big-endian, unlike those of the streams. */
+inline std::uint32_t directoryNumber(const char* ip_at) {
+    const auto byte = [ip_at](int i_index) { return std::uint32_t{static_cast<unsigned char>(ip_at[i_index])}; };
+    return byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3);
+}
 
 /** A stretch of the file that holds a part of a stream. */
 struct StreamPiece {
@@ -24,7 +29,7 @@ public:
     class Iterator {
     public:
         explicit Iterator(const char* ip_at) : m_at(ip_at) {}
-        StreamPiece operator*() const { return {numberAt(m_at), numberAt(m_at + 4)}; }
+        StreamPiece operator*() const { return {directoryNumber(m_at), directoryNumber(m_at + 4)}; }
         Iterator& operator++() {
             m_at += bytesOfOne;
             return *this;
@@ -46,11 +51,26 @@ public:
     Iterator end() const { return Iterator(m_bytes.data() + m_bytes.size()); }
 
 private:
-    static std::uint32_t numberAt(const char* ip_at) {
-        const auto byte = [ip_at](int i_index) { return std::uint32_t{static_cast<unsigned char>(ip_at[i_index])}; };
-        return byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3);
+    std::string_view m_bytes;
+};
+
+/** When an entry was made and changed, each in units of 100 ns since 1601, 0 where the file does not tell; read from
+ * the bytes of the entry. */
+class EntryDates {
+public:
+    static constexpr std::size_t count = 3;
+    static constexpr std::size_t bytesOfOne = 8;
+
+    EntryDates() = default;
+    /** @param i_bytes bytesOfOne for each date, the less significant half first */
+    explicit EntryDates(std::string_view i_bytes) : m_bytes(i_bytes) {}
+
+    std::uint64_t operator[](std::size_t i_index) const {
+        const char* const p_at = m_bytes.data() + i_index * bytesOfOne;
+        return std::uint64_t{directoryNumber(p_at + 4)} << 32 | directoryNumber(p_at);
     }
 
+private:
     std::string_view m_bytes;
 };
 
@@ -60,8 +80,7 @@ struct DirectoryEntry {
     std::uint32_t parent = 0; ///< identifier of the storage that holds it; it need not be there
     bool is_stream = false;
     std::uint32_t size = 0;
-    /** When it was made and changed, each in units of 100 ns since 1601; 0 where the file does not tell. */
-    std::array<std::uint64_t, 3> dates = {};
+    EntryDates dates;
     /** UTF-16 as stored, big-endian. The names of properties begin with the character 3, that of the preview with 5. */
     std::string_view name;
     /** In the order of the stream, which need not be that of the file. Together they are as long as the size, which is

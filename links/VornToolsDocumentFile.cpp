@@ -203,8 +203,7 @@ HRESULT VornToolsDocumentFile::getEntryDate(int i_index, int i_which, CATUnicode
     o_date = "";
     const DirectoryEntry* const p_entry = m_content ? m_content->entry(i_index) : nullptr;
     if (!p_entry) return frame.report(ErrorOutOfRange, "i_index");
-    if (i_which < 1 || i_which > static_cast<int>(p_entry->dates.size()))
-        return frame.report(ErrorOutOfRange, "i_which");
+    if (i_which < 1 || i_which > static_cast<int>(EntryDates::count)) return frame.report(ErrorOutOfRange, "i_which");
     o_date = textOfDate(p_entry->dates[static_cast<std::size_t>(i_which) - 1]);
     return S_OK;
 }
