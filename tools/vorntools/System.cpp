@@ -265,8 +265,9 @@ bool Helpers::receive(std::size_t helper, char* bytes, std::size_t count) {
     if (helper >= m_processes.size()) return false;
     Process& process = m_processes[helper];
     while (count > 0) {
-        if (process.taken == process.received.size() && !refill(process)) return false;
-        const std::size_t taken = process.received.copy(bytes, count, process.taken);
+        if (process.taken == process.end && !refill(process)) return false;
+        const std::size_t taken =
+            process.received.copy(bytes, std::min(count, process.end - process.taken), process.taken);
         process.taken += taken;
         bytes += taken;
         count -= taken;
@@ -275,12 +276,12 @@ bool Helpers::receive(std::size_t helper, char* bytes, std::size_t count) {
 }
 
 bool Helpers::refill(Process& process) {
-    process.received.resize(kReceivedAtOnce);
+    process.received.resize(kReceivedAtOnce); // for the first time
     process.taken = 0;
     ssize_t received = 0;
     do received = ::read(process.pipe, process.received.data(), process.received.size());
     while (received < 0 && errno == EINTR);
-    process.received.resize(received > 0 ? static_cast<std::size_t>(received) : 0);
+    process.end = received > 0 ? static_cast<std::size_t>(received) : 0;
     return received > 0;
 }
 

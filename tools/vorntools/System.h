@@ -85,7 +85,7 @@ private:
     struct Process {
         int process = 0, pipe = -1;
         std::string received = {};
-        std::size_t taken = 0; ///< bytes of the received ones
+        std::size_t taken = 0, end = 0; ///< of the received bytes
     };
     static bool refill(Process& process);
 
