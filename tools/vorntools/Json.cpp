@@ -31,6 +31,21 @@ void writeText(std::string_view bytes, std::string& text) {
     text += '"';
 }
 
+void writeNumber(long long number, std::string& text) { text += std::to_string(number); }
+
+void writeTruth(bool truth, std::string& text) { text += truth ? "true" : "false"; }
+
+/** @param write writes an element */
+template <class Elements, class Write>
+void writeList(const Elements& elements, std::string& text, Write write) {
+    text += '[';
+    for (const auto& element : elements) {
+        if (&element != elements.data()) text += ',';
+        write(element);
+    }
+    text += ']';
+}
+
 /** Of an object, in bytes: a text that grows is copied. */
 constexpr std::size_t kUsualLength = 256;
 
@@ -52,7 +67,7 @@ Json Json::object(std::initializer_list<JsonField> fields) {
     return json;
 }
 
-void Json::add(std::string_view key, const Json& value) {
+void Json::add(std::string_view key, const JsonView& value) {
     std::string& text = std::get<Object>(m_value).text;
     if (text.size() > 1) text += ',';
     writeText(key, text);
@@ -61,23 +76,31 @@ void Json::add(std::string_view key, const Json& value) {
 }
 
 void Json::write(std::string& text) const {
-    if (const auto* const own = std::get_if<std::string>(&m_value)) return writeText(*own, text);
-    if (elements()) {
-        text += '[';
-        for (const Json& element : *elements()) {
-            if (&element != elements()->data()) text += ',';
-            element.write(text);
-        }
-        text += ']';
-    } else if (const Object* const object = std::get_if<Object>(&m_value)) {
+    if (const auto* const own = std::get_if<std::string>(&m_value))
+        writeText(*own, text);
+    else if (elements())
+        writeList(*elements(), text, [&](const Json& element) { element.write(text); });
+    else if (const Object* const object = std::get_if<Object>(&m_value))
         (text += object->text) += '}';
-    } else if (const bool* const truth = std::get_if<bool>(&m_value)) {
-        text += *truth ? "true" : "false";
-    } else if (const long long* const number = std::get_if<long long>(&m_value)) {
-        text += std::to_string(*number);
-    } else {
+    else if (const bool* const truth = std::get_if<bool>(&m_value))
+        writeTruth(*truth, text);
+    else if (const long long* const number = std::get_if<long long>(&m_value))
+        writeNumber(*number, text);
+    else
         text += "null";
-    }
+}
+
+void JsonView::write(std::string& text) const {
+    if (const auto* const own = std::get_if<std::string_view>(&m_value))
+        writeText(*own, text);
+    else if (const auto* const texts = std::get_if<const std::vector<std::string>*>(&m_value))
+        writeList(**texts, text, [&](const std::string& element) { writeText(element, text); });
+    else if (const auto* const value = std::get_if<const Json*>(&m_value))
+        (*value)->write(text);
+    else if (const bool* const truth = std::get_if<bool>(&m_value))
+        writeTruth(*truth, text);
+    else
+        writeNumber(std::get<long long>(m_value), text);
 }
 
 std::string Json::dump() const {

@@ -142,12 +142,6 @@ private:
     std::vector<ShownTarget> m_targets;
 };
 
-Json textsOf(const std::vector<std::string>& texts) {
-    Json array = Json::array();
-    for (const std::string& text : texts) array.push_back(text);
-    return array;
-}
-
 Json Listed::jsonOf(const std::vector<NamedDocument>& documents) const {
     Json array = Json::array();
     for (const NamedDocument& document : documents)
@@ -184,9 +178,9 @@ Json Listed::json() const {
                                 {"part_files", jsonOf(m_links.partFiles)},
                                 {"context_products", jsonOf(m_links.contextProducts)},
                                 {"context_parts", jsonOf(m_links.contextParts)},
-                                {"other_documents", std::move(others)},
-                                {"external_references", textsOf(m_links.externalReferences)},
-                                {"links", std::move(links)}});
+                                {"other_documents", others},
+                                {"external_references", m_links.externalReferences},
+                                {"links", links}});
     Json targets = Json::array();
     for (const ShownTarget& target : m_targets) {
         Json row = Json::object({{"name", target.name}, {"exists", !target.target.isMissing()}});
@@ -195,8 +189,8 @@ Json Listed::json() const {
     }
     object.add("targets", targets);
     if (!m_options.ghosts) return object;
-    object.add("ghosts", textsOf(m_links.ghosts));
-    object.add("live_ghosts", textsOf(liveGhosts()));
+    object.add("ghosts", m_links.ghosts);
+    object.add("live_ghosts", liveGhosts());
     return object;
 }
 
@@ -281,12 +275,10 @@ void printMissing(const Archive& archive, const MissingTarget& missing, bool jso
     Json wantedBy = Json::array();
     for (const Index number : archive.linksTo(missing)) {
         const ArchiveLink& link = archive.links()[number];
-        Json kinds = Json::array();
-        for (const std::string& kind : kindsOf(archive, link)) kinds.push_back(kind);
-        wantedBy.push_back(
-            Json::object({{"document", archive.nameOf(link.from)}, {"uses", link.uses}, {"kinds", std::move(kinds)}}));
+        wantedBy.push_back(Json::object(
+            {{"document", archive.nameOf(link.from)}, {"uses", link.uses}, {"kinds", kindsOf(archive, link)}}));
     }
-    Json object = Json::object({{"missing", name}, {"wanted_by", std::move(wantedBy)}});
+    Json object = Json::object({{"missing", name}, {"wanted_by", wantedBy}});
     candidates.addTo(object);
     printJson(object);
 }

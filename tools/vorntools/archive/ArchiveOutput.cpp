@@ -3,6 +3,7 @@
 #include "tools/vorntools/Text.h"
 
 #include <set>
+#include <string_view>
 
 std::string ShownCandidate::agreement() const {
     if (agreeing == 0) return {};
@@ -53,8 +54,9 @@ std::string ShownTarget::elementsText() const {
 }
 
 void ShownTarget::addTo(Json& object) const {
-    std::set<std::string> known;
-    Json kinds = Json::array(), elements = Json::array();
+    std::set<std::string_view> known;
+    std::vector<std::string> kinds;
+    Json elements = Json::array();
     for (const TargetElement& element : target.elements) {
         if (known.insert(element.kind).second) kinds.push_back(element.kind);
         if (!element.reference.empty())
