@@ -28,7 +28,6 @@ DocumentCondition conditionOf(VornToolsDocumentFile& file, const std::string& do
 
 DocumentCondition conditionOf(VornToolsDocumentFile::EnumDocumentCondition condition, unsigned long long size,
                               const std::string& document) {
-    if (!isCatiaDocument(document)) return {};
     if (size == 0) return {"empty", VornToolsDummyPart::getInstance()->isAFileDummyPart(textOf(document)) == 0};
     return {textOfCondition(condition), condition != VornToolsDocumentFile::DocumentIntact};
 }

@@ -20,7 +20,7 @@ struct DocumentCondition {
 /** Of an open file. The empty file that the PDM hands out for a part is no finding.
  * @param document its full name */
 DocumentCondition conditionOf(VornToolsDocumentFile& file, const std::string& document);
-/** Of one that has been read. @param size in bytes */
+/** Of one that has been read and whose suffix promises a CATIA V5 document. @param size in bytes */
 DocumentCondition conditionOf(VornToolsDocumentFile::EnumDocumentCondition condition, unsigned long long size,
                               const std::string& document);
 

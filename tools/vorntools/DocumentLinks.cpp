@@ -1,5 +1,6 @@
 #include "tools/vorntools/DocumentLinks.h"
 
+#include "tools/vorntools/Files.h"
 #include "tools/vorntools/Text.h"
 
 #include "VornToolsCommon.h"
@@ -22,10 +23,6 @@ std::string bytesOf(const Library::Text& text) { return {text.bytes, text.length
 template <class Named>
 NamedDocument named(const Named& document, int uses) {
     return {bytesOf(document.foundName), document.isFound != 0, bytesOf(document.storedName), uses};
-}
-
-bool isDrawing(const std::string& document) {
-    return VornToolsCommon::returnDocumentType(textOf(document)) == VornToolsCommon::DocumentTypeDrawing;
 }
 
 std::string folderOf(const std::string& document) {
@@ -92,11 +89,14 @@ std::size_t DocumentLinks::countDocuments() const {
 
 DocumentLinks readDocumentLinks(const std::string& document, const std::string& filter, LinkMemory& memory) {
     DocumentLinks links;
-    const std::string type = filter.empty() && isDrawing(document) ? kDrawingType : filter;
+    const CATUnicodeString name = textOf(document);
+    const int type = VornToolsCommon::returnDocumentType(name);
+    const bool isDrawing = type == VornToolsCommon::DocumentTypeDrawing;
+    const CATUnicodeString linkType = filter.empty() && isDrawing ? CATUnicodeString(kDrawingType) : textOf(filter);
     Library& found = memory.reader;
-    links.read = SUCCEEDED(found.read(textOf(document), textOf(type), textOf(folderOf(document)), memory.folders));
+    links.read = SUCCEEDED(found.read(name, linkType, textOf(folderOf(document)), memory.folders));
     if (!links.read) return links;
-    links.condition = conditionOf(found.getCondition(), found.getSize(), document);
+    if (isCatiaType(type)) links.condition = conditionOf(found.getCondition(), found.getSize(), document);
     found.getVersion(links.version, links.release, links.servicePack);
     const Library::Text savedPath = found.getSavedPath();
     links.savedPath = bytesOf(savedPath);

@@ -59,8 +59,10 @@ bool contains(const std::vector<std::string>& sorted, const std::string& text) {
 
 } // namespace
 
-bool isCatiaDocument(const std::string& name) {
-    switch (VornToolsCommon::returnDocumentType(textOf(name))) {
+bool isCatiaDocument(const std::string& name) { return isCatiaType(VornToolsCommon::returnDocumentType(textOf(name))); }
+
+bool isCatiaType(int type) {
+    switch (type) {
     case VornToolsCommon::DocumentTypeProduct:
     case VornToolsCommon::DocumentTypePart:
     case VornToolsCommon::DocumentTypeDrawing:

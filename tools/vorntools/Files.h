@@ -18,6 +18,8 @@ struct FoundDocument {
 
 /** Whether the library knows a file's suffix as that of a CATIA document. */
 bool isCatiaDocument(const std::string& name);
+/** The same of the type that the library takes the suffix for, as VornToolsCommon::returnDocumentType tells it. */
+bool isCatiaType(int type);
 
 /** Whether a pattern of a shell means a text: "*" any letters, "?" one, "[a-z]" one of these, "[!a-z]" none of them. A
  * backslash takes the next letter for itself. */
