@@ -32,8 +32,7 @@ constexpr std::string_view kManagedTypes[] = {"CATPart",
 } // namespace
 
 unsigned char VornToolsCommon::isDocumentInSessionManagedByMaro(CATDocument* ip_cat_document) {
-    static const CATUnicodeString name = _CteCLASS_NAME + "isDocumentInSessionManagedByMaro";
-    const JournalFrame frame(name);
+    const JournalFrame frame(_CteCLASS_NAME, "isDocumentInSessionManagedByMaro");
     const auto work = [&]() -> unsigned char {
         if (!ip_cat_document) {
             frame.badInput("ip_cat_document");

@@ -28,24 +28,24 @@ inline const void* printable(const void* i_pointer) { return i_pointer; }
 
 /**
  * The journal entry of an exported method: opened by the constructor, closed on every path by the destructor. The one
- * way to write lines and to report errors; each report is made under the entry's own name.
+ * way to write lines and to report errors; each report is made under the entry's own name, which is put together when
+ * it is wanted: without a journal that is seldom.
  */
 class JournalFrame {
 public:
-    /** @param i_class_name the class's _CteCLASS_NAME. @param i_end_code code of the closing line, -1 for none */
+    /** @param i_class_name the class's _CteCLASS_NAME, which outlives the frame as the method's name does.
+     * @param i_end_code code of the closing line, -1 for none */
     JournalFrame(const CATUnicodeString& i_class_name, const char* i_method, int i_end_code = -1)
-        : m_own_name(i_class_name + i_method), m_name(m_own_name), m_end_code(i_end_code) {
-        writeBegin();
-    }
-    /** For a method that is asked once for each of many documents. @param i_name the entry's whole name, put together
-     * once for all calls; it outlives the frame */
-    explicit JournalFrame(const CATUnicodeString& i_name) : m_name(i_name), m_end_code(-1) { writeBegin(); }
-    explicit JournalFrame(const CATUnicodeString&& i_name) = delete;
+        : JournalFrame(i_class_name, i_method, i_end_code, JNLManager::getInstance()) {}
+    explicit JournalFrame(const CATUnicodeString&& i_class_name, const char* i_method, int i_end_code = -1) = delete;
     ~JournalFrame() { writeEnd(); }
     JournalFrame(const JournalFrame&) = delete;
     JournalFrame& operator=(const JournalFrame&) = delete;
 
-    const CATUnicodeString& name() const { return m_name; }
+    const CATUnicodeString& name() const {
+        if (m_name.IsNull()) m_name = m_class_name + m_method;
+        return m_name;
+    }
 
     /** The closing line carries this code from now on; the code, for returning it. */
     HRESULT endWith(HRESULT i_code) {
@@ -55,7 +55,7 @@ public:
 
     /** Writes the closing line ahead of the destructor, which writes it as well. */
     void writeEnd() const {
-        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionEnd(m_name, m_end_code);
+        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionEnd(name(), m_end_code);
     }
 
     /** Writes a line, printf style; texts may be CATUnicodeString. */
@@ -84,18 +84,20 @@ public:
     HRESULT platformFailed(const char* i_function) const { return report(ErrorPlatformFailed, i_function); }
     /** Puts a numbered report on the integration's error list; E_FAIL, for returning it. */
     HRESULT report(int i_number, const CATUnicodeString& i_argument) const {
-        if (EMHManager* const p_errors = EMHManager::getInstance()) p_errors->writeMsg(m_name, i_number, i_argument);
+        if (EMHManager* const p_errors = EMHManager::getInstance()) p_errors->writeMsg(name(), i_number, i_argument);
         return E_FAIL;
     }
 
 private:
-    void writeBegin() const {
-        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionBegin(m_name, m_no_text);
+    JournalFrame(const CATUnicodeString& i_class_name, const char* i_method, int i_end_code, JNLManager* ip_journal)
+        : m_class_name(i_class_name), m_method(i_method),
+          m_name(ip_journal ? i_class_name + i_method : CATUnicodeString()), m_end_code(i_end_code) {
+        if (ip_journal) ip_journal->writeFunctionBegin(m_name, CATUnicodeString());
     }
 
-    const CATUnicodeString m_own_name;
-    const CATUnicodeString& m_name;
-    const CATUnicodeString m_no_text;
+    const CATUnicodeString& m_class_name;
+    const char* const m_method;
+    mutable CATUnicodeString m_name; ///< empty as long as nobody has wanted it
     int m_end_code;
 };
 
