@@ -3,11 +3,15 @@
 #include "tools/vorntools/Output.h"
 
 #include "embedded/Records.h"
+#include "embedded/Session.h"
 
 #include <filesystem>
 
-JournalFile::JournalFile(const std::string& name) : m_name(name) {
-    if (!m_name.empty()) m_stream.open(std::filesystem::u8path(m_name), std::ios::binary);
+JournalFile::JournalFile(const std::string& name, Reader reader) : m_name(name) {
+    if (!m_name.empty())
+        m_stream.open(std::filesystem::u8path(m_name), std::ios::binary);
+    else if (reader == Reader::nobody)
+        embedded::Session::current().environment().missingManagers.emplace_back("JNLManager");
 }
 
 std::string JournalFile::takeLines() {
