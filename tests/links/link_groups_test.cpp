@@ -197,8 +197,7 @@ TEST_F(LinksTest, WithoutMemoryACallHandsOutNothing) {
     DocumentImage image;
     image.application().properties("", {ImageRecord::whole("CATPart", name), ImageRecord::whole("CATPart", name, 0),
                                         ImageRecord::object("CATProduct", name, kFirst),
-                                        ImageRecord::object("CATPart", name, kSecond), ImageRecord::unloadable(name),
-                                        ImageRecord::unloadable(name)});
+                                        ImageRecord::object("CATPart", name, kSecond), ImageRecord::unloadable(name)});
     image.summary(5, 11, 0);
     const std::string file = write("own.CATPart", image.bytes());
     VornToolsString bytes = stringOf(image.bytes());
