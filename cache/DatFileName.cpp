@@ -17,29 +17,23 @@ namespace {
 /** The one place that relies on the platform telling whether a document has a file of its own. */
 bool wasNeverSaved(const CATDocument* ip_document) { return ip_document && !ip_document->IsSaved(); }
 
-} // namespace
-
-HRESULT VornToolsCommon::getDatFileFullFileName(const CATUnicodeString& i_file_name, CATUnicodeString& o_dat_name) {
-    const JournalFrame frame(_CteCLASS_NAME, "getDatFileFullFileName");
-    // The output may be the very text that is asked about.
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
-    const CATUnicodeString file_name(i_file_name);
-    o_dat_name = "";
+/** Name of the DAT file for a document; reported when the document's own cannot be split. */
+HRESULT makeDatName(const JournalFrame& i_frame, const CATUnicodeString& i_file_name, CATUnicodeString& o_dat_name) {
     CATUnicodeString directory, name;
-    const HRESULT split = splitFullName(file_name, directory, name);
+    const HRESULT split = splitFullName(i_file_name, directory, name);
     if (FAILED(split)) {
-        frame.callFailed("UTILFile::splitPathAndFileName");
+        i_frame.callFailed("UTILFile::splitPathAndFileName");
         return split;
     }
     if (!directory.IsNull()) {
-        o_dat_name = file_name + kDatSuffix;
+        o_dat_name = i_file_name + kDatSuffix;
         return S_OK;
     }
 
     unsigned char exported_as_reference = 0;
     const HRESULT asked = VornToolsExportAsReference().isAnExportAsReference(name, exported_as_reference);
     if (FAILED(asked)) {
-        frame.callFailed("VornToolsExportAsReference::isAnExportAsReference");
+        i_frame.callFailed("VornToolsExportAsReference::isAnExportAsReference");
         return asked;
     }
     if (exported_as_reference) {
@@ -50,6 +44,22 @@ HRESULT VornToolsCommon::getDatFileFullFileName(const CATUnicodeString& i_file_n
     const CATUnicodeString in_life_cycle_folder = files + "LFC" + UTILFile::getPathSeparator() + name;
     o_dat_name = (hasDatFile(in_life_cycle_folder) ? in_life_cycle_folder : files + name) + kDatSuffix;
     return S_OK;
+}
+
+} // namespace
+
+HRESULT VornToolsCommon::getDatFileFullFileName(const CATUnicodeString& i_file_name, CATUnicodeString& o_dat_name) {
+    const JournalFrame frame(_CteCLASS_NAME, "getDatFileFullFileName");
+    // Written at the end: it may be the very text that is asked about.
+    const auto work = [&]() -> HRESULT {
+        CATUnicodeString dat_name;
+        const HRESULT code = makeDatName(frame, i_file_name, dat_name);
+        o_dat_name = dat_name;
+        return code;
+    };
+    const HRESULT code = guarded(work, E_FAIL);
+    if (FAILED(code)) o_dat_name = "";
+    return code;
 }
 
 unsigned char VornToolsCommon::isAOvElement(CATDocument* ip_document, CATUnicodeString i_file_name,

@@ -86,13 +86,13 @@ private:
         o_entry.pieces = StreamPieces(m_bytes.substr(m_at + kRestOfEntry, std::size_t{count} * kPieceBytes));
         std::uint64_t length = 0;
         std::size_t at = m_at + kRestOfEntry;
+        m_at += rest;
         for (const StreamPiece piece : o_entry.pieces) {
             if (std::uint64_t{piece.offset} + piece.length > m_file_size || numberAt(m_bytes, at + 12) != length)
                 return false;
             length += piece.length;
             at += kPieceBytes;
         }
-        m_at += rest;
         return length == o_entry.size && length <= m_file_size;
     }
 

@@ -54,7 +54,7 @@ bool readText(std::string_view i_image, std::size_t& io_at, std::size_t i_end, s
     const unsigned char first = byteAt(i_image, io_at);
     const std::size_t begin = io_at + (first == 0 ? 5 : 1);
     const std::int64_t length = first == 0 ? int32At(i_image, io_at + 1, true) : first - 1;
-    if (length < 0 || begin > i_end || static_cast<std::uint64_t>(length) > i_end - begin) return false;
+    if (length < 0 || begin + static_cast<std::uint64_t>(length) > i_end) return false;
     o_text = i_image.substr(begin, static_cast<std::size_t>(length));
     io_at = begin + o_text.size();
     return true;

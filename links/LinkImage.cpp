@@ -156,7 +156,6 @@ bool holdsAllPointers(std::string_view i_image, const std::vector<LinkedDocument
     std::unordered_map<std::string_view, std::int64_t> missing;
     for (const LinkedDocument& document : i_documents)
         if (!document.identity.empty() && document.uses > 0) missing[document.identity] += document.uses;
-    if (missing.empty()) return true;
     const std::size_t lead = marker::foreignIdentity.size();
     for (std::size_t at = findMarker(i_image, marker::foreignIdentity, 0); at != notFound;
          at = findMarker(i_image, marker::foreignIdentity, at + lead)) {

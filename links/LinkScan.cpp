@@ -46,7 +46,6 @@ NamesOfLinks multiModelNames(DocumentScan& io_scan, LinkedNames& io_names) {
 
     const std::vector<MultiModelLinks::Link>& links = io_scan.multiModelLinks().links;
     NamesOfLinks names;
-    names.reserve(links.size() + documents.size());
     std::vector<bool> linked(documents.size());
     for (const MultiModelLinks::Link& link : links) {
         const bool known = link.document != MultiModelLinks::noDocument;

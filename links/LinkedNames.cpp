@@ -148,7 +148,7 @@ std::string LinkedNames::findByName(const std::string& i_name, bool i_not_here, 
 }
 
 std::string LinkedNames::findRelative(const std::string& i_path) const {
-    const bool from_here = i_path.size() > 1 && i_path[0] == '.' && i_path[1] == m_separator;
+    const bool from_here = i_path.compare(0, 2, {'.', m_separator}) == 0;
     const std::string below = from_here ? i_path.substr(2) : i_path;
     std::string found = m_directory.empty() ? std::string() : firstFile({m_directory + below});
     if (found.empty() && !m_current_directory.empty()) found = firstFile({m_current_directory + m_separator + below});

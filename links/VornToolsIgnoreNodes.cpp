@@ -122,7 +122,6 @@ VornToolsIgnoreNodes::~VornToolsIgnoreNodes() { delete m_prefixes; }
 
 HRESULT VornToolsIgnoreNodes::initClassVariables() {
     const JournalFrame frame(_CteCLASS_NAME, "initClassVariables");
-    m_prefixesManaged = 0;
     m_instanceDescriptionManaged = 0;
     const HRESULT code = loadPrefixIgnoreNodes();
     m_instanceDescriptionManaged = environmentSays(&ENVManager::isInstDescManagedForIgnoreNode) ? 1 : 0;

@@ -78,19 +78,21 @@ int VornToolsLinks::getOtherDocuments(VornToolsString* image, int position, Vorn
     clear(kinds);
     clear(uses);
     if (isMissing(frame, image)) return 0;
-    const auto read = [&] {
+    guarded([&] {
         const PropertyStream stream(viewOf(*image), positionOf(position));
-        LinkedNames found(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
+        LinkedNames places(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
+        std::vector<std::string_view> of_names, of_kinds;
+        VornToolsVector<int> of_uses;
         for (const OtherDocument& document : stream.others()) {
-            names.append(stringOf(found.resolve(document.name)));
-            kinds.append(stringOf(document.kind));
-            uses.append(document.uses);
+            of_names.push_back(places.resolve(document.name));
+            of_kinds.push_back(document.kind);
+            of_uses.append(document.uses);
         }
-    };
-    if (guarded(read)) return 0;
-    clear(names);
-    clear(kinds);
-    clear(uses);
+        Strings found[] = {stringsOf(of_names), stringsOf(of_kinds)};
+        names = std::move(found[0]);
+        kinds = std::move(found[1]);
+        uses = std::move(of_uses);
+    });
     return 0;
 }
 

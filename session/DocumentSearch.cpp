@@ -129,10 +129,10 @@ HRESULT VornToolsCommon::getDocumentsInSession(CATListPtrCATDocument& o_document
 HRESULT VornToolsCommon::getDocumentInSession(CATUnicodeString i_name, CATDocument*& op_document,
                                               unsigned char& o_found) {
     const JournalFrame frame(_CteCLASS_NAME, "getDocumentInSession");
+    op_document = nullptr;
+    o_found = 0;
     const auto work = [&]() -> HRESULT {
         frame.write("searching in session the document : %s", i_name);
-        op_document = nullptr;
-        o_found = 0;
         const SoughtName sought = soughtName(frame, i_name);
         HRESULT code = S_OK;
         CATDocument* p_found = sought.has_directory ? lookUpDocument(sought.full_name) : nullptr;

@@ -115,9 +115,8 @@ HRESULT VornToolsSwitchMgt::release() {
         auto sp_none = std::make_unique<TYPMapCATUnicodeStringPVoid>();
         // Forgotten first: what fails on the way is not given back twice.
         const std::unique_ptr<TYPMapCATUnicodeStringPVoid> sp_products(std::exchange(m_products, sp_none.release()));
-        m_designs.RemoveAll();
-        m_defaults.RemoveAll();
-        m_visualisations.RemoveAll();
+        for (CATListValCATUnicodeString* const p_list : {&m_designs, &m_defaults, &m_visualisations})
+            p_list->RemoveAll();
         releaseProducts(*sp_products);
         return S_OK;
     };

@@ -126,11 +126,13 @@ CATLibStatus CATOpenDirectory(const char* iPath, CATDirectory* oDir) {
 
 CATLibStatus CATReadDirectory(CATDirectory* iDir, CATDirectoryEntry* oEntry, int* oEndOfDir) {
     OpenFolder* const folder = folderOf(iDir);
+    if (!folder) Accounting::get().breach("a folder that is not open was read");
     if (!folder || !oEntry || !oEndOfDir) return CATLibError;
-    oEntry->name[0] = '\0';
+    // Where there is no entry to tell, the name stays as it was.
     const FaultFlavour flavour = Failures::get().ask("CATReadDirectory");
     if (flavour != FaultFlavour::none) {
         if (flavour == FaultFlavour::codeWithOutput) copyName("stale", oEntry->name);
+        if (flavour == FaultFlavour::nullOutput) oEntry->name[0] = '\0';
         return flavour == FaultFlavour::nullOutput ? CATLibSuccess : CATLibError;
     }
     if (folder->isAtEnd()) {

@@ -41,6 +41,7 @@ int PathElementObject::GetSize() const {
 }
 
 CATBaseUnknown* PathElementObject::operator[](int iPosition) const {
+    if (iPosition < 0) Accounting::get().breach("a path was asked for an element in front of its first");
     if (failing("CATPathElement::operator[]") || iPosition < 0) return nullptr;
     if (Failures::get().givesOtherKind()) return StrangerObject::get().unknown();
     const auto position = static_cast<std::size_t>(iPosition);

@@ -445,6 +445,7 @@ TEST_F(ExchangeTest, DecimalTextsAreReadLikeTheLanguageDoes) {
     }
     int value = 4711;
     EXPECT_EQ(VornToolsCommon::stringToInt(nullptr, &value), -1);
+    EXPECT_EQ(value, 0);
     VornToolsString text("1", 1);
     EXPECT_EQ(VornToolsCommon::stringToInt(&text, nullptr), -1);
 }

@@ -55,9 +55,18 @@ TEST_F(MemoryTest, DatFiles) {
         for (const std::string& report : reports()) told.insert(report);
         return SweepOutcome{code, revision.IsNull() && exists == 1};
     });
+    environment().referencePrefix = "x";
+    sweepAllocations("getDatFileFullFileName", [&] {
+        CATUnicodeString dat_name("stale");
+        const HRESULT code = VornToolsCommon::getDatFileFullFileName(kLine.c_str(), dat_name);
+        for (const std::string& report : reports()) told.insert(report);
+        return SweepOutcome{code, dat_name.IsNull() != 0};
+    });
     if constexpr (allocations::areAllSeen) {
-        const std::string method = "VornToolsCommon::getOrvaneInformationsFromDatFile ";
-        EXPECT_EQ(told.count(method + "9003 VornCache::getDataAtLine"), 1U);
+        const std::string method = "VornToolsCommon::";
+        EXPECT_EQ(told.count(method + "getOrvaneInformationsFromDatFile 9003 VornCache::getDataAtLine"), 1U);
+        EXPECT_EQ(told.count(method + "getDatFileFullFileName 9003 VornToolsExportAsReference::isAnExportAsReference"),
+                  1U);
     }
 }
 

@@ -56,12 +56,12 @@ protected:
         Texts names;
         int atEnd = 0;
         while (atEnd == 0) {
-            CATDirectoryEntry entry;
+            CATDirectoryEntry entry{};
             EXPECT_EQ(CATReadDirectory(&directory, &entry, &atEnd), CATLibSuccess);
             const std::string name = entry.name;
             if (!name.empty()) names.push_back(atEnd ? "[" + name + "]" : name);
         }
-        CATDirectoryEntry behind;
+        CATDirectoryEntry behind{};
         EXPECT_EQ(CATReadDirectory(&directory, &behind, &atEnd), CATLibSuccess);
         EXPECT_EQ(std::string(behind.name) + std::to_string(atEnd), "1") << "nothing comes behind the end";
         CATCloseDirectory(&directory);

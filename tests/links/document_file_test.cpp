@@ -345,6 +345,13 @@ TEST_F(DocumentFileTest, WhatTheStreamsDoNotTellIsReadFromTheWholeFile) {
              file.container("CATXDocLinkCont", part.imports);
              return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
          }},
+        {"references, pointers and imports in containers of other classes",
+         [](PartStreams part) {
+             Container file;
+             file.stream("Data", part.data).container("CATPrtCont", part.product).container("CATStdCont", part.imports);
+             file.gap(kGeometry);
+             return file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
+         }},
         {"imports in a container of another class",
          [](PartStreams part) {
              Container file;
@@ -427,13 +434,15 @@ TEST_F(DocumentFileTest, ContainersThatTellNoClassAreRead) {
     const PartStreams part;
     Container file;
     file.stream("Data", part.data).container("", part.product).container("CGMGeom", kGeometry);
-    // A class of eight letters has a form of its own; here it ends the stream.
-    const std::uint32_t storage = file.storage("g", file.root());
-    const std::string eight = Container::classStream("CGMGeoms");
-    file.stream("Cont_g", kGeometry, storage)
-        .stream("\x03"
-                "CATStorageProperty",
-                eight.substr(0, eight.find("CGMGeoms") + 8), storage);
+    // A class of eight letters has a form of its own; here they end their streams.
+    for (const std::string& name : {"CGMGeoms"s, "CGMGeom"s}) {
+        const std::uint32_t storage = file.storage(name, file.root());
+        const std::string told = Container::classStream(name);
+        file.stream("Cont_" + name, kGeometry, storage)
+            .stream("\x03"
+                    "CATStorageProperty",
+                    told.substr(0, told.find(name) + name.size()), storage);
+    }
     file.container("CATXDocLinkCont", part.imports);
     const std::string bytes = file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
     const Read found = read(bytes);
@@ -536,6 +545,8 @@ TEST_F(DocumentFileTest, DamageIsTold) {
     EXPECT_EQ(with_properties(counts_more), VornToolsDocumentFile::DocumentDamaged);
 
     EXPECT_EQ(conditionOf(""), VornToolsDocumentFile::DocumentNoDocument);
+    EXPECT_EQ(read("").image, "none");
+    EXPECT_EQ(read("x").image, "x");
     EXPECT_EQ(conditionOf("version https://example.invalid/file\n"), VornToolsDocumentFile::DocumentNoDocument);
     EXPECT_EQ(conditionOf("V5_CF"), VornToolsDocumentFile::DocumentNoDocument);
     EXPECT_EQ(conditionOf("V5_CFV2"), VornToolsDocumentFile::DocumentCutOff);

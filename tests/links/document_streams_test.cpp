@@ -57,6 +57,17 @@ TEST_F(LinksTest, RecordsNameDocumentsByKind) {
 }
 
 /** The use count lies 12 bytes behind the text of a record: a document may end within it. */
+TEST_F(LinksTest, ARecordHoldsOnePathAndLittleBeside) {
+    constexpr std::size_t longest = 0x10000 + 256;
+    for (const std::size_t length : {longest, longest + 1}) {
+        ImageRecord record = ImageRecord::whole("CATPart", "long.CATPart");
+        record.text.resize(length, 'x');
+        DocumentImage image;
+        image.properties("own", {record, ImageRecord::whole("CATPart", "next.CATPart")});
+        EXPECT_EQ(namesIn(image).partFiles.size(), length > longest ? 0U : 2U) << length;
+    }
+}
+
 TEST_F(LinksTest, BytesOfAUseCountBeyondTheImageAreZero) {
     for (const bool littleEndian : {true, false}) {
         DocumentImage whole(littleEndian);
@@ -112,6 +123,8 @@ TEST_F(LinksTest, ExternalReferencesComeFromTheTableOfNames) {
     behind.application().properties("own", {}).references({"..!A!x"});
     EXPECT_EQ(references(behind), Texts());
     EXPECT_EQ(links(behind, "MMLASSY"), Texts());
+    DocumentImage nothing;
+    EXPECT_EQ(references(nothing.application().references({"..!A!x"})), Texts()) << "no property stream";
     VornToolsString bytes = stringOf(behind.bytes());
     EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
 }

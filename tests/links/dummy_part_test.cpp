@@ -100,6 +100,23 @@ TEST_F(DummyPartTest, ADummyPartIsRememberedUntilTheInstanceEnds) {
     EXPECT_EQ(messages(), Texts({"i_full_file_name is empty"}));
 }
 
+struct Variant : VornToolsDummyPart {
+    using VornToolsDummyPart::initClassVariables;
+    using VornToolsDummyPart::releaseClassVariables;
+};
+
+TEST_F(DummyPartTest, VariantsForgetWhatIsRemembered) {
+    Variant variant;
+    for (const auto forget : {&Variant::initClassVariables, &Variant::releaseClassVariables}) {
+        const CATUnicodeString dummy(writeLoaded("d.CATPart").c_str());
+        EXPECT_EQ(variant.isADummyPart(dummy), 1);
+        std::filesystem::remove(folder() / "d.CATPart");
+        EXPECT_EQ(variant.isADummyPart(dummy), 1);
+        EXPECT_EQ((variant.*forget)(), S_OK);
+        EXPECT_EQ(variant.isADummyPart(dummy), 0);
+    }
+}
+
 TEST_F(DummyPartTest, AProductIsTestedByItsDocument) {
     auto root = session().product(writeLoaded("r.CATProduct")).root();
     auto dummy = root.add(session().part(writeLoaded("d.CATPart")), "d.1");

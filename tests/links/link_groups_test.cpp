@@ -1,5 +1,6 @@
+#include "VornToolsFolderMemory.h"
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/LinksTest.h"
-#include "tests/support/Sweep.h"
 
 #include <functional>
 #include <tuple>
@@ -189,6 +190,58 @@ TEST_F(LinksTest, AMissingImageIsReported) {
           "sortImportUnpublished_and_MMLR12"})
         expected.push_back("VornToolsLinks::"s + method + " 9001 ip_image");
     EXPECT_EQ(reports(), expected);
+}
+
+TEST_F(LinksTest, WithoutMemoryACallHandsOutNothing) {
+    const std::string name(kLargeAllocation - 1, 'n');
+    DocumentImage image;
+    image.application().properties("", {ImageRecord::whole("CATPart", name), ImageRecord::whole("CATPart", name, 0),
+                                        ImageRecord::object("CATProduct", name, kFirst),
+                                        ImageRecord::object("CATPart", name, kSecond), ImageRecord::unloadable(name)});
+    image.summary(5, 11, 0);
+    const std::string file = write("own.CATPart", image.bytes());
+    VornToolsString bytes = stringOf(image.bytes());
+    const int property = image.propertyPosition();
+    const auto outcome = [](const auto&... outputs) {
+        const bool nothing = (isEmptyOutput(outputs) && ...);
+        return SweepOutcome{nothing ? E_FAIL : S_OK, true, static_cast<int>(textOfOutputs(outputs...).size())};
+    };
+    sweepAllocations("getLinks", [&] {
+        unsigned char missing = 7;
+        const auto links = VornToolsLinks::getLinks(&bytes, "MML", nullptr, "", missing);
+        return outcome(textsOf(links), missing);
+    });
+    sweepAllocations("searchLinks", [&] {
+        double count = 7;
+        CATListValCATUnicodeString lists[5];
+        VornToolsVector<unsigned char> flags;
+        unsigned char missing = 7;
+        VornToolsLinks::searchLinks(file.c_str(), "MML", "", count, lists[0], lists[1], lists[2], lists[3], lists[4],
+                                    flags, missing);
+        return outcome(lists[0], lists[1], lists[2], lists[3], lists[4], flags, missing, count);
+    });
+    sweepAllocations("getLinkedDocName", [&] {
+        Strings lists[4];
+        VornToolsLinks::getLinkedDocName(&bytes, property, nullptr, "", lists[0], lists[1], lists[2], lists[3]);
+        return outcome(lists[0], lists[1], lists[2], lists[3]);
+    });
+    sweepAllocations("getGhosts", [&] {
+        Strings names;
+        VornToolsLinks::getGhosts(&bytes, property, names);
+        return outcome(names);
+    });
+    sweepAllocations("getOtherDocuments", [&] {
+        Strings names, of_what;
+        VornToolsVector<int> uses;
+        VornToolsFolderMemory folders;
+        VornToolsLinks::getOtherDocuments(&bytes, property, nullptr, "", names, of_what, uses, folders);
+        return outcome(names, of_what, uses);
+    });
+    sweepAllocations("getMmlDocuments", [&] {
+        Strings documents;
+        VornToolsLinks::getMmlDocuments(&bytes, 11, image.applicationPosition(), property, nullptr, "", documents);
+        return outcome(documents);
+    });
 }
 
 TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {

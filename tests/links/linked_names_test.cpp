@@ -20,8 +20,9 @@ TEST_F(LinksTest, NamesWithoutDirectoryAreLookedForInTheGivenOne) {
 }
 
 TEST_F(LinksTest, PathsMoveWithTheDocument) {
-    for (const char* name : {"copy/asm/own.CATProduct", "copy/asm/sub/a.CATPart", "copy/parts/b.CATPart",
-                             "copy/asm/x/y/c.CATPart", "copy/asm/.hidden/d.CATPart", "stored.CATPart"})
+    for (const char* name :
+         {"copy/asm/own.CATProduct", "copy/asm/sub/a.CATPart", "copy/parts/b.CATPart", "copy/asm/x/y/c.CATPart",
+          "copy/asm/g.CATPart", "copy/asm/deep/g.CATPart", "copy/asm/.hidden/d.CATPart", "stored.CATPart"})
         write(name, "x");
     const std::string in_long = write("copy/asm/" + std::string(100, 'x') + "/e.CATPart", "x");
     const std::string file = path("copy/asm/own.CATProduct"), stored = path("stored.CATPart");
@@ -40,6 +41,7 @@ TEST_F(LinksTest, PathsMoveWithTheDocument) {
         {"C:\\pro\\asm\\own.CATProduct", "C:\\proj\\e\\f.CATPart", "C:\\proj\\e\\f.CATPart"},
         {path("copy/own.CATProduct"), path("copy/sub/a.CATPart"), path("copy/asm/sub/a.CATPart")},
         {path("copy/asm2/own.CATProduct"), path("copy/asm2/sub/a.CATPart"), path("copy/asm/sub/a.CATPart")},
+        {"a\\own.CATProduct", "C:\\q\\a\\deep\\g.CATPart", path("copy/asm/deep/g.CATPart")},
         {path("copy/app/own.CATProduct"), "C:\\apps\\app\\.hidden\\d.CATPart", path("copy/asm/.hidden/d.CATPart")},
     };
     for (const auto& c : cases) EXPECT_EQ(located(c.own, file, c.linked), c.found) << c.own << " " << c.linked;
@@ -169,6 +171,7 @@ TEST_F(LinksTest, AMemoryLooksForEachFileOnce) {
     const auto find = [&](VornToolsFolderMemory& folders) { return foundWith(folders, own, stored); };
     VornToolsFolderMemory before, after;
     EXPECT_EQ(find(before), Texts({path("w/late.CATPart")}));
+    foundWith(before, own, path("elsewhere/other.CATPart"));
     write("elsewhere/late.CATPart", "x");
     EXPECT_EQ(find(before), Texts({path("w/late.CATPart")})) << "as it was looked for";
     EXPECT_EQ(find(after), Texts({stored}));

@@ -61,6 +61,23 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     DocumentImage bare;
     bare.raw("CATXDLRepository" + DocumentImage::tableText(depth)).application().properties("own", {a});
     EXPECT_EQ(links(bare, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
+    // The inputs stand between the head of their stream and its table, within a mebibyte; the table alone has an order
+    // of its own.
+    const std::string inputs_and_table = DocumentImage().imports({{17, {5, 4}}}, {depth, geometry}).bytes().substr(4);
+    const std::size_t table = inputs_and_table.find("\x7C\x02");
+    const std::string inputs = inputs_and_table.substr(0, table), texts = inputs_and_table.substr(table);
+    const Texts by_input = {"MML|a.CATPart|AJADAAAAAA|1", "MML|a.CATPart|Depth|1"},
+                by_table = {by_input[1], by_input[0]};
+    const std::pair<std::string, Texts> places[] = {
+        {inputs + texts, by_input},
+        {"OSMX" + inputs + std::string(600000, '\0') + texts, by_input},
+        {"OSMX" + inputs + std::string(1 << 20, '\0') + texts, by_table},
+        {inputs + "OSMX" + texts, by_table},
+    };
+    for (const auto& [stream, expected] : places) {
+        DocumentImage placed;
+        EXPECT_EQ(links(placed.application().raw(stream).properties("own", {a}), "MML"), expected) << stream.size();
+    }
     // Without the numbers of its records a stream leaves the place alone.
     DocumentImage numbered, cut;
     numbered.application().imports({{5, {4}}, {1, {5}}}, {depth, geometry}).properties("own", {a, b});
@@ -103,6 +120,15 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
         pointed.raw((first ? pointer : "") + "CATPrdInputProxy").application().raw(first ? "" : pointer);
         pointed.properties("own", {ImageRecord::object("CATPart", "linked.CATPart", kFirst)});
         EXPECT_EQ(links(pointed), unpublished) << first;
+    }
+
+    // A pointer without an object tells nothing; the next one may.
+    for (const bool again : {false, true}) {
+        DocumentImage pointed;
+        pointed.raw(own).application().pointer(kFirst);
+        if (again) pointed.pointer(kFirst, element);
+        pointed.properties("own", {ImageRecord::object("CATPart", "linked.CATPart", kFirst)}).summary(5, 12, 0);
+        EXPECT_EQ(links(pointed), Texts({again ? "MML|linked.CATPart|AJJCAAAAAA|1" : "MML|linked.CATPart||0"}));
     }
 
     const DocumentImage older = image(12, true, false);
@@ -151,6 +177,13 @@ TEST_F(LinksTest, MultiModelLinksPairByIndex) {
     links.append(VornToolsLink());
     EXPECT_EQ(VornToolsLinks::updateMMLLink(tags, publications, names, links), 0);
     EXPECT_EQ(textsOf(links), Texts({"MML|a|t1|1", "MML|b||0", "MML|d||0"}));
+    names = stringsOf({"a", "b", "c", "d"});
+    Strings two = stringsOf({"x", "y"});
+    for (const bool fewer_tags : {false, true}) {
+        VornToolsLinks::updateMMLLink(fewer_tags ? two : tags, fewer_tags ? publications : two, names, links);
+        EXPECT_EQ(textsOf(links), Texts({fewer_tags ? "MML|a|x|1" : "MML|a|t1|1", fewer_tags ? "MML|b|y|1" : "MML|b||0",
+                                         "MML|c||0", "MML|d||0"}));
+    }
 }
 
 } // namespace

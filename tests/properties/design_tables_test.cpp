@@ -166,6 +166,12 @@ TEST_F(DesignTablesTest, ATableIsReadWithItsCurrentConfiguration) {
     EXPECT_TRUE(hasMessage(" Nb design table found : 1"));
     EXPECT_TRUE(hasMessage("Not a DLName, filepath = " + file));
     EXPECT_TRUE(hasMessage(" String used to find CkSum : 12x"));
+    for (const char* const nuts : {"nuts.t", "nuts"}) {
+        file = write(nuts, "N\tL\nw\t11\n");
+        addTable(feature, nuts);
+        EXPECT_EQ(read.read(bolt), S_OK);
+        EXPECT_STREQ(read.files[read.files.Size()].ConvertToChar(), "nuts");
+    }
 }
 
 TEST_F(DesignTablesTest, TheJournalTellsHowATableIsRead) {
@@ -622,6 +628,8 @@ TEST_F(DesignTablesTest, NullsAreReported) {
     EXPECT_TRUE(text.IsNull());
     EXPECT_EQ(reports(), Texts({"VornToolsCommon::getDesignTableNameProperty 9001 ipi_design_table",
                                 "VornToolsCommon::getDesignTableName 9001 ipi_design_table"}));
+    EXPECT_EQ(Access::values(nullptr, 1), "");
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::getConfigurationValues 9001 ipi_design_table"}));
     int sheet = 0;
     EXPECT_EQ(VornToolsCommon::readDesignTableInformation(CATISpecObject_var(), "", nullptr, text, text, sheet, sheet,
                                                           text, text, text),

@@ -9,6 +9,7 @@
 #include "VornToolsInstanceProperty.h"
 #include "embedded/Parameters.h"
 #include "embedded/SessionFile.h"
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 #include "tests/support/Utf8.h"
@@ -178,6 +179,27 @@ TEST_F(InstancePropertiesTest, APropertyThatCannotBeReadIsNotTakenForAbsent) {
             EXPECT_EQ(found, 0);
         }
         EXPECT_EQ(reports(), (Texts{"VornToolsInstanceProperty::getAttribute 9002 " + missing})) << call;
+    }
+}
+
+TEST_F(InstancePropertiesTest, WhatTheFirstPropertyCannotBeMadeWithoutIsReported) {
+    int components = 1;
+    const std::pair<const char*, std::string> cases[] = {
+        {"QueryInterface(CATICkeParmFactory)", "9002 pi_param_factory"},
+        {"QueryInterface(CATISpecAttrAccess)", "9002 pi_spec_attr_access"},
+        {"CATISpecObject::AddAttribute", "9003 AddAttribute"},
+        {"QueryInterface(CATICkeRelationFactory)", "9002 pi_relation_factory"},
+        {"CATICkeRelationFactory::CreateParameterSet", "9003 CreateParameterSet"},
+        {"CATISpecAttrAccess::SetSpecObject", "9003 SetSpecObject"}};
+    for (const auto& [call, report] : cases) {
+        SCOPED_TRACE(call);
+        HRESULT code = S_OK;
+        EXPECT_TRUE(failAt(call, 1, [&] {
+            const auto component = root.addComponent("Frame", "Frame." + std::to_string(++components));
+            code = create(component, Service::PropertyString, "A", "x", false, 1);
+        }));
+        EXPECT_EQ(code, E_FAIL);
+        EXPECT_EQ(reports(), Texts{"VornToolsInstanceProperty::createMaroInstanceProperty " + report});
     }
 }
 

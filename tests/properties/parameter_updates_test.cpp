@@ -260,6 +260,18 @@ TEST_F(ParameterUpdatesTest, AParameterThatDoesNotTellItsTypeOrMagnitudeTakesNot
         (Texts{kClass + "getParamValueInStorageUnit 9002 ipi_magnitude", kClass + "updateParameter 9003 ValuateReal"}));
 }
 
+TEST_F(ParameterUpdatesTest, WithoutItsMagnitudeADimensionTakesWhatChangesIt) {
+    Parameter length;
+    HRESULT code = E_FAIL;
+    EXPECT_TRUE(failAt("QueryInterface(CATICkeMagnitude)", 1, [&] {
+        length = set.add("Length", "L", 0.25);
+        code = update(length, "7", "d");
+    }));
+    EXPECT_EQ(code, S_OK);
+    EXPECT_EQ(length.shown(), "7mm");
+    EXPECT_EQ(reports(), (Texts{kClass + "updateParameter 9002 pi_magnitude"}));
+}
+
 TEST_F(ParameterUpdatesTest, TheKindOfTheKeptListDecidesHowValuesAreRead) {
     const std::string line = "multiple String values";
     Parameter truth = set.add("B", true), integer = set.add("I", 7), length = set.add("Length", "L", 1.0);

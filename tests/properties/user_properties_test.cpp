@@ -45,6 +45,7 @@ protected:
         std::string met = "none yet";
         for (int nth = 1; !met.empty(); ++nth) {
             reports();
+            clearJournal();
             session().reset();
             environment().createsProperties = true;
             bolt = session().part("/w/Bolt.CATPart").root();
@@ -268,6 +269,24 @@ TEST_F(UserPropertiesTest, AMemberThatDoesNotTellItsNameMayBeTheOneLookedFor) {
             EXPECT_EQ(reports(), (Texts{kCommon + method + " 9002 sp_cke_parm"}));
             EXPECT_EQ(read(bolt), (Texts{"EBS_DatasetUid=x"}));
         }
+    const std::string unsplit = "UTILFile::splitPathAndFileName is failed";
+    const struct {
+        const char* call;
+        Texts ofReading;
+        std::string lastOfWriting;
+    } cases[] = {{"QueryInterface(CATICkeParm)", {"sp_cke_parm is NULL_var"}, "looking for parameter name [A]"},
+                 {"CATICkeParm::Name", {unsplit}, "setUserProperties : " + unsplit + "."},
+                 {"UTILFile::splitPathAndFileName", {unsplit}, "setUserProperties : " + unsplit + "."}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.call);
+        CATListValCATUnicodeString names, values;
+        EXPECT_EQ(failAt(c.call, [&] { return VornToolsCommon::getUserProperties(bolt.get(), names, values); }), S_OK);
+        EXPECT_EQ(names.Size() + values.Size(), 0);
+        EXPECT_EQ(messages(), c.ofReading);
+        EXPECT_EQ(failAt(c.call, [&] { return set(bolt, {"A"}, {"x"}, {"s"}); }), E_FAIL);
+        EXPECT_EQ(messages().back(), c.lastOfWriting);
+        reports();
+    }
 }
 
 TEST_F(UserPropertiesTest, FaultsOfThePlatformAreMet) {

@@ -102,7 +102,9 @@ TEST_F(SwitcherTest, SetWorkModeFindsTheNameWhenTheReferenceIsLoaded) {
     CATIProduct* found = nullptr;
     EXPECT_EQ(switcher.getCATIProduct("Bolt.CATPart", found), S_OK);
     EXPECT_EQ(found, bolt.get());
+    clearJournal();
     EXPECT_EQ(switcher.setWorkMode(nullptr, Modes::WorkModeDesign, Modes::WorkModeUnknown, "", 0), S_OK);
+    EXPECT_EQ(messages(), Texts({"ipi_catiproduct is NULL"}));
     embedded::setSwitchOutcome(SwitchOutcome::refused);
     EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeVisu, Modes::WorkModeUnknown, "", 0), E_FAIL);
     EXPECT_EQ(reports().size(), 1u);

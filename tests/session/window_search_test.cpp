@@ -11,6 +11,8 @@
 #include "embedded/Windows.h"
 #include "embedded/WorkModes.h"
 
+#include <set>
+
 namespace {
 
 using embedded::Windows;
@@ -169,6 +171,25 @@ TEST_F(WindowSearchTest, AForeignFileIsFoundByItsShapeAndLoaded) {
     const Found named = search("high.cgr", "high");
     EXPECT_EQ(named.product, visual.get());
     EXPECT_EQ(named.document, low.get()) << "what is loaded is the default representation";
+}
+
+TEST_F(WindowSearchTest, WhatAForeignFileIsNotLoadedForIsReported) {
+    windows().open(second);
+    session().document("/w/low.cgr");
+    embedded::Failures& failures = embedded::Failures::get();
+    std::set<std::string> told;
+    for (const auto flavour : {embedded::FaultFlavour::code, embedded::FaultFlavour::thrown}) {
+        constexpr int kMoreThanItMakes = 100;
+        for (int call = 1; call < kMoreThanItMakes; ++call) {
+            failures.arm(call, false, flavour);
+            search("low.cgr");
+            failures.disarm();
+            for (const std::string& report : reports()) told.insert(report);
+        }
+        EXPECT_FALSE(failures.fired());
+    }
+    for (const char* const call : {"getDefaultRepName", "VornToolsCommon::getShapePathName"})
+        EXPECT_EQ(told.count(kCommon + "analyzeWindowsInSession 9003 " + call), 1U) << call;
 }
 
 TEST_F(WindowSearchTest, APartThatShowsAForeignFileIsLoadedForAMoment) {
