@@ -14,6 +14,7 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 class PacketWriter {
@@ -24,7 +25,7 @@ public:
         number(size);
         m_bytes += value;
     }
-    const std::string& bytes() const { return m_bytes; }
+    std::string takeBytes() { return std::move(m_bytes); }
 
 private:
     std::string m_bytes;
@@ -100,7 +101,7 @@ std::string packed(Value value) {
     PacketWriter packet;
     Transfer<PacketWriter> move(packet);
     move(value);
-    return packet.bytes();
+    return packet.takeBytes();
 }
 
 /** @param bytes that packed() made of a Value. @throws std::runtime_error when they are not whole */

@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -61,8 +62,8 @@ public:
 
     bool wantsPictures() const { return m_pictures.areWanted(); }
     /** @param document its number on the page, larger than the last one's */
-    void takePicture(std::size_t document, const std::string& picture) {
-        m_isWhole = m_isWhole && m_pictures.add(document, picture);
+    void takePicture(std::size_t document, std::string picture) {
+        m_isWhole = m_isWhole && m_pictures.add(document, std::move(picture));
     }
     void writeData(const Archive& archive, const std::vector<Index>& listed,
                    const std::vector<DuplicateGroup>& duplicates, const PageOrigin& origin) {
@@ -135,7 +136,7 @@ int reportOnFolders(const ReportOptions& options) {
     what.jobs = options.common.jobs;
     // What was walked is what the page lists, in the same order.
     if (placeOf(options.previews) != PagePictures::Place::None)
-        what.takePicture = [&](Index document, const std::string& jpeg) { page->takePicture(document, jpeg); };
+        what.takePicture = [&](Index document, std::string jpeg) { page->takePicture(document, std::move(jpeg)); };
     ArchiveReader reader(archive, journal, what);
     const bool complete = reader.walk(options.common.names, options.common.excluded);
     if (!complete) origin.complaints.emplace_back(kIncomplete);
@@ -164,9 +165,8 @@ int reportOnCatalogues(const ReportOptions& options) {
     JournalFile journal("");
     page.writeData(archive, listed, duplicatesIn(archive, journal), origin);
     for (std::size_t i = 0; page.wantsPictures() && page.isGood() && i < listed.size(); ++i) {
-        const std::string picture =
-            catalogues.previewOf(std::string(archive.text(archive.document(listed[i]).fullName)));
-        if (!picture.empty()) page.takePicture(i, picture);
+        std::string picture = catalogues.previewOf(std::string(archive.text(archive.document(listed[i]).fullName)));
+        if (!picture.empty()) page.takePicture(i, std::move(picture));
     }
     if (!page.finish() || !complete || isAnyUnread(archive)) return ExitUnusable;
     return hasFindings(archive) ? ExitFindings : ExitFine;

@@ -94,7 +94,7 @@ Helpers::Helpers(std::size_t count, const std::function<void(std::size_t, const 
 
 Helpers::~Helpers() = default;
 
-bool Helpers::receive(std::size_t, char*, std::size_t) { return false; }
+bool Helpers::receive(std::size_t, std::size_t, std::string&) { return false; }
 
 bool Helpers::refill(Process&) { return false; }
 
@@ -261,27 +261,26 @@ Helpers::~Helpers() {
     }
 }
 
-bool Helpers::receive(std::size_t helper, char* bytes, std::size_t count) {
+bool Helpers::receive(std::size_t helper, std::size_t count, std::string& bytes) {
     if (helper >= m_processes.size()) return false;
     Process& process = m_processes[helper];
     while (count > 0) {
-        if (process.taken == process.end && !refill(process)) return false;
-        const std::size_t taken =
-            process.received.copy(bytes, std::min(count, process.end - process.taken), process.taken);
-        process.taken += taken;
-        bytes += taken;
-        count -= taken;
+        if (process.taken == process.received && !refill(process)) return false;
+        const std::size_t piece = std::min(count, process.received - process.taken);
+        bytes.append(process.buffer, process.taken, piece);
+        process.taken += piece;
+        count -= piece;
     }
     return true;
 }
 
 bool Helpers::refill(Process& process) {
-    process.received.resize(kReceivedAtOnce); // for the first time
-    process.taken = 0;
+    process.buffer.resize(kReceivedAtOnce);
     ssize_t received = 0;
-    do received = ::read(process.pipe, process.received.data(), process.received.size());
+    do received = ::read(process.pipe, process.buffer.data(), process.buffer.size());
     while (received < 0 && errno == EINTR);
-    process.end = received > 0 ? static_cast<std::size_t>(received) : 0;
+    process.taken = 0;
+    process.received = received > 0 ? static_cast<std::size_t>(received) : 0;
     return received > 0;
 }
 

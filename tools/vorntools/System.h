@@ -78,14 +78,14 @@ public:
 
     /** Whether as many as were wanted have begun. */
     bool haveBegun() const { return m_processes.size() == m_wanted; }
-    /** Waits for bytes of one of them. @return false when it has ended before it sent as many */
-    bool receive(std::size_t helper, char* bytes, std::size_t count);
+    /** Waits for bytes of one of them, and appends them. @return false when it has ended before it sent as many */
+    bool receive(std::size_t helper, std::size_t count, std::string& bytes);
 
 private:
     struct Process {
         int process = 0, pipe = -1;
-        std::string received = {};
-        std::size_t taken = 0, end = 0; ///< of the received bytes
+        std::string buffer = {};
+        std::size_t taken = 0, received = 0; ///< bytes of the buffer
     };
     static bool refill(Process& process);
 

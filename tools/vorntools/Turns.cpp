@@ -35,7 +35,9 @@ HelperTurns::HelperTurns(std::size_t count, std::size_t processes, const std::fu
           std::string waiting;
           for (std::size_t first = process * m_turn; first < count; first += m_processes * m_turn) {
               for (std::size_t i = first; i < std::min(first + m_turn, count); ++i) {
-                  waiting += packed(work(i)); // its length in front
+                  const std::string answer = work(i);
+                  const auto size = static_cast<std::int64_t>(answer.size());
+                  waiting.append(reinterpret_cast<const char*>(&size), sizeof size).append(answer);
                   if (waiting.size() < kMostWaiting) continue;
                   send(waiting);
                   waiting.clear();
@@ -48,12 +50,13 @@ HelperTurns::HelperTurns(std::size_t count, std::size_t processes, const std::fu
 std::string HelperTurns::next() {
     const std::size_t process = m_next++ / m_turn % m_processes;
     std::int64_t size = 0;
-    std::string bytes;
-    bool isWhole = m_helpers.receive(process, reinterpret_cast<char*>(&size), sizeof size);
+    std::string length, answer;
+    bool isWhole = m_helpers.receive(process, sizeof size, length);
     if (isWhole) {
-        bytes.resize(static_cast<std::size_t>(size));
-        isWhole = m_helpers.receive(process, bytes.data(), bytes.size());
+        length.copy(reinterpret_cast<char*>(&size), sizeof size);
+        answer.reserve(static_cast<std::size_t>(size));
+        isWhole = m_helpers.receive(process, static_cast<std::size_t>(size), answer);
     }
     if (!isWhole) throw std::runtime_error("a process that reads documents has ended too early");
-    return bytes;
+    return answer;
 }

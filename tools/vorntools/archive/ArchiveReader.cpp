@@ -2,13 +2,13 @@
 
 #include "tools/vorntools/DocumentContents.h"
 #include "tools/vorntools/Output.h"
-#include "tools/vorntools/System.h"
 #include "tools/vorntools/Turns.h"
 #include "tools/vorntools/archive/DocumentPacket.h"
 #include "tools/vorntools/archive/Paths.h"
 
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -29,7 +29,7 @@ void transfer(Move& move, ReadDocument& answer) {
 DocumentFacts ArchiveReader::factsOf(const FoundDocument& found) {
     DocumentFacts facts;
     facts.found = found;
-    const host::FileState state = host::stateOf(found.fullName);
+    const host::FileState state = m_states.stateOf(found.fullName);
     facts.size = state.size;
     facts.modified = state.modified;
     return facts;
@@ -51,17 +51,18 @@ void ArchiveReader::readAll() {
     m_journal.take(); // what came before is told once
     Turns<ReadDocument> answers(found.size(), processesFor(m_what.jobs, found.size()), [&](std::size_t i) {
         ReadDocument answer = {factsOf(found[i]), {}, {}};
-        read(answer.facts, given.count(found[i].fullName) > 0);
+        // What has no DAT file was found for what it is called.
+        read(answer.facts, !found[i].hasDat || given.count(found[i].fullName) > 0);
         if (m_what.takePicture && answer.facts.links) answer.picture = pictureOf(m_memory.reader);
         answer.journal = m_journal.takeLines();
         return answer;
     });
     Progress progress(found.size(), "documents");
     for (std::size_t i = 0; i < found.size(); ++i) {
-        const ReadDocument answer = answers.next();
+        ReadDocument answer = answers.next();
         m_journal.add(answer.journal);
         const Index document = m_archive.add(answer.facts);
-        if (!answer.picture.empty()) m_what.takePicture(document, answer.picture);
+        if (!answer.picture.empty()) m_what.takePicture(document, std::move(answer.picture));
         progress.step();
     }
 }

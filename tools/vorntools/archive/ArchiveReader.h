@@ -3,6 +3,7 @@
 
 #include "tools/vorntools/Files.h"
 #include "tools/vorntools/JournalFile.h"
+#include "tools/vorntools/System.h"
 #include "tools/vorntools/archive/Archive.h"
 
 #include <functional>
@@ -28,7 +29,7 @@ public:
         std::string linkType;  ///< as readDocumentLinks takes it
         int jobs = 0;          ///< of readAll, as processesFor takes it
         /** If given, receives the picture of each document that has one, in the order of the documents. */
-        std::function<void(Index document, const std::string& jpeg)> takePicture = {};
+        std::function<void(Index document, std::string jpeg)> takePicture = {};
     };
     /** @param journal what the library tells of each document goes there */
     ArchiveReader(Archive& archive, JournalFile& journal, What what)
@@ -52,7 +53,7 @@ public:
     const DocumentSearch& search() const { return m_search; }
 
 private:
-    static DocumentFacts factsOf(const FoundDocument& found);
+    DocumentFacts factsOf(const FoundDocument& found);
     /** @param isGiven read whatever it is called */
     void read(DocumentFacts& facts, bool isGiven);
 
@@ -62,6 +63,7 @@ private:
     std::vector<std::string> m_names;
     DocumentSearch m_search{true};
     LinkMemory m_memory;
+    host::NeighbourStates m_states;
 };
 
 #endif

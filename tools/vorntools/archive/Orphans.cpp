@@ -30,7 +30,6 @@ std::vector<Orphan> findOrphans(const Archive& archive) {
         std::string kind = isUsed ? std::string() : kindOfDocument(archive.nameOf(i));
         if (!kind.empty()) orphans.push_back({i, std::move(kind)});
     }
-    std::stable_sort(orphans.begin(), orphans.end(),
-                     [](const Orphan& a, const Orphan& b) { return a.isTop() < b.isTop(); });
+    std::stable_partition(orphans.begin(), orphans.end(), [](const Orphan& orphan) { return !orphan.isTop(); });
     return orphans;
 }

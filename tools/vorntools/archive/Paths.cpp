@@ -26,11 +26,15 @@ PathParts partsOfFolder(std::string_view path) {
     return parts;
 }
 
-std::string_view lastName(std::string_view path) { return path.substr(path.find_last_of("/\\") + 1); }
+std::string_view lastName(std::string_view path) {
+    std::size_t begin = path.size();
+    while (begin > 0 && !isSeparator(path[begin - 1])) --begin;
+    return path.substr(begin);
+}
 
 std::string_view folderOfPath(std::string_view path) {
-    const std::size_t end = path.find_last_of("/\\");
-    return path.substr(0, end == std::string_view::npos ? 0 : end);
+    const std::size_t end = path.size() - lastName(path).size();
+    return path.substr(0, end == 0 ? 0 : end - 1);
 }
 
 std::string folded(std::string_view text) {

@@ -1,11 +1,12 @@
 #include "tools/vorntools/archive/Targets.h"
 
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
 namespace {
 
-/** Collects links by the file, or else the name, that they lead to. */
+/** Collects links by the file, or else the name, that they lead to. What it is given has to stay. */
 class TargetList {
 public:
     TargetList(const std::string& savedPath, const std::string& document)
@@ -13,7 +14,8 @@ public:
 
     /** @param isRecord tells uses that no other link to the target has told */
     void add(const NamedDocument& document, bool isRecord, TargetElement element) {
-        const auto added = m_rows.emplace(document.exists ? document.name : '\0' + document.stored, m_targets.size());
+        const auto added = document.exists ? m_found.emplace(document.name, m_targets.size())
+                                           : m_missing.emplace(document.stored, m_targets.size());
         if (added.second) {
             Target target;
             target.stored = document.stored;
@@ -33,7 +35,7 @@ public:
 private:
     const std::string &m_savedPath, &m_document;
     std::vector<Target> m_targets;
-    std::unordered_map<std::string, std::size_t> m_rows;
+    std::unordered_map<std::string_view, std::size_t> m_found, m_missing; ///< rows
 };
 
 } // namespace

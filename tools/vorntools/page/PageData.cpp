@@ -2,14 +2,68 @@
 
 #include "tools/vorntools/Text.h"
 #include "tools/vorntools/archive/Orphans.h"
+#include "tools/vorntools/archive/Paths.h"
 
+#include <array>
+#include <charconv>
 #include <map>
 #include <set>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 namespace {
+
+/** JSON on its way to a stream, which takes it in large pieces, the last one by flush(). */
+class JsonStream {
+public:
+    explicit JsonStream(std::ostream& stream) : m_stream(stream) {}
+
+    JsonStream& operator<<(std::string_view json) {
+        m_text += json;
+        if (m_text.size() >= kWrittenAtOnce) flush();
+        return *this;
+    }
+    JsonStream& operator<<(char json) {
+        m_text += json;
+        return *this;
+    }
+    template <class Number, std::enable_if_t<std::is_integral_v<Number>, int> = 0>
+    JsonStream& operator<<(Number number) {
+        std::array<char, 24> digits{};
+        const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+        return *this << std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data()));
+    }
+    /** A text of any bytes, between quotation marks. */
+    void text(std::string_view bytes) {
+        m_text += '"';
+        for (std::size_t at = 0; at < bytes.size();) {
+            const std::size_t begin = at;
+            while (at < bytes.size() && isPlainLetter(bytes[at]) && !isEscaped(bytes[at])) ++at;
+            m_text += bytes.substr(begin, at - begin);
+            if (at == bytes.size()) break;
+            if (bytes[at] == '<')
+                m_text += "\\u003c";
+            else if (isEscaped(bytes[at]))
+                (m_text += '\\') += bytes[at];
+            at += isEscaped(bytes[at]) ? 1 : appendPrintable(bytes, at, m_text);
+        }
+        *this << std::string_view("\"");
+    }
+    void flush() {
+        m_stream.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
+        m_text.clear();
+    }
+
+private:
+    static constexpr std::size_t kWrittenAtOnce = std::size_t(1) << 16U;
+
+    static bool isEscaped(char letter) { return letter == '"' || letter == '\\' || letter == '<'; }
+
+    std::ostream& m_stream;
+    std::string m_text;
+};
 
 /** Texts that recur, numbered in the order in which they first appear. */
 template <class Value>
@@ -44,8 +98,8 @@ public:
     void write(const PageOrigin& origin) {
         m_stream << "{\"format\":1,\"program\":\"vorntools " VORNTOOLS_VERSION "\"";
         member("looked_at", origin.lookedAt, [this](const std::string& name) { text(name); });
-        m_stream << ",\"date\":\"" << origin.date
-                 << "\",\"seconds\":" << static_cast<double>(static_cast<long long>(origin.seconds * 10 + 0.5)) / 10;
+        const auto tenths = static_cast<long long>(origin.seconds * 10 + 0.5);
+        m_stream << ",\"date\":\"" << origin.date << "\",\"seconds\":" << tenths / 10 << '.' << tenths % 10;
         member("complaints", origin.complaints, [this](const std::string& complaint) { text(complaint); });
         names();
         states();
@@ -55,21 +109,11 @@ public:
         duplicates();
         orphans();
         m_stream << "}\n";
+        m_stream.flush();
     }
 
 private:
-    void text(std::string_view bytes) {
-        std::string text = "\"";
-        for (const char letter : printable(std::string(bytes))) {
-            if (letter == '<') {
-                text += "\\u003c";
-                continue;
-            }
-            if (letter == '"' || letter == '\\') text += '\\';
-            text += letter;
-        }
-        m_stream << (text += '"');
-    }
+    void text(std::string_view bytes) { m_stream.text(bytes); }
     template <class List, class Write>
     void array(const List& list, const Write& write) {
         m_stream << '[';
@@ -105,7 +149,7 @@ private:
         std::vector<std::size_t> counts;
         for (const Index document : m_listed) {
             const std::string_view name = m_archive.text(m_archive.document(document).name);
-            const std::string_view folder = name.substr(0, name.size() - fileNameOf(std::string(name)).size());
+            const std::string_view folder = name.substr(0, name.size() - lastName(name).size());
             if (folders.empty() || folders.back() != folder) {
                 folders.emplace_back(folder);
                 counts.push_back(0);
@@ -114,9 +158,7 @@ private:
         }
         member("folders", folders, [this](const std::string& folder) { text(folder); });
         numbers("in_folder", counts);
-        column("name", [this](const ArchiveDocument& document) {
-            text(fileNameOf(std::string(m_archive.text(document.name))));
-        });
+        column("name", [this](const ArchiveDocument& document) { text(lastName(m_archive.text(document.name))); });
     }
 
     void states() {
@@ -164,10 +206,10 @@ private:
         std::vector<int> finding;
         for (std::size_t i = 0; i < m_listed.size(); ++i) {
             const ArchiveDocument& document = m_archive.document(m_listed[i]);
-            const std::string condition(m_archive.text(document.condition));
+            const std::string_view condition = m_archive.text(document.condition);
             if (!document.isDamaged && condition != "empty") continue;
             of.push_back(i);
-            words.push_back(condition);
+            words.emplace_back(condition);
             finding.push_back(document.isDamaged ? 1 : 0);
         }
         sparse("condition", of, words);
@@ -317,7 +359,7 @@ private:
         numbers("orphans", places);
     }
 
-    std::ostream& m_stream;
+    JsonStream m_stream;
     const Archive& m_archive;
     const std::vector<Index>& m_listed;
     const std::vector<DuplicateGroup>& m_duplicates;

@@ -2,7 +2,9 @@
 
 #include "tools/vorntools/OutputFile.h"
 
+#include <array>
 #include <cstdint>
+#include <cstring>
 #include <system_error>
 
 namespace fs = std::filesystem;
@@ -14,26 +16,31 @@ constexpr std::size_t kBlock = 2000;
 constexpr std::size_t kNameLength = 16;
 constexpr std::size_t kWrittenAtOnce = std::size_t(1) << 16U;
 
-std::string base64(const std::string& bytes) {
-    static constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text((bytes.size() + 2) / 3 * 4, '=');
-    char* to = text.data();
-    const char* from = bytes.data();
-    const auto at = [&from](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(from[i])}; };
-    for (std::size_t i = bytes.size() / 3; i > 0; --i, from += 3, to += 4) {
-        const std::uint32_t group = at(0) << 16U | at(1) << 8U | at(2);
-        to[0] = kDigits[group >> 18U];
-        to[1] = kDigits[group >> 12U & 63U];
-        to[2] = kDigits[group >> 6U & 63U];
-        to[3] = kDigits[group & 63U];
+/** Two digits of base64 for each 12 bits. */
+using DigitPairs = std::array<std::array<char, 2>, 4096>;
+
+DigitPairs makeDigitPairs() {
+    constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    DigitPairs pairs{};
+    for (std::size_t bits = 0; bits < pairs.size(); ++bits) pairs[bits] = {kDigits[bits >> 6U], kDigits[bits & 63U]};
+    return pairs;
+}
+
+void appendBase64(const std::string& bytes, std::string& text) {
+    static const DigitPairs kPairs = makeDigitPairs();
+    const std::size_t begin = text.size(), rest = bytes.size() % 3;
+    text.append((bytes.size() + 2) / 3 * 4, '=');
+    char* to = text.data() + begin;
+    const auto* from = reinterpret_cast<const unsigned char*>(bytes.data());
+    for (const auto* const end = from + (bytes.size() - rest); from != end; from += 3, to += 4) {
+        const std::size_t first = from[0], second = from[1], third = from[2];
+        std::memcpy(to, kPairs[first << 4U | second >> 4U].data(), 2);
+        std::memcpy(to + 2, kPairs[(second & 15U) << 8U | third].data(), 2);
     }
-    const std::size_t rest = bytes.size() % 3;
-    if (rest == 0) return text;
-    const std::uint32_t group = at(0) << 16U | (rest > 1 ? at(1) << 8U : 0U);
-    to[0] = kDigits[group >> 18U];
-    to[1] = kDigits[group >> 12U & 63U];
-    if (rest > 1) to[2] = kDigits[group >> 6U & 63U];
-    return text;
+    if (rest == 0) return;
+    const std::size_t first = from[0], second = rest > 1 ? from[1] : 0;
+    std::memcpy(to, kPairs[first << 4U | second >> 4U].data(), 2);
+    if (rest > 1) to[2] = kPairs[(second & 15U) << 8U][0];
 }
 
 /** A name that tells one content from another. */
@@ -75,14 +82,14 @@ PagePictures::~PagePictures() {
     if (m_madeFolder) fs::remove(m_folder, error);
 }
 
-bool PagePictures::add(std::size_t document, const std::string& picture) {
+bool PagePictures::add(std::size_t document, std::string picture) {
     if (m_place == Place::Fitting && m_waitingBytes + picture.size() > kMostEmbedded && !moveToFolder()) return false;
     if (m_place == Place::Folder) return store(document, picture);
     if (m_place == Place::Page && m_hasBegun) {
         embed(document, picture);
     } else if (m_place != Place::None) {
-        m_waiting.emplace_back(document, picture);
         m_waitingBytes += picture.size();
+        m_waiting.emplace_back(document, std::move(picture));
     }
     return true;
 }
@@ -111,7 +118,8 @@ void PagePictures::embed(std::size_t document, const std::string& picture) {
         m_text += "<script type=\"text/plain\" id=\"pictures-" + std::to_string(document / kBlock) + "\">\n";
     }
     m_text.append(document - m_next, '\n');
-    (m_text += base64(picture)) += '\n';
+    appendBase64(picture, m_text);
+    m_text += '\n';
     m_next = document + 1;
     if (m_next % kBlock == 0) {
         m_text += "</script>\n";

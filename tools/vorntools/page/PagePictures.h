@@ -34,7 +34,7 @@ public:
     bool areWanted() const { return m_place != Place::None; }
     /** Takes the picture of a document; each one's number is larger than the last one's.
      * @return false when it cannot be written */
-    bool add(std::size_t document, const std::string& picture);
+    bool add(std::size_t document, std::string picture);
     /** The page has come to the place of the pictures: until then they wait, or stand in the folder. */
     void begin();
     /** Writes what is left, and where the pictures are. */
