@@ -443,7 +443,12 @@ TEST_F(DocumentFileTest, ContainersThatTellNoClassAreRead) {
                     "CATStorageProperty",
                     told.substr(0, told.find(name) + name.size()), storage);
     }
-    file.container("CATXDocLinkCont", part.imports);
+    // A text without the name of its type is no class.
+    const std::uint32_t untold = file.storage("i", file.root());
+    file.stream("Cont_i", part.imports, untold)
+        .stream("\x03"
+                "CATStorageProperty",
+                std::string(21, 'x') + "\x34\x07" + "CGMGeom", untold);
     const std::string bytes = file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
     const Read found = read(bytes);
     EXPECT_EQ(found.links, linksOfWhole(bytes));
