@@ -68,6 +68,16 @@ TEST_F(LinksTest, ARecordHoldsOnePathAndLittleBeside) {
     }
 }
 
+TEST_F(LinksTest, WithoutABlockOfItsOwnAStreamNamesNothing) {
+    const std::string whole = DocumentImage().properties("own", {ImageRecord::whole("CATPart", "a.CATPart")}).bytes();
+    const std::size_t own = whole.find("\x3B\x01"s), record = whole.find("\x9F\x22"s) + 45 - 4;
+    ASSERT_EQ(whole.substr(record + 4, 2), "\x3B\x01");
+    // The record lies where the first one does behind a block that begins at 0 and has no text.
+    DocumentImage image;
+    image.raw(std::string(45, '.') + whole.substr(record) + whole.substr(0, own - 4));
+    EXPECT_EQ(namesIn(image).partFiles, Texts());
+}
+
 TEST_F(LinksTest, BytesOfAUseCountBeyondTheImageAreZero) {
     for (const bool littleEndian : {true, false}) {
         DocumentImage whole(littleEndian);

@@ -61,6 +61,9 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     DocumentImage bare;
     bare.raw("CATXDLRepository" + DocumentImage::tableText(depth)).application().properties("own", {a});
     EXPECT_EQ(links(bare, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
+    DocumentImage in_front;
+    in_front.raw(DocumentImage::tableText(depth) + "CATXDLRepository").application().properties("own", {a});
+    EXPECT_EQ(links(in_front, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
     // The inputs stand between the head of their stream and its table, within a mebibyte; the table alone has an order
     // of its own.
     const std::string inputs_and_table = DocumentImage().imports({{17, {5, 4}}}, {depth, geometry}).bytes().substr(4);
