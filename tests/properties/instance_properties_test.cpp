@@ -281,6 +281,11 @@ TEST_F(InstancePropertiesTest, PropertiesAreListedAndSortedByName) {
                                  "\xC4\x86"
                                  "b=x",
                                  "a=x", "a1=x"}));
+    // Equal names keep their order.
+    CATICkeParm_var((*sorted)[2])->Rename("B");
+    ASSERT_EQ(Service::getAllMaroInstancePropertiesOrderedByName(frame.get(), p_list), S_OK);
+    const std::unique_ptr<CATListValCATBaseUnknown_var> again(p_list);
+    EXPECT_TRUE((*again)[1] == (*sorted)[1] && (*again)[2] == (*sorted)[2]);
 }
 
 TEST_F(InstancePropertiesTest, OnlyInstancesStoredBesideTheirReferenceTakeProperties) {
