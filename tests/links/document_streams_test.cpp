@@ -182,6 +182,13 @@ TEST_F(LinksTest, StreamsAreFoundWhereverTheyBegin) {
     }
 }
 
+TEST_F(LinksTest, StreamsAreFoundFarFromEachOther) {
+    DocumentImage far;
+    far.application().references({"..!A!x"}).raw(std::string(600000, '.'));
+    far.properties("own", {ImageRecord::whole("CATPart", "a.CATPart")});
+    EXPECT_EQ(links(far), Texts({"MMLAssy_Ref||..!A!x|0", "MML|a.CATPart||0"}));
+}
+
 TEST_F(LinksTest, IdentifiersFollowTheirKey) {
     const std::string first = "\xD3\xB5"
                               "abcde\xFE",

@@ -51,6 +51,14 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     image.raw(bytes);
     EXPECT_EQ(links(image, "MML"),
               Texts({"MML|a.CATPart|AJADAAAAAA|1", "MML|a.CATPart|" + std::string(60, 'p') + "|1"}));
+    // A repository whose number is none is none.
+    DocumentImage two;
+    two.application().imports({{17, {4}}, {18, {5}}}, {depth, geometry}).properties("own", {a, b});
+    bytes = two.bytes();
+    bytes[bytes.find("\x93\xE8\x01\x6F\xFE")] = '\x50';
+    DocumentImage one;
+    EXPECT_EQ(links(one.raw(bytes), "MML", 1),
+              Texts({"MML|a.CATPart|Depth|1", "MML|a.CATPart|AJADAAAAAA|1", "MML|b.CATPart||0"}));
     // A text that is longer than the rest of its table is none.
     DocumentImage whole;
     whole.application().imports({{17, {4, 5}}}, {depth, geometry}).properties("own", {a});
