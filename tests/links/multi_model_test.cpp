@@ -142,6 +142,13 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
         EXPECT_EQ(links(pointed), Texts({again ? "MML|linked.CATPart|AJJCAAAAAA|1" : "MML|linked.CATPart||0"}));
     }
 
+    // Pointers to one part do not hide those to another.
+    DocumentImage often;
+    often.raw("CATPrdInputProxy").application().pointer(kFirst).pointer(kFirst).pointer(kFirst).pointer(kSecond);
+    often.properties("own", {ImageRecord::object("CATPart", "a.CATPart", kFirst),
+                             ImageRecord::object("CATPart", "b.CATPart", kSecond)});
+    EXPECT_EQ(links(often), Texts({"MMLAssy_ImportNotPub|a.CATPart||0", "MMLAssy_ImportNotPub|b.CATPart||0"}));
+
     const DocumentImage older = image(12, true, false);
     VornToolsString bytes = stringOf(older.bytes());
     const int application = older.applicationPosition(), property = older.propertyPosition();

@@ -107,6 +107,7 @@ TEST_F(SwitcherTest, SetWorkModeFindsTheNameWhenTheReferenceIsLoaded) {
     EXPECT_EQ(messages(), Texts({"ipi_catiproduct is NULL"}));
     embedded::setSwitchOutcome(SwitchOutcome::refused);
     EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeVisu, Modes::WorkModeUnknown, "", 0), E_FAIL);
+    EXPECT_EQ(messages().back(), "VornToolsWorkModeServices::setWorkMode has failed");
     EXPECT_EQ(reports().size(), 1u);
     embedded::setSwitchOutcome(SwitchOutcome::switched);
     switcher.release();
