@@ -4,6 +4,7 @@
 
 #include "foundation/Environment.h"
 #include "foundation/FileNames.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
 
@@ -103,20 +104,15 @@ bool readSourceDirectory(const CATUnicodeString& i_folder, const CATUnicodeStrin
     return true;
 }
 
-} // namespace
-
-HRESULT VornToolsCommon::extractFileNameFromCacheFileName(CATUnicodeString i_cache_name,
-                                                          CATUnicodeString& o_file_name) {
-    const JournalFrame frame(_CteCLASS_NAME, "extractFileNameFromCacheFileName");
+/** Name of the source of a cached file; of any other file its own. */
+HRESULT readSourceName(const JournalFrame& i_frame, const CATUnicodeString& i_cache_name,
+                       CATUnicodeString& o_file_name) {
     o_file_name = i_cache_name;
     if (UTILFile::getExtension(i_cache_name).Compare("cgr") == 0) return S_OK;
 
     CATUnicodeString folder;
     CATUnicodeString name;
-    if (FAILED(splitFullName(i_cache_name, folder, name))) {
-        o_file_name = "";
-        return frame.report(kSplitFailed, "splitPathAndFileName");
-    }
+    if (FAILED(splitFullName(i_cache_name, folder, name))) return i_frame.report(kSplitFailed, "splitPathAndFileName");
     const CATUnicodeString source_name = sourceNameOf(name);
     if (!isOfCachedType(source_name)) return S_OK;
     if (folder.IsNull()) {
@@ -127,14 +123,21 @@ HRESULT VornToolsCommon::extractFileNameFromCacheFileName(CATUnicodeString i_cac
     if (beginsWith(folder, kLongPathPrefix)) folder = behind(folder, static_cast<int>(std::strlen(kLongPathPrefix)));
     const CATUnicodeString separator = UTILFile::getPathSeparator();
     const HRESULT code = cutFirstCacheFolder(separator, folder);
-    if (FAILED(code)) {
-        o_file_name = "";
-        return code;
-    }
+    if (FAILED(code)) return code;
     CATUnicodeString directory;
     if (code == S_OK && readSourceDirectory(folder, separator, directory))
         o_file_name = directory + separator + source_name;
     return S_OK;
+}
+
+} // namespace
+
+HRESULT VornToolsCommon::extractFileNameFromCacheFileName(CATUnicodeString i_cache_name,
+                                                          CATUnicodeString& o_file_name) {
+    const JournalFrame frame(_CteCLASS_NAME, "extractFileNameFromCacheFileName");
+    const HRESULT code = guarded([&] { return readSourceName(frame, i_cache_name, o_file_name); }, E_FAIL);
+    if (FAILED(code)) o_file_name = "";
+    return code;
 }
 
 unsigned char VornCache::cgrFileNameContainsLastModificationDateField(CATUnicodeString name) {

@@ -147,8 +147,8 @@ public:
      * Name of the DAT file for a document's file name. The file need not exist.
      * @param i_file_name with directory: ".dat" is appended. Bare: the reference library or the files directory is put
      * in front, there the life-cycle folder when that has such a DAT file
-     * @param o_dat_name may be the same text as the input
-     * @return S_OK; E_FAIL, reported, when the name cannot be split
+     * @param o_dat_name may be the same text as the input; empty on failure
+     * @return S_OK; E_FAIL when the name cannot be split (reported) or memory does not suffice
      */
     static HRESULT getDatFileFullFileName(const CATUnicodeString& i_file_name, CATUnicodeString& o_dat_name);
     /**
@@ -250,8 +250,8 @@ public:
      * Name of the source file of a cached visualisation file.
      * @param i_cache_name with or without directory
      * @param o_file_name a name that is none comes back unchanged; empty on failure
-     * @return S_OK; E_FAIL, reported, when the name cannot be split; the environment's code when it does not tell its
-     * caches
+     * @return S_OK; E_FAIL when the name cannot be split (reported) or memory does not suffice; the environment's code
+     * when it does not tell its caches
      */
     static HRESULT extractFileNameFromCacheFileName(CATUnicodeString i_cache_name, CATUnicodeString& o_file_name);
     /**
@@ -292,7 +292,7 @@ public:
     /**
      * Kind of document by the suffix of a file name.
      * @param i_file_name letter case is ignored; a name without a dot counts as the suffix
-     * @return an EnumDocumentType
+     * @return an EnumDocumentType; DocumentTypeUnknown also for want of memory
      */
     static int returnDocumentType(CATUnicodeString i_file_name);
     /**

@@ -257,7 +257,7 @@ bool LinkImage::readContainers(DocumentFile& io_file, const Streams& i_basic) {
     };
     const bool has_imports = !scan().used(LinkedDocument::PartFile).empty();
     if (!containers.lookInFront() || (has_imports && !containers.lookAtEnd())) return false;
-    if (!containers.areAllKnown() && is_enough()) return true;
+    if (is_enough()) return true;
     return containers.readAll() && is_enough();
 }
 

@@ -1,5 +1,6 @@
 #include "VornToolsCommon.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "foundation/Texts.h"
 
@@ -45,9 +46,12 @@ VornToolsCommon::EnumDocumentType VornToolsCommon::getDocumentTypeFromExtension(
 
 int VornToolsCommon::returnDocumentType(CATUnicodeString i_file_name) {
     const JournalFrame frame(_CteCLASS_NAME, "returnDocumentType");
-    const int dot = i_file_name.SearchSubString(".", kShortestExtension, CATUnicodeString::CATSearchModeBackward);
-    CATUnicodeString extension = behind(i_file_name, dot + 1);
-    extension.ToUpper();
-    std::string text = extension.ConvertToChar();
-    return getDocumentTypeFromExtension(text.data());
+    const auto work = [&] {
+        const int dot = i_file_name.SearchSubString(".", kShortestExtension, CATUnicodeString::CATSearchModeBackward);
+        CATUnicodeString extension = behind(i_file_name, dot + 1);
+        extension.ToUpper();
+        std::string text = extension.ConvertToChar();
+        return getDocumentTypeFromExtension(text.data());
+    };
+    return guarded(work, DocumentTypeUnknown);
 }

@@ -325,7 +325,9 @@ TEST_F(VornCacheTest, Blocks) {
     EXPECT_EQ(textFrom(cache, &VornCache::getBVRDate, name), "111");
     EXPECT_EQ(textFrom(cache, &VornCache::getBVRDate, "none"), "");
     EXPECT_TRUE(cache.isDesignTable(name.c_str())) << "an empty and an unclosed block count";
+    clearJournal();
     EXPECT_FALSE(cache.isDesignTable("none"));
+    EXPECT_EQ(messages(), Texts({"failed to get file name [none]"}));
     for (const char* dat : {"<DT_Sheets>\n<DT_Cfgs>", "<DT_Sheets>\n<DT_CfgCksums>", "<DT_Cfgs>\n<DT_CfgCksums>"}) {
         VornCache partial;
         writePart(std::string("<DatFileVersion>\n2\n") + dat, "q.CATPart");

@@ -32,6 +32,10 @@ TEST_F(CgrFileNameTest, NamesOfCachedFilesLeadToTheirSource) {
         {"D:\\cache\\cgr\\#2\\models\\Part1.CATPart.cgr", "C:\\models\\Part1.CATPart"},
         {"D:\\cache\\cgr\\#2\\Part1.CATPart.cgr", "C:\\Part1.CATPart"},
         {"D:\\cache\\cgr\\#1a\\m\\a.model.cgr", "[:\\m\\a.model"},
+        {"D:\\cache\\cgr\\#0\\m\\a.model.cgr", "A:\\m\\a.model"},
+        {"D:\\cache\\cgr\\#9\\m\\a.model.cgr", "J:\\m\\a.model"},
+        {"D:\\cache\\cgr\\#A\\m\\a.model.cgr", "K:\\m\\a.model"},
+        {"D:\\cache\\cgr\\#f\\m\\a.model.cgr", "P:\\m\\a.model"},
         {"D:\\cache\\cgr\\#F00000000000000000102\\m\\a.jt.CGR", "C:\\m\\a.jt"},
         {"D:\\cache\\cgr\\srv\\share\\Part1.CATPart.cgr", "\\\\srv\\share\\Part1.CATPart"},
         {"D:\\cache\\cgr\\CATDLNAMES\\LIB\\sub\\a.CATShape.cgr", "\x01\x02\\LIB\\sub\\a.CATShape"},
@@ -52,6 +56,7 @@ TEST_F(CgrFileNameTest, EveryOtherNameComesBackUnchanged) {
          {"", "cgr", ".cgr", "a.cgr", "D:\\cache\\cgr\\#2\\x\\Part1.CATProduct.cgr",
           "D:\\cache\\cgr\\#2\\x\\a.CATPART.cgr", "D:\\cache\\cgr\\#2\\x\\a.CATPart",
           "F:\\cache\\cgr\\#2\\x\\a.CATPart.cgr", "D:\\cache\\#2\\x\\a.CATPart.cgr", "D:\\cache\\cgr\\a.CATPart.cgr",
+          "D:\\cache\\cgr\\#g\\x\\a.CATPart.cgr", "D:\\cache\\cgr\\#@\\x\\a.CATPart.cgr",
           "D:\\cache\\cgr\\#\\x\\a.CATPart.cgr", "D:\\cache\\cgr\\#2z\\x\\a.CATPart.cgr"})
         EXPECT_EQ(sourceOf(name), name);
     environment().localCacheDirectory = "";

@@ -416,6 +416,8 @@ TEST_F(ExchangeTest, IntegersAreReadFromBytes) {
     EXPECT_EQ(VornToolsCommon::isLittleEndian(&data, 11), 0u);
     EXPECT_EQ(VornToolsCommon::isLittleEndian(&data, -1), 0u);
     EXPECT_EQ(VornToolsCommon::isLittleEndian(nullptr, 0), 0u);
+    VornToolsString alike("\1\0\0\1", 4);
+    EXPECT_EQ(VornToolsCommon::isLittleEndian(&alike, 0), 0u) << "the same in either way";
 }
 
 TEST_F(ExchangeTest, DecimalTextsAreReadLikeTheLanguageDoes) {

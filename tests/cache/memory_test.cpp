@@ -110,6 +110,22 @@ TEST_F(MemoryTest, AnswersOfTheCache) {
     });
 }
 
+TEST_F(MemoryTest, NamesOfFiles) {
+    environment().separator = "\\";
+    environment().localCacheDirectory = "D:\\cache\\";
+    const CATUnicodeString cached = ("D:\\cache\\cgr\\#2\\" + kLine + "\\a.CATPart.cgr").c_str();
+    sweepAllocations("extractFileNameFromCacheFileName", [&] {
+        CATUnicodeString source("stale");
+        const HRESULT code = VornToolsCommon::extractFileNameFromCacheFileName(cached, source);
+        return SweepOutcome{code, source.IsNull() != 0};
+    });
+    const CATUnicodeString named = ("a." + kLine).c_str();
+    sweepAllocations("returnDocumentType", [&] {
+        EXPECT_EQ(VornToolsCommon::returnDocumentType(named), VornToolsCommon::DocumentTypeUnknown);
+        return SweepOutcome{E_FAIL};
+    });
+}
+
 TEST_F(MemoryTest, ExchangeFiles) {
     environment().tempDirectory = path("") + UTILFile::getPathSeparator().ConvertToChar();
     write("results", kLine + "\n" + kLine);

@@ -250,7 +250,7 @@ TEST_F(DocumentFileTest, NamesOfStreamsAreUtf16) {
     plain.stream("ABCDEF", "");
     std::string bytes = plain.bytes();
     // A letter, one of two bytes in UTF-8, one of three, a pair, half a pair.
-    bytes.replace(bytes.find("\0A\0B\0C\0D\0E\0F"s), 12, "\0A\0\xE9\x20\xAC\xD8\x3D\xDE\x00\xD8\x3D"s);
+    bytes.replace(bytes.find("\0A\0B\0C\0D\0E\0F"s), 12, "\0A\0\xE9\x20\xAC\xDB\xFF\xDF\xFD\xD8\x3D"s);
     VornToolsDocumentFile document;
     ASSERT_EQ(document.open(write("d", bytes).c_str()), S_OK);
     CATUnicodeString name;
@@ -258,7 +258,7 @@ TEST_F(DocumentFileTest, NamesOfStreamsAreUtf16) {
     unsigned char is_stream = 0;
     unsigned int size = 0;
     ASSERT_EQ(document.getEntry(3, name, parent, is_stream, size, pieces), S_OK);
-    EXPECT_EQ(toUtf8(name), "A\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xEF\xBF\xBD");
+    EXPECT_EQ(toUtf8(name), "A\xC3\xA9\xE2\x82\xAC\xF4\x8F\xBF\xBD\xEF\xBF\xBD");
 }
 
 TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {
@@ -443,7 +443,12 @@ TEST_F(DocumentFileTest, ContainersThatTellNoClassAreRead) {
                     "CATStorageProperty",
                     told.substr(0, told.find(name) + name.size()), storage);
     }
-    file.container("CATXDocLinkCont", part.imports);
+    // A text without the name of its type is no class.
+    const std::uint32_t untold = file.storage("i", file.root());
+    file.stream("Cont_i", part.imports, untold)
+        .stream("\x03"
+                "CATStorageProperty",
+                std::string(21, 'x') + "\x34\x07" + "CGMGeom", untold);
     const std::string bytes = file.stream(kProperty, part.properties).stream(kSets, part.summary).bytes();
     const Read found = read(bytes);
     EXPECT_EQ(found.links, linksOfWhole(bytes));

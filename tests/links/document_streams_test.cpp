@@ -68,6 +68,16 @@ TEST_F(LinksTest, ARecordHoldsOnePathAndLittleBeside) {
     }
 }
 
+TEST_F(LinksTest, WithoutABlockOfItsOwnAStreamNamesNothing) {
+    const std::string whole = DocumentImage().properties("own", {ImageRecord::whole("CATPart", "a.CATPart")}).bytes();
+    const std::size_t own = whole.find("\x3B\x01"s), record = whole.find("\x9F\x22"s) + 45 - 4;
+    ASSERT_EQ(whole.substr(record + 4, 2), "\x3B\x01");
+    // The record lies where the first one does behind a block that begins at 0 and has no text.
+    DocumentImage image;
+    image.raw(std::string(45, '.') + whole.substr(record) + whole.substr(0, own - 4));
+    EXPECT_EQ(namesIn(image).partFiles, Texts());
+}
+
 TEST_F(LinksTest, BytesOfAUseCountBeyondTheImageAreZero) {
     for (const bool littleEndian : {true, false}) {
         DocumentImage whole(littleEndian);
@@ -170,6 +180,13 @@ TEST_F(LinksTest, StreamsAreFoundWhereverTheyBegin) {
         EXPECT_EQ(image.propertyPosition(), begin);
         EXPECT_EQ(links(image), expected);
     }
+}
+
+TEST_F(LinksTest, StreamsAreFoundFarFromEachOther) {
+    DocumentImage far;
+    far.application().references({"..!A!x"}).raw(std::string(600000, '.'));
+    far.properties("own", {ImageRecord::whole("CATPart", "a.CATPart")});
+    EXPECT_EQ(links(far), Texts({"MMLAssy_Ref||..!A!x|0", "MML|a.CATPart||0"}));
 }
 
 TEST_F(LinksTest, IdentifiersFollowTheirKey) {

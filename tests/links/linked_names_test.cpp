@@ -2,6 +2,7 @@
 
 #include "UTILFile.h"
 #include "VornToolsFolderMemory.h"
+#include "embedded/Failures.h"
 #include "embedded/Profile.h"
 
 #include <functional>
@@ -189,7 +190,11 @@ TEST_F(LinksTest, AMemoryForFoldersReadsThemOnce) {
     EXPECT_EQ(find("b.CATPart", folders), Texts({"\\gone\\b.CATPart"}));
     write("w/old/b.CATPart", "x");
     write("w/new/c.CATPart", "x");
+    embedded::Failures& platform = embedded::Failures::get();
+    platform.arm(0, false, embedded::FaultFlavour::none);
     EXPECT_EQ(find("a.CATPart", folders), Texts({path("w/old/a.CATPart")}));
+    platform.disarm();
+    for (const char* const call : platform.sites()) EXPECT_STRNE(call, "CATReadDirectory");
     EXPECT_EQ(find("b.CATPart", folders), Texts({path("w/old/b.CATPart")})) << "in a known folder files are noticed";
     EXPECT_EQ(find("c.CATPart", folders), Texts({"\\gone\\c.CATPart"})) << "folders are not";
     EXPECT_EQ(find("c.CATPart", others), Texts({path("w/new/c.CATPart")})) << "each remembers for itself";

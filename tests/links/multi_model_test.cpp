@@ -51,6 +51,14 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     image.raw(bytes);
     EXPECT_EQ(links(image, "MML"),
               Texts({"MML|a.CATPart|AJADAAAAAA|1", "MML|a.CATPart|" + std::string(60, 'p') + "|1"}));
+    // A repository whose number is none is none.
+    DocumentImage two;
+    two.application().imports({{17, {4}}, {18, {5}}}, {depth, geometry}).properties("own", {a, b});
+    bytes = two.bytes();
+    bytes[bytes.find("\x93\xE8\x01\x6F\xFE")] = '\x50';
+    DocumentImage one;
+    EXPECT_EQ(links(one.raw(bytes), "MML", 1),
+              Texts({"MML|a.CATPart|Depth|1", "MML|a.CATPart|AJADAAAAAA|1", "MML|b.CATPart||0"}));
     // A text that is longer than the rest of its table is none.
     DocumentImage whole;
     whole.application().imports({{17, {4, 5}}}, {depth, geometry}).properties("own", {a});
@@ -61,6 +69,9 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     DocumentImage bare;
     bare.raw("CATXDLRepository" + DocumentImage::tableText(depth)).application().properties("own", {a});
     EXPECT_EQ(links(bare, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
+    DocumentImage in_front;
+    in_front.raw(DocumentImage::tableText(depth) + "CATXDLRepository").application().properties("own", {a});
+    EXPECT_EQ(links(in_front, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
     // The inputs stand between the head of their stream and its table, within a mebibyte; the table alone has an order
     // of its own.
     const std::string inputs_and_table = DocumentImage().imports({{17, {5, 4}}}, {depth, geometry}).bytes().substr(4);
@@ -130,6 +141,13 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
         pointed.properties("own", {ImageRecord::object("CATPart", "linked.CATPart", kFirst)}).summary(5, 12, 0);
         EXPECT_EQ(links(pointed), Texts({again ? "MML|linked.CATPart|AJJCAAAAAA|1" : "MML|linked.CATPart||0"}));
     }
+
+    // Pointers to one part do not hide those to another.
+    DocumentImage often;
+    often.raw("CATPrdInputProxy").application().pointer(kFirst).pointer(kFirst).pointer(kFirst).pointer(kSecond);
+    often.properties("own", {ImageRecord::object("CATPart", "a.CATPart", kFirst),
+                             ImageRecord::object("CATPart", "b.CATPart", kSecond)});
+    EXPECT_EQ(links(often), Texts({"MMLAssy_ImportNotPub|a.CATPart||0", "MMLAssy_ImportNotPub|b.CATPart||0"}));
 
     const DocumentImage older = image(12, true, false);
     VornToolsString bytes = stringOf(older.bytes());

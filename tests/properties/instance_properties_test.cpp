@@ -184,22 +184,26 @@ TEST_F(InstancePropertiesTest, APropertyThatCannotBeReadIsNotTakenForAbsent) {
 
 TEST_F(InstancePropertiesTest, WhatTheFirstPropertyCannotBeMadeWithoutIsReported) {
     int components = 1;
-    const std::pair<const char*, std::string> cases[] = {
-        {"QueryInterface(CATICkeParmFactory)", "9002 pi_param_factory"},
-        {"QueryInterface(CATISpecAttrAccess)", "9002 pi_spec_attr_access"},
-        {"CATISpecObject::AddAttribute", "9003 AddAttribute"},
-        {"QueryInterface(CATICkeRelationFactory)", "9002 pi_relation_factory"},
-        {"CATICkeRelationFactory::CreateParameterSet", "9003 CreateParameterSet"},
-        {"CATISpecAttrAccess::SetSpecObject", "9003 SetSpecObject"}};
-    for (const auto& [call, report] : cases) {
-        SCOPED_TRACE(call);
+    const struct {
+        const char* call;
+        int nth;
+        std::string report;
+    } cases[] = {{"QueryInterface(CATICkeParmFactory)", 1, "9002 pi_param_factory"},
+                 {"QueryInterface(CATISpecAttrAccess)", 1, "9002 pi_spec_attr_access"},
+                 {"QueryInterface(CATISpecObject)", 3, "9002 pi_spec_object"},
+                 {"CATISpecObject::AddAttribute", 1, "9003 AddAttribute"},
+                 {"QueryInterface(CATICkeRelationFactory)", 1, "9002 pi_relation_factory"},
+                 {"CATICkeRelationFactory::CreateParameterSet", 1, "9003 CreateParameterSet"},
+                 {"CATISpecAttrAccess::SetSpecObject", 1, "9003 SetSpecObject"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.call);
         HRESULT code = S_OK;
-        EXPECT_TRUE(failAt(call, 1, [&] {
+        EXPECT_TRUE(failAt(c.call, c.nth, [&] {
             const auto component = root.addComponent("Frame", "Frame." + std::to_string(++components));
             code = create(component, Service::PropertyString, "A", "x", false, 1);
         }));
         EXPECT_EQ(code, E_FAIL);
-        EXPECT_EQ(reports(), Texts{"VornToolsInstanceProperty::createMaroInstanceProperty " + report});
+        EXPECT_EQ(reports(), Texts{"VornToolsInstanceProperty::createMaroInstanceProperty " + c.report});
     }
 }
 
@@ -281,6 +285,11 @@ TEST_F(InstancePropertiesTest, PropertiesAreListedAndSortedByName) {
                                  "\xC4\x86"
                                  "b=x",
                                  "a=x", "a1=x"}));
+    // Equal names keep their order.
+    CATICkeParm_var((*sorted)[2])->Rename("B");
+    ASSERT_EQ(Service::getAllMaroInstancePropertiesOrderedByName(frame.get(), p_list), S_OK);
+    const std::unique_ptr<CATListValCATBaseUnknown_var> again(p_list);
+    EXPECT_TRUE((*again)[1] == (*sorted)[1] && (*again)[2] == (*sorted)[2]);
 }
 
 TEST_F(InstancePropertiesTest, OnlyInstancesStoredBesideTheirReferenceTakeProperties) {

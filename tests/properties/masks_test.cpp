@@ -81,6 +81,22 @@ TEST_F(MasksTest, ADummyPartIsMarkedWhereAsked) {
     }
 }
 
+TEST_F(MasksTest, WhatAMaskCannotBeSetWithoutIsReported) {
+    const std::pair<const char*, std::string> cases[] = {{"CATSession::GetPtrSession", "9002 p_session"},
+                                                         {"QueryInterface(CATISpecObject)", "9002 pi_spec_object"},
+                                                         {"QueryInterface(MSKIMaskManager)", "9002 pi_mask_manager"},
+                                                         {"MSKIMaskManager::setMask", "9003 MSKIMaskManager::setMask"}};
+    for (const auto& [call, report] : cases) {
+        HRESULT code = S_OK;
+        EXPECT_TRUE(failAt(call, 1, [&] { code = VornToolsMask::setMask(bolt.get(), 3, 0); })) << call;
+        EXPECT_EQ(code, E_FAIL);
+        EXPECT_EQ(reports(), Texts({kMask + "setMask " + report}));
+    }
+    int mask = 7;
+    EXPECT_TRUE(failAt("MSKIMaskManager::getMask", 1, [&] { VornToolsMask::getMask(bolt.get(), &mask); }));
+    EXPECT_EQ(reports(), Texts({kMask + "getMask 9003 MSKIMaskManager::getMask"}));
+}
+
 TEST_F(MasksTest, MasksAreTakenOffTheReference) {
     embedded::setMask(bolt, 3);
     embedded::setMask(bolt.reference(), 5);

@@ -102,11 +102,17 @@ TEST_F(SwitcherTest, SetWorkModeFindsTheNameWhenTheReferenceIsLoaded) {
     CATIProduct* found = nullptr;
     EXPECT_EQ(switcher.getCATIProduct("Bolt.CATPart", found), S_OK);
     EXPECT_EQ(found, bolt.get());
+    EXPECT_TRUE(failAt("CATPrsWorkModeServices::GetWorkMode", 1, [&] {
+        switcher.setWorkMode(bolt.get(), Modes::WorkModeDesign, Modes::WorkModeUnknown, "Bolt.CATPart", 0);
+    }));
+    EXPECT_EQ(messages().front(), "VornToolsWorkModeServices::getWorkMode has failed");
+    reports();
     clearJournal();
     EXPECT_EQ(switcher.setWorkMode(nullptr, Modes::WorkModeDesign, Modes::WorkModeUnknown, "", 0), S_OK);
     EXPECT_EQ(messages(), Texts({"ipi_catiproduct is NULL"}));
     embedded::setSwitchOutcome(SwitchOutcome::refused);
     EXPECT_EQ(switcher.setWorkMode(bolt.get(), Modes::WorkModeVisu, Modes::WorkModeUnknown, "", 0), E_FAIL);
+    EXPECT_EQ(messages().back(), "VornToolsWorkModeServices::setWorkMode has failed");
     EXPECT_EQ(reports().size(), 1u);
     embedded::setSwitchOutcome(SwitchOutcome::switched);
     switcher.release();

@@ -6,6 +6,9 @@
 
 #include "CATDocument.h"
 #include "CATIProduct.h"
+#include "embedded/Failures.h"
+
+#include <set>
 
 namespace {
 
@@ -100,6 +103,17 @@ TEST_F(WorkModeQuestionsTest, WhatADocumentWasLoadedFor) {
         EXPECT_EQ(VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(name.c_str(), nullptr, loaded), test.answer);
         EXPECT_EQ(loaded, test.loaded) << test.dat;
     }
+    const auto document = session().part(name);
+    embedded::Failures& failures = embedded::Failures::get();
+    std::set<std::string> told;
+    constexpr int kMoreThanItMakes = 50;
+    for (int call = 1; call < kMoreThanItMakes; ++call) {
+        failures.arm(call, false, embedded::FaultFlavour::code);
+        VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(name.c_str(), document.get(), loaded);
+        failures.disarm();
+        for (const std::string& report : reports()) told.insert(report);
+    }
+    EXPECT_EQ(told.count("VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR 9003 getDocUUID"), 1U);
 }
 
 TEST_F(WorkModeQuestionsTest, NoFaultInventsAnAnswer) {
