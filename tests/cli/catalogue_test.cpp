@@ -94,6 +94,21 @@ TEST_F(CatalogueTest, ItAnswersAsTheFoldersDo) {
     EXPECT_EQ(page(asked), page(quoted("w")));
 }
 
+TEST_F(CatalogueTest, ItKnowsWhereCopiesComeFrom) {
+    for (const char* const folder : {"1", "2", "3"})
+        write("w/"s + folder + "/Copy.CATPart",
+              DocumentContainer("")
+                  .stream("\x03"
+                          "CATStorageProperty",
+                          "\x3B\x10" + std::string(16, '\x05') + "\x9F\x36\x08\x46INJPL  ")
+                  .stream("Geometry", folder)
+                  .bytes());
+    EXPECT_EQ(catalogue(), 0) << content("err");
+    expectSame("duplicates --json", quoted("w"), "--catalogue " + quoted("c.sqlite"));
+    EXPECT_EQ(rows().at(0)["relation"], "saved apart");
+    EXPECT_EQ(rows().at(0)["documents"][1]["identity"], "5050505_5050505_5050505_5050505");
+}
+
 TEST_F(CatalogueTest, SeveralAreAskedAsOne) {
     writeArchive();
     for (const char* const folder : {"a.b", "other", "sub", "tables"})

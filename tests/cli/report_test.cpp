@@ -183,8 +183,11 @@ TEST_F(ReportCommandTest, WhatCannotBeReadIsTold) {
     EXPECT_EQ(data()["complaints"].size(), 1u);
     std::filesystem::create_directory(path("e"));
     std::filesystem::create_symlink("nothing", path("e/Gone.CATPart"));
+    std::filesystem::create_symlink("nothing", path("e/notes.txt"));
+    write("e/notes.txt.dat", "<DatFileVersion>\n2\n</DatFileVersion>\n");
     EXPECT_EQ(report(quoted("e")), 2);
-    EXPECT_EQ(data()["unread"].dump(), "[0]");
+    EXPECT_EQ(data()["name"].dump(), R"(["Gone.CATPart","notes.txt"])");
+    EXPECT_EQ(data()["unread"].dump(), "[0]") << "only CATIA documents are read";
     EXPECT_EQ(data()["complaints"].dump(), "[]");
 }
 

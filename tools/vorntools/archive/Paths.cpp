@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <filesystem>
 
-bool isSeparator(char letter) { return letter == '/' || letter == '\\'; }
+namespace {
+
+constexpr std::size_t kUsualParts = 12;
+
+} // namespace
 
 bool isRelativePath(std::string_view path) {
     return !path.empty() && !isSeparator(path.front()) && !(path.size() > 1 && path[1] == ':');
@@ -11,7 +15,7 @@ bool isRelativePath(std::string_view path) {
 
 PathParts partsOf(std::string_view path) {
     PathParts parts;
-    parts.reserve(static_cast<std::size_t>(std::count_if(path.begin(), path.end(), isSeparator)) + 1);
+    parts.reserve(kUsualParts);
     for (std::size_t begin = 0, end = 0; end <= path.size(); ++end) {
         if (end < path.size() && !isSeparator(path[end])) continue;
         parts.push_back(path.substr(begin, end - begin));

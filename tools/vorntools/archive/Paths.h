@@ -10,7 +10,7 @@
 /** Names between separators; that in front of the first one, a root's, is empty. */
 using PathParts = std::vector<std::string_view>;
 
-bool isSeparator(char letter);
+constexpr bool isSeparator(char letter) { return letter == '/' || letter == '\\'; }
 /** Neither a drive nor a separator in front. */
 bool isRelativePath(std::string_view path);
 PathParts partsOf(std::string_view path);

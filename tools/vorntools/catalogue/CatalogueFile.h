@@ -131,15 +131,15 @@ public:
     bool isComplete();
 
 private:
-    Statement& rowOf(FileId document);
+    Statement& rowOf(Statement& statement, FileId document);
     void readLinks(FileId document, DocumentLinks& links);
     void readLink(FileId document, std::int64_t position, DocumentLinks& links);
     static std::vector<FileId> numbers(Statement& statement);
     static std::vector<std::string> texts(Statement& statement);
 
     Database& m_database;
-    Statement m_find, m_name, m_isDocument, m_document, m_links, m_link, m_elements, m_elementsOfLink, m_ghosts,
-        m_recorded, m_pointers, m_targets, m_ofName, m_preview;
+    Statement m_find, m_name, m_isDocument, m_document, m_condition, m_links, m_link, m_elements, m_elementsOfLink,
+        m_ghosts, m_recorded, m_pointers, m_targets, m_ofName, m_preview;
     std::unordered_map<FileId, std::string> m_names;
 };
 

@@ -24,6 +24,14 @@ std::string selectElements(const char* rest) {
     return std::string("SELECT link, list, kind, reference, tag_found, uses FROM elements WHERE document = ?") + rest;
 }
 
+/** The row of a document. @param more columns, behind those of takeFound and takeLinks and the place of the folder */
+std::string selectDocument(const std::string& more) {
+    return "SELECT folders.name || files.name, is_there, has_dat, size, modified, is_read, condition, is_damaged, "
+           "version, release, service_pack, saved_path, folders.place" +
+           more +
+           " FROM documents JOIN files USING (id) JOIN folders ON folders.id = files.folder WHERE documents.id = ?";
+}
+
 NamedDocument targetOf(const Statement& link) {
     const bool isFound = !link.isNull(1);
     std::string stored = link.text(0), name = isFound ? link.text(1) : stored;
@@ -75,11 +83,11 @@ void takeStatus(const Statement& row, DocumentFacts& facts) {
     std::string* const texts[] = {&status.status,         &status.reason,       &status.dat,
                                   &status.layout,         &status.itemRevision, &status.dataset,
                                   &status.namedReference, &status.loadType};
-    int column = 15;
+    int column = 16;
     for (std::string* const text : texts) *text = row.text(column++);
-    status.linked = row.integer(23);
-    status.unresolved = row.integer(24);
-    status.designTable = row.flag(25);
+    status.linked = row.integer(24);
+    status.unresolved = row.integer(25);
+    status.designTable = row.flag(26);
 }
 
 } // namespace
@@ -89,13 +97,11 @@ Reader::Reader(Database& database)
                                              "WHERE folders.name = ? AND files.name = ?"),
       m_name(database, "SELECT name FROM document_names WHERE document = ?"),
       m_isDocument(database, "SELECT 1 FROM files WHERE id = ? AND role = 'document'"),
-      m_document(
-          database,
-          "SELECT folders.name || files.name, is_there, has_dat, size, modified, is_read, condition, is_damaged, version, release, "
-          "service_pack, saved_path, identity, save, saved, status, reason, dat, layout, item_revision, dataset, "
-          "named_reference, load_type, linked, unresolved, design_table, tells_links, folders.place, "
-          "sha256 "
-          "FROM documents JOIN files USING (id) JOIN folders ON folders.id = files.folder WHERE documents.id = ?"),
+      m_document(database, selectDocument(", identity, save, saved, status, reason, dat, layout, item_revision, "
+                                          "dataset, named_reference, load_type, linked, unresolved, design_table, "
+                                          "tells_links, sha256")
+                               .c_str()),
+      m_condition(database, selectDocument("").c_str()),
       m_links(database, "SELECT stored, coalesce(found_as, folders.name || files.name), uses FROM links "
                         "LEFT JOIN files ON files.id = target LEFT JOIN folders ON folders.id = files.folder "
                         "WHERE document = ? ORDER BY position"),
@@ -158,22 +164,22 @@ bool Reader::isDocument(FileId file) {
     return isOne;
 }
 
-Statement& Reader::rowOf(FileId document) {
-    if (!m_document.with(document).next()) throw DatabaseError(m_database.name() + " is damaged");
-    return m_document;
+Statement& Reader::rowOf(Statement& statement, FileId document) {
+    if (!statement.with(document).next()) throw DatabaseError(m_database.name() + " is damaged");
+    return statement;
 }
 
 DocumentFacts Reader::facts(FileId document, bool withLinks) {
     DocumentFacts facts;
-    Statement& row = rowOf(document);
+    Statement& row = rowOf(m_document, document);
     takeFound(row, facts);
     facts.size = static_cast<std::uint64_t>(row.number(3));
     facts.modified = secondsOf(row.number(4));
     if (withLinks) takeLinks(row, facts);
-    facts.identity = DocumentIdentity{row.text(12), row.text(13), row.text(14)};
+    facts.identity = DocumentIdentity{row.text(13), row.text(14), row.text(15)};
     facts.checksum = row.text(28);
     takeStatus(row, facts);
-    if (!row.isNull(26) && facts.links) facts.recorded.emplace().tellsLinks = row.flag(26);
+    if (!row.isNull(27) && facts.links) facts.recorded.emplace().tellsLinks = row.flag(27);
     row.finish();
     if (!facts.links) return facts;
     readLinks(document, *facts.links);
@@ -186,7 +192,7 @@ DocumentFacts Reader::facts(FileId document, bool withLinks) {
 
 DocumentFacts Reader::nameFacts(FileId document) {
     DocumentFacts facts;
-    Statement& row = rowOf(document);
+    Statement& row = rowOf(m_condition, document);
     takeFound(row, facts);
     row.finish();
     return facts;
@@ -201,10 +207,10 @@ DocumentFacts Reader::linkFacts(FileId document) {
 
 DocumentFacts Reader::conditionFacts(FileId document, Place& place) {
     DocumentFacts facts;
-    Statement& row = rowOf(document);
+    Statement& row = rowOf(m_condition, document);
     takeFound(row, facts);
     takeLinks(row, facts);
-    place = {row.number(27), fileOfPlace(splitName(facts.found.name).name, facts.found.exists)};
+    place = {row.number(12), fileOfPlace(splitName(facts.found.name).name, facts.found.exists)};
     row.finish();
     m_names.emplace(document, facts.found.fullName);
     return facts;

@@ -21,6 +21,9 @@ namespace catalogue {
 
 namespace {
 
+/** Bytes. The rows that answer a question lie far apart: with SQLite's usual 4 KiB it takes three times the reads. */
+constexpr int kPageSize = 16384;
+
 Stamp stampOf(const host::FileState& state) {
     return {static_cast<std::int64_t>(state.size), state.modified * kNanosecondsPerSecond + state.nanoseconds,
             static_cast<std::int64_t>(state.identity)};
@@ -268,7 +271,8 @@ Changes create(const UpdateOptions& options, const DocumentSearch& search, Journ
     Changes changes;
     {
         Database database(file.part().u8string(), options.file);
-        database.execute("PRAGMA journal_mode = OFF; PRAGMA application_id = " + std::to_string(kApplication) +
+        database.execute("PRAGMA page_size = " + std::to_string(kPageSize) +
+                         "; PRAGMA journal_mode = OFF; PRAGMA application_id = " + std::to_string(kApplication) +
                          "; PRAGMA user_version = " + std::to_string(kVersion));
         database.execute(kSchema);
         changes = updateIn(database, options, search, journal);

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <map>
 #include <set>
 #include <string_view>
@@ -98,7 +99,7 @@ public:
     void write(const PageOrigin& origin) {
         m_stream << "{\"format\":1,\"program\":\"vorntools " VORNTOOLS_VERSION "\"";
         member("looked_at", origin.lookedAt, [this](const std::string& name) { text(name); });
-        const auto tenths = static_cast<long long>(origin.seconds * 10 + 0.5);
+        const long long tenths = std::llround(origin.seconds * 10);
         m_stream << ",\"date\":\"" << origin.date << "\",\"seconds\":" << tenths / 10 << '.' << tenths % 10;
         member("complaints", origin.complaints, [this](const std::string& complaint) { text(complaint); });
         names();

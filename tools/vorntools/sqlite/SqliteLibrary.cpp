@@ -17,5 +17,9 @@ extern "C" __attribute__((visibility("default"))) const Sqlite* vornToolsSqlite(
         sqlite3_prepare_v2,  sqlite3_finalize,    sqlite3_step,      sqlite3_reset,       sqlite3_bind_null,
         sqlite3_bind_int64,  sqlite3_bind_text,   sqlite3_bind_blob, sqlite3_column_type, sqlite3_column_int64,
         sqlite3_column_blob, sqlite3_column_bytes};
+    // The program has one thread and asks nobody how much memory SQLite takes: no locks around each allocation. Once
+    // a database has been open the calls do nothing.
+    sqlite3_config(SQLITE_CONFIG_SINGLETHREAD);
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     return &functions;
 }
