@@ -288,6 +288,17 @@ TEST_F(SelectionTest, TreesAreCentredInGraphicWindows) {
     EXPECT_EQ(windows().centred().size(), 2U);
 }
 
+TEST_F(SelectionTest, ANameThatCannotBeSplitIsReportedAndLeftOut) {
+    windows().select(part);
+    CATListValCATUnicodeString list;
+    HRESULT code = S_OK;
+    EXPECT_TRUE(
+        failAt("UTILFile::splitPathAndFileName", 1, [&] { code = VornToolsCommon::getAllDocNameFromSelection(list); }));
+    EXPECT_EQ(code, E_FAIL);
+    EXPECT_EQ(list.Size(), 0);
+    EXPECT_EQ(reports(), Texts({kCommon + "getAllDocNameFromSelection 9003 UTILFile::splitPathAndFileName"}));
+}
+
 TEST_F(SelectionTest, ReframingStartsTheCommandByItsTitle) {
     const char* const key = "CATFrmCmdHeader.ReframeOnHSO.Title";
     EXPECT_EQ(VornToolsCommon::reframeOn(), S_OK);
