@@ -32,6 +32,11 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
         {{{17, {4}}}, {"InputToDoc:Doc!"}, {a}, {"a.CATPart||0"}, 1},
         {{{17, {4}}, {18, {4}}}, {depth}, {a}, {"a.CATPart|Depth|1"}, 1}, // an element without its part
         {{{17, {}}}, {}, {a}, {"a.CATPart||0"}, 1},
+        {{{17, {4}}, {70000, {5}}},
+         {depth, geometry},
+         {a, b, ImageRecord::whole("CATPart", "c.CATPart", 1, 70000)},
+         {"a.CATPart|Depth|1", "c.CATPart|AJADAAAAAA|1", "b.CATPart||0"},
+         1},
         {{{17, {4}}}, {depth}, {gone}, {}, 0},
     };
     for (const auto& c : cases) {

@@ -37,6 +37,8 @@ TEST_F(ParameterUpdatesTest, AParameterTakesAnotherValue) {
     EXPECT_EQ(update(real, "1.5", "d"), S_OK);
     EXPECT_EQ(update(length, "2.5", "d"), S_OK);
     EXPECT_EQ(real.shown() + " " + length.shown(), "1,5 2,5mm");
+    EXPECT_EQ(update(real, "35E-1 x", "d"), S_OK);
+    EXPECT_EQ(real.shown(), "3,5");
 }
 
 TEST_F(ParameterUpdatesTest, AListGrowsInFrontAndIsReplacedAsAWhole) {
