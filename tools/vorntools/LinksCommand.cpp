@@ -374,10 +374,10 @@ private:
 };
 
 int listFolders(const LinksOptions& options) {
+    JournalFile journal(options.common.journal, JournalFile::Reader::nobody);
     DocumentSearch search(!options.dot);
     const bool complete = options.common.search(search);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);
-    JournalFile journal(options.common.journal, JournalFile::Reader::nobody);
     const Surroundings surroundings = {[&](const std::string& name) { return search.asGiven(name); },
                                        [&] {
                                            std::vector<std::string> files;
