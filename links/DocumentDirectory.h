@@ -9,7 +9,7 @@
 
 namespace vorntools {
 
-/** A number of the directory, which are big-endian, unlike those of the streams. */
+/** A number of the directory: big-endian, unlike those of the streams. */
 inline std::uint32_t directoryNumber(const char* ip_at) {
     const auto byte = [ip_at](int i_index) { return std::uint32_t{static_cast<unsigned char>(ip_at[i_index])}; };
     return byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3);

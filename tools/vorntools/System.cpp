@@ -248,7 +248,6 @@ Helpers::Helpers(std::size_t count, const std::function<void(std::size_t, const 
             ::close(ends[0]);
             break;
         }
-
         m_processes.push_back({process, ends[0]});
     }
 }
