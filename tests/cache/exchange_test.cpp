@@ -562,6 +562,10 @@ TEST_F(ExchangeTest, TheWorkIsDoneWithoutJournalAndErrorList) {
     EXPECT_EQ(VornToolsCommon::openDocument("none", document), E_FAIL);
     EXPECT_EQ(embedded::Journal::get().lines(), Texts());
     EXPECT_EQ(reports(), Texts());
+
+    environment().missingManagers = {"JNLManager"};
+    EXPECT_EQ(VornToolsCommon::openDocument("none", document), E_FAIL);
+    EXPECT_EQ(reports(), Texts({"VornToolsCommon::openDocument 9010 none"})) << "under its name all the same";
 }
 
 TEST_F(ExchangeTest, FailuresOfThePlatformAreMet) {
