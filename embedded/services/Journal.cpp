@@ -142,5 +142,5 @@ public:
 
 JNLManager* JNLManager::getInstance() {
     static JournalManager manager;
-    return embedded::isMissing("JNLManager") ? nullptr : &manager;
+    return !embedded::Journal::get().isWanted() || embedded::isMissing("JNLManager") ? nullptr : &manager;
 }

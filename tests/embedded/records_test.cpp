@@ -134,6 +134,11 @@ TEST_F(RecordsTest, ManagersAnswerTheEnvironmentUnlessMissingOrFailing) {
     environment().missingManagers = {"JNLManager", "EMHManager"};
     EXPECT_EQ(JNLManager::getInstance(), nullptr);
     EXPECT_EQ(EMHManager::getInstance(), nullptr);
+    environment().missingManagers.clear();
+    embedded::Journal::get().setWanted(false);
+    EXPECT_EQ(JNLManager::getInstance(), nullptr);
+    embedded::Journal::get().setWanted(true);
+    EXPECT_NE(JNLManager::getInstance(), nullptr);
 }
 
 TEST_F(RecordsTest, MapsKeepTheirEntriesInOrderThroughRenames) {

@@ -1,5 +1,6 @@
 #include "tools/vorntools/DocumentStatus.h"
 
+#include "tools/vorntools/JournalFile.h"
 #include "tools/vorntools/Output.h"
 
 #include "VornCache.h"
@@ -79,6 +80,13 @@ CATDocument* documentInSession(const FoundDocument& found) {
     return document ? document.get() : session.find(found.fullName).get();
 }
 
+/** Has the library decide on a document, and tells why. */
+std::string addTo(VornCache& cache, const CATUnicodeString& name, CATDocument* document) {
+    const JournalReading reading;
+    cache.addDocument(name, document);
+    return reasonInJournal();
+}
+
 } // namespace
 
 DocumentStatus examine(const FoundDocument& found) {
@@ -86,8 +94,7 @@ DocumentStatus examine(const FoundDocument& found) {
     DocumentStatus row;
     row.document = found.name;
     const CATUnicodeString name = textOf(found.fullName);
-    cache.addDocument(name, documentInSession(found));
-    const std::string reason = reasonInJournal();
+    const std::string reason = addTo(cache, name, documentInSession(found));
     row.reason = found.exists ? reason : "a DAT file without its document";
     VornCache::EnumModifiedFlag status = VornCache::ModifiedFlagNew;
     cache.getModifiedStatus(name, status);

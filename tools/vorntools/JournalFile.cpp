@@ -3,15 +3,12 @@
 #include "tools/vorntools/Output.h"
 
 #include "embedded/Records.h"
-#include "embedded/Session.h"
 
 #include <filesystem>
 
-JournalFile::JournalFile(const std::string& name, Reader reader) : m_name(name) {
-    if (!m_name.empty())
-        m_stream.open(std::filesystem::u8path(m_name), std::ios::binary);
-    else if (reader == Reader::nobody)
-        embedded::Session::current().environment().missingManagers.emplace_back("JNLManager");
+JournalFile::JournalFile(const std::string& name) : m_name(name) {
+    embedded::Journal::get().setWanted(!m_name.empty());
+    if (!m_name.empty()) m_stream.open(std::filesystem::u8path(m_name), std::ios::binary);
 }
 
 std::string JournalFile::takeLines() {
@@ -30,4 +27,14 @@ bool JournalFile::finish() {
     if (!m_stream.fail()) return true;
     complain("cannot write " + m_name);
     return false;
+}
+
+JournalReading::JournalReading() : m_wasWanted(embedded::Journal::get().isWanted()) {
+    embedded::Journal::get().setWanted(true);
+}
+
+JournalReading::~JournalReading() {
+    embedded::Journal& journal = embedded::Journal::get();
+    if (!m_wasWanted) journal.clear();
+    journal.setWanted(m_wasWanted);
 }

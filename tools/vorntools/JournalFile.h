@@ -4,17 +4,12 @@
 #include <fstream>
 #include <string>
 
-/** Hands the journal's lines to a file, if the caller wants one, and forgets them and the error reports. */
+/** Hands the journal's lines to a file, if the caller wants one, and forgets them and the error reports. Without a file
+ * the library writes none. */
 class JournalFile {
 public:
-    /** What reads the lines besides the file. */
-    enum class Reader {
-        program, ///< reasons of states are told by them
-        nobody   ///< without a file none are written
-    };
-
     /** @param name empty for none */
-    explicit JournalFile(const std::string& name, Reader reader = Reader::program);
+    explicit JournalFile(const std::string& name);
     /** Takes what was written since the last call. */
     void take() { add(takeLines()); }
     /** The same as text for whoever adds it later; empty when no file is wanted. */
@@ -26,6 +21,18 @@ public:
 private:
     const std::string m_name;
     std::ofstream m_stream;
+};
+
+/** Lets the library write its journal as long as this lives, whether a file takes the lines or not. */
+class JournalReading {
+public:
+    JournalReading();
+    ~JournalReading();
+    JournalReading(const JournalReading&) = delete;
+    JournalReading& operator=(const JournalReading&) = delete;
+
+private:
+    const bool m_wasWanted;
 };
 
 #endif

@@ -374,7 +374,7 @@ private:
 };
 
 int listFolders(const LinksOptions& options) {
-    JournalFile journal(options.common.journal, JournalFile::Reader::nobody);
+    JournalFile journal(options.common.journal);
     DocumentSearch search(!options.dot);
     const bool complete = options.common.search(search);
     const std::vector<std::string> documents = documentsOf(search, options.common.names);

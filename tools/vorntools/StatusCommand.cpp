@@ -242,9 +242,9 @@ Outcome lookAt(const std::vector<FoundDocument>& found, const StatusOptions& opt
 int runStatus(StatusOptions& options) {
     CommonOptions& common = options.common;
     if (!common.completeNames() || !common.loadSession()) return ExitUnusable;
+    JournalFile journal(common.journal);
     DocumentSearch documents;
     const bool complete = common.search(documents);
-    JournalFile journal(common.journal);
     Outcome outcome = lookAt(documents.found(), options, journal);
     sortRows(outcome.rows, options.sort);
     if (common.json)

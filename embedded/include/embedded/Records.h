@@ -35,6 +35,10 @@ public:
     /** Closing lines written once more right behind themselves, since clear(): no mismatch, and no entry is closed. */
     int repeats() const { return m_repeats; }
     void clear();
+    /** Whether anybody reads it, which is so at first. Without a reader the session has no journal manager, so that
+     * nothing is put together for nobody. */
+    bool isWanted() const { return m_isWanted; }
+    void setWanted(bool isWanted) { m_isWanted = isWanted; }
 
     void begin(std::string_view name);
     void end(std::string_view name, int code);
@@ -49,6 +53,7 @@ private:
     int m_open = 0;
     int m_mismatches = 0;
     int m_repeats = 0;
+    bool m_isWanted = true;
 };
 
 /** One numbered report. */
