@@ -98,24 +98,28 @@ bool readDocument(std::string_view i_image, const Block& i_block, bool i_little_
     return found && !o_document.name.empty();
 }
 
+/** As textAt; what lies behind the end of the text is left out. */
+std::string textBefore(std::string_view i_image, std::size_t i_at, std::size_t i_count, std::size_t i_end) {
+    return i_at < i_end ? textAt(i_image, i_at, (std::min)(i_count, (i_end - i_at) / textStride)) : std::string();
+}
+
 /** The type and the name that any record holds behind its word for a file, wherever that stands. */
 bool readOther(std::string_view i_image, const Block& i_block, bool i_little_endian, OtherDocument& o_document) {
     static constexpr std::string_view catalogs_of_the_platform[] = {"feat", "CATfct"};
     o_document.uses = int32At(i_image, i_block.textEnd + kUses, i_little_endian);
     if (o_document.uses == 0) return false;
-    const std::size_t first = i_block.at + kFirstText;
-    const std::string text = textAt(i_image, first, (i_block.textEnd - i_block.at) / textStride);
-    const std::size_t file = text.find(marker::countedFile);
-    if (file == std::string::npos) return false;
-    const std::size_t type = file + marker::countedFile.size();
-    o_document.kind = text.substr((std::min)(type + 1, text.size()), byteAt(text, type));
+    const std::size_t end = i_block.textEnd + kFirstText;
+    const std::size_t file =
+        vorntools::search(i_image, marker::countedFile, i_block.at + kFirstText, end - 1, textStride);
+    if (file == notFound) return false;
+    const std::size_t type = file + textStride * marker::countedFile.size();
+    o_document.kind = textBefore(i_image, type + textStride, byteAt(i_image, type), end);
     if (std::find(std::begin(catalogs_of_the_platform), std::end(catalogs_of_the_platform), o_document.kind) !=
         std::end(catalogs_of_the_platform))
         return false;
-    const std::size_t length = type + 1 + o_document.kind.size();
-    const std::size_t name_bytes = byteAt(text, length) | std::size_t{byteAt(text, length + 1)} << 8;
-    if (!holds(text, length + kNameLengthBytes, 1)) return false;
-    o_document.name = decoded(text.substr(length + kNameLengthBytes, name_bytes));
+    const std::size_t length = type + textStride * (1 + o_document.kind.size());
+    const std::size_t name_bytes = byteAt(i_image, length) | std::size_t{byteAt(i_image, length + textStride)} << 8;
+    o_document.name = decoded(textBefore(i_image, length + textStride * kNameLengthBytes, name_bytes, end));
     return !o_document.name.empty();
 }
 
