@@ -11,7 +11,10 @@ namespace {
 
 bool isSeparator(char i_byte) { return i_byte == '/' || i_byte == '\\'; }
 
-std::string_view nameOf(std::string_view i_path) { return i_path.substr(i_path.find_last_of("/\\") + 1); }
+std::string_view nameOf(std::string_view i_path) {
+    const auto last = std::find_if(i_path.rbegin(), i_path.rend(), isSeparator);
+    return i_path.substr(static_cast<std::size_t>(i_path.rend() - last));
+}
 
 /** Without its last separator; a root keeps it. */
 std::string_view directoryOf(std::string_view i_path) {
@@ -68,7 +71,7 @@ void removeCommonEnd(std::string& io_saved, std::string& io_current) {
 
 } // namespace
 
-bool isBareName(std::string_view i_name) { return i_name.find_first_of("/\\") == std::string_view::npos; }
+bool isBareName(std::string_view i_name) { return std::none_of(i_name.begin(), i_name.end(), isSeparator); }
 
 LinkedNames::LinkedNames(std::string_view i_own_path, std::string_view i_file_name, std::string_view i_directory,
                          KnownFolders& io_folders)
