@@ -33,12 +33,12 @@ TEST_F(MemoryTest, DatFiles) {
         CATListValCATUnicodeString lines;
         lines.Append("stale");
         const HRESULT code = VornToolsCommon::readDatTools(name, "", lines);
-        return SweepOutcome{code, lines.Size() == 0};
+        return outcomeOf(code, lines);
     });
     sweepAllocations("itemRevUIDExistsInDatFile", [&] {
         unsigned char exists = 7;
         const HRESULT code = VornToolsCommon::itemRevUIDExistsInDatFile(name, nullptr, exists);
-        return SweepOutcome{code, exists == 0};
+        return outcomeOf(code, exists);
     });
     sweepAllocations("addDocument", [&] {
         VornCache cache;
@@ -60,7 +60,7 @@ TEST_F(MemoryTest, DatFiles) {
         CATUnicodeString dat_name("stale");
         const HRESULT code = VornToolsCommon::getDatFileFullFileName(kLine.c_str(), dat_name);
         for (const std::string& report : reports()) told.insert(report);
-        return SweepOutcome{code, dat_name.IsNull() != 0};
+        return outcomeOf(code, dat_name);
     });
     if constexpr (allocations::areAllSeen) {
         const std::string method = "VornToolsCommon::";
@@ -80,7 +80,7 @@ TEST_F(MemoryTest, AnswersOfTheCache) {
         sweepAllocations("text", [&] {
             CATUnicodeString text("stale");
             const HRESULT code = (cache.*getter)(name, text);
-            return SweepOutcome{code, text.IsNull() != 0};
+            return outcomeOf(code, text);
         });
     }
     using List = HRESULT (VornCache::*)(CATUnicodeString, CATListValCATUnicodeString&);
@@ -88,7 +88,7 @@ TEST_F(MemoryTest, AnswersOfTheCache) {
         sweepAllocations("lines", [&] {
             CATListValCATUnicodeString list;
             const HRESULT code = (cache.*getter)(name, list);
-            return SweepOutcome{code, list.Size() == 0};
+            return outcomeOf(code, list);
         });
     }
     using Links = HRESULT (VornCache::*)(CATUnicodeString, const CATUnicodeString&, CATListValCATUnicodeString&);
@@ -96,13 +96,13 @@ TEST_F(MemoryTest, AnswersOfTheCache) {
         sweepAllocations("links", [&] {
             CATListValCATUnicodeString list;
             const HRESULT code = (cache.*getter)(name, "/elsewhere", list);
-            return SweepOutcome{code, list.Size() == 0};
+            return outcomeOf(code, list);
         });
     }
     sweepAllocations("getDataAtLine", [&] {
         CATUnicodeString text("stale");
         const HRESULT code = cache.getDataAtLine(name, "<ItemRevUID>", text);
-        return SweepOutcome{code, text.IsNull() != 0};
+        return outcomeOf(code, text);
     });
     sweepAllocations("getAttributeList", [&] {
         CATListValCATUnicodeString list;
@@ -117,7 +117,7 @@ TEST_F(MemoryTest, NamesOfFiles) {
     sweepAllocations("extractFileNameFromCacheFileName", [&] {
         CATUnicodeString source("stale");
         const HRESULT code = VornToolsCommon::extractFileNameFromCacheFileName(cached, source);
-        return SweepOutcome{code, source.IsNull() != 0};
+        return outcomeOf(code, source);
     });
     const CATUnicodeString named = ("a." + kLine).c_str();
     sweepAllocations("returnDocumentType", [&] {
@@ -139,7 +139,7 @@ TEST_F(MemoryTest, ExchangeFiles) {
     sweepAllocations("readResultFileAndGetClient", [] {
         unsigned char ok = 7, hosted = 7;
         const HRESULT code = VornToolsCommon::readResultFileAndGetClient(ok, hosted);
-        return SweepOutcome{code, ok == 0 && hosted == 0};
+        return outcomeOf(code, ok, hosted);
     });
     write("results", kLine);
     sweepAllocations("getResultStatus",

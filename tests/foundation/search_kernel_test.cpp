@@ -53,6 +53,29 @@ TEST(SearchKernelTest, FindsTheLastOccurrence) {
     EXPECT_EQ(vorntools::searchLast(std::string(100, 'x') + "ab" + std::string(100, 'x'), "ab"), 100U);
 }
 
+TEST(SearchKernelTest, LooksFirstForTheRarestByteAndARareOneFarFromIt) {
+    const struct {
+        std::string_view pattern;
+        std::size_t rarest, second;
+    } cases[] = {
+        {"", 0, 0},
+        {"aaa", 0, 2},
+        {"ab", 1, 0},
+        {"bab", 0, 1},
+        {"ZZ\0\0"sv, 0, 2},
+        {"\x7FZ", 0, 1},
+        // Of Q, rarer, in the same half and another byte in the other half.
+        {"Z\0Qa\0\0\0"sv, 0, 3},
+        {"Z\0Qt\0\0\0"sv, 0, 2},
+        {"\0\0\0aQ\0Z"sv, 6, 3},
+    };
+    for (const auto& c : cases) {
+        const vorntools::SearchPattern pattern(c.pattern);
+        EXPECT_EQ(pattern.rarest(), c.rarest) << c.pattern;
+        EXPECT_EQ(pattern.second(), c.second) << c.pattern;
+    }
+}
+
 /** Where the pattern is put, every second and third byte of the text being left alone at strides 2 and 3. */
 void put(std::string& text, std::string_view pattern, std::size_t at, std::size_t stride) {
     for (std::size_t k = 0; k < pattern.size(); ++k) text[at + k * stride] = pattern[k];

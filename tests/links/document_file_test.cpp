@@ -607,12 +607,16 @@ TEST_F(DocumentFileTest, ADirectoryWithAnythingThatDoesNotFitIsNotBelieved) {
         ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
         EXPECT_EQ(document.getEntryCount(), 0);
     }
-    // Without a name it is none, whatever its numbers make it look like.
-    std::string changed = directory;
-    changed.insert(directory.size() - 12, Container::bigEndian(86) + Container::bigEndian(1) + std::string(78, '\0'));
-    VornToolsDocumentFile nameless;
-    ASSERT_EQ(nameless.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
-    EXPECT_EQ(nameless.getEntryCount(), 0);
+    // Without a name or the rest it is none, whatever its numbers make it look like.
+    const std::size_t begin = stream - 4 - 76;
+    for (const std::string& entry : {Container::bigEndian(86) + Container::bigEndian(1) + std::string(78, '\0'),
+                                     directory.substr(begin, rest - begin)}) {
+        std::string changed = directory;
+        changed.insert(directory.size() - 12, entry);
+        VornToolsDocumentFile document;
+        ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
+        EXPECT_EQ(document.getEntryCount(), 0) << entry.size();
+    }
     for (const std::size_t length : {std::size_t{0}, std::size_t{15}, std::size_t{70}, first, stream, rest + 90,
                                      directory.size() - 12, directory.size() - 1}) {
         VornToolsDocumentFile document;

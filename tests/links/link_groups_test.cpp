@@ -206,6 +206,7 @@ TEST_F(LinksTest, WithoutMemoryACallHandsOutNothing) {
         const bool nothing = (isEmptyOutput(outputs) && ...);
         return SweepOutcome{nothing ? E_FAIL : S_OK, true, static_cast<int>(textOfOutputs(outputs...).size())};
     };
+    const Strings stale = stringsOf({"stale"});
     sweepAllocations("getLinks", [&] {
         unsigned char missing = 7;
         const auto links = VornToolsLinks::getLinks(&bytes, "MML", nullptr, "", missing);
@@ -214,33 +215,43 @@ TEST_F(LinksTest, WithoutMemoryACallHandsOutNothing) {
     sweepAllocations("searchLinks", [&] {
         double count = 7;
         CATListValCATUnicodeString lists[5];
+        for (CATListValCATUnicodeString& list : lists) list.Append("stale");
         VornToolsVector<unsigned char> flags;
+        flags.append(7);
         unsigned char missing = 7;
         VornToolsLinks::searchLinks(file.c_str(), "MML", "", count, lists[0], lists[1], lists[2], lists[3], lists[4],
                                     flags, missing);
         return outcome(lists[0], lists[1], lists[2], lists[3], lists[4], flags, missing, count);
     });
     sweepAllocations("getLinkedDocName", [&] {
-        Strings lists[4];
+        Strings lists[] = {stale, stale, stale, stale};
         VornToolsLinks::getLinkedDocName(&bytes, property, nullptr, "", lists[0], lists[1], lists[2], lists[3]);
         return outcome(lists[0], lists[1], lists[2], lists[3]);
     });
     sweepAllocations("getGhosts", [&] {
-        Strings names;
+        Strings names = stale;
         VornToolsLinks::getGhosts(&bytes, property, names);
         return outcome(names);
     });
     sweepAllocations("getOtherDocuments", [&] {
-        Strings names, of_what;
+        Strings names = stale, of_what = stale;
         VornToolsVector<int> uses;
+        uses.append(7);
         VornToolsFolderMemory folders;
         VornToolsLinks::getOtherDocuments(&bytes, property, nullptr, "", names, of_what, uses, folders);
         return outcome(names, of_what, uses);
     });
     sweepAllocations("getMmlDocuments", [&] {
-        Strings documents;
+        Strings documents = stale;
         VornToolsLinks::getMmlDocuments(&bytes, 11, image.applicationPosition(), property, nullptr, "", documents);
         return outcome(documents);
+    });
+    Strings tags = stringsOf({name}), names = stringsOf({name});
+    sweepAllocations("updateMMLLink", [&] {
+        VornToolsVector<VornToolsLink> links;
+        links.append(VornToolsLink());
+        VornToolsLinks::updateMMLLink(tags, tags, names, links);
+        return outcome(textsOf(links));
     });
 }
 

@@ -178,6 +178,10 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     VornToolsLinks::sortImportUnpublished_and_MMLR12(&bytes, 21, application, property, names, references,
                                                      unpublishedNames, olderNames);
     EXPECT_EQ(textsOf(unpublishedNames) + textsOf(olderNames), Texts()) << "the caller's release counts";
+    const Strings handed_on(std::move(references));
+    VornToolsLinks::sortImportUnpublished_and_MMLR12(&bytes, 12, application, property, names, references,
+                                                     unpublishedNames, olderNames);
+    EXPECT_EQ(textsOf(olderNames), Texts()) << "no references, nor slots for any";
 }
 
 TEST_F(LinksTest, InputsThatShareALongTextEndWithTheAllowance) {
@@ -207,6 +211,9 @@ TEST_F(LinksTest, MultiModelLinksPairByIndex) {
         EXPECT_EQ(textsOf(links), Texts({fewer_tags ? "MML|a|x|1" : "MML|a|t1|1", fewer_tags ? "MML|b|y|1" : "MML|b||0",
                                          "MML|c||0", "MML|d||0"}));
     }
+    const Strings handed_on(std::move(names));
+    VornToolsLinks::updateMMLLink(tags, publications, names, links);
+    EXPECT_EQ(textsOf(links), Texts()) << "no names, nor slots for any";
 }
 
 } // namespace

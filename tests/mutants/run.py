@@ -6,7 +6,8 @@
 Draws N changes (default 40) by lot over all files of the library and tries each in a copy of the tree below
 build/mutants: builds what it touches and runs the tests that reach it until one fails, cheap ones first. Which tests
 reach which line is found out before, by running each of them once in a library that records where it passes. What does
-not compile, or compiles to the same program, is not counted; what no test reaches survives.
+not compile is not counted, nor what compiles to the same program: without optimization or, asked of survivors only,
+with it. What no test reaches survives.
 
 The lot depends on the seed and the changed lines alone: an edit elsewhere leaves it as it is. A run with the same seed
 goes on where the last one was stopped, and with --again tries once more what survived without a reason. Survivors are
@@ -21,6 +22,7 @@ import json
 import os
 import re
 import resource
+import shlex
 import shutil
 import signal
 import subprocess
@@ -68,13 +70,13 @@ __attribute__((destructor)) static void write_reached(void) {
     if (file) fclose(file);
 }
 """
-# Changed code may draw warnings; what reads beyond the end of a list is noticed. Tests are not linked again for another
-# library.
+# Changed code may draw warnings, but the one of members that are not made in the order of their list; what reads beyond
+# the end of a list is noticed. Tests are not linked again for another library.
 CONFIGURATION = """
 set(CMAKE_LINK_DEPENDS_NO_SHARED ON)
 function(record_reach)
     set_property(SOURCE ${library_sources} DIRECTORY ${PROJECT_SOURCE_DIR} TARGET_DIRECTORY vorntools_tests
-        APPEND PROPERTY COMPILE_OPTIONS -w -fsanitize-coverage=trace-pc -D_GLIBCXX_ASSERTIONS)
+        APPEND PROPERTY COMPILE_OPTIONS -Wno-error -Werror=reorder -fsanitize-coverage=trace-pc -D_GLIBCXX_ASSERTIONS)
     target_link_libraries(VornTools PRIVATE @RECORDER@)
     target_link_libraries(vorntools_tests PRIVATE @RECORDER@)
 endfunction()
@@ -128,7 +130,14 @@ WRITE = re.compile(r"^((?:const |static |constexpr |unsigned )*[\w:]+(?:<.*>)?[ 
                    r"( = [^()]*|\{\}|\(k\w+\))?;$")
 CLEAR = re.compile(r"^(?:clear\(([\w.>-]+)\)|([\w.>-]+?)(?:\.|->)(?:RemoveAll|clear|reset)\(\));$")
 APPEND = re.compile(r"^([\w.>-]+?)(?:\.|->)(?:Append|append|push_back)\([\w.]+\);$")
-TOLD = re.compile(r"^\w*frame\.(?:write|writeInDebug|badInput|missing|callFailed|platformFailed)\(.*\);$")
+JOURNAL = re.compile(r"^\w*frame\.(?:write|writeInDebug)\(.*\);$")
+ERRORS = re.compile(r"^\w*frame\.(?:badInput|missing|callFailed|platformFailed)\(.*\);$")
+# Moves one variable into another.
+MOVE = re.compile(r"^\*?([\w.]+) = std::move\(([\w.]+(?:\[\d\])?)\);$")
+# Declares a member that is made of nothing or a constant; a plain one does nothing when it is made and when it ends.
+MEMBER = re.compile(r"^[\w:<>,*& ]+[ *&](m_\w+)(?:\[\w+\])?(?: = [\w:.\"-]+|\{\})?;$")
+PLAIN = re.compile(r"^(?:(?:const )?(?:bool|int|double|HRESULT|CATUnicodeString|CATListValCATUnicodeString|std::string"
+                   r"|std::string_view|std::size_t|std::uint\d+_t) |.*[*&] ?(?:const )?m_)")
 CONSTANT = re.compile(r"^ = (?:-?[\d.]+|\"[^\"]*\"|true|false|nullptr|k[A-Z]\w*|S_OK|E_FAIL)$")
 # Declarations of a class's methods.
 METHOD = re.compile(r"^(?:void .*|[\w:<>*& ]+ \w+\((?:const )?[\w:<>]+(?: |[&*]+ )\w+(?:, .*)?\)(?: const)?"
@@ -189,12 +198,34 @@ def written_by(line):
     return (write.group(2), write.group(3) or "", bool(write.group(1))) if write else None
 
 
+def names(what, where):
+    variable = re.split(r"\.|->", what)[0]
+    return re.search(r"(?<![\w.>])" + re.escape(variable) + r"\b", where)
+
+
+def are_members_in_any_order(line, other, text):
+    """Whether it makes no difference which of two members lies in front: one of them is plain, and no constructor in
+    the text makes one of the other. (Where a constructor makes both, an exchange does not compile.)"""
+    members = [MEMBER.match(line), MEMBER.match(other)]
+    if not all(members) or not (PLAIN.match(line) or PLAIN.match(other)):
+        return False
+    first, second = (member.group(1) for member in members)
+    text = text.replace("{", "(").replace("}", ")")
+    return not any(names(used, text[match.end():closing(text, match.end() - 1)])
+                   for made, used in ((first, second), (second, first))
+                   for match in re.finditer(rf"\b{made}\(", text))
+
+
 def are_alike_in_any_order(line, other):
     """Whether the lines tell that nobody can see which comes first: neither names what the other one writes, and they
-    do nothing else; or one makes a variable of a constant, which the other cannot know."""
-    def names(what, where):
-        variable = re.split(r"\.|->", what)[0]
-        return re.search(r"(?<![\w.>])" + re.escape(variable) + r"\b", where)
+    do nothing else; or one makes a variable of a constant, which the other cannot know; or one tells the journal, the
+    other one the error list."""
+    moves = [MOVE.match(line), MOVE.match(other)]
+    if all(moves):
+        (to, source), (to_other, source_other) = (move.groups() for move in moves)
+        return source != source_other and not names(to, other) and not names(to_other, line)
+    if (JOURNAL.match(line) and ERRORS.match(other)) or (ERRORS.match(line) and JOURNAL.match(other)):
+        return True
     first, second = written_by(line), written_by(other)
     if any(write and write[2] and write[0].startswith("m_") for write in (first, second)):
         return False  # members are made in their order
@@ -212,12 +243,14 @@ def are_alike_in_any_order(line, other):
         if is_new and (not value or CONSTANT.match(value)):
             return True
         # Journal and error list know nothing of outputs.
-        if variable.startswith("o_") and CONSTANT.match(value) and TOLD.match(beside):
+        if variable.startswith("o_") and CONSTANT.match(value) and (JOURNAL.match(beside) or ERRORS.match(beside)):
             return True
     return False
 
 
 def changes_of_lines(name, text, mask):
+    source = (COPY / name).with_suffix(".cpp")
+    constructors = text + (source.read_text(encoding="utf-8") if name.endswith(".h") and source.exists() else "")
     lines = []
     at = 0
     for line in text.split("\n"):
@@ -233,7 +266,8 @@ def changes_of_lines(name, text, mask):
         if GUARD_LINE.match(line):
             yield name, begin, end, ";", "guard left out"
         if i + 1 < len(lines) and STATEMENT.match(line) and STATEMENT.match(lines[i + 1][2]) and \
-                not are_alike_in_any_order(line, lines[i + 1][2]):
+                not are_alike_in_any_order(line, lines[i + 1][2]) and \
+                not are_members_in_any_order(line, lines[i + 1][2], constructors):
             other_begin, other_end, other = lines[i + 1]
             yield name, begin, other_end, other + " " + line, "order of statements"
 
@@ -326,6 +360,24 @@ def program():
         subprocess.run(["objcopy", "-S", "-R", ".note.gnu.build-id", module, bare], check=True)
         digest.update(bare.read_bytes())
     return digest.hexdigest()
+
+
+def are_same_optimized(name, text, changed):
+    """Whether two texts of a file make the same code in each source of the library that it goes into."""
+    commands = run(["ninja", "-C", BUILD, "-t", "compdb"]).stdout
+    commands = json.loads(commands[commands.index("["):commands.rindex("]") + 1])
+    sources = [command for command in commands if "/VornTools.dir/" in command["output"] and
+               f"/{name}\n" in run(["ninja", "-C", BUILD, "-t", "deps", command["output"]]).stdout]
+
+    def code_of(command, content):
+        (COPY / name).write_text(content, encoding="utf-8")
+        words = shlex.split(command["command"])
+        words = [word for word in words[:words.index("-MD")] if not word.startswith("-fsanitize-coverage")]
+        code = WORK / "optimized.o"
+        subprocess.run([*words, "-O2", "-g0", "-c", command["file"], "-o", code], cwd=BUILD, check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        return code.read_bytes()
+    return bool(sources) and all(code_of(source, text) == code_of(source, changed) for source in sources)
 
 
 def test_names():
@@ -470,13 +522,16 @@ def try_change(change, reach, unchanged):
     name, begin, end, new, _ = change
     target = COPY / name
     text = target.read_text(encoding="utf-8")
-    target.write_text(text[:begin] + new + text[end:], encoding="utf-8")
+    changed = text[:begin] + new + text[end:]
+    target.write_text(changed, encoding="utf-8")
     try:
         if build().returncode:
             return "does not compile"
         if program() == unchanged:
             return "same program"
-        return "noticed" if reach.notices(text, change) else "survived"
+        if reach.notices(text, change):
+            return "noticed"
+        return "same optimized program" if are_same_optimized(name, text, changed) else "survived"
     finally:
         target.write_text(text, encoding="utf-8")
 

@@ -443,6 +443,11 @@ TEST_F(InstancePropertiesTest, PropertiesComeBackFromASessionFile) {
     ASSERT_TRUE(embedded::loadSessionText(path("s.json"), text.erase(from, value + 4 - from)).ok) << text;
     EXPECT_EQ(all(readAgain()), (Texts{"A=a@=@b", "R="})) << "a property without a value";
     EXPECT_EQ(one(readAgain(), "R"), "1 ");
+    const std::size_t texts = text.find("\"texts\""), first = text.find("\"a\"", texts);
+    ASSERT_TRUE(embedded::loadSessionText(path("s.json"), text.erase(first, text.find("\"b\"", first) - first)).ok);
+    EXPECT_EQ(all(readAgain()), (Texts{"A=b", "R="})) << "a list of one";
+    ASSERT_TRUE(embedded::loadSessionText(path("s.json"), text.erase(first, 3)).ok) << text;
+    EXPECT_EQ(all(readAgain()), (Texts{"A=a", "R="})) << "an empty list says no more than none";
 }
 
 TEST_F(InstancePropertiesTest, AFirstPropertyThatFailedIsMadeByTheNextCall) {

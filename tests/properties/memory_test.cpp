@@ -52,11 +52,6 @@ protected:
     void sweep(const char* name, const std::function<HRESULT()>& call) {
         sweepAllocations(name, [&] { return SweepOutcome{call()}; });
     }
-    static bool isEmpty(const std::initializer_list<const List*>& lists) {
-        for (const List* const list : lists)
-            if (list->Size() > 0) return false;
-        return true;
-    }
 
     inline static const std::string large = std::string(kLargeAllocation, 'n');
     List names, values, types;
@@ -79,12 +74,12 @@ TEST_F(PropertiesMemoryTest, ParametersAndSets) {
         const HRESULT code =
             service().getListOfParameters(set.set(), p_members, lists[0], lists[1], lists[2], lists[3]);
         const std::unique_ptr<CATListValCATBaseUnknown_var> members(p_members);
-        return SweepOutcome{code, !members && isEmpty({&lists[0], &lists[1], &lists[2], &lists[3]})};
+        return outcomeOf(code, p_members, lists[0], lists[1], lists[2], lists[3]);
     });
     sweepAllocations("appendAttributesWithParamsList", [&] {
         List pairs;
         const HRESULT code = service().appendAttributesWithParamsList(set.set(), "X", pairs);
-        return SweepOutcome{code, isEmpty({&pairs})};
+        return outcomeOf(code, pairs);
     });
 }
 
@@ -112,7 +107,7 @@ TEST_F(PropertiesMemoryTest, AttributesOfDocuments) {
         sweepAllocations("retrieve", [read = retrieve, in = document] {
             List pairs;
             const HRESULT code = read(in.get(), pairs);
-            return SweepOutcome{code, isEmpty({&pairs})};
+            return outcomeOf(code, pairs);
         });
     sweep("setDrawingParameters",
           [&] { return VornToolsCommon::setDrawingParameters(drawing.get(), names, values, types); });
@@ -129,7 +124,7 @@ TEST_F(PropertiesMemoryTest, UserProperties) {
     sweepAllocations("getUserProperties", [&] {
         List found, texts;
         const HRESULT code = VornToolsCommon::getUserProperties(product.get(), found, texts);
-        return SweepOutcome{code, isEmpty({&found, &texts})};
+        return outcomeOf(code, found, texts);
     });
     sweepAllocations("hasMaroAssyConfigProperty", [&] {
         CATUnicodeString texts[4];
@@ -140,7 +135,7 @@ TEST_F(PropertiesMemoryTest, UserProperties) {
     sweepAllocations("getNameProperty", [&] {
         CATUnicodeString name("before");
         const HRESULT code = VornToolsCommon::getNameProperty(CATICkeParm_var(properties.parameters()[0].get()), name);
-        return SweepOutcome{code, name.IsNull() != 0};
+        return outcomeOf(code, name);
     });
     sweep("setUserProperties", [&] { return VornToolsCommon::setUserProperties(product.get(), names, values, types); });
     sweep("changePropertyAccess", [&] { return VornToolsCommon::changePropertyAccess(product.get(), names[1], 0); });
@@ -173,18 +168,18 @@ TEST_F(PropertiesMemoryTest, InstanceProperties) {
         Property::EnumPropertyType type = Property::PropertyReal;
         CATUnicodeString value("before");
         const HRESULT code = Property::getAttribute(instance.get(), names[1], found, type, value);
-        return SweepOutcome{code, !found && type == Property::PropertyString && value.IsNull()};
+        return outcomeOf(code, found, type, value);
     });
     sweepAllocations("getAllMaroInstancePropertiesNamesAndValues", [&] {
         List found, texts;
         const HRESULT code = Property::getAllMaroInstancePropertiesNamesAndValues(instance.get(), found, texts);
-        return SweepOutcome{code, isEmpty({&found, &texts})};
+        return outcomeOf(code, found, texts);
     });
     sweepAllocations("getAllMaroInstancePropertiesOrderedByName", [&] {
         CATListValCATBaseUnknown_var* p_list = nullptr;
         const HRESULT code = Property::getAllMaroInstancePropertiesOrderedByName(instance.get(), p_list);
         const std::unique_ptr<CATListValCATBaseUnknown_var> owned(p_list);
-        return SweepOutcome{code, !owned};
+        return outcomeOf(code, p_list);
     });
     const CATUnicodeString text((large + "\n" + large).c_str());
     sweep("updateDescriptionInstMapping", [&] { return Property::updateDescriptionInstMapping(instance.get(), text); });
@@ -203,7 +198,7 @@ TEST_F(PropertiesMemoryTest, ImportOptions) {
     sweepAllocations("getOptionValueFromImportSprdSht", [] {
         CATUnicodeString value("before");
         const HRESULT code = VornToolsSpreadsheet::getOptionValueFromImportSprdSht(1, value);
-        return SweepOutcome{code, value.IsNull() != 0};
+        return outcomeOf(code, value);
     });
     sweepAllocations("getCATPartMainBodyOption", [] {
         TYPMapCATUnicodeStringPVoid map;

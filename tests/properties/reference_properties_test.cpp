@@ -118,12 +118,42 @@ TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughThePdmItem) {
                                  "Set DescriptionRef to [v DescriptionRef]", "Set Part Number to [N-2]"}));
     EXPECT_EQ(root.partNumber(), "Root");
     const std::string name = "VornToolsCADDOCPropertiesPX1::";
-    EXPECT_EQ(px1.updatePartNumber(nullptr, "x"), E_FAIL);
-    environment().platformPdmConnection = false;
-    EXPECT_EQ(px1.updatePartNumber(root.get(), "x"), E_FAIL);
-    environment().platformPdmConnection = true;
-    EXPECT_EQ(reports(),
-              (Texts{name + "updatePartNumber 9002 ipi_product", name + "updatePartNumber 9003 getPDMItem"}));
+    using Write = std::function<HRESULT(CATIProduct*, const CATListValCATUnicodeString&)>;
+    const std::pair<const char*, Write> methods[] = {
+        {"setReferenceProperties",
+         [&](CATIProduct* product, const auto& texts) { return px1.setReferenceProperties(product, names, texts); }},
+        {"setReferencePropertiesForForeignFile",
+         [&](CATIProduct* product, const auto& texts) {
+             return px1.setReferencePropertiesForForeignFile(product, names, texts);
+         }},
+        {"setProductProperties",
+         [&](CATIProduct* product, const auto& texts) { return px1.setProductProperties(product, names, texts); }},
+        {"setProductProperties",
+         [&](CATIProduct* product, const auto& texts) {
+             return px1.setProductProperties(product, "N-1", names, texts);
+         }},
+        {"updatePartNumber",
+         [&](CATIProduct* product, const auto& texts) { return px1.updatePartNumber(product, texts[1]); }},
+    };
+    const CATListValCATUnicodeString fewer = names;
+    names.Append("other");
+    values.Append("x");
+    for (const auto& [method, write] : methods) {
+        SCOPED_TRACE(method);
+        Texts expected = {"9002 ipi_product", "9003 getPDMItem"};
+        EXPECT_EQ(write(nullptr, values), E_FAIL);
+        environment().platformPdmConnection = false;
+        EXPECT_EQ(write(root.get(), values), E_FAIL);
+        environment().platformPdmConnection = true;
+        if (method != std::string("updatePartNumber")) {
+            EXPECT_EQ(write(root.get(), fewer), E_FAIL);
+            expected.push_back("9001 i_values");
+        }
+        for (std::string& report : expected) report = name + method + " " + report;
+        EXPECT_EQ(reports(), expected);
+        EXPECT_TRUE(failAt("VornCATIxPDMItem::SetProperty", 1, [&] { EXPECT_EQ(write(root.get(), values), E_FAIL); }));
+        EXPECT_EQ(reports(), Texts{name + method + " 9003 SetProperty"});
+    }
     CATListValCATUnicodeString one, value;
     one.Append("source");
     value.Append("s");

@@ -46,6 +46,7 @@ void sweepAllocations(const std::string& name, const std::function<SweepOutcome(
             EXPECT_TRUE(outcome.outputsEmpty) << "a failing call left something in its outputs";
         } else {
             EXPECT_EQ(outcome.answer, undisturbed.answer) << "success with another answer";
+            EXPECT_EQ(outcome.outputs, undisturbed.outputs) << "success with other outputs";
         }
     }
     EXPECT_GT(failed, 0) << name << " met no failing allocation";
