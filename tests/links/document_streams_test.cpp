@@ -119,6 +119,7 @@ TEST_F(LinksTest, ExternalReferencesComeFromTheTableOfNames) {
         {text("..!A!x") + end, {}},
         {names + text("..!A!x") + "\x01..!B!y"s + text("..!C!z") + end, {"..!A!x"}},
         {names + text("..!A!x") + "\x7F..!B!y"s + end, {"..!A!x"}},
+        {names + text("..!A!x") + "\x0F..!B!y"s + end, {"..!A!x"}},
         {names + text("..!A!x") + "\0\0\0\0\x7F..!B!y"s + end, {"..!A!x"}},
     };
     for (const auto& c : cases) EXPECT_EQ(references(part(c.table)), c.references) << c.table;
