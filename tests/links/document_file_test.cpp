@@ -619,6 +619,11 @@ TEST_F(DocumentFileTest, ADirectoryWithAnythingThatDoesNotFitIsNotBelieved) {
         ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
         EXPECT_EQ(document.getEntryCount(), 0) << entry.size();
     }
+    std::string odd = directory;
+    odd.replace(stream - 4, 4, Container::bigEndian(9)).insert(stream, "n");
+    VornToolsDocumentFile oddly_named;
+    ASSERT_EQ(oddly_named.open(write("d", file.bytesWithDirectory(odd)).c_str()), S_OK);
+    EXPECT_EQ(oddly_named.getEntryCount(), 0);
     for (const std::size_t length : {std::size_t{0}, std::size_t{15}, std::size_t{70}, first, stream, rest + 90,
                                      directory.size() - 12, directory.size() - 1}) {
         VornToolsDocumentFile document;

@@ -138,6 +138,10 @@ TEST_F(LinksTest, ExternalReferencesComeFromTheTableOfNames) {
     EXPECT_EQ(references(nothing.application().references({"..!A!x"})), Texts()) << "no property stream";
     VornToolsString bytes = stringOf(behind.bytes());
     EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
+    bytes = stringOf(text("..!B") + behind.bytes() + text("..!C"));
+    EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
+    bytes = stringOf(text("..!B") + DocumentImage().references({"..!A!x"}).bytes());
+    EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
 }
 
 TEST_F(LinksTest, VersionsStandBetweenTheirMarkers) {

@@ -144,7 +144,7 @@ METHOD = re.compile(r"^(?:void .*|[\w:<>*& ]+ \w+\((?:const )?[\w:<>]+(?: |[&*]+
                     r"|.* = (?:default|delete));$")
 CONDITION = re.compile(r"\bif \(")
 # What takes its arguments in any order.
-SYMMETRIC = re.compile(r"(?:\(std::(?:min|max)\)|std::(?:min|max)(?:<[\w:]+>)?|_mm_(?:or|and)_si128|areEqual)\($")
+SYMMETRIC = re.compile(r"(?:\(std::(?:min|max)\)|std::(?:min|max)(?:<[\w:]+>)?|_mm_(?:or|and)_si128|areEqual|isSameName|haveSameBytes)\($")
 TWO_ARGUMENTS = re.compile(r"(?<=\()([\w.>\[\]-]+), ([\w.>\[\]-]+)(?=[,)])")
 
 
