@@ -35,7 +35,7 @@ DatLines::DatLines(const CATListValCATUnicodeString& i_lines) : m_lines(i_lines)
 
 void DatLines::note(int i_number) {
     std::string_view line = bytesOf(m_lines[i_number]);
-    if (line.size() < 2 || line.front() != '<' || line.back() != '>') return;
+    if (line.empty() || line.front() != '<' || line.back() != '>') return;
     const bool closing = line[1] == '/';
     line.remove_prefix(closing ? 2 : 1);
     const std::size_t index = indexOfTag(line);

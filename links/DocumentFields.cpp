@@ -109,9 +109,9 @@ std::vector<std::string_view> identifiersBehind(std::string_view i_image, std::s
 bool publishes(std::string_view i_image, const std::vector<std::string_view>& i_keys) {
     const std::size_t connector = findMarker(i_image, marker::shapeConnector, 0);
     if (connector == notFound) return false;
-    const std::size_t zone_end = findMarker(i_image, marker::inputs, connector);
     const std::size_t begin = connector + marker::shapeConnector.size();
-    if (zone_end == notFound || begin > zone_end) return false;
+    const std::size_t zone_end = findMarker(i_image, marker::inputs, begin);
+    if (zone_end == notFound) return false;
     const std::string_view zone = i_image.substr(begin, zone_end - begin);
 
     const std::size_t names = findMarker(zone, marker::containerName, 0);

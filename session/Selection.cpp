@@ -262,12 +262,8 @@ unsigned char VornToolsCommon::isSelectedInCatia(CATUnicodeString i_file_name) {
         for (int i = 1; i <= products.Size(); ++i)
             held.push_back(InterfacePtr<CATIProduct>::adopt(static_cast<CATIProduct*>(products[i])));
         bool is_selected = false;
-        for (const auto& sp_product : held) {
-            if (!sp_product)
-                frame.missing("pi_prod");
-            else if (hasFileName(frame, sp_product.get(), i_file_name))
-                is_selected = true;
-        }
+        for (const auto& sp_product : held)
+            if (hasFileName(frame, sp_product.get(), i_file_name)) is_selected = true;
         return is_selected ? 1 : 0;
     };
     return guarded(work, static_cast<unsigned char>(0));

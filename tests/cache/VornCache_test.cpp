@@ -172,7 +172,9 @@ TEST_F(VornCacheTest, DocumentsWithoutDirectory) {
     }
     {
         VornCache cache;
+        clearJournal();
         cache.addDocument("new.CATPart", nullptr);
+        EXPECT_EQ(statusLines(), Texts{"Modified Status to Modified for new.CATPart (dynamic seed)"});
         EXPECT_EQ(statusIn(cache, "new.CATPart"), 1) << "asked by name alone the staged file counts like any other";
     }
     write("staging/new.CATPart", "");

@@ -1,5 +1,6 @@
 #include "VornToolsDocumentFile.h"
 
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/DocumentAnswers.h"
 #include "tests/support/DocumentContainer.h"
 #include "tests/support/DocumentImage.h"
@@ -609,14 +610,20 @@ TEST_F(DocumentFileTest, ADirectoryWithAnythingThatDoesNotFitIsNotBelieved) {
     }
     // Without a name or the rest it is none, whatever its numbers make it look like.
     const std::size_t begin = stream - 4 - 76;
-    for (const std::string& entry : {Container::bigEndian(86) + Container::bigEndian(1) + std::string(78, '\0'),
-                                     directory.substr(begin, rest - begin)}) {
+    for (const std::string& entry :
+         {Container::bigEndian(86) + Container::bigEndian(1) + std::string(78, '\0'),
+          directory.substr(begin, rest - begin), directory.substr(begin, rest - begin) + Container::bigEndian(86)}) {
         std::string changed = directory;
         changed.insert(directory.size() - 12, entry);
         VornToolsDocumentFile document;
         ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
         EXPECT_EQ(document.getEntryCount(), 0) << entry.size();
     }
+    std::string odd = directory;
+    odd.replace(stream - 4, 4, Container::bigEndian(9)).insert(stream, "n");
+    VornToolsDocumentFile oddly_named;
+    ASSERT_EQ(oddly_named.open(write("d", file.bytesWithDirectory(odd)).c_str()), S_OK);
+    EXPECT_EQ(oddly_named.getEntryCount(), 0);
     for (const std::size_t length : {std::size_t{0}, std::size_t{15}, std::size_t{70}, first, stream, rest + 90,
                                      directory.size() - 12, directory.size() - 1}) {
         VornToolsDocumentFile document;
@@ -748,6 +755,60 @@ TEST_F(DocumentFileTest, ReadingAtOnceSurvivesFailingCalls) {
                        return SweepOutcome{code, documents + links + references == 0, 0,
                                            textOfOutputs(DocumentAnswers::of(document))};
                    }});
+}
+
+TEST_F(DocumentFileTest, WithoutMemoryNothingIsHandedOut) {
+    const std::string large(kLargeAllocation, 'n');
+    PartStreams part;
+    part.product += DocumentImage().references({large}).bytes();
+    Container file = part.container();
+    file.stream(large, large).stream(kPreview, "\0\0\0\0\xFF\xD8\xFF"s + large);
+    const std::string name = write("d", file.bytes());
+    sweepAllocations("open", [&] {
+        VornToolsDocumentFile document;
+        const HRESULT code = document.open(name.c_str());
+        return outcomeOf(code, document.getEntryCount(), document.getSize());
+    });
+    VornToolsDocumentFile document;
+    ASSERT_EQ(document.open(name.c_str()), S_OK);
+    const int last = document.getEntryCount();
+    sweepAllocations("getEntry", [&] {
+        CATUnicodeString text("stale");
+        int parent = 7, pieces = 7;
+        unsigned char is_stream = 7;
+        unsigned int size = 7;
+        const HRESULT code = document.getEntry(last - 1, text, parent, is_stream, size, pieces);
+        return outcomeOf(code, text, parent, is_stream, size, pieces);
+    });
+    const std::function<VornToolsString*(VornToolsDocumentFile&)> readings[] = {
+        [&](auto& from) { return from.readStream(last); },
+        [](auto& from) { return from.readLinkImage(); },
+        [](auto& from) { return from.readPreview(); },
+    };
+    for (const auto& read : readings)
+        sweepAllocations("read", [&] {
+            const std::unique_ptr<VornToolsString> bytes(read(document));
+            return outcomeOf(bytes ? S_OK : E_FAIL, bytes.get());
+        });
+    sweepAllocations("getCondition", [&] {
+        VornToolsDocumentFile fresh;
+        fresh.open(name.c_str());
+        const Condition condition = fresh.getCondition();
+        return SweepOutcome{condition == VornToolsDocumentFile::DocumentIntact ? S_OK : E_FAIL,
+                            condition == VornToolsDocumentFile::DocumentDamaged ||
+                                condition == VornToolsDocumentFile::DocumentNotOpen};
+    });
+    VornToolsFolderMemory folders;
+    sweepAllocations("VornToolsDocumentLinks::read", [&] {
+        VornToolsDocumentLinks links;
+        const HRESULT code = links.read(name.c_str(), "", "", folders);
+        unsigned int counts[3] = {};
+        links.getDocuments(counts[0]);
+        links.getLinks(counts[1]);
+        links.getExternalReferences(counts[2]);
+        return SweepOutcome{code, counts[0] + counts[1] + counts[2] == 0 && links.getSize() == 0, 0,
+                            textOfOutputs(DocumentAnswers::of(links))};
+    });
 }
 
 TEST_F(DocumentFileTest, EverythingIsReadAtOnce) {

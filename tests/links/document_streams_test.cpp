@@ -119,6 +119,7 @@ TEST_F(LinksTest, ExternalReferencesComeFromTheTableOfNames) {
         {text("..!A!x") + end, {}},
         {names + text("..!A!x") + "\x01..!B!y"s + text("..!C!z") + end, {"..!A!x"}},
         {names + text("..!A!x") + "\x7F..!B!y"s + end, {"..!A!x"}},
+        {names + text("..!A!x") + "\x0F..!B!y"s + end, {"..!A!x"}},
         {names + text("..!A!x") + "\0\0\0\0\x7F..!B!y"s + end, {"..!A!x"}},
     };
     for (const auto& c : cases) EXPECT_EQ(references(part(c.table)), c.references) << c.table;
@@ -136,6 +137,10 @@ TEST_F(LinksTest, ExternalReferencesComeFromTheTableOfNames) {
     DocumentImage nothing;
     EXPECT_EQ(references(nothing.application().references({"..!A!x"})), Texts()) << "no property stream";
     VornToolsString bytes = stringOf(behind.bytes());
+    EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
+    bytes = stringOf(text("..!B") + behind.bytes() + text("..!C"));
+    EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
+    bytes = stringOf(text("..!B") + DocumentImage().references({"..!A!x"}).bytes());
     EXPECT_EQ(textsOf(VornToolsLinks::getImportLinksWithPub(&bytes)), Texts({"MMLAssy_Ref||..!A!x|0"}));
 }
 

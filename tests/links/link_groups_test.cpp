@@ -49,20 +49,6 @@ TEST_F(LinksTest, GroupsComeInOrderAndByFilter) {
     EXPECT_EQ(links(image, "MMLASSY"), assembly);
     EXPECT_EQ(links(image, "MML"), multiModel);
 
-    double count = 0;
-    CATListValCATUnicodeString lists[5];
-    VornToolsVector<unsigned char> flags;
-    unsigned char missing = 7;
-    VornToolsLinks::searchLinks(write("own.CATPart", image.bytes()).c_str(), "", "", count, lists[0], lists[1],
-                                lists[2], lists[3], lists[4], flags, missing);
-    Texts listed;
-    for (unsigned int i = 0; i < flags.size(); ++i) {
-        const int at = static_cast<int>(i) + 1;
-        listed.push_back(bytesOf(lists[1][at]) + "|" + bytesOf(lists[0][at]) + "|" + bytesOf(lists[2][at]) + "|" +
-                         std::to_string(flags[i]));
-    }
-    EXPECT_EQ(listed, assembly + multiModel);
-
     VornToolsString bytes = stringOf(image.bytes()), file = stringOf("own.CATPart");
     EXPECT_EQ(textsOf(VornToolsLinks::getAllLinks(&bytes, &file, "")), multiModel + assembly);
     EXPECT_EQ(textsOf(VornToolsLinks::getMMLLinks(&bytes, &file, "")), multiModel);

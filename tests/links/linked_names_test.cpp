@@ -46,6 +46,12 @@ TEST_F(LinksTest, PathsMoveWithTheDocument) {
         {path("copy/app/own.CATProduct"), "C:\\apps\\app\\.hidden\\d.CATPart", path("copy/asm/.hidden/d.CATPart")},
     };
     for (const auto& c : cases) EXPECT_EQ(located(c.own, file, c.linked), c.found) << c.own << " " << c.linked;
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder() / "copy");
+    write("copy/w/a.CATPart", "x");
+    const std::string separator = UTILFile::getPathSeparator().ConvertToChar();
+    EXPECT_EQ(located("C:\\q\\own", "own", "C:\\q\\a.CATPart", "w" + separator), "w" + separator + "a.CATPart");
+    std::filesystem::current_path(before);
     VornToolsString own = stringOf("own"), name = stringOf("\\x\\c.CATPart");
     std::unique_ptr<VornToolsString> result(
         VornToolsLinks::realLinkedDocPath(nullptr, nullptr, &name, path("copy").c_str()));

@@ -132,6 +132,7 @@ CLEAR = re.compile(r"^(?:clear\(([\w.>-]+)\)|([\w.>-]+?)(?:\.|->)(?:RemoveAll|cl
 APPEND = re.compile(r"^([\w.>-]+?)(?:\.|->)(?:Append|append|push_back)\([\w.]+\);$")
 JOURNAL = re.compile(r"^\w*frame\.(?:write|writeInDebug)\(.*\);$")
 ERRORS = re.compile(r"^\w*frame\.(?:badInput|missing|callFailed|platformFailed)\(.*\);$")
+FRAME = re.compile(r"^JournalFrame frame\(.*\);$")
 # Moves one variable into another.
 MOVE = re.compile(r"^\*?([\w.]+) = std::move\(([\w.]+(?:\[\d\])?)\);$")
 # Declares a member that is made of nothing or a constant; a plain one does nothing when it is made and when it ends.
@@ -144,7 +145,8 @@ METHOD = re.compile(r"^(?:void .*|[\w:<>*& ]+ \w+\((?:const )?[\w:<>]+(?: |[&*]+
                     r"|.* = (?:default|delete));$")
 CONDITION = re.compile(r"\bif \(")
 # What takes its arguments in any order.
-SYMMETRIC = re.compile(r"(?:\(std::(?:min|max)\)|std::(?:min|max)(?:<[\w:]+>)?|_mm_(?:or|and)_si128|areEqual)\($")
+SYMMETRIC = re.compile(r"(?:\(std::(?:min|max)\)|std::(?:min|max)(?:<[\w:]+>)?|_mm_(?:or|and)_si128|areEqual|isSameName"
+                       r"|haveSameBytes)\($")
 TWO_ARGUMENTS = re.compile(r"(?<=\()([\w.>\[\]-]+), ([\w.>\[\]-]+)(?=[,)])")
 
 
@@ -243,7 +245,8 @@ def are_alike_in_any_order(line, other):
         if is_new and (not value or CONSTANT.match(value)):
             return True
         # Journal and error list know nothing of outputs.
-        if variable.startswith("o_") and CONSTANT.match(value) and (JOURNAL.match(beside) or ERRORS.match(beside)):
+        if variable.startswith("o_") and (not value or CONSTANT.match(value)) and \
+                any(told.match(beside) for told in (JOURNAL, ERRORS, FRAME)):
             return True
     return False
 

@@ -355,9 +355,11 @@ TEST_F(DesignTablesTest, LogicalNamesAreReadByTheirPathOnDisk) {
     EXPECT_EQ(textsOf(read.names), Texts({"LIB"}));
     EXPECT_EQ(textsOf(read.paths), Texts({physical}));
     EXPECT_EQ(textsOf(read.files), Texts({"bolts"}));
-    EXPECT_TRUE(hasMessage("DLName, new filepath = " + physical));
-    EXPECT_TRUE(hasMessage("ERROR : getPhysicalPathFromDLName is failed."));
-    EXPECT_TRUE(hasMessage("DLName, new filepath = " + file));
+    Texts told = messages();
+    const auto is_of_something_else = [](const std::string& line) { return line.find("DLName") == std::string::npos; };
+    told.erase(std::remove_if(told.begin(), told.end(), is_of_something_else), told.end());
+    EXPECT_EQ(told, (Texts{"DLName, new filepath = " + physical, "ERROR : getPhysicalPathFromDLName is failed.",
+                           "DLName, new filepath = " + file}));
 }
 
 TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {

@@ -120,6 +120,7 @@ TEST_F(PropertiesMemoryTest, UserProperties) {
     const embedded::Product product = session().part("/w/P.CATPart").root();
     const Publisher properties = embedded::userProperties(product);
     fill(properties);
+    properties.add("MaroAssyConfigItemRevUID", "r");
     properties.add("MaroAssyConfigFileName", large);
     sweepAllocations("getUserProperties", [&] {
         List found, texts;
@@ -130,7 +131,7 @@ TEST_F(PropertiesMemoryTest, UserProperties) {
         CATUnicodeString texts[4];
         const unsigned char has =
             VornToolsAssyConfig::hasMaroAssyConfigProperty(product.get(), texts[0], texts[1], texts[2], texts[3]);
-        return SweepOutcome{has ? S_OK : E_FAIL, texts[3].IsNull() != 0};
+        return outcomeOf(has ? S_OK : E_FAIL, texts[0], texts[1], texts[2], texts[3]);
     });
     sweepAllocations("getNameProperty", [&] {
         CATUnicodeString name("before");

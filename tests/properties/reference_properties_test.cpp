@@ -34,11 +34,12 @@ TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughTheProduct) {
     EXPECT_EQ(properties().setReferenceProperties(bolt.get(), names, values), E_FAIL);
     EXPECT_EQ(properties().setReferenceProperties(nullptr, names, names), E_FAIL);
     const auto unresolved = root.addUnresolved("x.1");
+    EXPECT_EQ(properties().updatePartNumber(nullptr, "x"), E_FAIL);
     EXPECT_EQ(properties().updatePartNumber(unresolved.get(), "x"), E_FAIL);
     EXPECT_EQ(properties().setReferenceProperties(unresolved.get(), names, names), E_FAIL);
     EXPECT_EQ(reports(),
               (Texts{name + "setReferenceProperties 9001 i_values", name + "setReferenceProperties 9002 ipi_product",
-                     name + "updatePartNumber 9002 sp_reference_product",
+                     name + "updatePartNumber 9002 ipi_product", name + "updatePartNumber 9002 sp_reference_product",
                      name + "setReferenceProperties 9002 sp_reference_product"}));
     CATListValCATUnicodeString refused;
     refused.Append("partNumber");

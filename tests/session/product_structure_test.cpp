@@ -1,3 +1,4 @@
+#include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -177,6 +178,17 @@ TEST_F(ProductStructureTest, ShapesComeFromFiles) {
                kCommon + "getShapePathName 9004 GetDefaultShapeName", kCommon + "getShapePathName 9001 ipi_product",
                kCommon + "getMasterShapeRepresentationPathName 9001 ipi_product",
                kCommon + "isAForeignFile 9001 ipi_product", kCommon + "isAForeignFile 9001 i_file_name"}));
+    for (const char* const method : {"isAForeignFile", "getMasterShapeRepresentationPathName", "getShapePathName"}) {
+        EXPECT_TRUE(failAt("QueryInterface(CATIAProduct)", 1, [&] {
+            const std::string asked = method;
+            if (asked == "isAForeignFile")
+                EXPECT_EQ(isForeign(component, E_FAIL), 0);
+            else
+                EXPECT_EQ(asked == "getShapePathName" ? shape(component, "low", E_FAIL) : master(component, E_FAIL),
+                          "");
+        }));
+        EXPECT_EQ(reports(), Texts{kCommon + method + " 9002 pi_automation_product"});
+    }
     EXPECT_EQ(answer([](auto& result) { return VornToolsCommon::isAForeignFile("a.CATPart", result); }), 0);
     EXPECT_EQ(answer([](auto& result) { return VornToolsCommon::isAForeignFile("a.model", result); }), 1);
 }

@@ -34,8 +34,10 @@ TEST_F(RestoringTest, RemembersAPartAndPutsItBack) {
     EXPECT_EQ(messages(),
               (Texts{"restoring Bolt.CATPart", "_b_switch_back = 1", "PERFX real switch VISU", "PERFX real switch",
                      "_b_switch_back = 1", "PERFX real switch DEFAULT", "PERFX real switch"}));
+    clearJournal();
     EXPECT_EQ(switcher.restore("Bolt.CATPart"), S_FALSE);
     EXPECT_EQ(switcher.restore("Nut.CATPart"), S_FALSE);
+    EXPECT_EQ(messages(), (Texts{"restoring Bolt.CATPart", "restoring Nut.CATPart"}));
 }
 
 TEST_F(RestoringTest, ADesignModeComesBackAsGeometry) {

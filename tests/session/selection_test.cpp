@@ -1,3 +1,4 @@
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
@@ -319,6 +320,21 @@ TEST_F(SelectionTest, ReframingStartsTheCommandByItsTitle) {
     EXPECT_EQ(VornToolsCommon::reframeOn(), S_OK);
     EXPECT_EQ(windows().startedCommands(), Texts({"Reframe On", "Zentrieren \xC3\xBC"
                                                                 "ber"}));
+}
+
+TEST_F(SelectionTest, WithoutMemoryNothingIsSelected) {
+    const std::string name = std::string(kLargeAllocation, 'n') + ".CATPart";
+    windows().select(root.add(session().part("/w/" + name), "n.1"));
+    for (const std::string& sought : {name, name + "x"})
+        sweepAllocations("isSelectedInCatia", [&] {
+            const int is_selected = VornToolsCommon::isSelectedInCatia(sought.c_str());
+            return SweepOutcome{is_selected ? S_OK : E_FAIL, true, is_selected};
+        });
+    sweepAllocations("getAllDocNameFromSelection", [] {
+        CATListValCATUnicodeString names;
+        const HRESULT code = VornToolsCommon::getAllDocNameFromSelection(names);
+        return outcomeOf(code, names);
+    });
 }
 
 TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {

@@ -100,12 +100,32 @@ inline Texts composedLinks(VornToolsString& image, VornToolsString* file, const 
 
 class LinksTest : public PlatformTest {
 protected:
-    /** Multi-model links are made in both ways. */
+    /** What a search of the whole file finds. */
+    Texts searched(const DocumentImage& image, const char* type, int missing) {
+        double count = 7;
+        CATListValCATUnicodeString lists[5];
+        VornToolsVector<unsigned char> flags;
+        unsigned char missingTag = 7;
+        EXPECT_EQ(VornToolsLinks::searchLinks(write("searched", image.bytes()).c_str(), type, "", count, lists[0],
+                                              lists[1], lists[2], lists[3], lists[4], flags, missingTag),
+                  0);
+        EXPECT_EQ(missingTag, missing) << type;
+        EXPECT_EQ(count, flags.size());
+        Texts texts;
+        for (unsigned int i = 0; i < flags.size(); ++i) {
+            const int at = static_cast<int>(i) + 1;
+            texts.push_back(bytesOf(lists[1][at]) + "|" + bytesOf(lists[0][at]) + "|" + bytesOf(lists[2][at]) + "|" +
+                            std::to_string(flags[i]));
+        }
+        return texts;
+    }
+    /** Those of the image and of the file are the same; multi-model links are made in both ways. */
     Texts links(const DocumentImage& image, const char* type = "", int missing = 0) {
         VornToolsString bytes = stringOf(image.bytes()), file = stringOf("/nowhere/own.CATPart");
         unsigned char missingTag = 7;
         const Texts found = textsOf(VornToolsLinks::getLinks(&bytes, type, &file, "", missingTag));
         EXPECT_EQ(missingTag, missing) << type;
+        EXPECT_EQ(searched(image, type, missing), found);
         EXPECT_EQ(type == "MML"s ? composedLinks(bytes, &file, "") : found, found);
         return found;
     }
