@@ -60,6 +60,7 @@ TEST_F(FileReaderTest, BeyondTheEndIsNothing) {
     EXPECT_TRUE(reader.readInto({19996, 4}, read.data()));
     EXPECT_EQ(read, at({19996, 4}));
     EXPECT_FALSE(reader.readInto({19998, 4}, read.data()));
+    EXPECT_FALSE(reader.readInto({std::uint64_t{1} << 63, 4}, read.data())) << "no position of a file";
     EXPECT_TRUE(reader.readInto({7, 4}, read.data()));
     EXPECT_EQ(read, at({7, 4})) << "wherever the last reading ended";
     EXPECT_TRUE(reader.readInto({11, 4}, read.data()));

@@ -619,11 +619,15 @@ TEST_F(DocumentFileTest, ADirectoryWithAnythingThatDoesNotFitIsNotBelieved) {
         ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
         EXPECT_EQ(document.getEntryCount(), 0) << entry.size();
     }
-    std::string odd = directory;
-    odd.replace(stream - 4, 4, Container::bigEndian(9)).insert(stream, "n");
-    VornToolsDocumentFile oddly_named;
-    ASSERT_EQ(oddly_named.open(write("d", file.bytesWithDirectory(odd)).c_str()), S_OK);
-    EXPECT_EQ(oddly_named.getEntryCount(), 0);
+    // What is too short or odd is so although everything stands in its place behind it.
+    std::string odd_name = directory, short_root = directory;
+    odd_name.replace(stream - 4, 4, Container::bigEndian(9)).insert(stream, "n");
+    short_root.replace(64, 4, Container::bigEndian(85)).erase(100, 1);
+    for (const std::string& changed : {odd_name, short_root}) {
+        VornToolsDocumentFile document;
+        ASSERT_EQ(document.open(write("d", file.bytesWithDirectory(changed)).c_str()), S_OK);
+        EXPECT_EQ(document.getEntryCount(), 0);
+    }
     for (const std::size_t length : {std::size_t{0}, std::size_t{15}, std::size_t{70}, first, stream, rest + 90,
                                      directory.size() - 12, directory.size() - 1}) {
         VornToolsDocumentFile document;

@@ -1,6 +1,7 @@
 #include "tests/support/LinksTest.h"
 
 #include "UTILFile.h"
+#include "VornToolsDocumentLinks.h"
 #include "VornToolsFolderMemory.h"
 #include "embedded/Failures.h"
 #include "embedded/Profile.h"
@@ -135,6 +136,15 @@ TEST_F(LinksTest, TheCountStandsAtWhatTheLastResolutionRead) {
         {"the last is there", resolveAll({gone, there}), 0},
         {"the last is gone", resolveAll({there, gone}), 9},
         {"the last is gone again", resolveAll({gone, there, gone}), 9},
+        {"links behind documents",
+         [&] {
+             DocumentImage image;
+             image.application().properties("", {ImageRecord::object("CATProduct", "\\gone", kFirst), there});
+             VornToolsDocumentLinks document;
+             VornToolsFolderMemory folders;
+             document.read(write("flat/0", image.bytes()).c_str(), "MMLASSY", "", folders);
+         },
+         9},
     };
     for (const auto& c : cases) {
         for (const int more : {0, 1}) { // as many entries as are left, and one more

@@ -133,8 +133,8 @@ APPEND = re.compile(r"^([\w.>-]+?)(?:\.|->)(?:Append|append|push_back)\([\w.]+\)
 JOURNAL = re.compile(r"^\w*frame\.(?:write|writeInDebug)\(.*\);$")
 ERRORS = re.compile(r"^\w*frame\.(?:badInput|missing|callFailed|platformFailed)\(.*\);$")
 FRAME = re.compile(r"^JournalFrame frame\(.*\);$")
-# Moves one variable into another.
-MOVE = re.compile(r"^\*?([\w.]+) = std::move\(([\w.]+(?:\[\d\])?)\);$")
+# Gives the value of one variable to another.
+MOVE = re.compile(r"^\*?([\w.]+) = (?:std::move\()?([\w.]+(?:\[\d\])?)(?:\)|\.detach\(\))?;$")
 # Declares a member that is made of nothing or a constant; a plain one does nothing when it is made and when it ends.
 MEMBER = re.compile(r"^[\w:<>,*& ]+[ *&](m_\w+)(?:\[\w+\])?(?: = [\w:.\"-]+|\{\})?;$")
 PLAIN = re.compile(r"^(?:(?:const )?(?:bool|int|double|HRESULT|CATUnicodeString|CATListValCATUnicodeString|std::string"
@@ -225,7 +225,9 @@ def are_alike_in_any_order(line, other):
     moves = [MOVE.match(line), MOVE.match(other)]
     if all(moves):
         (to, source), (to_other, source_other) = (move.groups() for move in moves)
-        return source != source_other and not names(to, other) and not names(to_other, line)
+        apart = not source.startswith(source_other) and not source_other.startswith(source)
+        if apart and not names(to, other) and not names(to_other, line):
+            return True
     if (JOURNAL.match(line) and ERRORS.match(other)) or (ERRORS.match(line) and JOURNAL.match(other)):
         return True
     first, second = written_by(line), written_by(other)

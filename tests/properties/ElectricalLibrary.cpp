@@ -13,11 +13,16 @@
 class CATIProduct;
 
 #if defined(WITH_FUNCTION)
+static bool isBroken = false;
+
+/** From now on the function fails in the middle of its work. */
+TEST_LIBRARY_EXPORT void breakDown() { isBroken = true; }
+
 TEST_LIBRARY_EXPORT HRESULT VornAPIOptGetElectricalparameters(CATIProduct* product,
                                                               CATListValCATUnicodeString* parameters) {
     if (!product || !parameters) return E_FAIL;
     parameters->Append("Wire");
-    if (parameters->Size() == 3) return E_FAIL;
+    if (isBroken) return E_FAIL;
     parameters->Append("0.5");
     return S_FALSE;
 }

@@ -360,6 +360,10 @@ TEST_F(DesignTablesTest, LogicalNamesAreReadByTheirPathOnDisk) {
     told.erase(std::remove_if(told.begin(), told.end(), is_of_something_else), told.end());
     EXPECT_EQ(told, (Texts{"DLName, new filepath = " + physical, "ERROR : getPhysicalPathFromDLName is failed.",
                            "DLName, new filepath = " + file}));
+    EXPECT_TRUE(failAt("CATIADesignTable::get_FilePath", 1, [&] { Sheets().read(bolt); }));
+    EXPECT_EQ(reports(), Texts{"VornToolsCommon::getDesignTableFullFilename 9004 get_FilePath"});
+    told = messages();
+    EXPECT_EQ(std::count(told.begin(), told.end(), "DLName, new filepath = "), 0) << "of a table that tells none";
 }
 
 TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {

@@ -97,7 +97,8 @@ TEST_F(LibraryLoaderTest, ALibraryWithoutTheFunctionGivesNone) {
 
 TEST_F(LibraryLoaderTest, TheFunctionIsCalledForParts) {
     ASSERT_NE(load("with", kPlatform), nullptr);
-    ASSERT_NE(load("with", kOptional), nullptr);
+    void* const library = load("with", kOptional);
+    ASSERT_NE(library, nullptr);
     const auto function = VornToolsLibraryLoader::getElectricalParametersFuncPtr();
     ASSERT_NE(function, nullptr);
     EXPECT_EQ(VornToolsLibraryLoader::getElectricalParametersFuncPtr(), function);
@@ -113,6 +114,8 @@ TEST_F(LibraryLoaderTest, TheFunctionIsCalledForParts) {
                    }});
     session().part("/w/Bare.CATPart").withoutRoots();
     EXPECT_EQ(parameters(session().find("/w/Bare.CATPart"), E_FAIL), Texts());
+    vorntools::functionOf(library, "breakDown")();
+    EXPECT_EQ(parameters(part, E_FAIL), Texts()) << "the first one was there already";
     reports();
 }
 

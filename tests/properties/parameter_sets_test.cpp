@@ -2,6 +2,7 @@
 
 #include "VornToolsCADDOCPropertiesDflt.h"
 #include "VornToolsCADDOCPropertiesPX1.h"
+#include "tests/support/FaultAt.h"
 
 namespace {
 
@@ -81,6 +82,10 @@ TEST_F(ParameterSetsTest, TheSetOfAFeatureIsFoundByItsAttribute) {
 TEST_F(ParameterSetsTest, ASetIsMadeBelowItsFeature) {
     Publisher bare = parametersOf(session().product("/w/Root.CATProduct").root());
     CATICkeParameterSet* made = nullptr;
+    EXPECT_TRUE(failAt("QueryInterface(CATICkeParameterSet)", 1,
+                       [&] { EXPECT_EQ(Service::createParameterSet(bare.get(), made), E_FAIL); }));
+    EXPECT_EQ(bare.sets().size(), 0U);
+    clearJournal();
     ASSERT_EQ(Service::createParameterSet(bare.get(), made), S_OK);
     EXPECT_EQ(Service::redrawParametersNode(made), S_OK);
     made->Release();

@@ -323,15 +323,22 @@ TEST_F(WindowSearchTest, NoFaultOfThePlatformLeavesAnythingBehind) {
 }
 
 TEST_F(WindowSearchTest, ASwitcherThatIsOffLoadsNothing) {
+    choose(&embedded::Switches::picturesAreSilent, false);
+    VornToolsWorkModeServices::setCatiaCacheActivated(1);
     const embedded::Product part = second.root().at({"q.1"});
-    part.reference().masterShape("/w/q.CATPart");
+    part.reference().masterShape("/w/q.CATPart").shape("foreign", "/w/q.cgr");
     windows().open(second);
     switcher.setSwitchEnabled(0);
     embedded::setWorkMode(part, embedded::WorkMode::visualisation);
-    clearJournal();
-    search("q.CATPart");
-    EXPECT_TRUE(embedded::Journal::get().contains("Switch desabled"));
+    const std::size_t switches = embedded::workModeSwitches();
+    for (const char* const file : {"q.CATPart", "q.cgr"}) {
+        clearJournal();
+        search(file);
+        EXPECT_TRUE(embedded::Journal::get().contains("Switch desabled")) << file;
+        EXPECT_EQ(embedded::workModeSwitches(), switches) << file;
+    }
     EXPECT_EQ(embedded::workMode(part), embedded::WorkMode::visualisation);
+    VornToolsWorkModeServices::setCatiaCacheActivated(0);
     reports();
 }
 
