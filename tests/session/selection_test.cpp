@@ -1,3 +1,4 @@
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
@@ -404,6 +405,29 @@ TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        {},
                        selected == root ? std::vector<int>{0, 1} : std::vector<int>{0},
                        kNoCode});
+}
+
+TEST_F(SelectionTest, WithoutMemoryNoProductIsLeftHeld) {
+    windows().select(visual);
+    windows().select(part);
+    constexpr std::size_t kAny = 1;
+    sweepAllocations(
+        "getSelectedProducts",
+        [] {
+            CATListPtrCATBaseUnknown found;
+            const HRESULT code = VornToolsCommon::getSelectedProducts(found);
+            for (int i = 1; i <= found.Size(); ++i) found[i]->Release();
+            return SweepOutcome{code, found.Size() == 0, found.Size()};
+        },
+        kAny);
+    sweepAllocations(
+        "isSelectedInCatia",
+        [] {
+            const bool is = VornToolsCommon::isSelectedInCatia("p.CATPart") != 0;
+            embedded::ErrorReports::get().take();
+            return SweepOutcome{is ? S_OK : E_FAIL};
+        },
+        kAny);
 }
 
 } // namespace
