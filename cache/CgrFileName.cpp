@@ -130,6 +130,19 @@ HRESULT readSourceName(const JournalFrame& i_frame, const CATUnicodeString& i_ca
     return S_OK;
 }
 
+bool endsWithDate(const CATUnicodeString& i_name) {
+    constexpr char kPattern[] = ".dddd-dd-dd-dd.dd.dd.cgr";
+    constexpr int kLength = sizeof kPattern - 1;
+    const int surplus = i_name.GetLengthInByte() - kLength;
+    if (surplus <= 0) return false;
+    const char* const p_field = i_name.ConvertToChar() + surplus;
+    for (int i = 0; i < kLength; ++i) {
+        const bool digit = kPattern[i] == 'd' && p_field[i] >= '0' && p_field[i] <= '9';
+        if (!digit && p_field[i] != kPattern[i]) return false;
+    }
+    return true;
+}
+
 } // namespace
 
 HRESULT VornToolsCommon::extractFileNameFromCacheFileName(CATUnicodeString i_cache_name,
@@ -142,14 +155,5 @@ HRESULT VornToolsCommon::extractFileNameFromCacheFileName(CATUnicodeString i_cac
 
 unsigned char VornCache::cgrFileNameContainsLastModificationDateField(CATUnicodeString name) {
     const JournalFrame frame(_CteCLASS_NAME, "cgrFileNameContainsLastModificationDateField");
-    constexpr char kPattern[] = ".dddd-dd-dd-dd.dd.dd.cgr";
-    constexpr int kLength = sizeof kPattern - 1;
-    const int surplus = name.GetLengthInByte() - kLength;
-    if (surplus <= 0) return 0;
-    const char* const p_field = name.ConvertToChar() + surplus;
-    for (int i = 0; i < kLength; ++i) {
-        const bool digit = kPattern[i] == 'd' && p_field[i] >= '0' && p_field[i] <= '9';
-        if (!digit && p_field[i] != kPattern[i]) return 0;
-    }
-    return 1;
+    return guarded([&] { return endsWithDate(name); }, false) ? 1 : 0;
 }

@@ -14,16 +14,30 @@ inline constexpr char kFieldMapClass[] = "TYPMapCATUnicodeStringPVoid";
 inline constexpr char kStatusClass[] = "int";
 inline constexpr char kDocumentClass[] = "CATDocument";
 
+/** A map of the cache, made when something is put into it: making the cache itself needs no memory. */
+inline TYPMapCATUnicodeStringPVoid& made(TYPMapCATUnicodeStringPVoid*& iop_map) {
+    if (!iop_map) iop_map = new TYPMapCATUnicodeStringPVoid;
+    return *iop_map;
+}
+
+inline bool holds(const TYPMapCATUnicodeStringPVoid* ip_map, const CATUnicodeString& i_key) {
+    return ip_map && ip_map->contains(i_key);
+}
+
 /** The value of a map under a key, or null. */
 template <class Value>
 Value* valueIn(const TYPMapCATUnicodeStringPVoid& i_map, const CATUnicodeString& i_key, const char* i_class) {
     return static_cast<Value*>(i_map.find(i_key, i_class));
 }
+template <class Value>
+Value* valueIn(const TYPMapCATUnicodeStringPVoid* ip_map, const CATUnicodeString& i_key, const char* i_class) {
+    return ip_map ? valueIn<Value>(*ip_map, i_key, i_class) : nullptr;
+}
 
 /** The field map of a document, or null for a document that the cache does not hold. */
-inline const TYPMapCATUnicodeStringPVoid* fieldsOf(const TYPMapCATUnicodeStringPVoid& i_cache,
+inline const TYPMapCATUnicodeStringPVoid* fieldsOf(const TYPMapCATUnicodeStringPVoid* ip_cache,
                                                    const CATUnicodeString& i_name) {
-    return valueIn<TYPMapCATUnicodeStringPVoid>(i_cache, i_name, kFieldMapClass);
+    return valueIn<TYPMapCATUnicodeStringPVoid>(ip_cache, i_name, kFieldMapClass);
 }
 
 /** A field of a document's field map: one text, a list of texts, or neither. It points into the map. */

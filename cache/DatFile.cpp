@@ -128,9 +128,12 @@ HRESULT readVersionedLines(const JournalFrame& i_frame, const CATUnicodeString& 
 HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUnicodeString& i_catia_uuid,
                                       CATListValCATUnicodeString& o_lines) {
     const JournalFrame frame(_CteCLASS_NAME, "readDatTools");
-    const CATUnicodeString catia_uuid(i_catia_uuid); // the caller's text may be an element of the list
-    o_lines.RemoveAll(CATCollec::KeepAllocation);
-    const HRESULT code = guarded([&] { return readVersionedLines(frame, i_file_name, catia_uuid, o_lines); }, E_FAIL);
+    const auto read = [&] {
+        const CATUnicodeString catia_uuid(i_catia_uuid); // the caller's text may be an element of the list
+        o_lines.RemoveAll(CATCollec::KeepAllocation);
+        return readVersionedLines(frame, i_file_name, catia_uuid, o_lines);
+    };
+    const HRESULT code = guarded(read, E_FAIL);
     if (FAILED(code)) o_lines.RemoveAll();
     return code;
 }

@@ -1,5 +1,7 @@
 #include "cache/ExchangeFile.h"
 
+#include "foundation/Guarded.h"
+
 #include "ENVManager.h"
 #include "UTILFile.h"
 
@@ -19,6 +21,12 @@ bool LineReader::next() {
     if (m_code == S_OK) return true;
     m_line = "";
     return false;
+}
+
+NewTextFile::~NewTextFile() {
+    if (!m_file) return;
+    m_file.reset();
+    guarded([this] { deleteFile(m_name); });
 }
 
 bool NewTextFile::create(const CATUnicodeString& i_name) {

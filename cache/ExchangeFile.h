@@ -30,9 +30,14 @@ private:
     HRESULT m_code = S_OK;
 };
 
-/** A text file that is written anew. One that cannot be finished is deleted. */
+/** A text file that is written anew. One that is not finished is deleted. */
 class NewTextFile {
 public:
+    NewTextFile() = default;
+    ~NewTextFile();
+    NewTextFile(const NewTextFile&) = delete;
+    NewTextFile& operator=(const NewTextFile&) = delete;
+
     /** A folder or an empty name cannot be created; an existing file loses its content. */
     bool create(const CATUnicodeString& i_name);
     /** Adds a line. Its bytes are written as they are, the line end as the system has it. */

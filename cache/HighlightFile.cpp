@@ -152,10 +152,9 @@ HRESULT VornToolsCommon::readHighlightFile(unsigned char i_any_command, CATListV
         return E_FAIL;
     }
     CATUnicodeString name;
-    const HRESULT named = findExchangeFile(frame, UTILFile::getPathSeparator() + kHighlightFileName, name);
-    if (FAILED(named)) return named;
-
-    const auto read = [&] {
+    const auto read = [&]() -> HRESULT {
+        const HRESULT named = findExchangeFile(frame, UTILFile::getPathSeparator() + kHighlightFileName, name);
+        if (FAILED(named)) return named;
         HighlightReader reader(frame, name);
         HRESULT code = reader.open();
         if (SUCCEEDED(code)) code = reader.readContext(o_contexts);
@@ -166,6 +165,7 @@ HRESULT VornToolsCommon::readHighlightFile(unsigned char i_any_command, CATListV
     const int count = (std::min)(o_part_numbers.Size(), o_file_names.Size());
     o_part_numbers.Size(count);
     o_file_names.Size(count);
-    if (SUCCEEDED(code) && isToBeDeleted() && !deleteFile(name)) frame.write("Failed to delete %s ", name);
+    if (SUCCEEDED(code) && isToBeDeleted() && !guarded([&] { return deleteFile(name); }, false))
+        frame.write("Failed to delete %s ", name);
     return code;
 }

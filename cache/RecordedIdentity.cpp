@@ -51,17 +51,19 @@ HRESULT readIdentity(const JournalFrame& i_frame, CATUnicodeString& io_name, Vor
 HRESULT giveIdentity(const JournalFrame& i_frame, HRESULT i_code, RecordedIdentity& io_identity,
                      CATUnicodeString& o_item_rev_uid, CATUnicodeString& o_dataset_uid,
                      CATUnicodeString& o_named_ref_uid, unsigned char& o_exist_in_ov) {
-    if (SUCCEEDED(i_code)) {
+    const auto give = [&] {
         o_item_rev_uid = std::move(io_identity.item_rev_uid);
         o_dataset_uid = std::move(io_identity.dataset_uid);
         o_named_ref_uid = std::move(io_identity.named_ref_uid);
-    }
+    };
+    const HRESULT code = FAILED(i_code) || guarded(give) ? i_code : E_FAIL;
+    if (FAILED(code)) o_item_rev_uid = o_dataset_uid = o_named_ref_uid = "";
     o_exist_in_ov = io_identity.exists;
     i_frame.writeInDebug(
         "%s : rc=[%d], o_itemrev_uid=[%s], o_dataset_uid=[%s], o_named_ref_uid=[%s], o_exist_in_ov=[%s]",
-        i_frame.name(), static_cast<int>(i_code), o_item_rev_uid, o_dataset_uid, o_named_ref_uid,
+        i_frame.name(), static_cast<int>(code), o_item_rev_uid, o_dataset_uid, o_named_ref_uid,
         o_exist_in_ov ? "TRUE" : "FALSE");
-    return i_code;
+    return code;
 }
 
 /** The file of a product's document; without a document, the file that shows the product. */
@@ -83,12 +85,13 @@ HRESULT VornToolsCommon::getOrvaneInformationsFromDatFile(const CATUnicodeString
                                                           CATUnicodeString& o_named_ref_uid,
                                                           unsigned char& o_exist_in_ov) {
     const JournalFrame frame(_CteCLASS_NAME, "getOrvaneInformationsFromDatFile");
-    CATUnicodeString file_name(i_file_name); // the caller's text may be one of the outputs
-    o_item_rev_uid = o_dataset_uid = o_named_ref_uid = "";
-    o_exist_in_ov = 0;
-
     RecordedIdentity identity;
-    const HRESULT code = guarded([&] { return readIdentity(frame, file_name, ip_cache, identity); }, E_FAIL);
+    const auto read = [&] {
+        CATUnicodeString file_name(i_file_name); // the caller's text may be one of the outputs
+        o_item_rev_uid = o_dataset_uid = o_named_ref_uid = "";
+        return readIdentity(frame, file_name, ip_cache, identity);
+    };
+    const HRESULT code = guarded(read, E_FAIL);
     return giveIdentity(frame, code, identity, o_item_rev_uid, o_dataset_uid, o_named_ref_uid, o_exist_in_ov);
 }
 
@@ -105,9 +108,11 @@ HRESULT VornToolsCommon::getOrvaneInformations(CATIProduct* ipi_product, VornCac
     RecordedIdentity identity;
     const auto read = [&] {
         const HRESULT named = readFileNameOfProduct(frame, ipi_product, file_name);
-        return SUCCEEDED(named) ? readIdentity(frame, file_name, ip_cache, identity) : named;
+        const HRESULT read_code = SUCCEEDED(named) ? readIdentity(frame, file_name, ip_cache, identity) : named;
+        if (SUCCEEDED(read_code)) o_file_name = file_name;
+        return read_code;
     };
     const HRESULT code = guarded(read, E_FAIL);
-    if (SUCCEEDED(code)) o_file_name = file_name;
+    if (FAILED(code)) o_file_name = "";
     return giveIdentity(frame, code, identity, o_item_rev_uid, o_dataset_uid, o_named_ref_uid, o_exist_in_ov);
 }

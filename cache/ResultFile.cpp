@@ -81,17 +81,21 @@ HRESULT readInfo(const JournalFrame& i_frame, Status& o_status, TYPVectorCATUnic
     return S_OK;
 }
 
-} // namespace
-
-HRESULT VornToolsCommon::createResultFile(CATUnicodeString i_text) {
-    const JournalFrame frame(_CteCLASS_NAME, "createResultFile");
+HRESULT writeResult(const JournalFrame& i_frame, const CATUnicodeString& i_text) {
     CATUnicodeString name;
-    const HRESULT found = findExchangeFile(frame, kResultFileName, name);
+    const HRESULT found = findExchangeFile(i_frame, kResultFileName, name);
     if (FAILED(found)) return found;
     NewTextFile file;
     if (!file.create(name)) return S_OK;
     file.writeLine(i_text);
-    return file.finish() ? S_OK : frame.callFailed("fwrite");
+    return file.finish() ? S_OK : i_frame.callFailed("fwrite");
+}
+
+} // namespace
+
+HRESULT VornToolsCommon::createResultFile(CATUnicodeString i_text) {
+    const JournalFrame frame(_CteCLASS_NAME, "createResultFile");
+    return guarded([&] { return writeResult(frame, i_text); }, E_FAIL);
 }
 
 HRESULT VornToolsCommon::readResultFileAndGetClient(unsigned char& o_ok, unsigned char& o_hosted_client) {

@@ -47,7 +47,10 @@ HRESULT VornToolsCommon::getDocUUID(CATDocument* ip_document, CATUnicodeString& 
 CATUnicodeString VornToolsCommon::getCATIA_UUID() {
     static CATUnicodeString s_uuid;
     const JournalFrame frame(_CteCLASS_NAME, "getCATIA_UUID");
-    if (s_uuid.IsNull()) s_uuid = UTILString::genUuid();
-    frame.write("CATIA session UUID = [%s]", s_uuid);
-    return s_uuid;
+    const auto tell = [&] {
+        if (s_uuid.IsNull()) s_uuid = UTILString::genUuid();
+        frame.write("CATIA session UUID = [%s]", s_uuid);
+        return s_uuid;
+    };
+    return guarded(tell, CATUnicodeString());
 }

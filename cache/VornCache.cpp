@@ -39,7 +39,9 @@ void deleteStatus(int* ip_status) { delete ip_status; }
 
 /** Frees every value and leaves its key behind without one, so that a second call finds nothing to free. */
 template <class Value>
-void releaseValues(TextMap& io_map, const char* i_class, void (*i_delete)(Value*)) {
+void releaseValues(TextMap* iop_map, const char* i_class, void (*i_delete)(Value*)) {
+    if (!iop_map) return;
+    TextMap& io_map = *iop_map;
     std::vector<CATUnicodeString> keys;
     keys.reserve(static_cast<std::size_t>(io_map.size()));
     for (int i = 0; i < io_map.size(); ++i) keys.push_back(io_map.keyAt(i));
@@ -50,10 +52,42 @@ void releaseValues(TextMap& io_map, const char* i_class, void (*i_delete)(Value*
     }
 }
 
-/** Moves an entry to another key, where nothing stays of what was there, be there an entry to move or not. */
+/** Frees every value of a map that nobody asks any more, and the map. Needs no memory. */
 template <class Value>
-void moveEntry(TextMap& io_map, const char* i_class, const CATUnicodeString& i_old_key,
+void deleteMap(TextMap* ip_map, void (*i_delete)(Value*)) {
+    for (int i = 0; ip_map && i < ip_map->size(); ++i) i_delete(static_cast<Value*>(ip_map->valueAt(i)));
+    delete ip_map;
+}
+
+/** A key that a map is to have soon: everything that takes memory. It goes again unless it is to stay. */
+class NewKey {
+public:
+    NewKey(TextMap* iop_map, const char* i_class, const CATUnicodeString& i_old_key, const CATUnicodeString& i_new_key)
+        : m_new_key(i_new_key) {
+        if (!holds(iop_map, i_old_key) || iop_map->contains(i_new_key)) return;
+        iop_map->insert(i_new_key, nullptr, i_class);
+        m_map = iop_map;
+    }
+    ~NewKey() {
+        if (m_map) m_map->erase(m_new_key);
+    }
+    NewKey(const NewKey&) = delete;
+    NewKey& operator=(const NewKey&) = delete;
+
+    void stay() { m_map = nullptr; }
+
+private:
+    const CATUnicodeString& m_new_key;
+    TextMap* m_map = nullptr; ///< null when the key was there before, or is not needed
+};
+
+/** Moves an entry to another key, which the map has by now, where nothing stays of what was there, be there an entry to
+ * move or not. */
+template <class Value>
+void moveEntry(TextMap* iop_map, const char* i_class, const CATUnicodeString& i_old_key,
                const CATUnicodeString& i_new_key, void (*i_delete)(Value*)) {
+    if (!iop_map) return;
+    TextMap& io_map = *iop_map;
     Value* const p_replaced = valueIn<Value>(io_map, i_new_key, i_class);
     if (io_map.contains(i_old_key)) {
         io_map.insert(i_new_key, valueIn<Value>(io_map, i_old_key, i_class), i_class);
@@ -66,22 +100,20 @@ void moveEntry(TextMap& io_map, const char* i_class, const CATUnicodeString& i_o
 
 } // namespace
 
-VornCache::VornCache()
-    : m_cacheMap(new TYPMapCATUnicodeStringPVoid), m_statusMap(new TYPMapCATUnicodeStringPVoid),
-      m_documentMap(new TYPMapCATUnicodeStringPVoid) {}
+VornCache::VornCache() : m_cacheMap(nullptr), m_statusMap(nullptr), m_documentMap(nullptr) {}
 
 VornCache::~VornCache() {
-    release();
-    delete m_cacheMap;
-    delete m_statusMap;
+    release(); // which may have had no memory for it
+    deleteMap(m_cacheMap, deleteFields);
+    deleteMap(m_statusMap, deleteStatus);
     delete m_documentMap;
 }
 
 HRESULT VornCache::release() {
     const JournalFrame frame(_CteCLASS_NAME, "release");
     const auto release_all = [&] {
-        releaseValues(*m_cacheMap, kFieldMapClass, deleteFields);
-        releaseValues(*m_statusMap, kStatusClass, deleteStatus);
+        releaseValues(m_cacheMap, kFieldMapClass, deleteFields);
+        releaseValues(m_statusMap, kStatusClass, deleteStatus);
     };
     return guarded(release_all) ? S_OK : E_FAIL;
 }
@@ -89,10 +121,12 @@ HRESULT VornCache::release() {
 HRESULT VornCache::addDocument(CATUnicodeString name, CATDocument* doc) {
     const JournalFrame frame(_CteCLASS_NAME, "addDocument");
     const auto add = [&] {
-        if (!m_cacheMap->contains(name)) {
+        // The place for the document first, so that a failure leaves nothing half known.
+        if (doc && !holds(m_documentMap, name)) made(m_documentMap).insert(name, nullptr, kDocumentClass);
+        if (!holds(m_cacheMap, name)) {
             Fields sp_fields(new TextMap);
             readDataInDATFile(name, sp_fields.get(), doc);
-            m_cacheMap->insert(name, sp_fields.get(), kFieldMapClass);
+            made(m_cacheMap).insert(name, sp_fields.get(), kFieldMapClass);
             static_cast<void>(sp_fields.release());
         }
         if (doc) m_documentMap->insert(name, doc, kDocumentClass);
@@ -102,21 +136,27 @@ HRESULT VornCache::addDocument(CATUnicodeString name, CATDocument* doc) {
 
 HRESULT VornCache::fileHasCache(CATUnicodeString name, unsigned char& has) {
     const JournalFrame frame(_CteCLASS_NAME, "fileHasCache");
-    has = m_cacheMap->contains(name);
+    has = holds(m_cacheMap, name);
     return S_OK;
 }
 
 unsigned char VornCache::isInCache(const CATUnicodeString& name) {
     const JournalFrame frame(_CteCLASS_NAME, "isInCache");
-    return m_cacheMap->contains(name);
+    return holds(m_cacheMap, name);
 }
 
 HRESULT VornCache::setNewFullFileName(const CATUnicodeString& oldName, const CATUnicodeString& newName) {
     const JournalFrame frame(_CteCLASS_NAME, "setNewFullFileName", 0);
     constexpr int kIdentical = 2;
-    if (oldName.Compare(newName) == kIdentical || !m_cacheMap->contains(oldName)) return S_OK;
-    moveEntry(*m_cacheMap, kFieldMapClass, oldName, newName, deleteFields);
-    moveEntry(*m_statusMap, kStatusClass, oldName, newName, deleteStatus);
-    moveEntry<CATDocument>(*m_documentMap, kDocumentClass, oldName, newName, [](CATDocument*) {});
-    return S_OK;
+    if (oldName.Compare(newName) == kIdentical || !holds(m_cacheMap, oldName)) return S_OK;
+    const auto rename = [&] {
+        NewKey keys[] = {{m_cacheMap, kFieldMapClass, oldName, newName},
+                         {m_statusMap, kStatusClass, oldName, newName},
+                         {m_documentMap, kDocumentClass, oldName, newName}};
+        moveEntry(m_cacheMap, kFieldMapClass, oldName, newName, deleteFields);
+        moveEntry(m_statusMap, kStatusClass, oldName, newName, deleteStatus);
+        moveEntry<CATDocument>(m_documentMap, kDocumentClass, oldName, newName, [](CATDocument*) {});
+        for (NewKey& key : keys) key.stay();
+    };
+    return guarded(rename) ? S_OK : E_FAIL;
 }

@@ -14,6 +14,8 @@ namespace {
 
 using TextMap = TYPMapCATUnicodeStringPVoid;
 
+const CATUnicodeString kCatalogComponent("CatalogComp");
+
 /** Hands a value out; without one the output is empty. */
 HRESULT giveValue(const CATUnicodeString* ip_value, CATUnicodeString& o_value) {
     o_value = "";
@@ -31,21 +33,36 @@ HRESULT giveIdentifier(const JournalFrame& i_frame, const DatField& i_field, con
     return giveValue(p_value, o_value);
 }
 
+/** Hands the single value of a field out. */
+HRESULT readData(const TextMap* ip_cache, const CATUnicodeString& i_name, const CATUnicodeString& i_tag,
+                 CATUnicodeString& o_value) {
+    const JournalFrame frame(VornCache::_CteCLASS_NAME, "getDataAtLine");
+    o_value = "";
+    const TextMap* const p_fields = fieldsOf(ip_cache, i_name);
+    if (!p_fields) {
+        frame.write("failed to get file name [%s]", i_name);
+        return S_OK;
+    }
+    const CATUnicodeString* const p_value = DatField(p_fields, i_tag).text();
+    if (!p_value) frame.write("failed to get line [%s]", i_tag);
+    return giveValue(p_value, o_value);
+}
+
 /** The lines of a field. @return E_FAIL, and none, when the document or the field is not there */
-HRESULT readLines(const TextMap& i_cache, const CATUnicodeString& i_name, const CATUnicodeString& i_tag,
+HRESULT readLines(const TextMap* ip_cache, const CATUnicodeString& i_name, const CATUnicodeString& i_tag,
                   CATListValCATUnicodeString& o_list) {
     o_list.RemoveAll();
-    const DatField field(fieldsOf(i_cache, i_name), i_tag);
+    const DatField field(fieldsOf(ip_cache, i_name), i_tag);
     if (!field.exists()) return E_FAIL;
     field.appendTo(o_list);
     return S_OK;
 }
 
 /** A method that answers with the lines of a block. What is not there has none. */
-HRESULT answerBlock(const char* i_method, const TextMap& i_cache, const CATUnicodeString& i_name, DatTag i_tag,
+HRESULT answerBlock(const char* i_method, const TextMap* ip_cache, const CATUnicodeString& i_name, DatTag i_tag,
                     CATListValCATUnicodeString& o_list) {
     const JournalFrame frame(VornCache::_CteCLASS_NAME, i_method);
-    const bool read = guarded([&] { readLines(i_cache, i_name, tagText(i_tag), o_list); });
+    const bool read = guarded([&] { readLines(ip_cache, i_name, tagText(i_tag), o_list); });
     if (!read) o_list.RemoveAll();
     return read ? S_OK : E_FAIL;
 }
@@ -100,78 +117,69 @@ CATUnicodeString partNumber(const JournalFrame& i_frame, const TextMap* ip_field
 } // namespace
 
 HRESULT VornCache::getDataAtLine(CATUnicodeString name, CATUnicodeString tag, CATUnicodeString& value) {
-    const JournalFrame frame(_CteCLASS_NAME, "getDataAtLine");
-    value = "";
-    const TYPMapCATUnicodeStringPVoid* const p_fields = fieldsOf(*m_cacheMap, name);
-    if (!p_fields) {
-        frame.write("failed to get file name [%s]", name);
-        return S_OK;
-    }
-    const CATUnicodeString* const p_value = DatField(p_fields, tag).text();
-    if (!p_value) frame.write("failed to get line [%s]", tag);
-    return giveValue(p_value, value);
+    return readData(m_cacheMap, name, tag, value);
 }
 
 HRESULT VornCache::getDataListAtLine(const CATUnicodeString& name, const CATUnicodeString& tag,
                                      CATListValCATUnicodeString& list) {
-    return readLines(*m_cacheMap, name, tag, list);
+    return readLines(m_cacheMap, name, tag, list);
 }
 
 HRESULT VornCache::getItemRevUID(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getItemRevUID");
-    const DatField field(fieldsOf(*m_cacheMap, name), tagText(DatTag::ItemRevUID));
+    const DatField field(fieldsOf(m_cacheMap, name), tagText(DatTag::ItemRevUID));
     return giveIdentifier(frame, field, "ItemRevUID", name, value);
 }
 
 HRESULT VornCache::getDatasetUID(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getDatasetUID");
-    const DatField field(fieldsOf(*m_cacheMap, name), tagText(DatTag::DatasetUID));
+    const DatField field(fieldsOf(m_cacheMap, name), tagText(DatTag::DatasetUID));
     return giveIdentifier(frame, field, "DatasetUID", name, value);
 }
 
 HRESULT VornCache::getCacheLastModifiedDate(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getCacheLastModifiedDate");
-    return getDataAtLine(name, tagText(DatTag::LocalLastModDate), value);
+    return readData(m_cacheMap, name, tagText(DatTag::LocalLastModDate), value);
 }
 
 HRESULT VornCache::getBVRDate(CATUnicodeString name, CATUnicodeString& value) {
     const JournalFrame frame(_CteCLASS_NAME, "getBVRDate");
-    return giveValue(DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::StructLastModDate)).first(), value);
+    return giveValue(DatField(fieldsOf(m_cacheMap, name), tagText(DatTag::StructLastModDate)).first(), value);
 }
 
 HRESULT VornCache::getConfiguration(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    return answerBlock("getConfiguration", *m_cacheMap, name, DatTag::Configuration, list);
+    return answerBlock("getConfiguration", m_cacheMap, name, DatTag::Configuration, list);
 }
 
 HRESULT VornCache::getSkippedOccList(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    return answerBlock("getSkippedOccList", *m_cacheMap, name, DatTag::SkippedOcc, list);
+    return answerBlock("getSkippedOccList", m_cacheMap, name, DatTag::SkippedOcc, list);
 }
 
 HRESULT VornCache::getDesignTableSheets(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    return answerBlock("getDesignTableSheets", *m_cacheMap, name, DatTag::DesignTableSheets, list);
+    return answerBlock("getDesignTableSheets", m_cacheMap, name, DatTag::DesignTableSheets, list);
 }
 
 HRESULT VornCache::getDesignTableConfigs(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    return answerBlock("getDesignTableConfigs", *m_cacheMap, name, DatTag::DesignTableConfigs, list);
+    return answerBlock("getDesignTableConfigs", m_cacheMap, name, DatTag::DesignTableConfigs, list);
 }
 
 HRESULT VornCache::getDesignTableCksums(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    return answerBlock("getDesignTableCksums", *m_cacheMap, name, DatTag::DesignTableCksums, list);
+    return answerBlock("getDesignTableCksums", m_cacheMap, name, DatTag::DesignTableCksums, list);
 }
 
 HRESULT VornCache::getDesignTableMaps(CATUnicodeString name, CATListValCATUnicodeString& list) {
-    return answerBlock("getDesignTableMaps", *m_cacheMap, name, DatTag::DesignTableMaps, list);
+    return answerBlock("getDesignTableMaps", m_cacheMap, name, DatTag::DesignTableMaps, list);
 }
 
 unsigned char VornCache::isCatalogComp(const CATUnicodeString& name) {
     const JournalFrame frame(_CteCLASS_NAME, "isCatalogComp");
-    const CATUnicodeString* const p_load_type = DatField(fieldsOf(*m_cacheMap, name), tagText(DatTag::LoadType)).text();
-    return p_load_type && *p_load_type == CATUnicodeString("CatalogComp");
+    const CATUnicodeString* const p_load_type = DatField(fieldsOf(m_cacheMap, name), tagText(DatTag::LoadType)).text();
+    return p_load_type && *p_load_type == kCatalogComponent;
 }
 
 unsigned char VornCache::isDesignTable(const CATUnicodeString& name) {
     const JournalFrame frame(_CteCLASS_NAME, "isDesignTable");
-    const TYPMapCATUnicodeStringPVoid* const p_fields = fieldsOf(*m_cacheMap, name);
+    const TYPMapCATUnicodeStringPVoid* const p_fields = fieldsOf(m_cacheMap, name);
     if (!p_fields) {
         frame.write("failed to get file name [%s]", name);
         return 0;
@@ -183,7 +191,7 @@ unsigned char VornCache::isDesignTable(const CATUnicodeString& name) {
 
 HRESULT VornCache::getAttributeList(CATUnicodeString name, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getAttributeList");
-    const TYPMapCATUnicodeStringPVoid* const p_fields = fieldsOf(*m_cacheMap, name);
+    const TYPMapCATUnicodeStringPVoid* const p_fields = fieldsOf(m_cacheMap, name);
     const auto append = [&] {
         if (isPositional(p_fields))
             appendAttributes(p_fields, kPositionalAttributes, list);

@@ -55,13 +55,14 @@ bool takeMultiModelAssembly(const CATUnicodeString& i_entry, CATUnicodeString& o
 class FullNames {
 public:
     FullNames(const JournalFrame& i_frame, const CATUnicodeString& i_document, const CATUnicodeString& i_directory)
-        : m_frame(i_frame), m_document(i_document), m_directory(i_directory) {}
+        : m_frame(i_frame), m_document(i_document), m_given_directory(i_directory) {}
 
     /** Makes the list one of the files that a selection takes from a block. @return E_FAIL when memory runs out */
     HRESULT list(const DatField& i_block, Selection i_takes, CATListValCATUnicodeString& o_list) {
-        o_list.RemoveAll();
-        CATUnicodeString file;
         const auto append_all = [&] {
+            m_directory = m_given_directory;
+            o_list.RemoveAll();
+            CATUnicodeString file;
             i_block.forEach([&](const CATUnicodeString& i_entry) {
                 if (i_takes(i_entry, file)) append(file, o_list);
             });
@@ -99,7 +100,8 @@ private:
 
     const JournalFrame& m_frame;
     const CATUnicodeString& m_document;
-    const CATUnicodeString m_directory; ///< a copy: the caller's may be an element of the list
+    const CATUnicodeString& m_given_directory;
+    CATUnicodeString m_directory; ///< a copy: the given one may be an element of the list
     CATUnicodeString m_given;
     CATUnicodeString m_beside;         ///< empty unless it is another one than the given
     CATUnicodeString m_beside_on_disk; ///< the same as the file services know it
@@ -107,13 +109,13 @@ private:
     bool m_begun = false;
 };
 
-DatField linksOf(const TYPMapCATUnicodeStringPVoid& i_cache, const CATUnicodeString& i_name) {
-    return DatField(fieldsOf(i_cache, i_name), tagText(DatTag::LinkedDocs));
+DatField linksOf(const TYPMapCATUnicodeStringPVoid* ip_cache, const CATUnicodeString& i_name) {
+    return DatField(fieldsOf(ip_cache, i_name), tagText(DatTag::LinkedDocs));
 }
 
-int countUnresolved(const TYPMapCATUnicodeStringPVoid& i_cache, const CATUnicodeString& i_name) {
+int countUnresolved(const TYPMapCATUnicodeStringPVoid* ip_cache, const CATUnicodeString& i_name) {
     int count = 0;
-    linksOf(i_cache, i_name).forEach([&](const CATUnicodeString& i_entry) {
+    linksOf(ip_cache, i_name).forEach([&](const CATUnicodeString& i_entry) {
         count += beginsWith(i_entry, kUnresolved);
     });
     return count;
@@ -124,26 +126,26 @@ int countUnresolved(const TYPMapCATUnicodeStringPVoid& i_cache, const CATUnicode
 HRESULT VornCache::getDesignTableFiles(CATUnicodeString name, const CATUnicodeString& dir,
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getDesignTableFiles");
-    const DatField files(fieldsOf(*m_cacheMap, name), tagText(DatTag::DesignTableFiles));
+    const DatField files(fieldsOf(m_cacheMap, name), tagText(DatTag::DesignTableFiles));
     return FullNames(frame, name, dir).list(files, takeEvery, list);
 }
 
 HRESULT VornCache::getLinkedDoc(CATUnicodeString name, const CATUnicodeString& dir, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedDoc");
-    return FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeEvery, list);
+    return FullNames(frame, name, dir).list(linksOf(m_cacheMap, name), takeEvery, list);
 }
 
 HRESULT VornCache::getLinkedMMLDoc(CATUnicodeString name, const CATUnicodeString& dir,
                                    CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLDoc");
-    return FullNames(frame, name, dir).list(linksOf(*m_cacheMap, name), takeMultiModel, list);
+    return FullNames(frame, name, dir).list(linksOf(m_cacheMap, name), takeMultiModel, list);
 }
 
 HRESULT VornCache::getLinkedMMLAssyDoc(CATUnicodeString name, const CATUnicodeString& dir,
                                        CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedMMLAssyDoc");
     FullNames full_names(frame, name, dir);
-    const HRESULT listed = full_names.list(linksOf(*m_cacheMap, name), takeMultiModelAssembly, list);
+    const HRESULT listed = full_names.list(linksOf(m_cacheMap, name), takeMultiModelAssembly, list);
     if (FAILED(full_names.code())) list.RemoveAll();
     return FAILED(listed) ? listed : full_names.code();
 }
@@ -152,7 +154,7 @@ HRESULT VornCache::getExistingMMLAssyContextDocName(CATUnicodeString name, CATUn
     const JournalFrame frame(_CteCLASS_NAME, "getExistingMMLAssyContextDocName");
     ctx = "";
     const auto look_through = [&] {
-        linksOf(*m_cacheMap, name).forEach([&](const CATUnicodeString& i_entry) {
+        linksOf(m_cacheMap, name).forEach([&](const CATUnicodeString& i_entry) {
             CATUnicodeString context;
             if (!ctx.IsNull() || !takeMultiModelAssembly(i_entry, context)) return;
             if (UTILFile::getExtension(context).Compare("CATProduct") != 0) ctx = context;
@@ -164,12 +166,13 @@ HRESULT VornCache::getExistingMMLAssyContextDocName(CATUnicodeString name, CATUn
 HRESULT VornCache::getLinkedUnresolvedDoc(CATUnicodeString name, CATListValCATUnicodeString& list) {
     const JournalFrame frame(_CteCLASS_NAME, "getLinkedUnresolvedDoc");
     list.RemoveAll();
-    return guarded([&] { list.Size(countUnresolved(*m_cacheMap, name)); }) ? S_OK : E_FAIL;
+    return guarded([&] { list.Size(countUnresolved(m_cacheMap, name)); }) ? S_OK : E_FAIL;
 }
 
 HRESULT VornCache::hasLinkedUnresolvedDoc(CATUnicodeString name, unsigned char& has) {
     const JournalFrame frame(_CteCLASS_NAME, "hasLinkedUnresolvedDoc");
-    has = countUnresolved(*m_cacheMap, name) > 0;
+    has = 0;
+    if (!guarded([&] { has = countUnresolved(m_cacheMap, name) > 0; })) return E_FAIL;
     if (has) frame.write("file [%s] has unresolved context", name);
     return S_OK;
 }

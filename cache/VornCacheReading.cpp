@@ -149,7 +149,7 @@ HRESULT VornCache::readDataInDATFile(const CATUnicodeString& name, TYPMapCATUnic
     if (!directory.IsNull() || !doc) {
         if (FAILED(readLinesOf(frame, name, doc, lines))) {
             frame.write("Modified Status to New Case 1 for %s ", name);
-            storeStatus(*m_statusMap, name, ModifiedFlagNew);
+            storeStatus(made(m_statusMap), name, ModifiedFlagNew);
             return E_FAIL;
         }
         fillDatMapFromStringList(directory, fileName, name, doc, lines, positional, tagged, fieldMap);
@@ -158,7 +158,7 @@ HRESULT VornCache::readDataInDATFile(const CATUnicodeString& name, TYPMapCATUnic
     if (!stagingDirectoryCounts()) return S_OK;
     if (isOnlyStaged(stagedName(frame, fileName)) && SUCCEEDED(readLinesOf(frame, name, doc, lines)))
         fillDatMapFromStringList(directory, fileName, name, doc, lines, positional, tagged, fieldMap);
-    storeStatus(*m_statusMap, name, ModifiedFlagNew);
+    storeStatus(made(m_statusMap), name, ModifiedFlagNew);
     return S_OK;
 }
 
@@ -175,13 +175,13 @@ HRESULT VornCache::fillDatMapFromStringList(const CATUnicodeString& directory, c
     const CATUnicodeString& date = dat.localLastModDate();
     if (date.IsNull()) {
         frame.write("Modified Status to New Case 2 for %s ", name);
-        storeStatus(*m_statusMap, name, ModifiedFlagNew);
+        storeStatus(made(m_statusMap), name, ModifiedFlagNew);
     }
     InterfacePtr<CATIADocument> sp_view;
     const HRESULT code = doc ? automationView(doc, sp_view) : S_OK;
     EnumModifiedFlag status;
     if (decideStatus(frame, {directory, name, date, doc != nullptr, sp_view}, status))
-        storeStatus(*m_statusMap, name, status);
+        storeStatus(made(m_statusMap), name, status);
 
     storeBlocks(*fieldMap, dat, lines);
     storeDesignTableMaps(*fieldMap, dat);

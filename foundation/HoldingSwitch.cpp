@@ -17,14 +17,14 @@ constexpr const char* kHolding = "MAP_CATIPRODUCT_HOLDING";
 /** Calls `call()`, after which the map's last product may be a new one. */
 template <class Call>
 HRESULT HoldingSwitch::holding(Call&& i_call) {
-    TYPMapCATUnicodeStringPVoid& products = *m_switcher.m_products;
-    const int known = products.size();
+    TYPMapCATUnicodeStringPVoid* const& p_products = m_switcher.m_products; // there as soon as it holds something
+    const int known = p_products ? p_products->size() : 0;
     const HRESULT code = i_call();
-    for (int i = known; i < products.size(); ++i) {
-        auto* const pi_product = static_cast<CATIProduct*>(products.valueAt(i));
+    for (int i = known; p_products && i < p_products->size(); ++i) {
+        auto* const pi_product = static_cast<CATIProduct*>(p_products->valueAt(i));
         pi_product->AddRef();
-        products.insert(products.keyAt(i), pi_product,
-                        kHolding); // its own key: needs no memory, which may be at its end
+        // Its own key: needs no memory, which may be at its end.
+        p_products->insert(p_products->keyAt(i), pi_product, kHolding);
     }
     return code;
 }

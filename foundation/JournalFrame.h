@@ -6,6 +6,7 @@
 #include "EMHManager.h"
 #include "JNLManager.h"
 #include "VornDebugOptions.h"
+#include "foundation/Guarded.h"
 
 namespace vorntools {
 
@@ -27,23 +28,27 @@ inline int printable(int i_number) { return i_number; }
 inline const void* printable(const void* i_pointer) { return i_pointer; }
 
 /**
- * The journal entry of an exported method: opened by the constructor, closed on every path by the destructor. The one
- * way to write lines and to report errors; each report is made under the entry's own name, which is put together when
- * it is wanted: without a journal that is seldom.
+ * The journal entry of an exported method: opened by the constructor, closed on every path by the destructor, unless
+ * there was no journal or no memory to open it. The one way to write lines and to report errors; each report is made
+ * under the entry's own name, which is put together when it is wanted: without a journal that is seldom. Nothing here
+ * throws: what there is no memory to write is not written.
  */
 class JournalFrame {
 public:
     /** @param i_class_name the class's _CteCLASS_NAME, which outlives the frame as the method's name does.
      * @param i_end_code code of the closing line, -1 for none */
     JournalFrame(const CATUnicodeString& i_class_name, const char* i_method, int i_end_code = -1)
-        : JournalFrame(i_class_name, i_method, i_end_code, JNLManager::getInstance()) {}
+        : m_class_name(i_class_name), m_method(i_method), m_end_code(i_end_code) {
+        writeBegin();
+    }
     explicit JournalFrame(const CATUnicodeString&& i_class_name, const char* i_method, int i_end_code = -1) = delete;
     ~JournalFrame() { writeEnd(); }
     JournalFrame(const JournalFrame&) = delete;
     JournalFrame& operator=(const JournalFrame&) = delete;
 
+    /** Empty when there is no memory for it. */
     const CATUnicodeString& name() const {
-        if (m_name.IsNull()) m_name = m_class_name + m_method;
+        if (m_name.IsNull()) guarded([this] { m_name = m_class_name + m_method; });
         return m_name;
     }
 
@@ -55,18 +60,18 @@ public:
 
     /** Writes the closing line ahead of the destructor, which writes it as well. */
     void writeEnd() const {
-        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeFunctionEnd(name(), m_end_code);
+        if (!m_is_open) return;
+        onJournal([this](JNLManager& io_journal) { io_journal.writeFunctionEnd(m_name, m_end_code); });
     }
 
     /** Writes a line, printf style; texts may be CATUnicodeString. */
     template <class... Arguments>
     void write(const char* i_format, const Arguments&... i_arguments) const {
-        if (JNLManager* const p_journal = JNLManager::getInstance())
-            p_journal->writeMsg(i_format, printable(i_arguments)...);
+        onJournal([&](JNLManager& io_journal) { io_journal.writeMsg(i_format, printable(i_arguments)...); });
     }
     /** Writes what the method answers. */
     void writeReturn(int i_answer) const {
-        if (JNLManager* const p_journal = JNLManager::getInstance()) p_journal->writeReturn(" %d", i_answer);
+        onJournal([&](JNLManager& io_journal) { io_journal.writeReturn(" %d", i_answer); });
     }
     /** The same as write, in debug mode only. */
     template <class... Arguments>
@@ -82,23 +87,36 @@ public:
     HRESULT callFailed(const char* i_function) const { return report(ErrorCallFailed, i_function); }
     /** A platform call failed. */
     HRESULT platformFailed(const char* i_function) const { return report(ErrorPlatformFailed, i_function); }
-    /** Puts a numbered report on the integration's error list; E_FAIL, for returning it. */
-    HRESULT report(int i_number, const CATUnicodeString& i_argument) const {
-        if (EMHManager* const p_errors = EMHManager::getInstance()) p_errors->writeMsg(name(), i_number, i_argument);
+    /** Puts a numbered report on the integration's error list; E_FAIL, for returning it.
+     * @param i_argument a text or what makes one */
+    template <class Argument>
+    HRESULT report(int i_number, const Argument& i_argument) const {
+        guarded([&] {
+            if (EMHManager* const p_errors = EMHManager::getInstance())
+                p_errors->writeMsg(name(), i_number, i_argument);
+        });
         return E_FAIL;
     }
 
 private:
-    JournalFrame(const CATUnicodeString& i_class_name, const char* i_method, int i_end_code, JNLManager* ip_journal)
-        : m_class_name(i_class_name), m_method(i_method),
-          m_name(ip_journal ? i_class_name + i_method : CATUnicodeString()), m_end_code(i_end_code) {
-        if (ip_journal) ip_journal->writeFunctionBegin(m_name, CATUnicodeString());
+    /** Does something with the journal, when there is one; whether it came to its end. */
+    template <class Work>
+    static bool onJournal(Work&& i_work) {
+        JNLManager* const p_journal = JNLManager::getInstance();
+        return p_journal && guarded([&] { i_work(*p_journal); });
+    }
+    void writeBegin() {
+        m_is_open = onJournal([this](JNLManager& io_journal) {
+            m_name = m_class_name + m_method;
+            io_journal.writeFunctionBegin(m_name, CATUnicodeString());
+        });
     }
 
     const CATUnicodeString& m_class_name;
     const char* const m_method;
     mutable CATUnicodeString m_name; ///< empty as long as nobody has wanted it
     int m_end_code;
+    bool m_is_open = false;
 };
 
 } // namespace vorntools

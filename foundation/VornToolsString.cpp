@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 const CATUnicodeString VornToolsString::_CteCLASS_NAME("VornToolsString::");
 
@@ -103,14 +104,16 @@ unsigned int VornToolsString::size() const { return m_length; }
 char* VornToolsString::get_string() const { return duplicate(viewOf(*this)); }
 
 VornToolsString* VornToolsString::subString(unsigned int start, unsigned int end, unsigned int gap) const {
-    if (start >= m_length || start > end) return new VornToolsString;
+    if (start >= m_length || start > end) return new (std::nothrow) VornToolsString;
     const std::size_t stride = std::size_t{gap} + 1;
     const std::size_t stop = std::min<std::size_t>(std::size_t{end} + 1, m_length);
     const std::size_t count = (stop - start) / stride;
     char* const p_bytes = allocate(count);
-    if (!p_bytes) return new VornToolsString;
+    if (!p_bytes) return new (std::nothrow) VornToolsString;
     for (std::size_t i = 0; i < count; ++i) p_bytes[i] = m_buffer[start + i * stride];
-    return new VornToolsString(static_cast<int>(count), p_bytes);
+    auto* const p_result = new (std::nothrow) VornToolsString(static_cast<int>(count), p_bytes);
+    if (!p_result) std::free(p_bytes);
+    return p_result;
 }
 
 int VornToolsString::indexOf(const VornToolsString& pattern, unsigned int from, unsigned int to,
@@ -201,5 +204,5 @@ VornToolsString* VornToolsString::fromUTF8toUCS2() const {
         text.BuildFromUTF8(m_buffer, m_length);
         p_decoded = new VornToolsString(text.ConvertToChar(), text.GetLengthInByte());
     });
-    return p_decoded ? p_decoded : new VornToolsString;
+    return p_decoded ? p_decoded : new (std::nothrow) VornToolsString;
 }

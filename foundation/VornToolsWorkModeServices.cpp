@@ -143,11 +143,14 @@ HRESULT VornToolsWorkModeServices::getWorkMode(CATIProduct* product, EnumWorkMod
 HRESULT VornToolsWorkModeServices::isVisualWorkMode(CATIProduct* product, unsigned char& visual) {
     const JournalFrame frame(_CteCLASS_NAME, "isVisualWorkMode");
     visual = 0;
-    CATUnicodeString name;
-    if (FAILED(readRepresentationName(product, name))) return frame.platformFailed("isVisualWorkMode");
-    if (!namesPart(name)) return E_FAIL;
-    visual = namesPicture(name) ? 1 : 0;
-    return S_OK;
+    const auto ask = [&]() -> HRESULT {
+        CATUnicodeString name;
+        if (FAILED(readRepresentationName(product, name))) return frame.platformFailed("isVisualWorkMode");
+        if (!namesPart(name)) return E_FAIL;
+        visual = namesPicture(name) ? 1 : 0;
+        return S_OK;
+    };
+    return guarded(ask, E_FAIL);
 }
 
 HRESULT VornToolsWorkModeServices::setCatiaCacheActivated(unsigned char activated) {

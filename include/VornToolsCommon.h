@@ -223,7 +223,7 @@ public:
                                       CATListValCATUnicodeString*& iop_checksums, unsigned char& o_found);
     /**
      * Identifier of this session, made on first demand.
-     * @return the same until the library is unloaded
+     * @return the same until the library is unloaded; empty for want of memory
      */
     static CATUnicodeString getCATIA_UUID();
     /**

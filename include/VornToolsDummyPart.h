@@ -28,7 +28,7 @@ public:
 
     /**
      * The one instance, made on first call. What it recognised is remembered until kill.
-     * @return no reference is added
+     * @return no reference is added; null when there is no memory
      */
     static VornToolsDummyPart* getInstance();
     /**

@@ -23,7 +23,7 @@ public:
 
     /**
      * Takes prefix and path of the reference library from the environment anew.
-     * @return S_OK
+     * @return S_OK; E_FAIL for want of memory: no file comes from it then
      */
     HRESULT initClassVariables();
 

@@ -6,7 +6,8 @@
 #include "ExportedByVornTools.h"
 
 /**
- * A link of a document to another one, as VornToolsLinks finds it. Texts are copied in and out.
+ * A link of a document to another one, as VornToolsLinks finds it. Texts are copied in and out. Where
+ * memory for a copy gives out, std::bad_alloc is thrown and the link stays as it was.
  *
  * @par Example
  * @snippet links.cpp VornToolsLink

@@ -381,7 +381,8 @@ public:
      * @param fileName where it is now
      * @param linkedName as stored; null is reported and gives the empty string
      * @param directory for a name without directory
-     * @return a new string that the caller deletes: the first candidate that is a file, else the name as stored
+     * @return a new string that the caller deletes: the first candidate that is a file, else the name as stored;
+     * null when there is no memory for it
      */
     static VornToolsString* realLinkedDocPath(VornToolsString* ownPath, VornToolsString* fileName,
                                               VornToolsString* linkedName, CATUnicodeString directory);

@@ -94,7 +94,8 @@ public:
      * @param start first byte, from 0
      * @param end last byte that may be taken; 0xFFFFFFFF reaches to the end
      * @param gap bytes to leave out behind each one
-     * @return a new string that the caller deletes; empty when start is outside or beyond end
+     * @return a new string that the caller deletes; empty when start is outside or beyond end; null when
+     * there is no memory for it
      */
     VornToolsString* subString(unsigned int start, unsigned int end, unsigned int gap) const;
 

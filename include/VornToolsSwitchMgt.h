@@ -139,7 +139,7 @@ public:
      * because callers look products up by the name they switched.
      * @param oldName without directory
      * @param newName without directory
-     * @return S_OK; S_FALSE when the name is not remembered
+     * @return S_OK; S_FALSE when the name is not remembered; E_FAIL, and the old name stays, for want of memory
      */
     HRESULT updateDocumentName(CATUnicodeString oldName, CATUnicodeString newName);
     /**

@@ -56,6 +56,11 @@ public:
         swap(taken);
         return *this;
     }
+    /**
+     * An array that needed no memory: what an operation hands out where memory has given out.
+     * @return no elements and, until its first append, no slots
+     */
+    static VornToolsVector withoutSlots() noexcept { return VornToolsVector(NoSlots()); }
     /** Ends every element. */
     ~VornToolsVector() { releaseSlots(); }
 

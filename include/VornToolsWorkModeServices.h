@@ -46,7 +46,8 @@ public:
      * Whether a part is shown by a ".cgr" file, by the name of its master representation; nothing is loaded.
      * @param product an instance of a part
      * @param visual 0 on failure
-     * @return S_OK; E_FAIL when the product has no such representation (reported) or it is not that of a part
+     * @return S_OK; E_FAIL when the product has no such representation (reported), it is not that of a part or memory
+     * does not suffice
      */
     static HRESULT isVisualWorkMode(CATIProduct* product, unsigned char& visual);
     /**

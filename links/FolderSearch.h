@@ -49,6 +49,12 @@ private:
     std::unordered_map<std::string, bool> m_files; ///< whether they are there
 };
 
+/** The folders that somebody remembers, made when they are first needed. */
+inline KnownFolders& made(KnownFolders*& iop_folders) {
+    if (!iop_folders) iop_folders = new KnownFolders;
+    return *iop_folders;
+}
+
 } // namespace vorntools
 
 #endif

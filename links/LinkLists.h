@@ -44,10 +44,10 @@ inline bool isMissing(const JournalFrame& i_frame, const VornToolsString* ip_ima
     return !ip_image;
 }
 
-/** A list that is empty stays as it is: making one allocates its hundred elements. */
+/** Needs no memory. A list that is empty keeps its slots. */
 template <class List>
 void clear(List& io_list) {
-    if (io_list.size() > 0) io_list = List();
+    if (io_list.size() > 0) io_list = List::withoutSlots();
 }
 
 Links linksOf(const std::vector<FoundLink>& i_found);

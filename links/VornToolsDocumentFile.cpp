@@ -204,8 +204,7 @@ HRESULT VornToolsDocumentFile::getEntryDate(int i_index, int i_which, CATUnicode
     const DirectoryEntry* const p_entry = m_content ? m_content->entry(i_index) : nullptr;
     if (!p_entry) return frame.report(ErrorOutOfRange, "i_index");
     if (i_which < 1 || i_which > static_cast<int>(EntryDates::count)) return frame.report(ErrorOutOfRange, "i_which");
-    o_date = textOfDate(p_entry->dates[static_cast<std::size_t>(i_which) - 1]);
-    return S_OK;
+    return guarded([&] { o_date = textOfDate(p_entry->dates[static_cast<std::size_t>(i_which) - 1]); }) ? S_OK : E_FAIL;
 }
 
 VornToolsString* VornToolsDocumentFile::readStream(int i_index, unsigned int i_from, unsigned int i_count) {

@@ -145,8 +145,8 @@ HRESULT VornToolsDocumentLinks::read(const CATUnicodeString& i_path, const CATUn
             DocumentFile file;
             opened = file.open(i_path);
             auto sp_content = std::make_unique<Content>();
-            const Content::Question question = {viewOf(i_link_type),   viewOf(i_path),     viewOf(i_directory),
-                                                *io_folders.m_folders, i_find_unused != 0, m_isPreviewRead != 0};
+            const Content::Question question = {viewOf(i_link_type),        viewOf(i_path),     viewOf(i_directory),
+                                                made(io_folders.m_folders), i_find_unused != 0, m_isPreviewRead != 0};
             if (!opened || !sp_content->read(frame, file, question)) return false;
             m_content = sp_content.release();
             return true;

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 using namespace vorntools;
 
@@ -81,7 +82,7 @@ bool completeName(const JournalFrame& i_frame, CATUnicodeString& io_name) {
 
 } // namespace
 
-CATBaseUnknown* VornToolsDummyPart::CreateItself() { return new VornToolsDummyPart; }
+CATBaseUnknown* VornToolsDummyPart::CreateItself() { return new (std::nothrow) VornToolsDummyPart; }
 
 VornToolsDummyPart::VornToolsDummyPart() { initClassVariables(); }
 
@@ -101,7 +102,7 @@ HRESULT VornToolsDummyPart::releaseClassVariables() {
 
 VornToolsDummyPart* VornToolsDummyPart::getInstance() {
     const JournalFrame frame(_CteCLASS_NAME, "getInstance");
-    if (!_singleton) _singleton = new VornToolsDummyPart;
+    if (!_singleton) _singleton = new (std::nothrow) VornToolsDummyPart;
     return _singleton;
 }
 

@@ -13,9 +13,13 @@ VornToolsExportAsReference::VornToolsExportAsReference() { initClassVariables();
 
 HRESULT VornToolsExportAsReference::initClassVariables() {
     const JournalFrame frame(_CteCLASS_NAME, "initClassVariables");
-    m_referencePrefix = environmentText(&ENVManager::getReferencePrefix);
-    m_referencePath = environmentText(&ENVManager::getReferencePath);
-    return S_OK;
+    const auto take = [&] {
+        m_referencePrefix = environmentText(&ENVManager::getReferencePrefix);
+        m_referencePath = environmentText(&ENVManager::getReferencePath);
+    };
+    if (guarded(take)) return S_OK;
+    m_referencePrefix = m_referencePath = "";
+    return E_FAIL;
 }
 
 HRESULT VornToolsExportAsReference::isAnExportAsReference(CATUnicodeString fullFileName, unsigned char& result) {

@@ -2,6 +2,6 @@
 
 #include "links/FolderSearch.h"
 
-VornToolsFolderMemory::VornToolsFolderMemory() : m_folders(new vorntools::KnownFolders) {}
+VornToolsFolderMemory::VornToolsFolderMemory() : m_folders(nullptr) {}
 
 VornToolsFolderMemory::~VornToolsFolderMemory() { delete m_folders; }

@@ -132,23 +132,25 @@ HRESULT VornToolsIgnoreNodes::loadPrefixIgnoreNodes() {
     const JournalFrame frame(_CteCLASS_NAME, "loadPrefixIgnoreNodes");
     m_prefixesManaged = 0;
     delete m_prefixes;
-    m_prefixes = nullptr; // before the next allocation, which may fail
-    m_prefixes = new TYPVectorCATUnicodeString;
-
-    const CATUnicodeString file_name = prefixFileName();
-    if (file_name.IsNull() || !UTILFile::existingFile(file_name)) {
-        frame.write("the ignore nodes prefix file %s does not exist", file_name);
-        return E_FAIL;
-    }
-    if (FAILED(guarded([&] { return readPrefixes(file_name, *m_prefixes); }, E_FAIL))) {
-        frame.badInput("p_prefix_file");
-        frame.write("unable to read the ignore nodes prefix file %s", file_name);
-        return E_FAIL;
-    }
-    m_prefixesManaged = m_prefixes->size() > 0 ? 1 : 0;
-    if (!m_prefixesManaged) frame.write("the ignore nodes prefix file %s is empty", file_name);
-    frame.write("the ignore nodes prefix file was loaded");
-    return m_prefixesManaged ? S_OK : E_FAIL;
+    m_prefixes = nullptr;
+    const auto load = [&]() -> HRESULT {
+        m_prefixes = new TYPVectorCATUnicodeString;
+        const CATUnicodeString file_name = prefixFileName();
+        if (file_name.IsNull() || !UTILFile::existingFile(file_name)) {
+            frame.write("the ignore nodes prefix file %s does not exist", file_name);
+            return E_FAIL;
+        }
+        if (FAILED(guarded([&] { return readPrefixes(file_name, *m_prefixes); }, E_FAIL))) {
+            frame.badInput("p_prefix_file");
+            frame.write("unable to read the ignore nodes prefix file %s", file_name);
+            return E_FAIL;
+        }
+        m_prefixesManaged = m_prefixes->size() > 0 ? 1 : 0;
+        if (!m_prefixesManaged) frame.write("the ignore nodes prefix file %s is empty", file_name);
+        frame.write("the ignore nodes prefix file was loaded");
+        return m_prefixesManaged ? S_OK : E_FAIL;
+    };
+    return guarded(load, E_FAIL);
 }
 
 HRESULT VornToolsIgnoreNodes::isStartedByPrefix(CATUnicodeString text, unsigned char& result) {

@@ -6,12 +6,14 @@
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentFields.h"
+#include "links/FolderSearch.h"
 #include "links/ImageBytes.h"
 #include "links/LinkLists.h"
 #include "links/LinkScan.h"
 #include "links/Markers.h"
 
 #include <memory>
+#include <utility>
 
 using namespace vorntools;
 
@@ -19,27 +21,51 @@ const CATUnicodeString VornToolsLinks::_CteCLASS_NAME("VornToolsLinks::");
 
 namespace {
 
+/** What the work finds; nothing where memory gives out. */
+template <class Work>
+Links linksFound(Work&& i_work) {
+    return guarded(std::forward<Work>(i_work), Links::withoutSlots());
+}
+
 /** Runs some groups of links on an image; reports a missing image. */
 template <class Groups>
 Links linksOfImage(const JournalFrame& i_frame, const VornToolsString* ip_image, const VornToolsString* ip_file_name,
-                   const CATUnicodeString& i_directory, KnownFolders& io_folders, Groups&& i_add_groups) {
-    Links links;
-    if (isMissing(i_frame, ip_image)) return links;
-    guarded([&] {
+                   const CATUnicodeString& i_directory, KnownFolders*& iop_folders, Groups&& i_add_groups) {
+    return linksFound([&] {
+        if (isMissing(i_frame, ip_image)) return Links();
         DocumentScan document(viewOf(*ip_image));
-        LinkScan scan(document, viewOf(ip_file_name), viewOf(i_directory), io_folders);
+        LinkScan scan(document, viewOf(ip_file_name), viewOf(i_directory), made(iop_folders));
         i_add_groups(scan);
-        links = linksOf(scan.links());
+        return linksOf(scan.links());
     });
-    return links;
 }
 
 /** The same with folders that nobody knows yet. */
 template <class Groups>
 Links linksOfImage(const JournalFrame& i_frame, const VornToolsString* ip_image, const VornToolsString* ip_file_name,
                    const CATUnicodeString& i_directory, Groups&& i_add_groups) {
-    KnownFolders folders;
-    return linksOfImage(i_frame, ip_image, ip_file_name, i_directory, folders, i_add_groups);
+    return linksFound([&] {
+        if (isMissing(i_frame, ip_image)) return Links();
+        KnownFolders folders;
+        KnownFolders* p_folders = &folders;
+        return linksOfImage(i_frame, ip_image, ip_file_name, i_directory, p_folders, i_add_groups);
+    });
+}
+
+/** The links of one type. */
+Links linksByType(const VornToolsString* ip_image, const CATUnicodeString& i_type, const VornToolsString* ip_file_name,
+                  const CATUnicodeString& i_directory, unsigned char& o_missing_tag, KnownFolders*& iop_folders) {
+    const JournalFrame frame(VornToolsLinks::_CteCLASS_NAME, "getLinks");
+    o_missing_tag = 0;
+    return linksFound([&] {
+        if (isMissing(frame, ip_image)) return Links();
+        DocumentScan document(viewOf(*ip_image));
+        LinkScan scan(document, viewOf(ip_file_name), viewOf(i_directory), made(iop_folders));
+        const bool missing = scan.addByType(viewOf(i_type));
+        Links links = linksOf(scan.links());
+        o_missing_tag = missing ? 1 : 0;
+        return links;
+    });
 }
 
 /** The lists of searchLinks, an entry a link. */
@@ -68,6 +94,28 @@ struct ParallelLists {
     }
 };
 
+/** The links of a document of the disk in lists. @return 0 */
+int search(const CATUnicodeString& i_path, const CATUnicodeString& i_type, const CATUnicodeString& i_directory,
+           double& o_count, ParallelLists& o_lists, unsigned char& o_missing_tag, KnownFolders*& iop_folders) {
+    const JournalFrame frame(VornToolsLinks::_CteCLASS_NAME, "searchLinks");
+    o_lists.clear();
+    o_count = 0;
+    o_missing_tag = 0;
+    const bool whole = guarded([&] {
+        const CATUnicodeString name = nameOnDisk(i_path);
+        const std::unique_ptr<VornToolsString> sp_image(VornToolsCommon::readBinaryFile(name));
+        if (!sp_image) return;
+        DocumentScan document(viewOf(*sp_image));
+        LinkScan scan(document, viewOf(name), viewOf(i_directory), made(iop_folders));
+        const bool missing = scan.addForSearch(viewOf(i_type));
+        o_lists.fill(scan.links());
+        o_count = static_cast<double>(scan.links().size());
+        o_missing_tag = missing ? 1 : 0;
+    });
+    if (!whole) o_lists.clear();
+    return 0;
+}
+
 } // namespace
 
 VornToolsLinks::VornToolsLinks() = default;
@@ -80,8 +128,8 @@ int VornToolsLinks::searchLinks(CATUnicodeString filePath, CATUnicodeString link
                                 CATListValCATUnicodeString& sixth, CATListValCATUnicodeString& seventh,
                                 VornToolsVector<unsigned char>& tagFound, unsigned char& missingTag) {
     VornToolsFolderMemory folders;
-    return searchLinks(filePath, linkType, directory, count, linkedFileNames, types, references, sixth, seventh,
-                       tagFound, missingTag, folders);
+    ParallelLists lists{linkedFileNames, types, references, sixth, seventh, tagFound};
+    return search(filePath, linkType, directory, count, lists, missingTag, folders.m_folders);
 }
 
 int VornToolsLinks::searchLinks(CATUnicodeString filePath, CATUnicodeString linkType, CATUnicodeString directory,
@@ -90,49 +138,21 @@ int VornToolsLinks::searchLinks(CATUnicodeString filePath, CATUnicodeString link
                                 CATListValCATUnicodeString& sixth, CATListValCATUnicodeString& seventh,
                                 VornToolsVector<unsigned char>& tagFound, unsigned char& missingTag,
                                 VornToolsFolderMemory& folders) {
-    const JournalFrame frame(_CteCLASS_NAME, "searchLinks");
     ParallelLists lists{linkedFileNames, types, references, sixth, seventh, tagFound};
-    lists.clear();
-    count = 0;
-    missingTag = 0;
-
-    const CATUnicodeString name = nameOnDisk(filePath);
-    const std::unique_ptr<VornToolsString> sp_image(VornToolsCommon::readBinaryFile(name));
-    if (!sp_image) return 0;
-    const bool whole = guarded([&] {
-        DocumentScan document(viewOf(*sp_image));
-        LinkScan scan(document, viewOf(name), viewOf(directory), *folders.m_folders);
-        const bool missing = scan.addForSearch(viewOf(linkType));
-        lists.fill(scan.links());
-        count = static_cast<double>(scan.links().size());
-        missingTag = missing ? 1 : 0;
-    });
-    if (!whole) lists.clear();
-    return 0;
+    return search(filePath, linkType, directory, count, lists, missingTag, folders.m_folders);
 }
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getLinks(VornToolsString* image, CATUnicodeString linkType,
                                                         VornToolsString* fileName, CATUnicodeString directory,
                                                         unsigned char& missingTag) {
     VornToolsFolderMemory folders;
-    return getLinks(image, linkType, fileName, directory, missingTag, folders);
+    return linksByType(image, linkType, fileName, directory, missingTag, folders.m_folders);
 }
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getLinks(VornToolsString* image, CATUnicodeString linkType,
                                                         VornToolsString* fileName, CATUnicodeString directory,
                                                         unsigned char& missingTag, VornToolsFolderMemory& folders) {
-    const JournalFrame frame(_CteCLASS_NAME, "getLinks");
-    missingTag = 0;
-    Links links;
-    if (isMissing(frame, image)) return links;
-    guarded([&] {
-        DocumentScan document(viewOf(*image));
-        LinkScan scan(document, viewOf(fileName), viewOf(directory), *folders.m_folders);
-        const bool missing = scan.addByType(viewOf(linkType));
-        links = linksOf(scan.links());
-        missingTag = missing ? 1 : 0;
-    });
-    return links;
+    return linksByType(image, linkType, fileName, directory, missingTag, folders.m_folders);
 }
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getAllLinks(VornToolsString* image, VornToolsString* fileName,
@@ -168,17 +188,15 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithoutPub(VornTool
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getImportLinksWithPub(VornToolsString* image) {
     const JournalFrame frame(_CteCLASS_NAME, "getImportLinksWithPub");
-    Links links;
-    if (isMissing(frame, image)) return links;
-    guarded([&] {
+    return linksFound([&] {
+        if (isMissing(frame, image)) return Links();
         const std::size_t names = findMarker(viewOf(*image), marker::containerName, 0);
         const std::vector<std::string> references = publishedReferences(viewOf(*image), names);
         std::vector<FoundLink> found;
         found.reserve(references.size());
         for (const std::string& reference : references) found.push_back({kReferenceLink, {}, reference});
-        links = linksOf(found);
+        return linksOf(found);
     });
-    return links;
 }
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getMMLLinks(VornToolsString* image, VornToolsString* fileName,
@@ -195,14 +213,14 @@ VornToolsVector<VornToolsLink> VornToolsLinks::getMMLAssyLinks(VornToolsString* 
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getMMLDrawingLinks(VornToolsString* image, VornToolsString* fileName,
                                                                   CATUnicodeString directory) {
-    VornToolsFolderMemory folders;
-    return getMMLDrawingLinks(image, fileName, directory, folders);
+    const JournalFrame frame(_CteCLASS_NAME, "getMMLDrawingLinks");
+    return linksOfImage(frame, image, fileName, directory, [](LinkScan& io_scan) { io_scan.addDrawing(); });
 }
 
 VornToolsVector<VornToolsLink> VornToolsLinks::getMMLDrawingLinks(VornToolsString* image, VornToolsString* fileName,
                                                                   CATUnicodeString directory,
                                                                   VornToolsFolderMemory& folders) {
     const JournalFrame frame(_CteCLASS_NAME, "getMMLDrawingLinks");
-    return linksOfImage(frame, image, fileName, directory, *folders.m_folders,
+    return linksOfImage(frame, image, fileName, directory, folders.m_folders,
                         [](LinkScan& io_scan) { io_scan.addDrawing(); });
 }

@@ -3,7 +3,9 @@
 #include "VornToolsFolderMemory.h"
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
+#include "links/FolderSearch.h"
 #include "links/LinkLists.h"
+#include "links/LinkedNames.h"
 
 #include <string>
 #include <string_view>
@@ -20,16 +22,34 @@ namespace {
 /** A text of each multi-model link; none when memory gives out. */
 Strings textsOf(std::string_view i_image, int i_release, int i_application, int i_property,
                 std::string MultiModelLinks::Element::*i_text) {
-    Strings texts;
-    guarded([&] {
+    const auto read = [&] {
         DocumentScan scan(i_image, positionOf(i_application), positionOf(i_property));
         scan.setRelease(i_release);
         const MultiModelLinks& found = scan.multiModelLinks();
         std::vector<std::string_view> views;
         for (const MultiModelLinks::Link& link : found.links) views.push_back(found.elements[link.element].*i_text);
-        texts = stringsOf(views);
+        return stringsOf(views);
+    };
+    return guarded(read, Strings::withoutSlots());
+}
+
+/** The document of each multi-model link. @return 0 */
+int nameDocuments(const VornToolsString* ip_image, int i_release, int i_application, int i_property,
+                  const VornToolsString* ip_file_name, const CATUnicodeString& i_directory, Strings& o_documents,
+                  KnownFolders*& iop_folders) {
+    const JournalFrame frame(VornToolsLinks::_CteCLASS_NAME, "getMmlDocuments");
+    clear(o_documents);
+    if (isMissing(frame, ip_image)) return 0;
+    guarded([&] {
+        DocumentScan scan(viewOf(*ip_image), positionOf(i_application), positionOf(i_property));
+        scan.setRelease(i_release);
+        LinkedNames names(scan.stream().ownPath(), viewOf(ip_file_name), viewOf(i_directory), made(iop_folders));
+        std::vector<std::string_view> paths;
+        for (const LinkedName* const p_name : multiModelNames(scan, names))
+            paths.push_back(p_name ? std::string_view(p_name->path) : std::string_view());
+        o_documents = stringsOf(paths);
     });
-    return texts;
+    return 0;
 }
 
 } // namespace
@@ -57,26 +77,15 @@ int VornToolsLinks::getMmlDocuments(VornToolsString* image, int release, int app
                                     VornToolsString* fileName, CATUnicodeString directory,
                                     VornToolsVector<VornToolsString>& documents) {
     VornToolsFolderMemory folders;
-    return getMmlDocuments(image, release, applicationPosition, propertyPosition, fileName, directory, documents,
-                           folders);
+    return nameDocuments(image, release, applicationPosition, propertyPosition, fileName, directory, documents,
+                         folders.m_folders);
 }
 
 int VornToolsLinks::getMmlDocuments(VornToolsString* image, int release, int applicationPosition, int propertyPosition,
                                     VornToolsString* fileName, CATUnicodeString directory,
                                     VornToolsVector<VornToolsString>& documents, VornToolsFolderMemory& folders) {
-    const JournalFrame frame(_CteCLASS_NAME, "getMmlDocuments");
-    clear(documents);
-    if (isMissing(frame, image)) return 0;
-    guarded([&] {
-        DocumentScan scan(viewOf(*image), positionOf(applicationPosition), positionOf(propertyPosition));
-        scan.setRelease(release);
-        LinkedNames names(scan.stream().ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
-        std::vector<std::string_view> paths;
-        for (const LinkedName* const p_name : multiModelNames(scan, names))
-            paths.push_back(p_name ? std::string_view(p_name->path) : std::string_view());
-        documents = stringsOf(paths);
-    });
-    return 0;
+    return nameDocuments(image, release, applicationPosition, propertyPosition, fileName, directory, documents,
+                         folders.m_folders);
 }
 
 int VornToolsLinks::updateMMLLink(VornToolsVector<VornToolsString>& tags,

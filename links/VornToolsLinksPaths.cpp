@@ -7,6 +7,7 @@
 #include "links/LinkedNames.h"
 
 #include <memory>
+#include <new>
 #include <string>
 
 // Names and paths.
@@ -20,10 +21,11 @@ VornToolsString* resolved(const JournalFrame& i_frame, const VornToolsString* ip
                           const CATUnicodeString& i_directory) {
     if (!ip_linked_name) {
         i_frame.badInput("ip_linked_name");
-        return new VornToolsString;
+        return new (std::nothrow) VornToolsString;
     }
-    auto sp_found =
-        std::make_unique<VornToolsString>(ip_linked_name->bytes(), static_cast<int>(ip_linked_name->size()));
+    std::unique_ptr<VornToolsString> sp_found(
+        new (std::nothrow) VornToolsString(ip_linked_name->bytes(), static_cast<int>(ip_linked_name->size())));
+    if (!sp_found) return nullptr;
     guarded([&] {
         KnownFolders folders;
         LinkedNames names(viewOf(ip_own_path), viewOf(ip_file_name), viewOf(i_directory), folders);

@@ -4,6 +4,7 @@
 #include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 #include "links/DocumentFields.h"
+#include "links/FolderSearch.h"
 #include "links/ImageBytes.h"
 #include "links/LinkLists.h"
 #include "links/Markers.h"
@@ -16,28 +17,18 @@
 
 using namespace vorntools;
 
-int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
-                                     CATUnicodeString directory, VornToolsVector<VornToolsString>& partFiles,
-                                     VornToolsVector<VornToolsString>& contextProducts,
-                                     VornToolsVector<VornToolsString>& contextParts,
-                                     VornToolsVector<VornToolsString>& contextPartReferences) {
-    VornToolsFolderMemory folders;
-    return getLinkedDocName(image, position, fileName, directory, partFiles, contextProducts, contextParts,
-                            contextPartReferences, folders);
-}
+namespace {
 
-int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
-                                     CATUnicodeString directory, VornToolsVector<VornToolsString>& partFiles,
-                                     VornToolsVector<VornToolsString>& contextProducts,
-                                     VornToolsVector<VornToolsString>& contextParts,
-                                     VornToolsVector<VornToolsString>& contextPartReferences,
-                                     VornToolsFolderMemory& folders) {
-    const JournalFrame frame(_CteCLASS_NAME, "getLinkedDocName");
-    for (Strings* const list : {&partFiles, &contextProducts, &contextParts, &contextPartReferences}) clear(*list);
-    if (isMissing(frame, image)) return 0;
+/** The documents that are used, by their kind. @return 0 */
+int nameLinked(const VornToolsString* ip_image, int i_position, const VornToolsString* ip_file_name,
+               const CATUnicodeString& i_directory, Strings& o_part_files, Strings& o_context_products,
+               Strings& o_context_parts, Strings& o_references, KnownFolders*& iop_folders) {
+    const JournalFrame frame(VornToolsLinks::_CteCLASS_NAME, "getLinkedDocName");
+    for (Strings* const list : {&o_part_files, &o_context_products, &o_context_parts, &o_references}) clear(*list);
+    if (isMissing(frame, ip_image)) return 0;
     guarded([&] {
-        const PropertyStream stream(viewOf(*image), positionOf(position));
-        LinkedNames names(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
+        const PropertyStream stream(viewOf(*ip_image), positionOf(i_position));
+        LinkedNames names(stream.ownPath(), viewOf(ip_file_name), viewOf(i_directory), made(iop_folders));
         std::vector<std::string_view> of_kind[3], references;
         for (const LinkedDocument& document : stream.documents()) {
             if (document.uses == 0 || document.kind == LinkedDocument::Drawing) continue;
@@ -47,12 +38,34 @@ int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornT
         Strings found[] = {stringsOf(of_kind[LinkedDocument::PartFile]),
                            stringsOf(of_kind[LinkedDocument::ContextProduct]),
                            stringsOf(of_kind[LinkedDocument::ContextPart]), stringsOf(references)};
-        partFiles = std::move(found[0]);
-        contextProducts = std::move(found[1]);
-        contextParts = std::move(found[2]);
-        contextPartReferences = std::move(found[3]);
+        o_part_files = std::move(found[0]);
+        o_context_products = std::move(found[1]);
+        o_context_parts = std::move(found[2]);
+        o_references = std::move(found[3]);
     });
     return 0;
+}
+
+} // namespace
+
+int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
+                                     CATUnicodeString directory, VornToolsVector<VornToolsString>& partFiles,
+                                     VornToolsVector<VornToolsString>& contextProducts,
+                                     VornToolsVector<VornToolsString>& contextParts,
+                                     VornToolsVector<VornToolsString>& contextPartReferences) {
+    VornToolsFolderMemory folders;
+    return nameLinked(image, position, fileName, directory, partFiles, contextProducts, contextParts,
+                      contextPartReferences, folders.m_folders);
+}
+
+int VornToolsLinks::getLinkedDocName(VornToolsString* image, int position, VornToolsString* fileName,
+                                     CATUnicodeString directory, VornToolsVector<VornToolsString>& partFiles,
+                                     VornToolsVector<VornToolsString>& contextProducts,
+                                     VornToolsVector<VornToolsString>& contextParts,
+                                     VornToolsVector<VornToolsString>& contextPartReferences,
+                                     VornToolsFolderMemory& folders) {
+    return nameLinked(image, position, fileName, directory, partFiles, contextProducts, contextParts,
+                      contextPartReferences, folders.m_folders);
 }
 
 int VornToolsLinks::getGhosts(VornToolsString* image, int position, VornToolsVector<VornToolsString>& ghosts) {
@@ -80,7 +93,7 @@ int VornToolsLinks::getOtherDocuments(VornToolsString* image, int position, Vorn
     if (isMissing(frame, image)) return 0;
     guarded([&] {
         const PropertyStream stream(viewOf(*image), positionOf(position));
-        LinkedNames places(stream.ownPath(), viewOf(fileName), viewOf(directory), *folders.m_folders);
+        LinkedNames places(stream.ownPath(), viewOf(fileName), viewOf(directory), made(folders.m_folders));
         std::vector<std::string_view> of_names, of_kinds;
         VornToolsVector<int> of_uses;
         for (const OtherDocument& document : stream.others()) {
@@ -122,10 +135,10 @@ int VornToolsLinks::getVersion(VornToolsString* image, int& version, int& releas
 
 VornToolsVector<VornToolsString> VornToolsLinks::findKey(VornToolsString* image, VornToolsString& key) {
     const JournalFrame frame(_CteCLASS_NAME, "findKey");
-    Strings identifiers;
-    if (isMissing(frame, image)) return identifiers;
-    guarded([&] { identifiers = stringsOf(identifiersBehind(viewOf(*image), viewOf(key))); });
-    return identifiers;
+    const auto find = [&] {
+        return isMissing(frame, image) ? Strings() : stringsOf(identifiersBehind(viewOf(*image), viewOf(key)));
+    };
+    return guarded(find, Strings::withoutSlots());
 }
 
 int VornToolsLinks::isKeyInFile(VornToolsString& image, VornToolsVector<VornToolsString>& keys) {

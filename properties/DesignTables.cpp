@@ -157,9 +157,12 @@ struct DesignTableInformation {
 
 unsigned char VornToolsCommon::isACatdesigntable(CATUnicodeString i_file_name, CATUnicodeString i_extension) {
     const JournalFrame frame(_CteCLASS_NAME, "isACatdesigntable");
-    if (i_extension.IsNull()) i_extension = UTILFile::getExtension(i_file_name);
-    const auto is_extension = [&](const char* i_candidate) { return i_extension == i_candidate; };
-    return std::any_of(std::begin(kFileExtensions), std::end(kFileExtensions), is_extension) ? 1 : 0;
+    const auto test = [&] {
+        if (i_extension.IsNull()) i_extension = UTILFile::getExtension(i_file_name);
+        const auto is_extension = [&](const char* i_candidate) { return i_extension == i_candidate; };
+        return std::any_of(std::begin(kFileExtensions), std::end(kFileExtensions), is_extension);
+    };
+    return guarded(test, false) ? 1 : 0;
 }
 
 HRESULT VornToolsCommon::getDesignTableFullFilename(CATIDesignTable* ipi_design_table,

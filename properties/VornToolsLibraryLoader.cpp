@@ -1,6 +1,7 @@
 #include "VornToolsLibraryLoader.h"
 
 #include "foundation/DynamicLibrary.h"
+#include "foundation/Guarded.h"
 #include "foundation/JournalFrame.h"
 
 using namespace vorntools;
@@ -15,8 +16,8 @@ bool VornToolsLibraryLoader::_electrical_parameters_func_initialized = false;
 void* VornToolsLibraryLoader::getElectricalInterfacesModule() {
     const JournalFrame frame(_CteCLASS_NAME, "getElectricalInterfacesModule");
     if (!_electrical_interfaces_module_initialized) {
-        _electrical_interfaces_module = loadLibrary("CATElectricalInterfaces");
-        _electrical_interfaces_module_initialized = true;
+        _electrical_interfaces_module_initialized =
+            guarded([] { _electrical_interfaces_module = loadLibrary("CATElectricalInterfaces"); });
     }
     return _electrical_interfaces_module;
 }
@@ -24,11 +25,13 @@ void* VornToolsLibraryLoader::getElectricalInterfacesModule() {
 VornToolsLibraryLoader::ElectricalParametersFunc VornToolsLibraryLoader::getElectricalParametersFuncPtr() {
     const JournalFrame frame(_CteCLASS_NAME, "getElectricalParametersFuncPtr");
     if (_electrical_parameters_func_initialized) return _electrical_parameters_func;
-    _electrical_parameters_func_initialized = true;
     // The optional library needs the platform's: without that one it is not even tried.
-    void* const p_optional = getElectricalInterfacesModule() ? loadLibrary("VornAPIOptElectricalInterfaces") : nullptr;
-    if (p_optional)
-        _electrical_parameters_func =
-            reinterpret_cast<ElectricalParametersFunc>(functionOf(p_optional, "VornAPIOptGetElectricalparameters"));
+    const bool is_tried = getElectricalInterfacesModule() != nullptr;
+    _electrical_parameters_func_initialized =
+        _electrical_interfaces_module_initialized && guarded([&] {
+            if (void* const p_optional = is_tried ? loadLibrary("VornAPIOptElectricalInterfaces") : nullptr)
+                _electrical_parameters_func = reinterpret_cast<ElectricalParametersFunc>(
+                    functionOf(p_optional, "VornAPIOptGetElectricalparameters"));
+        });
     return _electrical_parameters_func;
 }

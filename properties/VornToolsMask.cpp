@@ -49,7 +49,8 @@ HRESULT removeMasks(const JournalFrame& i_frame, const MaskedObject& i_masked) {
 /** The mask to show: that of a dummy part says so. */
 int maskFor(CATIProduct* ipi_product, int i_mask_value, unsigned char i_mark_dummy_parts) {
     if ((i_mask_value & kDummyPartBit) != 0 || !i_mark_dummy_parts) return i_mask_value;
-    if (!VornToolsDummyPart::getInstance()->isADummyPart(ipi_product, kUseRememberedDummyParts)) return i_mask_value;
+    VornToolsDummyPart* const p_dummy_parts = VornToolsDummyPart::getInstance();
+    if (!p_dummy_parts || !p_dummy_parts->isADummyPart(ipi_product, kUseRememberedDummyParts)) return i_mask_value;
     return (i_mask_value & kBitBesideDummyPart) | kDummyPartBit;
 }
 

@@ -138,6 +138,19 @@ bool hasFileName(const JournalFrame& i_frame, CATIProduct* ipi_product, const CA
     return !file_name.IsNull() && file_name == i_file_name;
 }
 
+/** A list of products that holds a reference of each. */
+struct ProductList {
+    ProductList() = default;
+    ~ProductList() {
+        for (int i = 1; i <= list.Size(); ++i)
+            if (list[i]) list[i]->Release();
+    }
+    ProductList(const ProductList&) = delete;
+    ProductList& operator=(const ProductList&) = delete;
+
+    CATListPtrCATBaseUnknown list;
+};
+
 } // namespace
 
 HRESULT VornToolsCommon::getCSO(CATCSO*& op_cso) {
@@ -203,10 +216,13 @@ HRESULT VornToolsCommon::getSelectedProducts(CATListPtrCATBaseUnknown& o_product
             if (sp_product && listed.insert(sp_product->GetImpl()).second) products.push_back(std::move(sp_product));
             return true;
         });
-        for (auto& sp_product : products) o_products.Append(sp_product.detach());
+        for (const auto& sp_product : products) o_products.Append(sp_product.get());
+        for (auto& sp_product : products) sp_product.detach(); // the list has them all
         return S_OK;
     };
-    return guarded(work, E_FAIL);
+    const HRESULT code = guarded(work, E_FAIL);
+    if (FAILED(code)) o_products.RemoveAll();
+    return code;
 }
 
 HRESULT VornToolsCommon::getSelectedObjectFromPathElement(CATBaseUnknown*& opi_object) {
@@ -248,7 +264,8 @@ HRESULT VornToolsCommon::getAllDocNameFromSelection(CATListValCATUnicodeString& 
 unsigned char VornToolsCommon::isSelectedInCatia(CATUnicodeString i_file_name) {
     const JournalFrame frame(_CteCLASS_NAME, "isSelectedInCatia");
     const auto work = [&]() -> unsigned char {
-        CATListPtrCATBaseUnknown products;
+        ProductList held;
+        CATListPtrCATBaseUnknown& products = held.list;
         if (FAILED(getSelectedProducts(products))) {
             frame.callFailed("getCSO");
             return 0;
@@ -258,12 +275,14 @@ unsigned char VornToolsCommon::isSelectedInCatia(CATUnicodeString i_file_name) {
             return 0;
         }
         frame.write("Number of selected objet(s) = %d", products.Size());
-        std::vector<InterfacePtr<CATIProduct>> held;
-        for (int i = 1; i <= products.Size(); ++i)
-            held.push_back(InterfacePtr<CATIProduct>::adopt(static_cast<CATIProduct*>(products[i])));
         bool is_selected = false;
-        for (const auto& sp_product : held)
-            if (hasFileName(frame, sp_product.get(), i_file_name)) is_selected = true;
+        for (int i = 1; i <= products.Size(); ++i) {
+            auto* const pi_product = static_cast<CATIProduct*>(products[i]);
+            if (!pi_product)
+                frame.missing("pi_prod");
+            else if (hasFileName(frame, pi_product, i_file_name))
+                is_selected = true;
+        }
         return is_selected ? 1 : 0;
     };
     return guarded(work, static_cast<unsigned char>(0));

@@ -99,25 +99,41 @@ CATListValCATUnicodeString* firstWith(const CATUnicodeString& i_name,
     return nullptr;
 }
 
+/** An entry of a map, which goes again unless it is to stay: a list beside the map may have no memory for it. */
+class NewEntry {
+public:
+    NewEntry(TYPMapCATUnicodeStringPVoid& io_map, const CATUnicodeString& i_file_name, CATIProduct* ipi_product)
+        : m_map(&io_map), m_file_name(i_file_name) {
+        io_map.insert(i_file_name, ipi_product, kMapName);
+    }
+    ~NewEntry() {
+        if (m_map) m_map->erase(m_file_name);
+    }
+    NewEntry(const NewEntry&) = delete;
+    NewEntry& operator=(const NewEntry&) = delete;
+
+    void stay() { m_map = nullptr; }
+
+private:
+    TYPMapCATUnicodeStringPVoid* m_map;
+    const CATUnicodeString& m_file_name;
+};
+
 } // namespace
 
 VornToolsSwitchMgt::VornToolsSwitchMgt(unsigned char switchBack)
-    : m_products(new TYPMapCATUnicodeStringPVoid), m_switchBack(switchBack), m_switchEnabled(1) {}
+    : m_products(nullptr), m_switchBack(switchBack), m_switchEnabled(1) {}
 
-VornToolsSwitchMgt::~VornToolsSwitchMgt() {
-    if (FAILED(release())) releaseProducts(*m_products);
-    delete m_products;
-}
+VornToolsSwitchMgt::~VornToolsSwitchMgt() { release(); }
 
 HRESULT VornToolsSwitchMgt::release() {
     const JournalFrame frame(_CteCLASS_NAME, "release");
     const auto work = [&]() -> HRESULT {
-        auto sp_none = std::make_unique<TYPMapCATUnicodeStringPVoid>();
         // Forgotten first: what fails on the way is not given back twice.
-        const std::unique_ptr<TYPMapCATUnicodeStringPVoid> sp_products(std::exchange(m_products, sp_none.release()));
+        const std::unique_ptr<TYPMapCATUnicodeStringPVoid> sp_products(std::exchange(m_products, nullptr));
         for (CATListValCATUnicodeString* const p_list : {&m_designs, &m_defaults, &m_visualisations})
             p_list->RemoveAll();
-        releaseProducts(*sp_products);
+        if (sp_products) releaseProducts(*sp_products);
         return S_OK;
     };
     return guarded(work, E_FAIL);
@@ -130,9 +146,11 @@ HRESULT VornToolsSwitchMgt::add(CATUnicodeString fileName, CATIProduct* product,
     if (originalMode == Modes::WorkModeVisu) p_list = &m_visualisations;
     if (originalMode == Modes::WorkModeDefault) p_list = &m_defaults;
     if (hasGeometry(originalMode)) p_list = &m_designs;
-    if (!p_list || !isPart(fileName) || m_products->contains(fileName)) return S_OK;
+    if (!p_list || !isPart(fileName) || (m_products && m_products->contains(fileName))) return S_OK;
+    if (!m_products) m_products = new TYPMapCATUnicodeStringPVoid;
+    NewEntry entry(*m_products, fileName, product);
     if (!p_list->Locate(fileName)) p_list->Append(fileName);
-    m_products->insert(fileName, product, kMapName);
+    entry.stay();
     // Only the journal wants to know: the product is remembered whatever becomes of the question.
     if (onPlatform([product] { return product->IsReference(); }, E_FAIL) == S_OK)
         frame.write("WARNING : the product added to the switcher is a reference product");
@@ -316,13 +334,13 @@ HRESULT VornToolsSwitchMgt::updateDocumentName(CATUnicodeString oldName, CATUnic
     const JournalFrame frame(_CteCLASS_NAME, "updateDocumentName");
     CATListValCATUnicodeString* const list = firstWith(oldName, {&m_designs, &m_defaults, &m_visualisations});
     if (!list) return S_FALSE;
-    list->RemoveValue(oldName);
-    list->Append(newName);
+    if (!guarded([&] { list->Append(newName); })) return E_FAIL;
+    list->RemoveValue(oldName); // the first of the two, should they be the same
     return S_OK;
 }
 
 HRESULT VornToolsSwitchMgt::getCATIProduct(CATUnicodeString fileName, CATIProduct*& product) {
     const JournalFrame frame(_CteCLASS_NAME, "getCATIProduct");
-    product = static_cast<CATIProduct*>(m_products->find(fileName, ""));
+    product = m_products ? static_cast<CATIProduct*>(m_products->find(fileName, "")) : nullptr;
     return product ? S_OK : E_FAIL;
 }

@@ -102,7 +102,9 @@ HRESULT VornToolsCommon::getAllRootDocuments(CATUnicodeString i_name_filter, CAT
         }
         return o_documents.Size() > 0 ? S_OK : code;
     };
-    return guarded(work, E_FAIL);
+    const HRESULT code = guarded(work, E_FAIL);
+    if (FAILED(code)) o_documents.RemoveAll();
+    return code;
 }
 
 HRESULT VornToolsCommon::getAllRootDocNameFromWindows(CATListValCATUnicodeString& o_names) {
@@ -121,7 +123,9 @@ HRESULT VornToolsCommon::getAllRootDocNameFromWindows(CATListValCATUnicodeString
         }
         return S_OK;
     };
-    return guarded(work, E_FAIL);
+    const HRESULT code = guarded(work, E_FAIL);
+    if (FAILED(code)) o_names.RemoveAll();
+    return code;
 }
 
 unsigned char VornToolsCommon::isADocumentWindowOpened() {

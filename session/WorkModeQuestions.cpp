@@ -71,20 +71,23 @@ unsigned char VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(CATUnicodeString i
                                                               EnumLoadedFor& o_loaded_for) {
     const JournalFrame frame(_CteCLASS_NAME, "isLoadedForLFCOrConsultOrAsCGR");
     o_loaded_for = LoadedForNothing;
-    CATUnicodeString uuid;
-    if (FAILED(getDocUUID(ip_document, uuid))) {
-        frame.callFailed("getDocUUID");
-        uuid = "";
-    }
-    CATListValCATUnicodeString lines;
-    if (FAILED(readDatTools(i_file_name, uuid, lines))) {
-        frame.write("readDatTools returns failed for : %s", i_file_name);
-        return 0;
-    }
-    constexpr int kPositionalLoadType = 6;
-    const DatLines dat(lines);
-    const bool positional = dat.isPositional();
-    if (!positional && !dat.has(DatTag::LoadType)) return 0;
-    o_loaded_for = loadedFor(positional ? dat.fileLine(kPositionalLoadType) : dat.valueOf(DatTag::LoadType));
-    return 1;
+    const auto ask = [&]() -> unsigned char {
+        CATUnicodeString uuid;
+        if (FAILED(getDocUUID(ip_document, uuid))) {
+            frame.callFailed("getDocUUID");
+            uuid = "";
+        }
+        CATListValCATUnicodeString lines;
+        if (FAILED(readDatTools(i_file_name, uuid, lines))) {
+            frame.write("readDatTools returns failed for : %s", i_file_name);
+            return 0;
+        }
+        constexpr int kPositionalLoadType = 6;
+        const DatLines dat(lines);
+        const bool positional = dat.isPositional();
+        if (!positional && !dat.has(DatTag::LoadType)) return 0;
+        o_loaded_for = loadedFor(positional ? dat.fileLine(kPositionalLoadType) : dat.valueOf(DatTag::LoadType));
+        return 1;
+    };
+    return guarded(ask, static_cast<unsigned char>(0));
 }

@@ -4,6 +4,7 @@
 #include "embedded/Records.h"
 #include "embedded/services/EnvironmentAnswers.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <string_view>
@@ -17,6 +18,8 @@ constexpr std::string_view kClosing = "< ";
 constexpr int kNoCode = -1;
 /** Most lines fit into this much at the first attempt. */
 constexpr std::size_t kUsualLine = 640;
+/** Of a code with its sign and the blank before it. */
+constexpr std::size_t kMostDigits = 12;
 
 bool isMessage(std::string_view line) {
     return line.substr(0, kOpening.size()) != kOpening && line.substr(0, kClosing.size()) != kClosing;
@@ -69,12 +72,20 @@ void Journal::clear() {
     m_repeats = 0;
 }
 
+void Journal::makeRoom(std::size_t bytes) {
+    if (m_text.size() + bytes > m_text.capacity())
+        m_text.reserve((std::max)(2 * m_text.capacity(), m_text.size() + bytes));
+    if (m_ends.size() == m_ends.capacity()) m_ends.reserve(2 * m_ends.capacity() + 1);
+}
+
 void Journal::begin(std::string_view name) {
-    const auto depth = static_cast<std::size_t>(m_open++);
+    const auto depth = static_cast<std::size_t>(m_open);
     if (depth == m_names.size()) m_names.emplace_back();
     m_names[depth] = name;
+    makeRoom(kOpening.size() + name.size());
     m_text.append(kOpening).append(name);
     m_ends.push_back(m_text.size());
+    ++m_open;
 }
 
 void Journal::end(std::string_view name, int code) {
@@ -82,24 +93,29 @@ void Journal::end(std::string_view name, int code) {
     const bool repeats = !matches && isClosing(line(size() - 1), name);
     if (!matches) ++(repeats ? m_repeats : m_mismatches);
     if (m_open > 0 && !repeats) --m_open;
+    makeRoom(kClosing.size() + name.size() + kMostDigits);
     m_text.append(kClosing).append(name);
     if (code != kNoCode) m_text.append(" ").append(std::to_string(code));
     m_ends.push_back(m_text.size());
 }
 
 void Journal::write(std::string_view message) {
+    makeRoom(message.size());
     m_text.append(message);
     m_ends.push_back(m_text.size());
 }
 
 void Journal::write(const char* format, std::va_list arguments) {
     const std::size_t begin = m_text.size();
+    makeRoom(kUsualLine);
     std::va_list again;
     va_copy(again, arguments);
     m_text.resize(begin + kUsualLine);
     const int length = std::vsnprintf(&m_text[begin], kUsualLine, format, arguments);
     const std::size_t size = length > 0 ? static_cast<std::size_t>(length) : 0;
     if (size >= kUsualLine) {
+        m_text.resize(begin);
+        makeRoom(size + 1);
         m_text.resize(begin + size + 1);
         std::vsnprintf(&m_text[begin], size + 1, format, again);
     }

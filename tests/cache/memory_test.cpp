@@ -3,6 +3,7 @@
 
 #include "TYPVectorCATUnicodeString.h"
 #include "UTILFile.h"
+#include "embedded/Profile.h"
 #include "tests/support/AllocationSweep.h"
 #include "tests/support/Allocations.h"
 #include "tests/support/Fixture.h"
@@ -13,9 +14,17 @@ namespace {
 
 const std::string kLine(2 * kLargeAllocation, 'x');
 
+/** The 8-bit form of a text that holds it is one of its own. */
+constexpr const char* kNotAscii = "\xE4";
+
 /** What memory does not suffice for cannot be read: nothing is thrown, and nothing is given out by halves. */
 class MemoryTest : public PlatformTest {
 protected:
+    static void useCodePage() {
+        embedded::Switches switches = embedded::switches();
+        switches.codePage = embedded::CodePage::windows1252;
+        embedded::setSwitches(switches);
+    }
     /** Writes a document with a DAT file of long lines; its name. */
     CATUnicodeString writeDocument() {
         write("p.CATPart.dat", "<DatFileVersion>\n2\n<ItemRevUID>\n" + kLine + "\n<LinkedDocs>\nMMLAssy|a\nMMLAssy|" +
@@ -34,6 +43,30 @@ TEST_F(MemoryTest, DatFiles) {
         lines.Append("stale");
         const HRESULT code = VornToolsCommon::readDatTools(name, "", lines);
         return outcomeOf(code, lines);
+    });
+    const CATUnicodeString large(kLine.c_str());
+    sweepAllocations("readDatTools", [&] {
+        CATListValCATUnicodeString lines;
+        lines.Append("stale");
+        const HRESULT code = VornToolsCommon::readDatTools(name, large, lines);
+        return outcomeOf(code, lines);
+    });
+    sweepAllocations("getOrvaneInformationsFromDatFile", [&] {
+        CATUnicodeString revision("stale"), dataset("stale"), reference("stale");
+        unsigned char exists = 7;
+        const HRESULT code =
+            VornToolsCommon::getOrvaneInformationsFromDatFile(large, nullptr, revision, dataset, reference, exists);
+        reports();
+        return outcomeOf(code, revision, dataset, reference, exists);
+    });
+    sweepAllocations("isModifiedStatusInCATIA", [&] {
+        unsigned char modified = 7;
+        return outcomeOf(VornToolsCommon::isModifiedStatusInCATIA(large, modified), modified);
+    });
+    sweepAllocations("isLoadedForLFCOrConsultOrAsCGR", [&] {
+        VornToolsCommon::EnumLoadedFor loaded = VornToolsCommon::LoadedAsCgr;
+        const bool told = VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(large, nullptr, loaded) != 0;
+        return SweepOutcome{told ? S_OK : E_FAIL, loaded == VornToolsCommon::LoadedForNothing};
     });
     sweepAllocations("itemRevUIDExistsInDatFile", [&] {
         unsigned char exists = 7;
@@ -72,6 +105,7 @@ TEST_F(MemoryTest, DatFiles) {
 
 TEST_F(MemoryTest, AnswersOfTheCache) {
     const CATUnicodeString name = writeDocument();
+    session().part("/w/P.CATPart");
     VornCache cache;
     cache.addDocument(name, nullptr);
     using Text = HRESULT (VornCache::*)(CATUnicodeString, CATUnicodeString&);
@@ -91,14 +125,34 @@ TEST_F(MemoryTest, AnswersOfTheCache) {
             return outcomeOf(code, list);
         });
     }
+    const CATUnicodeString large(kLine.c_str());
     using Links = HRESULT (VornCache::*)(CATUnicodeString, const CATUnicodeString&, CATListValCATUnicodeString&);
     for (const Links getter : {&VornCache::getLinkedDoc, &VornCache::getLinkedMMLAssyDoc}) {
         sweepAllocations("links", [&] {
             CATListValCATUnicodeString list;
-            const HRESULT code = (cache.*getter)(name, "/elsewhere", list);
+            const HRESULT code = (cache.*getter)(name, large, list);
             return outcomeOf(code, list);
         });
     }
+    sweepAllocations("getLocalLastModifiedDate", [&] {
+        CATUnicodeString date("stale");
+        return outcomeOf(cache.getLocalLastModifiedDate(large, date), date);
+    });
+    sweepAllocations("setNewFullFileName", [&] {
+        const HRESULT code = cache.setNewFullFileName(name, large);
+        const bool isAsBefore = cache.isInCache(name) && !cache.isInCache(large);
+        cache.setNewFullFileName(large, name);
+        return SweepOutcome{code, isAsBefore};
+    });
+    sweepAllocations("addDocument", [&] {
+        VornCache other;
+        const CATUnicodeString copy(large);
+        CATDocument* document = nullptr;
+        VornCache::EnumModifiedFlag flag = VornCache::ModifiedFlagModified;
+        const HRESULT code = other.addDocument(copy, session().find("/w/P.CATPart").get());
+        other.getModifiedStatus(copy, flag, document);
+        return SweepOutcome{code, !document && !other.isInCache(copy)};
+    });
     sweepAllocations("getDataAtLine", [&] {
         CATUnicodeString text("stale");
         const HRESULT code = cache.getDataAtLine(name, "<ItemRevUID>", text);
@@ -119,6 +173,11 @@ TEST_F(MemoryTest, NamesOfFiles) {
         const HRESULT code = VornToolsCommon::extractFileNameFromCacheFileName(cached, source);
         return outcomeOf(code, source);
     });
+    useCodePage();
+    sweepAllocations("cgrFileNameContainsLastModificationDateField", [&] {
+        const CATUnicodeString dated = (kLine + kNotAscii + ".2026-11-22-11.30.00.cgr").c_str();
+        return SweepOutcome{VornCache().cgrFileNameContainsLastModificationDateField(dated) ? S_OK : E_FAIL};
+    });
     const CATUnicodeString named = ("a." + kLine).c_str();
     sweepAllocations("returnDocumentType", [&] {
         EXPECT_EQ(VornToolsCommon::returnDocumentType(named), VornToolsCommon::DocumentTypeUnknown);
@@ -128,6 +187,13 @@ TEST_F(MemoryTest, NamesOfFiles) {
 
 TEST_F(MemoryTest, ExchangeFiles) {
     environment().tempDirectory = path("") + UTILFile::getPathSeparator().ConvertToChar();
+    useCodePage(); // in which the text is made only when it is written
+    const CATUnicodeString text((kLine + kNotAscii).c_str());
+    sweepAllocations("createResultFile", [&] {
+        write("results", "before");
+        const CATUnicodeString copy(text);
+        return SweepOutcome{VornToolsCommon::createResultFile(copy), !UTILFile::existingFile(path("results").c_str())};
+    });
     write("results", kLine + "\n" + kLine);
     sweepAllocations("getResultInfo", [] {
         VornToolsCommon::EnumResultStatus status = VornToolsCommon::ResultStatusOk;
@@ -156,6 +222,11 @@ TEST_F(MemoryTest, ExchangeFiles) {
         CATListValCATUnicodeString contexts, parts, files;
         const HRESULT code = VornToolsCommon::readHighlightFile(1, contexts, parts, files);
         return SweepOutcome{code, parts.Size() == files.Size() && parts.Size() < 2};
+    });
+    environment().tempDirectory = kLine;
+    sweepAllocations("readHighlightFile", [] {
+        CATListValCATUnicodeString contexts, parts, files;
+        return outcomeOf(VornToolsCommon::readHighlightFile(1, contexts, parts, files), contexts, parts, files);
     });
     sweepAllocations("readSelectionBalise", [&] {
         TYPVectorCATUnicodeString parts, files;

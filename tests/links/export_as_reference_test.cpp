@@ -116,6 +116,8 @@ TEST_F(ExportAsReferenceTest, WithoutMemoryACallFails) {
         const HRESULT code = references.hasAnEAR(part.get(), result);
         return SweepOutcome{code, result == 0};
     });
+    environment().referencePrefix = std::string(kLargeAllocation, 'n');
+    sweepAllocations("initClassVariables", [&] { return SweepOutcome{references.initClassVariables()}; });
 }
 
 } // namespace

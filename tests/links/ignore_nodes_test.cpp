@@ -365,6 +365,8 @@ TEST_F(IgnoreNodesTest, WithoutMemoryACallFails) {
         nodes.isAnIgnoreNode(part.get(), "xp.CATPart", 0, result);
         return outcomeOf(code, result);
     });
+    environment().configurationDirectory = text;
+    sweepAllocations("initClassVariables", [&] { return SweepOutcome{nodes.initClassVariables()}; });
 }
 
 } // namespace

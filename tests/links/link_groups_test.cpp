@@ -239,6 +239,32 @@ TEST_F(LinksTest, WithoutMemoryACallHandsOutNothing) {
         VornToolsLinks::updateMMLLink(tags, tags, names, links);
         return outcome(textsOf(links));
     });
+    // Every list has its hundred elements, however little there is to be found.
+    DocumentImage small;
+    small.application().properties("",
+                                   {ImageRecord::whole("CATPart", "n"), ImageRecord::object("CATPart", "m", kFirst)});
+    VornToolsString image_bytes = stringOf(small.bytes()), key = stringOf("k");
+    using OneKind = VornToolsVector<VornToolsLink> (*)(VornToolsString*, VornToolsString*, CATUnicodeString);
+    constexpr std::size_t kAny = 1;
+    for (const OneKind of_kind : {OneKind(VornToolsLinks::getAllLinks), OneKind(VornToolsLinks::getMMLDrawingLinks),
+                                  OneKind(VornToolsLinks::getContextLinks)})
+        sweepAllocations(
+            "links of one kind", [&] { return outcome(textsOf(of_kind(&image_bytes, nullptr, ""))); }, kAny);
+    sweepAllocations(
+        "getLinks",
+        [&] {
+            unsigned char missing = 7;
+            return outcome(textsOf(VornToolsLinks::getLinks(&image_bytes, "MML", nullptr, "", missing)), missing);
+        },
+        kAny);
+    sweepAllocations(
+        "getMMLTag",
+        [&] {
+            Strings texts = stringsOf({"stale"});
+            VornToolsLinks::getMMLTag(&image_bytes, 11, small.applicationPosition(), small.propertyPosition(), texts);
+            return outcome(texts);
+        },
+        kAny);
 }
 
 TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {

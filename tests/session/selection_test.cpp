@@ -422,4 +422,27 @@ TEST_F(SelectionTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        kNoCode});
 }
 
+TEST_F(SelectionTest, WithoutMemoryNoProductIsLeftHeld) {
+    windows().select(visual);
+    windows().select(part);
+    constexpr std::size_t kAny = 1;
+    sweepAllocations(
+        "getSelectedProducts",
+        [] {
+            CATListPtrCATBaseUnknown found;
+            const HRESULT code = VornToolsCommon::getSelectedProducts(found);
+            for (int i = 1; i <= found.Size(); ++i) found[i]->Release();
+            return SweepOutcome{code, found.Size() == 0, found.Size()};
+        },
+        kAny);
+    sweepAllocations(
+        "isSelectedInCatia",
+        [] {
+            const bool is = VornToolsCommon::isSelectedInCatia("p.CATPart") != 0;
+            embedded::ErrorReports::get().take();
+            return SweepOutcome{is ? S_OK : E_FAIL};
+        },
+        kAny);
+}
+
 } // namespace

@@ -1,4 +1,5 @@
 #include "tests/session/WorkModesFixture.h"
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/FaultAt.h"
 
 #include "VornToolsSwitchMgt.h"
@@ -298,6 +299,28 @@ TEST_F(SwitcherTest, NoFaultLeavesAnythingBehindWhenSwitching) {
         embedded::setWorkMode(bolt, mode);
         sweepFailures({"VornToolsSwitchMgt::isInVisuMode", ask, {}, {}, {0}});
     }
+}
+
+TEST_F(SwitcherTest, WithoutMemoryNothingIsKnownByHalves) {
+    const CATUnicodeString large((std::string(kLargeAllocation, 'n') + ".CATPart").c_str());
+    VornToolsSwitchMgt switcher{1};
+    unsigned char visual = 7;
+    sweepAllocations("setWorkMode", [&] {
+        embedded::setWorkMode(bolt, WorkMode::visualisation);
+        const HRESULT code = switcher.setWorkMode(bolt.get(), Modes::WorkModeDesign, Modes::WorkModeVisu, large, 1);
+        const bool isUnknown = switcher.isInVisuMode(large, visual) == E_FAIL;
+        switcher.release();
+        return SweepOutcome{code, isUnknown && embedded::workMode(bolt) == WorkMode::visualisation};
+    });
+    const CATUnicodeString name("Bolt.CATPart");
+    embedded::setWorkMode(bolt, WorkMode::visualisation);
+    switcher.switchDesign(name, bolt.get(), 1);
+    sweepAllocations("updateDocumentName", [&] {
+        const HRESULT code = switcher.updateDocumentName(name, large);
+        const bool isAsBefore = switcher.updateDocumentName(name, name) == S_OK;
+        switcher.updateDocumentName(large, name);
+        return SweepOutcome{code, isAsBefore};
+    });
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
 
@@ -279,6 +280,16 @@ TEST_F(WindowsTest, NoFaultInventsAnAnswer) {
                    {},
                    {0},
                    "it has no code: what counts is the answer"});
+}
+
+TEST_F(WindowsTest, WithoutMemoryThereIsNoList) {
+    windows().open(session().product("/w/" + std::string(kLargeAllocation, 'n') + ".CATProduct"));
+    windows().open(first); // is listed in front of it
+    sweepAllocations("getAllRootDocNameFromWindows", [] {
+        CATListValCATUnicodeString names;
+        const HRESULT code = VornToolsCommon::getAllRootDocNameFromWindows(names);
+        return SweepOutcome{code, names.Size() == 0};
+    });
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "tests/session/WorkModesFixture.h"
+#include "tests/support/AllocationSweep.h"
 
 #include "CATIProduct.h"
 
@@ -181,6 +182,17 @@ TEST_F(WorkModesTest, NoFaultOfThePlatformLeavesAnythingBehind) {
     }
     sweepFailures({"VornToolsWorkModeServices::setWorkMode",
                    [&]() -> SweepOutcome { return {Modes::setWorkMode(bolt.get(), Modes::WorkModeBrep)}; }, put_back});
+}
+
+TEST_F(WorkModesTest, WithoutMemoryThereIsNoAnswer) {
+    const embedded::Product pictured = bolt.reference().add(session().part("/w/Nut.CATPart"), "Nut.1");
+    pictured.reference().masterShape("/w/" + std::string(kLargeAllocation, 'n') + ".CATPart.cgr");
+    sweepAllocations("isVisualWorkMode", [&] {
+        unsigned char visual = 7;
+        const HRESULT code = Modes::isVisualWorkMode(pictured.get(), visual);
+        reports();
+        return outcomeOf(code, visual);
+    });
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 
 #ifdef _WIN32
 
-void sweepAllocations(const std::string&, const std::function<SweepOutcome()>&) {}
+void sweepAllocations(const std::string&, const std::function<SweepOutcome()>&, std::size_t) {}
 
 #else
 
@@ -19,25 +19,25 @@ constexpr int kMostAllocations = 1000;
 
 bool isInsideMethod() { return embedded::Journal::get().open() != 0; }
 
-/** Runs the operation with its n-th large allocation refused. @return whether there was one */
-bool runRefusing(int nth, const std::function<SweepOutcome()>& operation, SweepOutcome& outcome) {
-    allocations::refuse(static_cast<std::size_t>(nth), kLargeAllocation, isInsideMethod);
+/** Runs the operation with its n-th allocation of that size refused. @return whether there was one */
+bool runRefusing(int nth, std::size_t smallest, const std::function<SweepOutcome()>& operation, SweepOutcome& outcome) {
+    allocations::refuse(static_cast<std::size_t>(nth), smallest, isInsideMethod);
     EXPECT_NO_THROW(outcome = operation());
     return allocations::refuse(0, 0);
 }
 
 } // namespace
 
-void sweepAllocations(const std::string& name, const std::function<SweepOutcome()>& operation) {
+void sweepAllocations(const std::string& name, const std::function<SweepOutcome()>& operation, std::size_t smallest) {
     const SweepOutcome undisturbed = operation(); // makes what is made on first use, and room in the journal
     int failed = 0;
     for (int nth = 1; nth <= kMostAllocations; ++nth) {
-        SCOPED_TRACE(name + ", large allocation " + std::to_string(nth));
+        SCOPED_TRACE(name + ", allocation " + std::to_string(nth));
         embedded::Journal::get().clear();
         embedded::ErrorReports::get().take();
         const embedded::LiveCounts before = embedded::Accounting::get().live();
         SweepOutcome outcome;
-        const bool refused = runRefusing(nth, operation, outcome);
+        const bool refused = runRefusing(nth, smallest, operation, outcome);
         EXPECT_TRUE(before == embedded::Accounting::get().live()) << "references, lists, texts or files left alive";
         EXPECT_EQ(embedded::Journal::get().open(), 0) << "journal frames left open";
         if (!refused) break;

@@ -47,6 +47,9 @@ public:
     void write(const char* format, std::va_list arguments);
 
 private:
+    /** Everything that a line takes of memory: a line that there is none for leaves nothing behind. */
+    void makeRoom(std::size_t bytes);
+
     std::string m_text;
     std::vector<std::size_t> m_ends;
     std::vector<std::string> m_names;
