@@ -85,6 +85,11 @@ TEST_F(RecordedIdentityTest, DebugModeJournalsTheIdentityOnSuccessAndFailure) {
     EXPECT_TRUE(embedded::Journal::get().contains(
         "VornToolsCommon::getOrvaneInformationsFromDatFile : rc=[-2147467259], o_itemrev_uid=[], o_dataset_uid=[], "
         "o_named_ref_uid=[], o_exist_in_ov=[TRUE]"));
+    clearJournal();
+    identity.ofFile(path("unmanaged.CATPart"), &cache);
+    EXPECT_TRUE(embedded::Journal::get().contains(
+        "VornToolsCommon::getOrvaneInformationsFromDatFile : rc=[0], o_itemrev_uid=[], o_dataset_uid=[], "
+        "o_named_ref_uid=[], o_exist_in_ov=[FALSE]"));
 }
 
 TEST_F(RecordedIdentityTest, LogicalNamesAreReadByTheirPathOnDisk) {

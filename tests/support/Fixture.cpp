@@ -40,6 +40,7 @@ void PlatformTest::TearDown() {
     EXPECT_EQ(embedded::Journal::get().mismatches(), 0) << "journal frames closed out of order";
     EXPECT_EQ(reports(), Texts()) << "error reports that the test did not read";
     checkJournalNames(embedded::Journal::get().lines());
+    checkExpectedReports();
     session().reset();
     EXPECT_TRUE(m_before == embedded::Accounting::get().live())
         << "left alive: references " << embedded::Accounting::get().live().references - m_before.references

@@ -170,6 +170,7 @@ int sweepFailures(const SweepCase& sweep) {
     const Failures& failures = Failures::get();
     const HeldChanges changes;
     recordSweepOf(sweep.name);
+    expectReportsOf(sweep.name);
     restore(sweep, changes);
     const Surroundings before = look(sweep);
     const Run undisturbed = runOnce(sweep, 0, false, FaultFlavour::none);
