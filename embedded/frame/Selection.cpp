@@ -1,5 +1,6 @@
 #include "embedded/frame/Selection.h"
 
+#include "embedded/documents/Documents.h"
 #include "embedded/object/Stranger.h"
 #include "embedded/tables/DesignTableObjects.h"
 
@@ -54,10 +55,13 @@ HRESULT PathElementObject::Search(const IID& iIID, void** oPointer) {
     const FaultFlavour flavour = called("CATPathElement::Search");
     if (flavour != FaultFlavour::none) return failedAnswer<void*>(flavour, *oPointer, nullptr, this);
     for (auto entry = m_objects.rbegin(); entry != m_objects.rend(); ++entry) {
-        const Found found = entry->object ? entry->object->findInterface(iIID) : Found();
-        if (!found) continue;
+        if (!entry->object || !entry->object->findInterface(iIID)) continue;
+        // An object that has the interface: of another kind only a document can be.
+        auto* const document = dynamic_cast<DocumentObject*>(entry->object);
+        Object* const shown = document ? static_cast<DocumentObject*>(documentOrStranger(document)) : entry->object;
+        const Found found = shown->findInterface(iIID);
         const HandingOut goesOn;
-        entry->object->addReference(*found.hold);
+        shown->addReference(*found.hold);
         *oPointer = found.pointer;
         return S_OK;
     }

@@ -7,9 +7,15 @@
 
 namespace embedded {
 
-LentParameters::LentParameters(std::vector<ParameterObject*> parameters)
-    : m_parameters(std::move(parameters)), m_list(std::make_unique<CATListValCATBaseUnknown_var>()) {
+LentParameters::LentParameters(std::vector<ParameterObject*> parameters, CATBaseUnknown* stranger)
+    : m_parameters(std::move(parameters)), m_stranger(stranger),
+      m_list(std::make_unique<CATListValCATBaseUnknown_var>()) {
     --Accounting::get().live().lists;
+    if (m_stranger) {
+        m_list->Append(CATBaseUnknown_var());
+        m_list->Append(CATBaseUnknown_var(m_stranger));
+        m_stranger->Release();
+    }
     for (ParameterObject* const parameter : m_parameters) {
         CATICkeParm* const shown = parameter;
         parameter->pin(IID_CATICkeParm);
@@ -20,6 +26,7 @@ LentParameters::LentParameters(std::vector<ParameterObject*> parameters)
 
 LentParameters::~LentParameters() {
     for (ParameterObject* const parameter : m_parameters) handOut<CATICkeParm>(parameter);
+    handOut(m_stranger);
     m_list.reset();
     ++Accounting::get().live().lists;
 }

@@ -1,6 +1,7 @@
 #ifndef EMBEDDED_KNOWLEDGE_LENT_PARAMETERS_H
 #define EMBEDDED_KNOWLEDGE_LENT_PARAMETERS_H
 
+#include "CATBaseUnknown.h"
 #include "CATICkeRelationForwards.h"
 
 #include <memory>
@@ -13,7 +14,8 @@ class ParameterObject;
 /** Parameters in a list that stays the platform's own: whoever is shown it holds none of them. */
 class LentParameters {
 public:
-    explicit LentParameters(std::vector<ParameterObject*> parameters);
+    /** @param stranger the list begins with a null and this object; null for parameters only */
+    explicit LentParameters(std::vector<ParameterObject*> parameters, CATBaseUnknown* stranger = nullptr);
     ~LentParameters();
     LentParameters(const LentParameters&) = delete;
     LentParameters& operator=(const LentParameters&) = delete;
@@ -22,6 +24,7 @@ public:
 
 private:
     const std::vector<ParameterObject*> m_parameters;
+    CATBaseUnknown* const m_stranger;
     std::unique_ptr<CATListValCATBaseUnknown_var> m_list;
 };
 

@@ -45,6 +45,7 @@ CATISpecObject* AttributeCalls::object(const Node& node, const CATISpecAttrKey* 
     if (list != (position > 0)) return nullptr;
     const std::size_t index = list ? static_cast<std::size_t>(position - 1) : 0;
     if (index >= found->objects.size()) return nullptr;
+    if (Failures::get().givesOtherKind()) return handOut<CATISpecObject>(&StrangerObject::get());
     return handOut(found->objects[index]->specObject());
 }
 

@@ -141,13 +141,15 @@ int DesignTableObject::ParameterColumn(const CATICkeParm_var& iParameter) {
 
 CATCkeListOfParm DesignTableObject::OutParameters() const {
     if (failing("CATICkeRelation::OutParameters")) return nullptr;
-    if (!m_outParameters) {
+    const auto lend = [&](CATBaseUnknown* stranger) {
         std::vector<ParameterObject*> parameters;
         for (const Association& one : associations) parameters.push_back(one.parameter);
         auto& lent = KnowledgeData::get().lent;
-        lent.push_back(std::make_unique<LentParameters>(std::move(parameters)));
-        m_outParameters = lent.back().get();
-    }
+        lent.push_back(std::make_unique<LentParameters>(std::move(parameters), stranger));
+        return lent.back().get();
+    };
+    if (Failures::get().givesOtherKind()) return lend(StrangerObject::get().unknown())->list();
+    if (!m_outParameters) m_outParameters = lend(nullptr);
     return m_outParameters->list();
 }
 

@@ -89,11 +89,11 @@ TEST_F(JobsTest, AProcessThatEndsTooEarlyIsSaid) {
     // Whoever opens it waits for ever, and what the program starts is killed; a sanitizer would start something at the
     // end as well.
     const std::string killAll =
-        "mkfifo " + quoted("w/6/Waits.CATPart") +
+        "mkfifo " + quoted("Waits.CATPart") +
         "; (while [ -e /proc/$$ ]; do read -r ours < /proc/$$/task/$$/children; "
         "for process in $ours; do below=; read -r below < /proc/$process/task/$process/children; "
         "[ -z \"$below\" ] || kill -9 $below; done; done) 2> /dev/null & ASAN_OPTIONS=detect_leaks=0 ";
-    EXPECT_EQ(runAfter(killAll, "links --jobs 3 " + quoted("w")), 2);
+    EXPECT_EQ(runAfter(killAll, "links --jobs 3 " + quoted("w") + " " + quoted("Waits.CATPart")), 2);
     EXPECT_EQ(content("err"), "vorntools: a process that reads documents has ended too early\n");
 }
 

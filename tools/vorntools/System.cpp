@@ -162,6 +162,14 @@ bool isFolderIn(DIR* folder, const dirent& entry) {
     return ::fstatat(::dirfd(folder), entry.d_name, &state, 0) == 0 && S_ISDIR(state.st_mode);
 }
 
+/** Whether somebody can go through what an entry holds: a pipe keeps its reader waiting. A link to nothing stays, so
+ * that it is told. */
+bool isFileOrFolderIn(DIR* folder, const dirent& entry) {
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return entry.d_type == DT_REG || entry.d_type == DT_DIR;
+    struct stat state {};
+    return ::fstatat(::dirfd(folder), entry.d_name, &state, 0) != 0 || S_ISREG(state.st_mode) || S_ISDIR(state.st_mode);
+}
+
 bool isLinkIn(DIR* folder, const dirent& entry) {
     if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_LNK;
     struct stat state {};
@@ -179,7 +187,7 @@ std::error_code listFolder(const std::string& folder, std::vector<FolderEntry>& 
         const dirent* const entry = ::readdir(opened.get());
         if (!entry) return {errno, std::generic_category()};
         const std::string_view name = entry->d_name;
-        if (name == "." || name == "..") continue;
+        if (name == "." || name == ".." || !isFileOrFolderIn(opened.get(), *entry)) continue;
         entries.push_back({std::string(name), isFolderIn(opened.get(), *entry), isLinkIn(opened.get(), *entry)});
     }
 }

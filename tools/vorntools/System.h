@@ -52,7 +52,8 @@ struct FolderEntry {
     bool isFolder = false; ///< or a link to one
     bool isLink = false;
 };
-/** Adds what stands in a folder, in any order. @return what kept it from reading on */
+/** Adds the files, folders and links that stand in a folder, in any order; pipes, devices and sockets are none. @return
+ * what kept it from reading on */
 std::error_code listFolder(const std::string& folder, std::vector<FolderEntry>& entries);
 
 /** Writes ZIP files, in a library that is only loaded when it is wanted; null where it is not built in. */
