@@ -123,6 +123,10 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     EXPECT_EQ(links(image(11, true, true)), unpublished + bare);
     EXPECT_EQ(links(image(13, true, true)), unpublished);
     EXPECT_EQ(links(image(12, true, false)), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
+    DocumentImage named_before;
+    named_before.raw("\x11\x03" + own + image(12, true, false).bytes());
+    EXPECT_EQ(links(named_before), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare)
+        << "its own container stands behind a foreign one of the same name";
     EXPECT_EQ(links(image(12, true, false), "MML", 1), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
     EXPECT_EQ(links(image(0, true, false)), Texts());
     for (const int release : {0, 11, 21}) links(image(release, true, true), "MML", release == 11 ? 1 : 0);
