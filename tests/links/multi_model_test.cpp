@@ -157,6 +157,13 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     often.properties("own", {ImageRecord::object("CATPart", "a.CATPart", kFirst),
                              ImageRecord::object("CATPart", "b.CATPart", kSecond)});
     EXPECT_EQ(links(often), Texts({"MMLAssy_ImportNotPub|a.CATPart||0", "MMLAssy_ImportNotPub|b.CATPart||0"}));
+    DocumentImage with_objects;
+    with_objects.raw(own).application().pointer(kFirst, element).pointer(kFirst, element).pointer(kSecond, element);
+    with_objects
+        .properties("own", {ImageRecord::object("CATPart", "a.CATPart", kFirst),
+                            ImageRecord::object("CATPart", "b.CATPart", kSecond)})
+        .summary(5, 12, 0);
+    EXPECT_EQ(links(with_objects), Texts({"MML|a.CATPart|AJJCAAAAAA|1", "MML|b.CATPart|AJJCAAAAAA|1"}));
 
     const DocumentImage older = image(12, true, false);
     VornToolsString bytes = stringOf(older.bytes());
