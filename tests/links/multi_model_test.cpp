@@ -74,6 +74,9 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     DocumentImage bare;
     bare.raw("CATXDLRepository" + DocumentImage::tableText(depth)).application().properties("own", {a});
     EXPECT_EQ(links(bare, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
+    DocumentImage without_length;
+    without_length.raw("CATXDLRepository1" + std::string{static_cast<char>(depth.size()), 0, 0, 0} + depth);
+    EXPECT_EQ(links(without_length.application().properties("own", {a}), "MML", 1), Texts({"MML|a.CATPart||0"}));
     DocumentImage in_front;
     in_front.raw(DocumentImage::tableText(depth) + "CATXDLRepository").application().properties("own", {a});
     EXPECT_EQ(links(in_front, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
