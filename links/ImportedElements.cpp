@@ -42,7 +42,7 @@ bool isElementPath(std::string_view i_text) {
 std::string_view elementOf(std::string_view i_path) {
     const std::size_t kind = i_path.find(':', marker::importedElement.size());
     const std::size_t end = i_path.rfind('!');
-    if (kind == std::string_view::npos || end == std::string_view::npos || end <= kind) return {};
+    if (end == std::string_view::npos || end <= kind) return {}; // a kind that is missing lies behind every end
     return i_path.substr(kind + 1, end - kind - 1);
 }
 

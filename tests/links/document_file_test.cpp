@@ -250,8 +250,8 @@ TEST_F(DocumentFileTest, NamesOfStreamsAreUtf16) {
     Container plain("");
     plain.stream("ABCDEF", "");
     std::string bytes = plain.bytes();
-    // A letter, one of two bytes in UTF-8, one of three, a pair, half a pair.
-    bytes.replace(bytes.find("\0A\0B\0C\0D\0E\0F"s), 12, "\0A\0\xE9\x20\xAC\xDB\xFF\xDF\xFD\xD8\x3D"s);
+    // A letter, one of two bytes in UTF-8, one of three, half a pair, a pair.
+    bytes.replace(bytes.find("\0A\0B\0C\0D\0E\0F"s), 12, "\0A\0\xE9\x20\xAC\xD8\x3D\xDB\xFF\xDF\xFD"s);
     VornToolsDocumentFile document;
     ASSERT_EQ(document.open(write("d", bytes).c_str()), S_OK);
     CATUnicodeString name;
@@ -259,7 +259,7 @@ TEST_F(DocumentFileTest, NamesOfStreamsAreUtf16) {
     unsigned char is_stream = 0;
     unsigned int size = 0;
     ASSERT_EQ(document.getEntry(3, name, parent, is_stream, size, pieces), S_OK);
-    EXPECT_EQ(toUtf8(name), "A\xC3\xA9\xE2\x82\xAC\xF4\x8F\xBF\xBD\xEF\xBF\xBD");
+    EXPECT_EQ(toUtf8(name), "A\xC3\xA9\xE2\x82\xAC\xEF\xBF\xBD\xF4\x8F\xBF\xBD");
 }
 
 TEST_F(DocumentFileTest, LinksOfTheStreamsAreThoseOfTheFile) {

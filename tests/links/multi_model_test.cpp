@@ -74,6 +74,9 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     DocumentImage bare;
     bare.raw("CATXDLRepository" + DocumentImage::tableText(depth)).application().properties("own", {a});
     EXPECT_EQ(links(bare, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
+    DocumentImage without_length;
+    without_length.raw("CATXDLRepository1" + std::string{static_cast<char>(depth.size()), 0, 0, 0} + depth);
+    EXPECT_EQ(links(without_length.application().properties("own", {a}), "MML", 1), Texts({"MML|a.CATPart||0"}));
     DocumentImage in_front;
     in_front.raw(DocumentImage::tableText(depth) + "CATXDLRepository").application().properties("own", {a});
     EXPECT_EQ(links(in_front, "MML"), Texts({"MML|a.CATPart|Depth|1"}));
@@ -123,6 +126,10 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     EXPECT_EQ(links(image(11, true, true)), unpublished + bare);
     EXPECT_EQ(links(image(13, true, true)), unpublished);
     EXPECT_EQ(links(image(12, true, false)), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
+    DocumentImage named_before;
+    named_before.raw("\x11\x03" + own + image(12, true, false).bytes());
+    EXPECT_EQ(links(named_before), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare)
+        << "its own container stands behind a foreign one of the same name";
     EXPECT_EQ(links(image(12, true, false), "MML", 1), Texts({"MML|linked.CATPart|AJJCAAAAAA|1"}) + bare);
     EXPECT_EQ(links(image(0, true, false)), Texts());
     for (const int release : {0, 11, 21}) links(image(release, true, true), "MML", release == 11 ? 1 : 0);
@@ -153,6 +160,13 @@ TEST_F(LinksTest, ContextPartsAreImportsOnlyWhereThePartSaysSo) {
     often.properties("own", {ImageRecord::object("CATPart", "a.CATPart", kFirst),
                              ImageRecord::object("CATPart", "b.CATPart", kSecond)});
     EXPECT_EQ(links(often), Texts({"MMLAssy_ImportNotPub|a.CATPart||0", "MMLAssy_ImportNotPub|b.CATPart||0"}));
+    DocumentImage with_objects;
+    with_objects.raw(own).application().pointer(kFirst, element).pointer(kFirst, element).pointer(kSecond, element);
+    with_objects
+        .properties("own", {ImageRecord::object("CATPart", "a.CATPart", kFirst),
+                            ImageRecord::object("CATPart", "b.CATPart", kSecond)})
+        .summary(5, 12, 0);
+    EXPECT_EQ(links(with_objects), Texts({"MML|a.CATPart|AJJCAAAAAA|1", "MML|b.CATPart|AJJCAAAAAA|1"}));
 
     const DocumentImage older = image(12, true, false);
     VornToolsString bytes = stringOf(older.bytes());

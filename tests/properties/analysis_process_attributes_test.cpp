@@ -1,5 +1,8 @@
 #include "tests/properties/AttributesTest.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 using AnalysisProcessAttributesTest = AttributesTest;
@@ -25,6 +28,9 @@ TEST_F(AnalysisProcessAttributesTest, ExistingParametersAreUpdatedByName) {
         EXPECT_EQ(messages(), (Texts{"\t 1 = ItemID", "------ 1 = ItemID", "\t 2 = Sub\\Nested", "\t 3 = Other",
                                      "------ 3 = Other", "\t------------- To Update", "\t 4 = Count",
                                      "------ 4 = Count", "\t------------- To Update"}));
+        const Texts lines = embedded::Journal::get().lines();
+        const auto told = std::find(lines.begin(), lines.end(), "\t------------- To Update");
+        EXPECT_EQ(*std::next(told), "> VornToolsCADDOCProperties::updateParameter");
         EXPECT_EQ(values.redraws(), 0);
 
         EXPECT_EQ(set(kind, {{"Count", "many", "i"}, {"Other", "q", "s"}}), E_FAIL) << "Count comes last in the set";

@@ -1,3 +1,4 @@
+#include "tests/support/AllocationSweep.h"
 #include "tests/support/FaultAt.h"
 #include "tests/support/Fixture.h"
 #include "tests/support/Sweep.h"
@@ -364,6 +365,18 @@ TEST_F(DesignTablesTest, LogicalNamesAreReadByTheirPathOnDisk) {
     EXPECT_EQ(reports(), Texts{"VornToolsCommon::getDesignTableFullFilename 9004 get_FilePath"});
     told = messages();
     EXPECT_EQ(std::count(told.begin(), told.end(), "DLName, new filepath = "), 0) << "of a table that tells none";
+}
+
+TEST_F(DesignTablesTest, WithoutMemoryNoTableIsListed) {
+    for (const char* const end : {"a", "b"}) addTable(feature, std::string(kLargeAllocation, 'n') + end);
+    sweepAllocations("getDesignTableSheet", [&] {
+        Sheets read;
+        const HRESULT code = read.read(bolt);
+        SweepOutcome outcome = outcomeOf(code, read.paths, read.files, read.sheets, read.configurations, read.texts,
+                                         read.associated, read.names);
+        outcome.outputs.clear(); // a table that cannot be read is left out
+        return outcome;
+    });
 }
 
 TEST_F(DesignTablesTest, AnAssemblyTellsTheFilesOfThePartsThatATableSets) {

@@ -437,6 +437,7 @@ TEST_F(InstancePropertiesTest, PropertiesComeBackFromASessionFile) {
     ASSERT_TRUE(loaded.ok) << loaded.error;
     ASSERT_TRUE(embedded::sessionText(again).ok);
     EXPECT_EQ(text, again);
+    EXPECT_EQ(text.find("\"access\""), std::string::npos) << "everybody may change them";
     const auto readAgain = [&] { return session().product("/w/Root.CATProduct").root().at({"Frame.1"}); };
     EXPECT_EQ(all(readAgain()), (Texts{"A=a@=@b", "R=0.5"}));
     const std::size_t value = text.find("0.5\""), from = text.rfind(',', value);

@@ -78,6 +78,8 @@ TEST_F(LibraryLoaderTest, WithoutTheLibrariesThereAreNoParameters) {
     EXPECT_EQ(VornToolsLibraryLoader::getElectricalInterfacesModule(), nullptr);
     EXPECT_EQ(VornToolsLibraryLoader::getElectricalParametersFuncPtr(), nullptr);
     EXPECT_EQ(parameters(session().part("/w/Bolt.CATPart"), S_OK), Texts());
+    session().part("/w/Bare.CATPart").withoutRoots();
+    EXPECT_EQ(parameters(session().find("/w/Bare.CATPart"), E_FAIL), Texts());
     ASSERT_NE(load("with", kPlatform), nullptr);
     EXPECT_EQ(VornToolsLibraryLoader::getElectricalInterfacesModule(), nullptr) << "looked for once";
 }

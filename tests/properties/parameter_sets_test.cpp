@@ -38,6 +38,10 @@ TEST_F(ParameterSetsTest, SetsAreReadAsTexts) {
     clearJournal();
     EXPECT_EQ(pairs(part.addSet("Empty")), "kept|");
     EXPECT_EQ(messages(), (Texts{"0 parameter\n"}));
+    const auto read_set = [&] { pairs(set, E_FAIL); };
+    EXPECT_TRUE(failAt("CATICkeParameterSet::Parameters", 1, read_set, embedded::FaultFlavour::nullOutput));
+    EXPECT_EQ(messages(), (Texts{"no parameter collection\n"}));
+    reports();
     EXPECT_EQ(pairs(part, E_FAIL), "kept|");
     EXPECT_EQ(properties().getListOfParameters(nullptr, list, names, values, types, flags), E_FAIL);
     EXPECT_EQ(names.Size() + values.Size() + types.Size() + flags.Size(), 0);
@@ -58,7 +62,9 @@ TEST_F(ParameterSetsTest, TheSetOfAFeatureIsFoundByItsAttribute) {
     Publisher component = feature("Component");
     component.addSetAs("_AttrForLiterals", "Literals");
     component.addSetAs("_FtrList", "List");
+    clearJournal();
     EXPECT_EQ(found(component, S_OK), "Literals");
+    EXPECT_EQ(messages(), (Texts{"\tGet attribut for _AttrForLiterals ", "Manage component"}));
     Publisher other = feature("Other").text("_AttrForLiterals", "t");
     other.addSet("Late");
     clearJournal();

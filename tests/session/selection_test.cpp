@@ -226,6 +226,13 @@ TEST_F(SelectionTest, AFileIsSelectedThroughItsProducts) {
     const std::pair<const char*, int> sought[] = {{"v.cgr", 1},        {"P.CATPART", 0}, {"/w/p.CATPart", 0},
                                                   {"r.CATProduct", 0}, {"", 0},          {"\xC3\xA4.CATPart", 0}};
     for (const auto& [name, expected] : sought) EXPECT_EQ(VornToolsCommon::isSelectedInCatia(name), expected) << name;
+    int answer = 7;
+    EXPECT_TRUE(failAt("UTILFile::splitPathAndFileName", 1,
+                       [&answer] { answer = VornToolsCommon::isSelectedInCatia("v.cgr"); }));
+    EXPECT_EQ(answer, 0);
+    EXPECT_EQ(messages(),
+              Texts({"Number of selected objet(s) = 2", "splitPathAndFileName is Failed. goto NEXT_ELEMENT"}));
+    reports();
     windows().withoutSelection();
     EXPECT_EQ(VornToolsCommon::isSelectedInCatia("p.CATPart"), 0);
     EXPECT_EQ(reports(), Texts({kCommon + "isSelectedInCatia 9003 getCSO"}));
