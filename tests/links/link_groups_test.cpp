@@ -285,7 +285,12 @@ TEST_F(LinksTest, NoFaultOfThePlatformLeavesAnythingBehind) {
                        [&] {
                            return SweepOutcome{S_OK, true, 0, operation()};
                        },
-                       startCountAnew});
+                       startCountAnew,
+                       {},
+                       {},
+                       {},
+                       {},
+                       "each run counts its links, of which a call without memory finds none"});
     };
     sweep("searchLinks", [&] {
         double count = 0;

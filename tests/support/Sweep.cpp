@@ -7,12 +7,14 @@
 #include "embedded/Records.h"
 #include "embedded/Session.h"
 #include "tests/support/KnownWords.h"
+#include "tests/support/LibraryAllocations.h"
 #include "tests/support/ToleratedFaults.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <set>
 #include <vector>
 
@@ -102,17 +104,30 @@ struct Run {
     std::string state; ///< afterwards
 };
 
-Run runOnce(const SweepCase& sweep, int nth, bool persistent, FaultFlavour flavour) {
+/** Runs the operation, out of which no want of memory may come. */
+SweepOutcome operate(const SweepCase& sweep) {
+    try {
+        return sweep.operation();
+    } catch (const std::bad_alloc&) {
+        ADD_FAILURE() << sweep.name << " throws for want of memory";
+        return {};
+    }
+}
+
+/** @param refused the piece of memory that the library does not get; 0 for none */
+Run runOnce(const SweepCase& sweep, int nth, bool persistent, FaultFlavour flavour, std::size_t refused = 0) {
     Failures& failures = Failures::get();
     failures.arm(nth, persistent, flavour);
     Run run;
-    CATTry { run.outcome = sweep.operation(); }
+    if (refused != 0) libraryAllocations::refuse(refused);
+    CATTry { run.outcome = operate(sweep); }
     // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference): the platform throws pointers
     CATCatch(CATError, error) {
         error->Release();
         ADD_FAILURE() << sweep.name << " lets an error of the platform pass";
     }
     CATEndTry;
+    if (refused != 0) libraryAllocations::end();
     run.sites = failures.sites();
     failures.disarm();
     run.journal = embedded::Journal::get().lines();
@@ -164,6 +179,27 @@ void checkNext(const SweepCase& sweep, const HeldChanges& changes, const Run& un
     restore(sweep, changes);
 }
 
+/** Refuses the library each piece of memory in turn, of many only some. */
+void sweepMemory(const SweepCase& sweep, const HeldChanges& changes, const Surroundings& before,
+                 const Run& undisturbed) {
+    constexpr std::size_t kMostRuns = 200;
+    libraryAllocations::count();
+    operate(sweep);
+    const std::size_t pieces = libraryAllocations::end();
+    restore(sweep, changes);
+    for (std::size_t nth = 1; nth <= pieces; nth += 1 + pieces / kMostRuns) {
+        SCOPED_TRACE(sweep.name + ", without memory for piece " + std::to_string(nth));
+        const Run run = runOnce(sweep, 0, false, FaultFlavour::none, nth);
+        checkCleanliness(before);
+        if (FAILED(run.outcome.code)) {
+            EXPECT_TRUE(run.outcome.outputsEmpty) << "a failing call left something in its outputs";
+        }
+        EXPECT_TRUE(run.state == before.state || run.state == undisturbed.state) << "stored state half changed";
+        restore(sweep, changes);
+        checkNext(sweep, changes, undisturbed);
+    }
+}
+
 } // namespace
 
 int sweepFailures(const SweepCase& sweep) {
@@ -179,6 +215,7 @@ int sweepFailures(const SweepCase& sweep) {
     checkFrame(sweep, undisturbed.journal);
     restore(sweep, changes);
     checkNext(sweep, changes, undisturbed);
+    if (sweep.whyMemorySuffices.empty()) sweepMemory(sweep, changes, before, undisturbed);
     for (const Flavour& flavour : kFlavours) {
         std::set<std::size_t> unable; // calls that cannot answer so
         for (const bool persistent : {false, true}) {

@@ -45,14 +45,17 @@ struct SweepCase {
     std::string whyItFails = {};
     /** By which the journal calls the method; empty: by its name. */
     std::string journalName = {};
+    /** Why the library is not refused memory here; empty: it is. */
+    std::string whyMemorySuffices = {};
 };
 
 /**
  * Runs the operation with the n-th platform call failing, n = 1, 2, ... until none fires: once only and from n on, in
- * every flavour that the call can have. The undisturbed run has to name the method in the journal. After each run:
- * references and lists as before, journal frames closed, no rule broken, outputs empty when the code is negative,
- * answers those that are allowed, stored state unchanged or completely changed, and the next undisturbed call makes the
- * first one's calls and gives its code and answer again.
+ * every flavour that the call can have. Before that the library is refused each piece of memory that it asks for, where
+ * that can be told. The undisturbed run has to name the method in the journal. After each run: references and lists as
+ * before, journal frames closed, no rule broken, outputs empty when the code is negative, answers those that are
+ * allowed, stored state unchanged or completely changed, and the next undisturbed call makes the first one's calls and
+ * gives its code and answer again.
  *
  * "Fault met, success returned" must stand on tests/support/tolerated_faults.txt, which also says what may then differ
  * from the undisturbed run; a word there that a run of the whole suite does not need fails it. Sets googletest
