@@ -102,8 +102,12 @@ private:
     /** Does something with the journal, when there is one; whether it came to its end. */
     template <class Work>
     static bool onJournal(Work&& i_work) {
-        JNLManager* const p_journal = JNLManager::getInstance();
-        return p_journal && guarded([&] { i_work(*p_journal); });
+        const auto work_on = [&] {
+            JNLManager* const p_journal = JNLManager::getInstance();
+            if (p_journal) i_work(*p_journal);
+            return p_journal != nullptr;
+        };
+        return guarded(work_on, false);
     }
     void writeBegin() {
         m_is_open = onJournal([this](JNLManager& io_journal) {
