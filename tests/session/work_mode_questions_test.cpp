@@ -104,6 +104,8 @@ TEST_F(WorkModeQuestionsTest, WhatADocumentWasLoadedFor) {
         EXPECT_EQ(loaded, test.loaded) << test.dat;
     }
     const auto document = session().part(name);
+    VornToolsCommon::isLoadedForLFCOrConsultOrAsCGR(name.c_str(), document.get(), loaded);
+    EXPECT_EQ(reports(), Texts());
     embedded::Failures& failures = embedded::Failures::get();
     std::set<std::string> told;
     constexpr int kMoreThanItMakes = 50;
