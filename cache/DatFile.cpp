@@ -129,7 +129,8 @@ HRESULT VornToolsCommon::readDatTools(CATUnicodeString i_file_name, const CATUni
                                       CATListValCATUnicodeString& o_lines) {
     const JournalFrame frame(_CteCLASS_NAME, "readDatTools");
     const auto read = [&] {
-        const CATUnicodeString catia_uuid(i_catia_uuid); // the caller's text may be an element of the list
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the caller's may be an element of the list
+        const CATUnicodeString catia_uuid(i_catia_uuid);
         o_lines.RemoveAll(CATCollec::KeepAllocation);
         return readVersionedLines(frame, i_file_name, catia_uuid, o_lines);
     };
