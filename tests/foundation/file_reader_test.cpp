@@ -2,7 +2,8 @@
 
 #include "tests/support/Fixture.h"
 
-#include <algorithm>
+#include <string>
+#include <vector>
 
 using vorntools::FileRange;
 using vorntools::FileReader;
