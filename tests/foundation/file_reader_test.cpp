@@ -2,7 +2,8 @@
 
 #include "tests/support/Fixture.h"
 
-#include <algorithm>
+#include <string>
+#include <vector>
 
 using vorntools::FileRange;
 using vorntools::FileReader;
@@ -15,6 +16,10 @@ protected:
         PlatformTest::SetUp();
         for (int i = 0; i < 20000; ++i) bytes += static_cast<char>(i % 251);
         ASSERT_TRUE(reader.open(write("f", bytes).c_str()));
+    }
+    void TearDown() override {
+        reader = FileReader(); // some systems keep the folder of an open file
+        PlatformTest::TearDown();
     }
     std::string at(const FileRange& range) const { return bytes.substr(range.offset, range.length); }
 
@@ -45,11 +50,10 @@ TEST_F(FileReaderTest, NeighboursAreReadTogether) {
     constexpr std::uint64_t gap = 4096;
     ASSERT_TRUE(reader.fetch({{0, 10}, {10 + gap, 1}}));
     EXPECT_EQ(reader.bytes({5, gap}), at({5, gap}));
-    FileReader other;
-    ASSERT_TRUE(other.open(path("f").c_str()));
-    ASSERT_TRUE(other.fetch({{0, 10}, {11 + gap, 1}}));
-    EXPECT_EQ(other.bytes({5, gap}), "");
-    EXPECT_EQ(other.bytes({11 + gap, 1}), at({11 + gap, 1}));
+    ASSERT_TRUE(reader.open(path("f").c_str()));
+    ASSERT_TRUE(reader.fetch({{0, 10}, {11 + gap, 1}}));
+    EXPECT_EQ(reader.bytes({5, gap}), "");
+    EXPECT_EQ(reader.bytes({11 + gap, 1}), at({11 + gap, 1}));
 }
 
 TEST_F(FileReaderTest, BeyondTheEndIsNothing) {
