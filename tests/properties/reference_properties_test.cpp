@@ -139,7 +139,9 @@ TEST_F(ReferencePropertiesTest, ReferencePropertiesGoThroughThePdmItem) {
     const CATListValCATUnicodeString fewer = names;
     names.Append("other");
     values.Append("x");
-    for (const auto& [method, write] : methods) {
+    for (const auto& of_method : methods) {
+        const char* const method = of_method.first;
+        const auto& write = of_method.second;
         SCOPED_TRACE(method);
         Texts expected = {"9002 ipi_product", "9003 getPDMItem"};
         EXPECT_EQ(write(nullptr, values), E_FAIL);
