@@ -60,16 +60,17 @@ std::string nameBehind(std::string_view i_image, const Block& i_block, std::size
     return begin < end ? decoded(textAt(i_image, begin, (end - begin) / textStride)) : std::string();
 }
 
-bool readPartFile(std::string_view i_image, const Block& i_block, LinkedDocument& o_document) {
+// What names no document gives no name.
+
+void readPartFile(std::string_view i_image, const Block& i_block, LinkedDocument& o_document) {
     if (!textStandsAt(i_image, i_block.at + kOwnFile, marker::file) ||
         !textStandsAt(i_image, i_block.at + kOwnType, marker::part))
-        return false;
+        return;
     o_document.kind = LinkedDocument::PartFile;
     o_document.name = nameBehind(i_image, i_block, kOwnType, marker::part);
-    return true;
 }
 
-bool readObjectTarget(std::string_view i_image, const Block& i_block, LinkedDocument& o_document) {
+void readObjectTarget(std::string_view i_image, const Block& i_block, LinkedDocument& o_document) {
     static constexpr struct {
         std::string_view word;
         LinkedDocument::Kind kind;
@@ -78,24 +79,23 @@ bool readObjectTarget(std::string_view i_image, const Block& i_block, LinkedDocu
                  {marker::drawing, LinkedDocument::Drawing}};
     if (!textStandsAt(i_image, i_block.at + kObject, marker::object) ||
         !textStandsAt(i_image, i_block.at + kObjectFile, marker::file))
-        return false;
+        return;
     for (const auto& type : types) {
         if (!textStandsAt(i_image, i_block.at + kObjectType, type.word)) continue;
         o_document.kind = type.kind;
         o_document.name = nameBehind(i_image, i_block, kObjectType, type.word);
         o_document.identity = textAt(i_image, i_block.at + kIdentity, LinkedDocument::identityBytes);
-        return true;
     }
-    return false;
 }
 
 /** False for the records that name anything else than a document, or no name at all. */
 bool readDocument(std::string_view i_image, const Block& i_block, bool i_little_endian, LinkedDocument& o_document) {
-    const bool found = textStandsAt(i_image, i_block.at + kOwnDocument, marker::ownDocument)
-                           ? readPartFile(i_image, i_block, o_document)
-                           : readObjectTarget(i_image, i_block, o_document);
+    if (textStandsAt(i_image, i_block.at + kOwnDocument, marker::ownDocument))
+        readPartFile(i_image, i_block, o_document);
+    else
+        readObjectTarget(i_image, i_block, o_document);
     o_document.uses = int32At(i_image, i_block.textEnd + kUses, i_little_endian);
-    return found && !o_document.name.empty();
+    return !o_document.name.empty();
 }
 
 /** As textAt; what lies behind the end of the text is left out. */
