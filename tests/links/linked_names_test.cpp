@@ -47,6 +47,9 @@ TEST_F(LinksTest, PathsMoveWithTheDocument) {
         {path("copy/app/own.CATProduct"), "C:\\apps\\app\\.hidden\\d.CATPart", path("copy/asm/.hidden/d.CATPart")},
     };
     for (const auto& c : cases) EXPECT_EQ(located(c.own, file, c.linked), c.found) << c.own << " " << c.linked;
+    EXPECT_EQ(located("", file, "deep\\g.CATPart"), path("copy/asm/deep/g.CATPart")) << "not the nearer one";
+    const std::string given = write("given/sub/h.CATPart", "x");
+    EXPECT_EQ(located("", file, "sub\\h.CATPart", path("given")), given);
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(folder() / "copy");
     write("copy/w/a.CATPart", "x");
