@@ -16,7 +16,7 @@ struct VornCacheTestAccess {
     }
     static int date(VornCache& cache, const std::string& path) {
         int result = 0;
-        cache.getLastModificationDateOnFile(path.c_str(), &result);
+        EXPECT_EQ(cache.getLastModificationDateOnFile(path.c_str(), &result), S_OK);
         return result;
     }
 };
