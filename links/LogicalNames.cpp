@@ -5,8 +5,8 @@
 #include "CATDLName.h"
 #include "UTILFile.h"
 
+#include <cstddef>
 #include <memory>
-#include <vector>
 
 namespace vorntools {
 
@@ -36,15 +36,30 @@ OwnedText directoryOf(const CATUnicodeString& i_logical_name) {
     return receiveText([&](CATUnicodeString** o_text) { return CATGetDLName(&i_logical_name, o_text); });
 }
 
-std::vector<OwnedText> listLogicalNames() {
-    unsigned int count = 0;
-    CATUnicodeString** p_received = nullptr;
-    std::vector<OwnedText> names;
-    if (FAILED(CATGetDLNameList(nullptr, nullptr, &count, &p_received)) || !p_received) return names;
-    const std::unique_ptr<CATUnicodeString*[]> sp_received(p_received);
-    for (unsigned int i = 0; i < count; ++i) names.emplace_back(p_received[i]);
-    return names;
-}
+/** The logical names that the service knows; none when it fails. It hands them out, and they go with this. */
+class LogicalNames {
+public:
+    LogicalNames() {
+        unsigned int count = 0;
+        CATUnicodeString** p_received = nullptr;
+        if (FAILED(CATGetDLNameList(nullptr, nullptr, &count, &p_received)) || !p_received) return;
+        m_names = p_received;
+        m_count = count;
+    }
+    ~LogicalNames() {
+        for (const CATUnicodeString* const p_name : *this) delete p_name;
+        delete[] m_names;
+    }
+    LogicalNames(const LogicalNames&) = delete;
+    LogicalNames& operator=(const LogicalNames&) = delete;
+
+    CATUnicodeString* const* begin() const { return m_names; }
+    CATUnicodeString* const* end() const { return m_names + m_count; }
+
+private:
+    CATUnicodeString** m_names = nullptr;
+    std::size_t m_count = 0;
+};
 
 /** A name cut in two: what the logical name stands for, and the rest. */
 struct Division {
@@ -72,10 +87,10 @@ int restBelow(const CATUnicodeString& i_directory, const CATUnicodeString& i_nam
 
 Division divideByDirectory(const CATUnicodeString& i_name) {
     Division best;
-    for (const OwnedText& sp_logical_name : listLogicalNames()) {
-        const OwnedText sp_directory = sp_logical_name ? directoryOf(*sp_logical_name) : OwnedText();
+    for (const CATUnicodeString* const p_logical_name : LogicalNames()) {
+        const OwnedText sp_directory = p_logical_name ? directoryOf(*p_logical_name) : OwnedText();
         const int rest = sp_directory ? restBelow(*sp_directory, i_name) : 0;
-        if (rest > best.rest) best = {*sp_logical_name, rest};
+        if (rest > best.rest) best = {*p_logical_name, rest};
     }
     return best;
 }
