@@ -87,8 +87,15 @@ TEST_F(LinksTest, ImportedElementsBelongToThePartOfTheirRepository) {
     const std::string inputs = inputs_and_table.substr(0, table), texts = inputs_and_table.substr(table);
     const Texts by_input = {"MML|a.CATPart|AJADAAAAAA|1", "MML|a.CATPart|Depth|1"},
                 by_table = {by_input[1], by_input[0]};
+    // The first input means a text by another attribute, or by one that goes on.
+    std::string of_another = inputs, going_on = inputs;
+    const std::size_t input = inputs.find("\xE9\xC0\x1D\x02");
+    of_another[input + 2] = '\x1E';
+    going_on[input + 6] = '\x01';
     const std::pair<std::string, Texts> places[] = {
         {inputs + texts, by_input},
+        {of_another + texts, by_table},
+        {going_on + texts, by_table},
         {"OSMX" + inputs + std::string(600000, '\0') + texts, by_input},
         {"OSMX" + inputs + std::string(1 << 20, '\0') + texts, by_table},
         {inputs + "OSMX" + texts, by_table},
